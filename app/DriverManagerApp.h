@@ -1,0 +1,21 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "platform/ui/WindowGroup.h"
+
+namespace app {
+
+/// The application: its delegate and its one scene.
+class DriverManagerApp {
+public:
+    /// A window group whose content is a new model, asked for the extensions at once, and the screen that shows it.
+    platform::ui::WindowGroup body() const;
+
+    /// Runs the application; returns its exit status when it ends.
+    int main(int argc, char** argv);
+
+private:
+    AppDelegate appDelegate_;
+};
+
+} // namespace app

@@ -1,0 +1,5 @@
+#include "app/DriverManagerApp.h"
+
+int main(int argc, char** argv) {
+    return app::DriverManagerApp{}.main(argc, argv);
+}

@@ -1,0 +1,89 @@
+# The application as the system finds it: a folder "Driver Manager.app" in the build tree, the same on every system.
+
+include(BuildNumber)
+include(Extensions)
+
+# copy_tree(<from> <to> <file>...): keeps <to> a copy of these files of <from>, and removes what is none of them.
+# Configuring does it, so a file that changes, comes or goes makes the build configure anew.
+function(copy_tree from to)
+    file(GLOB_RECURSE strays LIST_DIRECTORIES true RELATIVE "${to}" "${to}/*")
+    foreach(file IN LISTS ARGN)
+        configure_file("${from}/${file}" "${to}/${file}" COPYONLY)
+        while(file)
+            list(REMOVE_ITEM strays "${file}")
+            cmake_path(GET file PARENT_PATH file)
+        endwhile()
+    endforeach()
+    foreach(stray IN LISTS strays)
+        file(REMOVE_RECURSE "${to}/${stray}")
+    endforeach()
+endfunction()
+
+# assemble_bundle(<target>): makes the executable <target> the one of the bundle, and the rest of the bundle around it:
+#   Driver Manager.app/Contents/Info.plist
+#                               MacOS/Driver Manager
+#                               Resources/                  the images
+#                               Library/SystemExtensions/   the extensions, named after their identifiers
+function(assemble_bundle target)
+    check_build_number("${DRIVER_MANAGER_BUILD}")
+    set(contents "${CMAKE_BINARY_DIR}/Driver Manager.app/Contents")
+    set_target_properties(${target} PROPERTIES
+        OUTPUT_NAME "Driver Manager" RUNTIME_OUTPUT_DIRECTORY "${contents}/MacOS")
+    configure_file("${CMAKE_SOURCE_DIR}/packaging/macos/Info.plist.in" "${contents}/Info.plist" @ONLY)
+
+    set(icons "${CMAKE_SOURCE_DIR}/assets/icons")
+    if(APPLE)
+        string(APPEND icons "/rendered")
+    endif()
+    file(GLOB images CONFIGURE_DEPENDS RELATIVE "${icons}" "${icons}/*.svg" "${icons}/*.pdf" "${icons}/*.icns")
+    copy_tree("${icons}" "${contents}/Resources" ${images})
+
+    assemble_extensions("${contents}/Library/SystemExtensions")
+    if(NOT APPLE)
+        seal_application(${target} "${CMAKE_BINARY_DIR}/Driver Manager.app")
+    endif()
+endfunction()
+
+# A Mac is given no sample: it would be shown as an extension that can be activated, and no Mac can activate it.
+function(assemble_extensions destination)
+    if(NOT DRIVER_MANAGER_EXTENSIONS STREQUAL "")
+        embed_extensions("${DRIVER_MANAGER_EXTENSIONS}" "${destination}")
+    elseif(APPLE)
+        file(REMOVE_RECURSE "${destination}")
+        message(STATUS "The application carries no extensions: DRIVER_MANAGER_EXTENSIONS names no folder")
+    else()
+        set(samples "${CMAKE_SOURCE_DIR}/assets/extensions")
+        file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE "${samples}" "${samples}/*")
+        copy_tree("${samples}" "${destination}" ${files})
+    endif()
+endfunction()
+
+# seal_application(<target> <application>): the build seals the extensions of the bundle and then the bundle itself, for
+# the simulator to see whose they are and what they may do. A Mac has its own signatures.
+function(seal_application target application)
+    set(seals "")
+    file(GLOB extensions "${application}/Contents/Library/SystemExtensions/*")
+    foreach(extension IN LISTS extensions)
+        set(entitlement com.apple.developer.driverkit)
+        if(extension MATCHES "\\.systemextension$")
+            set(entitlement com.apple.security.application-groups=KELVRA0001.com.kelvra.ip-camera)
+        endif()
+        seal_bundle("${extension}" ${entitlement})
+        list(APPEND seals "${extension}/Contents/_SimulatedSignature.plist")
+    endforeach()
+    seal_bundle("${application}" com.apple.developer.system-extension.install ${target} ${seals})
+    add_custom_target(${target}_seal ALL DEPENDS "${application}/Contents/_SimulatedSignature.plist")
+endfunction()
+
+# seal_bundle(<bundle> <entitlement> <dependency>...): adds the step that seals one bundle, after its files and the
+# dependencies. Configuring takes an earlier seal away, because files may have gone since.
+function(seal_bundle bundle entitlement)
+    set(seal "${bundle}/Contents/_SimulatedSignature.plist")
+    file(REMOVE "${seal}")
+    file(GLOB_RECURSE files "${bundle}/*")
+    list(FILTER files EXCLUDE REGEX "/MacOS/")
+    add_custom_command(OUTPUT "${seal}"
+        COMMAND seal "${bundle}" --team KELVRA0001 --entitlement ${entitlement}
+        DEPENDS seal ${files} ${ARGN}
+        VERBATIM)
+endfunction()

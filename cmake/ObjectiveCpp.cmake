@@ -1,0 +1,12 @@
+# Objective-C++ where it is not the system's own language: by clang, whatever compiles C++.
+set(CMAKE_OBJCXX_COMPILER "${CLANGXX}")
+set(CMAKE_OBJCXX_COMPILER_LAUNCHER ${CMAKE_CXX_COMPILER_LAUNCHER})
+
+# How headers are precompiled is kept for all languages at once, and stays that of C++.
+set(kept_extension "${CMAKE_PCH_EXTENSION}")
+set(kept_prologue "${CMAKE_PCH_PROLOGUE}")
+enable_language(OBJCXX)
+set(CMAKE_PCH_EXTENSION "${kept_extension}")
+set(CMAKE_PCH_PROLOGUE "${kept_prologue}")
+
+set(CMAKE_OBJCXX_FLAGS_DEBUG "-O0 -g1")

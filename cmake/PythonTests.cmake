@@ -1,0 +1,25 @@
+# The system's own Python, which sees the Debian packages.
+find_program(SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
+
+# add_python_tests(<name> [ENVIRONMENT <variable>=<value>...] [TIMEOUT <seconds>]): each test method of each *_test.py in
+# this folder is a test of its own.
+function(add_python_tests name)
+    cmake_parse_arguments(tests "" "TIMEOUT" "ENVIRONMENT" ${ARGN})
+    file(GLOB modules CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*_test.py")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${modules})
+    foreach(module IN LISTS modules)
+        cmake_path(GET module STEM stem)
+        file(STRINGS "${module}" lines REGEX "^class |^    def test_")
+        foreach(line IN LISTS lines)
+            if(line MATCHES "^class ([A-Za-z0-9_]+)")
+                set(class "${CMAKE_MATCH_1}")
+            elseif(line MATCHES "def test_([a-z0-9_]+)")
+                string(REPLACE "_" " " sentence "${CMAKE_MATCH_1}")
+                set(test "${name}: ${class} ${sentence}")
+                add_test(NAME "${test}" WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}"
+                    COMMAND "${SYSTEM_PYTHON}" -B -m unittest -q "${stem}.${class}.test_${CMAKE_MATCH_1}")
+                set_tests_properties("${test}" PROPERTIES TIMEOUT "${tests_TIMEOUT}" ENVIRONMENT "${tests_ENVIRONMENT}")
+            endif()
+        endforeach()
+    endforeach()
+endfunction()

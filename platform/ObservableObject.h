@@ -1,0 +1,81 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+// Observation. Everything here happens on one thread, the one that owns the observed object.
+
+namespace platform {
+
+/// Ends its subscription when it is destroyed. May outlive the object that was observed.
+class [[nodiscard]] Subscription {
+public:
+    Subscription() = default;
+    explicit Subscription(std::function<void()> end) : end_{std::move(end)} {}
+    Subscription(Subscription&& other) noexcept : end_{std::exchange(other.end_, nullptr)} {}
+    Subscription& operator=(Subscription&& other) noexcept {
+        std::swap(end_, other.end_);
+        return *this;
+    }
+    ~Subscription() {
+        if (end_) end_();
+    }
+
+private:
+    std::function<void()> end_;
+};
+
+/// A notification with any number of subscribers, called in the order in which they subscribed. Inside a notification
+/// a subscriber may subscribe others, who are called from the next notification on, and end any subscription, its own
+/// included, after which that subscriber is called no more. Subscribers do not throw.
+class ObjectWillChangePublisher {
+public:
+    ObjectWillChangePublisher() = default;
+    ObjectWillChangePublisher(const ObjectWillChangePublisher&) = delete;
+    ObjectWillChangePublisher& operator=(const ObjectWillChangePublisher&) = delete;
+
+    Subscription subscribe(std::function<void()> subscriber) {
+        auto slot = std::make_shared<Slot>(Slot{std::move(subscriber), true});
+        slots_->push_back(slot);
+        return Subscription{[slots = std::weak_ptr{slots_}, slot = std::move(slot)] {
+            slot->subscribed = false;
+            if (const auto list = slots.lock()) std::erase(*list, slot);
+        }};
+    }
+
+    void send() const {
+        const auto present = *slots_;
+        for (const auto& slot : present) {
+            if (slot->subscribed) slot->subscriber();
+        }
+    }
+
+private:
+    struct Slot {
+        std::function<void()> subscriber;
+        bool subscribed;
+    };
+
+    std::shared_ptr<std::vector<std::shared_ptr<Slot>>> slots_ =
+        std::make_shared<std::vector<std::shared_ptr<Slot>>>();
+};
+
+/// An object whose published fields announce each change before it happens.
+class ObservableObject {
+public:
+    ObservableObject() = default;
+    ObservableObject(const ObservableObject&) = delete;
+    ObservableObject& operator=(const ObservableObject&) = delete;
+
+    ObjectWillChangePublisher& objectWillChange() { return objectWillChange_; }
+
+protected:
+    ~ObservableObject() = default;
+
+private:
+    ObjectWillChangePublisher objectWillChange_;
+};
+
+} // namespace platform

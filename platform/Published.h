@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/ObservableObject.h"
+
+#include <utility>
+
+namespace platform {
+
+/// A field of an observable object. Subscribers are told before every assignment, also of an equal value.
+template <typename T>
+class Published {
+public:
+    /// `owner` outlives the field.
+    Published(ObservableObject& owner, T initial) : owner_{owner}, value_{std::move(initial)} {}
+    Published(const Published&) = delete;
+    Published& operator=(const Published&) = delete;
+
+    const T& get() const { return value_; }
+
+    Published& operator=(T value) {
+        owner_.objectWillChange().send();
+        value_ = std::move(value);
+        return *this;
+    }
+
+    /// Changes the value in place: one assignment.
+    template <typename Change>
+    void modify(Change&& change) {
+        owner_.objectWillChange().send();
+        std::forward<Change>(change)(value_);
+    }
+
+private:
+    ObservableObject& owner_;
+    T value_;
+};
+
+} // namespace platform

@@ -1,0 +1,64 @@
+#include "platform/Application.h"
+
+#include "platform/Bundle.h"
+#include "platform/linux/ImageStore.h"
+#include "platform/linux/LightAppearance.h"
+#include "platform/linux/MainWindow.h"
+#include "platform/linux/QtMetrics.h"
+#include "platform/linux/SceneAccessibility.h"
+#include "platform/linux/TerminationSignals.h"
+#include "platform/posix/StandardDescriptors.h"
+#include "platform/ui/SceneHost.h"
+
+#include <QApplication>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+/// What a shell reports of a process that the signal killed.
+constexpr int statusOfSignal(const int signal) {
+    return 128 + signal;
+}
+
+/// Work that is posted to the main loop runs after what is going on has returned, and after what was posted before.
+void atEndOfTurn(std::function<void()> work) {
+    QMetaObject::invokeMethod(qApp, std::move(work), Qt::QueuedConnection);
+}
+
+void quitAfterLastWindow(QApplication& application, NSApplicationDelegate& delegate) {
+    application.setQuitOnLastWindowClosed(false);
+    QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application, [&delegate] {
+        if (delegate.applicationShouldTerminateAfterLastWindowClosed()) QCoreApplication::exit(0);
+    });
+}
+
+int showAndRun(const char* title, const ui::WindowGroup& scene) {
+    const SceneAccessibility accessibility;
+    const ImageStore images{QString::fromStdString(NSBundle::mainBundle().resourcePath())};
+    const QtMetrics metrics{images};
+    MainWindow window{QString::fromUtf8(title), images};
+    const ui::SceneHost host{scene, metrics, {}, atEndOfTurn, [&](const ui::Scene& next) { window.present(next); }};
+    window.present(host.scene());
+    window.show();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int runApplication(int argc, char** argv, const char* title, NSApplicationDelegate& delegate,
+                   const ui::WindowGroup& scene) {
+    occupyStandardDescriptors();
+    TerminationSignals termination;
+    chooseStyle();
+    // The application takes nothing on its command line, nor does the toolkit on its behalf.
+    int nameOnly = std::min(argc, 1);
+    QApplication application{nameOnly, argv};
+    termination.watch([](const int signal) { QCoreApplication::exit(statusOfSignal(signal)); });
+    quitAfterLastWindow(application, delegate);
+    return showAndRun(title, scene);
+}
+
+} // namespace platform

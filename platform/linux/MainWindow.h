@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/linux/SceneCanvas.h"
+
+#include <QWidget>
+
+namespace platform {
+
+/// A titled window as large as its scene, which nobody can resize, in light colours.
+class MainWindow : public QWidget {
+public:
+    /// `images` outlives this.
+    MainWindow(const QString& title, const ImageStore& images);
+
+    /// Shows `scene` in place of the one before.
+    void present(const ui::Scene& scene);
+
+private:
+    SceneCanvas canvas_;
+};
+
+} // namespace platform

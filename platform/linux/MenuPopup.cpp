@@ -1,0 +1,77 @@
+#include "platform/linux/MenuPopup.h"
+
+#include "platform/linux/Conversions.h"
+#include "platform/linux/ImageStore.h"
+#include "platform/linux/LightAppearance.h"
+#include "platform/linux/SceneControl.h"
+
+#include <QAccessible>
+
+#include <cmath>
+
+namespace platform {
+
+namespace {
+
+constexpr int iconSide = 16;
+
+QString withoutMnemonics(QString title) {
+    return title.replace(QLatin1Char{'&'}, QLatin1String{"&&"});
+}
+
+/// To assistive technology the menu is a child of the control, there while it is open.
+void tell(QObject* menu, const QAccessible::Event type) {
+    QAccessibleEvent event{menu, type};
+    QAccessible::updateAccessibility(&event);
+}
+
+} // namespace
+
+MenuPopup::MenuPopup(SceneControl& opener, const std::vector<ui::MenuItem>& items, const ImageStore& images)
+    : QMenu{&opener}, opener_{opener} {
+    useLightAppearance(*this);
+    for (const ui::MenuItem& item : items)
+        add(item, images);
+}
+
+void MenuPopup::add(const ui::MenuItem& item, const ImageStore& images) {
+    QAction* const action = addAction(menuIcon(item.image, images), withoutMnemonics(toQString(item.title)));
+    action->setData(toQString(item.title));
+    action->setIconVisibleInMenu(true);
+    connect(action, &QAction::triggered, this, [run = item.action.run] {
+        // A copy: the handler may end the menu.
+        const auto kept = run;
+        if (kept) kept();
+    });
+}
+
+void MenuPopup::choose(QAction& action) {
+    close();
+    action.trigger();
+}
+
+void MenuPopup::showEvent(QShowEvent* event) {
+    QMenu::showEvent(event);
+    tell(this, QAccessible::ObjectCreated);
+}
+
+void MenuPopup::hideEvent(QHideEvent* event) {
+    tell(this, QAccessible::ObjectDestroyed);
+    QMenu::hideEvent(event);
+}
+
+QIcon MenuPopup::menuIcon(const ui::ImageReference& image, const ImageStore& images) const {
+    const double scale = opener_.devicePixelRatioF();
+    const int side = static_cast<int>(std::lround(iconSide * scale));
+    const auto pixmap = [&](const QColor& tint) {
+        QPixmap result = QPixmap::fromImage(images.image(image, {side, side}, tint));
+        result.setDevicePixelRatio(scale);
+        return result;
+    };
+    QIcon icon;
+    icon.addPixmap(pixmap(palette().color(QPalette::Text)), QIcon::Normal);
+    icon.addPixmap(pixmap(palette().color(QPalette::HighlightedText)), QIcon::Active);
+    return icon;
+}
+
+} // namespace platform

@@ -1,0 +1,79 @@
+#include "platform/macos/MainWindow.h"
+
+#include "platform/macos/Conversions.h"
+#include "platform/macos/NativeText.h"
+#include "platform/macos/Retained.h"
+#include "platform/macos/SceneCanvas.h"
+
+namespace platform {
+
+namespace {
+
+constexpr NSWindowStyleMask style = NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
+                                    NSWindowStyleMaskMiniaturizable | NSWindowStyleMaskFullSizeContentView;
+
+Retained<NSWindow> makeWindow(const std::string& title) {
+    Retained<NSWindow> window{[[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 100, 100)
+                                                          styleMask:style
+                                                            backing:NSBackingStoreBuffered
+                                                              defer:NO]};
+    [window.get() setReleasedWhenClosed:NO];
+    [window.get() setTitle:toNSString(title)];
+    [window.get() setTitlebarAppearsTransparent:YES];
+    [window.get() setAppearance:[NSAppearance appearanceNamed:NSAppearanceNameAqua]];
+    // Every start is a first start: nothing is kept of a window.
+    [window.get() setRestorable:NO];
+    return window;
+}
+
+} // namespace
+
+struct MainWindow::State {
+    State(const std::string& title, const ImageStore& images) : window{makeWindow(title)}, canvas{images} {
+        NSView* const view = static_cast<NSView*>(canvas.view());
+        [window.get() setContentView:view];
+        [window.get() setInitialFirstResponder:view];
+    }
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
+    ~State() {
+        [window.get() orderOut:nil];
+        [window.get() setContentView:nil];
+    }
+
+    Retained<NSWindow> window;
+    SceneCanvas canvas;
+    ui::Size size;
+};
+
+MainWindow::MainWindow(const std::string& title, const ImageStore& images) {
+    @autoreleasepool {
+        state_ = std::make_unique<State>(title, images);
+    }
+}
+
+MainWindow::~MainWindow() {
+    @autoreleasepool {
+        state_.reset();
+    }
+}
+
+ui::EdgeInsets MainWindow::safeArea() const {
+    NSWindow* const window = state_->window.get();
+    return {.top = [[window contentView] frame].size.height - [window contentLayoutRect].size.height};
+}
+
+void MainWindow::present(const ui::Scene& scene) {
+    if (scene.size != state_->size) {
+        state_->size = scene.size;
+        [state_->window.get() setContentSize:NSMakeSize(scene.size.width, scene.safeArea.top + scene.size.height)];
+    }
+    state_->canvas.present(scene);
+}
+
+void MainWindow::show() {
+    [state_->window.get() center];
+    [state_->window.get() makeKeyAndOrderFront:nil];
+}
+
+} // namespace platform

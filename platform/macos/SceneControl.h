@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/macos/Native.h"
+#include "platform/ui/Scene.h"
+
+#include <memory>
+
+namespace platform {
+
+class ImageStore;
+
+/// What a person or assistive technology presses: a native control, itself invisible, over what the canvas paints for
+/// a control of the scene. It lives as long as its place does and takes over the control of each new scene.
+class SceneControl {
+public:
+    /// A button or a menu, by the control's role. `images` outlives it.
+    static std::unique_ptr<SceneControl> make(const ui::Control& control, const ImageStore& images);
+
+    SceneControl(const SceneControl&) = delete;
+    SceneControl& operator=(const SceneControl&) = delete;
+    virtual ~SceneControl();
+
+    /// An NSControl, as long as this lives.
+    virtual Native view() const = 0;
+    /// Takes over the control's handlers, name and place. A press on `hitArea`, in the scene's points, counts.
+    void follow(const ui::Control& control, const ui::Rect& hitArea);
+    /// The control's place is gone: takes the view off its canvas and ends what goes on with it.
+    virtual void dismiss();
+
+    const ui::Control& control() const { return control_; }
+
+    /// The shape of the focus ring, in the view's points, and where it lies.
+    void fillFocusRingMask() const;
+    ui::Rect focusRingBounds() const;
+
+protected:
+    explicit SceneControl(const ImageStore& images) : images_{images} {}
+
+    /// The control of a new scene was taken over.
+    virtual void followed() {}
+    const ImageStore& images() const { return images_; }
+
+private:
+    const ImageStore& images_;
+    ui::Control control_;
+    ui::Rect hitArea_;
+};
+
+/// Whether focus that is offered now comes by a click, which leaves it where it is.
+bool isClicking();
+
+} // namespace platform

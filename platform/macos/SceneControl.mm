@@ -1,0 +1,53 @@
+#include "platform/macos/SceneControl.h"
+
+#include "platform/macos/Conversions.h"
+#include "platform/macos/NativeText.h"
+#include "platform/macos/SceneButton.h"
+#include "platform/macos/SceneMenu.h"
+#include "platform/macos/ScenePainter.h"
+
+namespace platform {
+
+std::unique_ptr<SceneControl> SceneControl::make(const ui::Control& control, const ImageStore& images) {
+    if (control.role == ui::Control::Role::button) return std::make_unique<SceneButton>(images);
+    return std::make_unique<SceneMenu>(images);
+}
+
+SceneControl::~SceneControl() = default;
+
+void SceneControl::follow(const ui::Control& control, const ui::Rect& hitArea) {
+    const bool ringMoves = hitArea != hitArea_ || lookOf(control) != lookOf(control_);
+    control_ = control;
+    hitArea_ = hitArea;
+    NSControl* const native = static_cast<NSControl*>(view());
+    [native setFrame:toNSRect(hitArea)];
+    [native setAccessibilityLabel:toNSString(control.accessibleName)];
+    if (ringMoves) [native noteFocusRingMaskChanged];
+    followed();
+}
+
+void SceneControl::dismiss() {
+    [static_cast<NSControl*>(view()) removeFromSuperview];
+}
+
+void SceneControl::fillFocusRingMask() const {
+    [NSGraphicsContext saveGraphicsState];
+    NSAffineTransform* const toScene = [NSAffineTransform transform];
+    [toScene translateXBy:-hitArea_.x yBy:-hitArea_.y];
+    [toScene concat];
+    ScenePainter{images_, PixelGrid{[[static_cast<NSView*>(view()) window] backingScaleFactor]}}.fillLook(control_);
+    [NSGraphicsContext restoreGraphicsState];
+}
+
+ui::Rect SceneControl::focusRingBounds() const {
+    ui::Rect look = lookOf(control_);
+    look.x -= hitArea_.x;
+    look.y -= hitArea_.y;
+    return look;
+}
+
+bool isClicking() {
+    return [[NSApp currentEvent] type] == NSEventTypeLeftMouseDown;
+}
+
+} // namespace platform

@@ -1,0 +1,152 @@
+#include "platform/macos/SceneMenu.h"
+
+#include "platform/macos/CallbackGuard.h"
+#include "platform/macos/Conversions.h"
+#include "platform/macos/ImageStore.h"
+#include "platform/macos/NativeText.h"
+#include "platform/macos/Retained.h"
+
+#include <functional>
+
+/// What choosing an item of an open menu does.
+@interface KelvraMenuChoice : NSObject {
+@public
+    std::function<void()> run_;
+}
+- (void)choose:(id)sender;
+@end
+
+@implementation KelvraMenuChoice
+
+- (void)choose:(id)sender {
+    // A copy: the handler may bring a scene that takes the menu away.
+    const auto run = run_;
+    platform::guarded([&] {
+        if (run) run();
+    });
+}
+
+@end
+
+/// A pull-down button that is not seen: what is seen of it is painted below.
+@interface KelvraSceneMenu : NSPopUpButton <NSMenuDelegate> {
+@public
+    platform::SceneMenu* owner_; // nil once its place is gone
+    bool isOpen_;
+}
+@end
+
+@implementation KelvraSceneMenu
+
+- (BOOL)isFlipped {
+    return YES;
+}
+
+- (void)drawRect:(NSRect)dirty {
+}
+
+- (BOOL)acceptsFirstResponder {
+    return !platform::isClicking();
+}
+
+// A menu may outlast its place while it closes, and the button with it.
+- (void)mouseDown:(NSEvent*)event {
+    const auto kept = platform::retain(self);
+    [super mouseDown:event];
+}
+
+- (void)menuWillOpen:(NSMenu*)menu {
+    isOpen_ = true;
+}
+
+// What was chosen may not have been told yet: the items stay until it has.
+- (void)menuDidClose:(NSMenu*)menu {
+    isOpen_ = false;
+    [self performSelectorOnMainThread:@selector(fill)
+                           withObject:nil
+                        waitUntilDone:NO
+                                modes:@[ NSRunLoopCommonModes ]];
+}
+
+- (void)fill {
+    platform::guarded([&] {
+        if (owner_) owner_->fill();
+    });
+}
+
+- (NSRect)focusRingMaskBounds {
+    return owner_ ? platform::toNSRect(owner_->focusRingBounds()) : NSZeroRect;
+}
+
+- (void)drawFocusRingMask {
+    if (owner_) owner_->fillFocusRingMask();
+}
+
+@end
+
+namespace platform {
+
+struct SceneMenu::View {
+    Retained<KelvraSceneMenu> button{[[KelvraSceneMenu alloc] initWithFrame:NSZeroRect pullsDown:YES]};
+};
+
+namespace {
+
+/// The first item of a pull-down menu is the button's title and is not offered.
+void clear(NSMenu* const menu) {
+    while ([menu numberOfItems] > 0)
+        [menu removeItemAtIndex:0];
+    [menu addItemWithTitle:@"" action:nullptr keyEquivalent:@""];
+}
+
+void offer(NSMenu* const menu, const ui::MenuItem& item, const ImageStore& images) {
+    const Retained<KelvraMenuChoice> choice{[[KelvraMenuChoice alloc] init]};
+    choice.get()->run_ = item.action.run;
+    NSMenuItem* const native = [menu addItemWithTitle:toNSString(item.title)
+                                               action:@selector(choose:)
+                                        keyEquivalent:@""];
+    [native setTarget:choice.get()];
+    // The item keeps what it stands for, and no target.
+    [native setRepresentedObject:choice.get()];
+    [native setImage:static_cast<NSImage*>(images.image(item.image))];
+}
+
+} // namespace
+
+SceneMenu::SceneMenu(const ImageStore& images) : SceneControl{images}, view_{std::make_unique<View>()} {
+    KelvraSceneMenu* const button = view_->button.get();
+    button->owner_ = this;
+    [button setBordered:NO];
+    [button setTransparent:YES];
+    [static_cast<NSPopUpButtonCell*>([button cell]) setArrowPosition:NSPopUpNoArrow];
+    [button setAccessibilityRole:NSAccessibilityMenuButtonRole];
+    NSMenu* const menu = [button menu];
+    [menu setAutoenablesItems:NO];
+    [menu setDelegate:button];
+}
+
+SceneMenu::~SceneMenu() {
+    KelvraSceneMenu* const button = view_->button.get();
+    button->owner_ = nullptr;
+    [[button menu] setDelegate:nil];
+}
+
+Native SceneMenu::view() const {
+    return view_->button.get();
+}
+
+void SceneMenu::dismiss() {
+    view_->button.get()->owner_ = nullptr;
+    [[view_->button.get() menu] cancelTracking];
+    SceneControl::dismiss();
+}
+
+void SceneMenu::fill() const {
+    KelvraSceneMenu* const button = view_->button.get();
+    if (button->isOpen_) return;
+    clear([button menu]);
+    for (const ui::MenuItem& item : control().items)
+        offer([button menu], item, images());
+}
+
+} // namespace platform

@@ -1,0 +1,78 @@
+#include "platform/posix/LineWriter.h"
+
+#include "platform/posix/QuietPipes.h"
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <fcntl.h>
+#include <poll.h>
+#include <string>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+/// A terminal says that it takes output as soon as it takes one byte, and a longer write then waits for the person who
+/// stopped it. So a terminal is opened a second time, for this descriptor alone not to wait.
+class Unwaiting {
+public:
+    explicit Unwaiting(const int descriptor) : original_{descriptor} {
+        std::array<char, PATH_MAX> name{};
+        if (isatty(descriptor) == 0 || ttyname_r(descriptor, name.data(), name.size()) != 0) return;
+        opened_ = open(name.data(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    }
+    Unwaiting(const Unwaiting&) = delete;
+    Unwaiting& operator=(const Unwaiting&) = delete;
+    ~Unwaiting() {
+        if (opened_ >= 0) close(opened_);
+    }
+
+    int get() const { return opened_ >= 0 ? opened_ : original_; }
+
+private:
+    int original_;
+    int opened_ = -1;
+};
+
+bool takesOutput(const int descriptor) {
+    pollfd asked{descriptor, POLLOUT, 0};
+    int ready = 0;
+    do {
+        ready = poll(&asked, 1, 0);
+    } while (ready < 0 && errno == EINTR);
+    return ready == 1 && (asked.revents & POLLOUT) != 0;
+}
+
+ssize_t writeOnce(const int descriptor, const std::string_view piece) {
+    ssize_t written = 0;
+    do {
+        written = write(descriptor, piece.data(), piece.size());
+    } while (written < 0 && errno == EINTR);
+    return written;
+}
+
+} // namespace
+
+void LineWriter::write(const std::string_view line) {
+    std::string bytes;
+    if (lineIsOpen_) bytes += '\n';
+    bytes += line;
+    bytes += '\n';
+    const QuietPipes quiet;
+    const Unwaiting unwaiting{descriptor_};
+    writePieces(unwaiting.get(), bytes);
+}
+
+void LineWriter::writePieces(const int descriptor, std::string_view bytes) {
+    while (!bytes.empty() && takesOutput(descriptor)) {
+        const auto written = writeOnce(descriptor, bytes.substr(0, PIPE_BUF));
+        if (written <= 0) return;
+        const auto length = static_cast<std::size_t>(written);
+        lineIsOpen_ = bytes[length - 1] != '\n';
+        bytes.remove_prefix(length);
+    }
+}
+
+} // namespace platform

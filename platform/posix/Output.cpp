@@ -1,0 +1,14 @@
+#include "platform/Output.h"
+
+#include "platform/posix/LineWriter.h"
+
+#include <unistd.h>
+
+namespace platform {
+
+void printLine(const std::string_view line) {
+    static LineWriter standardOutput{STDOUT_FILENO};
+    standardOutput.write(line);
+}
+
+} // namespace platform

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Simulator1Proxy.h"
+
+#include "simulator/client/ServicePresence.h"
+
+#include <QDBusConnection>
+#include <QList>
+#include <QObject>
+#include <QString>
+
+namespace simulator::settings {
+
+/// The service as the window knows it. Nothing here waits: each answer and each change comes as a signal.
+class ControlClient : public QObject {
+    Q_OBJECT
+
+public:
+    explicit ControlClient(QDBusConnection bus);
+
+    /// Asks for the lists; the bus starts the service if it is not running and can be started.
+    void refresh();
+
+    void allow(const QString& identifier);
+    void deny(const QString& identifier);
+    void enable(const QString& identifier);
+    void disable(const QString& identifier);
+    void authorize(const QString& identifier);
+    void refuse(const QString& identifier);
+    void restart();
+
+signals:
+    void listed(const QList<simulator::CopyEntry>& copies, const QList<simulator::RequestEntry>& requests);
+    /// The service is not there, for that reason. What was listed is no longer so.
+    void absent(const QString& reason);
+    /// What was asked for was not done, for that reason.
+    void refused(const QString& reason);
+
+private:
+    void listRequests(const QList<CopyEntry>& copies);
+    void refreshFailed(const QDBusError& error);
+    void lose(const QString& reason);
+    void send(const QDBusPendingCall& call);
+
+    QDBusConnection bus_;
+    ComKelvraSimulator1ControlInterface control_;
+    ServicePresence presence_;
+    bool refreshing_ = false;
+    bool changedMeanwhile_ = false;
+    bool lostMeanwhile_ = false;
+};
+
+} // namespace simulator::settings

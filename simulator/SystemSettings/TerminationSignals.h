@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QSocketNotifier>
+
+#include <csignal>
+#include <functional>
+#include <memory>
+
+namespace simulator::settings {
+
+/// Turns SIGTERM and SIGINT into events of the main loop. To be made before the application, whose threads must not
+/// take the signals.
+class TerminationSignals {
+public:
+    TerminationSignals();
+    ~TerminationSignals();
+    TerminationSignals(const TerminationSignals&) = delete;
+    TerminationSignals& operator=(const TerminationSignals&) = delete;
+
+    /// Calls the handler when one comes. Needs the application.
+    void handle(std::function<void()> handler);
+
+private:
+    int descriptor_;
+    std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+} // namespace simulator::settings

@@ -1,0 +1,19 @@
+#include "simulator/SystemSettings/Appearance.h"
+#include "simulator/SystemSettings/SettingsWindow.h"
+#include "simulator/SystemSettings/TerminationSignals.h"
+#include "simulator/bus/Types.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    using namespace simulator::settings;
+    TerminationSignals termination;
+    QApplication application{argc, argv};
+    termination.handle([] { QApplication::exit(); });
+    QApplication::setApplicationName("System Settings");
+    simulator::registerTypes();
+    useAppearance(application);
+    SettingsWindow window{QDBusConnection::sessionBus()};
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,148 @@
+#include "simulator/core/Checks.h"
+
+#include <algorithm>
+#include <array>
+
+namespace simulator {
+
+namespace {
+
+struct Check {
+    std::int64_t code;
+    std::string_view description;
+    bool (*fails)(const Subject& subject);
+};
+
+bool startsWith(std::string_view text, std::string_view prefix) {
+    return text.substr(0, prefix.size()) == prefix;
+}
+
+std::string_view stemOf(const ExtensionOnDisk& extension) {
+    const std::string_view name = extension.fileName;
+    const auto dot = name.rfind('.');
+    return dot == std::string_view::npos ? name : name.substr(0, dot);
+}
+
+std::string_view suffixOf(const ExtensionOnDisk& extension) {
+    return std::string_view{extension.fileName}.substr(stemOf(extension).size());
+}
+
+bool isNotCarried(const Subject& subject) {
+    return subject.bundle == nullptr || subject.extension == nullptr;
+}
+
+bool isNested(const Subject& subject) {
+    const std::string& path = subject.bundle->path;
+    return path.find(".app/") != std::string::npos;
+}
+
+bool lacksEntitlement(const Subject& subject) {
+    return !subject.bundle->mayInstallExtensions;
+}
+
+bool isOutsideApplications(const Subject& subject) {
+    if (subject.settings->developerMode) return false;
+    const auto& folders = subject.settings->applicationsFolders;
+    return std::none_of(folders.begin(), folders.end(),
+                        [&](const std::string& folder) { return startsWith(subject.bundle->path, folder + "/"); });
+}
+
+bool hasNoIdentifier(const Subject& subject) {
+    return subject.extension->identifier.empty();
+}
+
+bool isShared(const Subject& subject) {
+    const auto& all = subject.bundle->extensions;
+    return std::count_if(all.begin(), all.end(), [&](const ExtensionOnDisk& extension) {
+               return extension.identifier == subject.identifier;
+           }) > 1;
+}
+
+bool isMisnamed(const Subject& subject) {
+    return stemOf(*subject.extension) != subject.identifier || subject.extension->identifier != subject.identifier;
+}
+
+bool isOfNoKnownCategory(const Subject& subject) {
+    const ExtensionOnDisk& extension = *subject.extension;
+    if (!extension.category) return true;
+    const bool isDriver = *extension.category == Category::driver;
+    return suffixOf(extension) != (isDriver ? ".dext" : ".systemextension");
+}
+
+bool isOfAnotherTeam(const Subject& subject) {
+    return !subject.extension->team.empty() && subject.extension->team != subject.bundle->team;
+}
+
+bool isUnsealedOrChanged(const Subject& subject) {
+    return subject.extension->team.empty() || !subject.extension->sealMatches;
+}
+
+bool hasNoUsageDescription(const Subject& subject) {
+    return !subject.extension->hasUsageDescription;
+}
+
+bool isCameraOutsideItsGroup(const Subject& subject) {
+    const ExtensionOnDisk& extension = *subject.extension;
+    if (extension.category != Category::camera) return false;
+    const auto& groups = extension.applicationGroups;
+    return std::none_of(groups.begin(), groups.end(),
+                        [&](const std::string& group) { return startsWith(extension.machServiceName, group + "."); });
+}
+
+bool isForbidden(const Subject& subject) {
+    return subject.settings->profile.forbids(subject.extension->team, subject.identifier);
+}
+
+// clang-format off
+constexpr std::array lookups{
+    Check{code::extensionNotFound,               "The application holds no extension of this identifier.",           isNotCarried},
+    Check{code::unknown,                         "The application lies inside another application.",                 isNested},
+    Check{code::missingEntitlement,              "The application may not install system extensions.",               lacksEntitlement},
+    Check{code::unsupportedParentBundleLocation, "The application must be in an Applications folder.",               isOutsideApplications},
+    Check{code::extensionMissingIdentifier,      "The extension's Info.plist has no bundle identifier.",             hasNoIdentifier},
+    Check{code::duplicateExtensionIdentifier,    "The application holds several extensions of this identifier.",     isShared},
+    Check{code::extensionNotFound,               "The extension's file name is not its identifier.",                 isMisnamed},
+    Check{code::unknownExtensionCategory,        "The extension is neither a driver nor of another known category.", isOfNoKnownCategory},
+    Check{code::extensionNotFound,               "The extension belongs to another team than the application.",      isOfAnotherTeam},
+};
+
+constexpr std::array validations{
+    Check{code::codeSignatureInvalid,    "The extension's files do not match its seal.",                             isUnsealedOrChanged},
+    Check{code::validationFailed,        "The extension's Info.plist has no usage description.",                     hasNoUsageDescription},
+    Check{code::validationFailed,        "The camera's Mach service name is not in its application group.",          isCameraOutsideItsGroup},
+    Check{code::forbiddenBySystemPolicy, "The management profile does not allow the extension.",                     isForbidden},
+};
+// clang-format on
+
+template <typename Checks>
+std::optional<Failure> firstFailed(const Checks& checks, const Subject& subject) {
+    for (const Check& check : checks) {
+        if (check.fails(subject)) return failureWith(check.code, check.description);
+    }
+    return std::nullopt;
+}
+
+const ExtensionOnDisk* findExtension(const BundleOnDisk& bundle, const std::string& identifier) {
+    const ExtensionOnDisk* byIdentifier = nullptr;
+    for (const ExtensionOnDisk& extension : bundle.extensions) {
+        if (stemOf(extension) == identifier) return &extension;
+        if (extension.identifier == identifier) byIdentifier = &extension;
+    }
+    return byIdentifier;
+}
+
+} // namespace
+
+Subject subjectOf(const BundleOnDisk* bundle, const std::string& identifier, const Settings& settings) {
+    return {bundle, identifier, &settings, bundle ? findExtension(*bundle, identifier) : nullptr};
+}
+
+std::optional<Failure> firstFailedLookup(const Subject& subject) {
+    return firstFailed(lookups, subject);
+}
+
+std::optional<Failure> firstFailedValidation(const Subject& subject) {
+    return firstFailed(validations, subject);
+}
+
+} // namespace simulator

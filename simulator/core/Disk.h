@@ -1,0 +1,58 @@
+#pragma once
+
+#include "simulator/core/Category.h"
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace simulator {
+
+/// An extension in an application's bundle, as it was found, right or wrong.
+struct ExtensionOnDisk {
+    /// The name of its folder, such as "com.example.camera.systemextension".
+    std::string fileName;
+    /// From its Info.plist; empty where it has none.
+    std::string identifier;
+    std::string shortVersion;
+    std::string version;
+    std::string name;
+    /// Nothing if it is of no known category.
+    std::optional<Category> category;
+    bool hasUsageDescription = false;
+    /// Of a camera extension.
+    std::string machServiceName;
+    /// From its seal; empty where it has none.
+    std::string team;
+    std::set<std::string> applicationGroups;
+    /// Each of its files is as it was when it was sealed, and none was added.
+    bool sealMatches = false;
+};
+
+/// An application's bundle.
+struct BundleOnDisk {
+    /// Absolute, without links.
+    std::string path;
+    std::string identifier;
+    /// From its seal; empty where it has none.
+    std::string team;
+    bool mayInstallExtensions = false;
+    std::vector<ExtensionOnDisk> extensions;
+};
+
+/// Where applications lie.
+class Disk {
+public:
+    Disk() = default;
+    Disk(const Disk&) = delete;
+    Disk& operator=(const Disk&) = delete;
+    virtual ~Disk() = default;
+
+    /// Nothing if there is no bundle at that path.
+    virtual std::optional<BundleOnDisk> read(const std::string& bundle) const = 0;
+    /// The paths of the bundles that lie directly in a folder, in alphabetical order.
+    virtual std::vector<std::string> bundlesIn(const std::string& folder) const = 0;
+};
+
+} // namespace simulator

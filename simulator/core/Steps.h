@@ -1,0 +1,43 @@
+#pragma once
+
+#include "simulator/core/Disk.h"
+#include "simulator/core/Requests.h"
+
+#include <optional>
+#include <string>
+
+namespace simulator {
+
+/// The steps that a request takes by itself, one at a time. Works on what it was given, which outlives it.
+class Steps {
+public:
+    Steps(State& state, const Disk& disk, Outbox& outbox, Copies& copies, Requests& requests);
+
+    /// Takes the next step that is due; false if there was none.
+    bool take();
+    /// Goes on with a deactivation that an administrator has authorised.
+    void beginRemoval(Request& request);
+    /// Whether the user must be asked before a staged copy is enabled.
+    bool needsApproval(const Copy& copy) const;
+
+private:
+    void check(Request& request);
+    void checkAsOrdered(Request& request);
+    void checkActivation(Request& request);
+    void beginActivation(Request& request, const ExtensionOnDisk& found, const std::string& owner);
+    void checkDeactivation(Request& request);
+    void checkProperties(Request& request);
+    void validate(Request& request);
+    void stage(Request& request);
+
+    bool isOfAnotherOwner(const std::string& identifier, const BundleOnDisk& bundle) const;
+    std::optional<BundleOnDisk> bundleOf(const Request& request) const;
+
+    State& state_;
+    const Disk& disk_;
+    Outbox& outbox_;
+    Copies& copies_;
+    Requests& requests_;
+};
+
+} // namespace simulator

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+namespace simulator {
+
+/// A behaviour on which what is known of the real system leaves a choice.
+enum class Switch {
+    authorization,
+    denial,
+    driver,
+    properties,
+    refusal,
+    restart,
+    second,
+    upgrade,
+};
+
+struct SwitchRow {
+    Switch which;
+    std::string_view name;
+    std::string_view byDefault;
+    std::string_view otherwise;
+    std::string_view meaning;
+};
+
+// clang-format off
+inline constexpr std::array switches{
+    SwitchRow{Switch::authorization, "authorization", "granted",    "asked",   "the administrator's word on a removal: given at once, or asked for"},
+    SwitchRow{Switch::denial,        "denial",        "error",      "silence", "an activation that the user denies: fails with 11, or is never answered"},
+    SwitchRow{Switch::driver,        "driver",        "idle",       "in-use",  "an enabled driver: can be stopped at once, or runs on until the restart"},
+    SwitchRow{Switch::properties,    "properties",    "empty",      "error",   "the properties of an extension without a copy: an empty list, or error 4"},
+    SwitchRow{Switch::refusal,       "refusal",       "13",         "11",      "the error of a removal that the administrator refuses"},
+    SwitchRow{Switch::restart,       "restart",       "clean",      "lingers", "a terminated copy: gone with the restart, or one of them outlives it once"},
+    SwitchRow{Switch::second,        "second",        "supersedes", "fails",   "a second request for an extension: ends the first with 12, or fails with 12"},
+    SwitchRow{Switch::upgrade,       "upgrade",       "approved",   "asked",   "another version of an approved extension: needs no approval, or asks again"},
+};
+// clang-format on
+
+const SwitchRow& describe(Switch which);
+std::optional<Switch> switchNamed(std::string_view name);
+
+} // namespace simulator

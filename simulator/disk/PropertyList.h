@@ -1,0 +1,51 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace simulator {
+
+/// A property list as a value: what this program reads of one. An integer is kept as its decimal text, everything
+/// else that is neither text, truth, list nor dictionary is nothing.
+class PropertyList {
+public:
+    using Array = std::vector<PropertyList>;
+    using Dictionary = std::map<std::string, PropertyList>;
+
+    PropertyList() = default;
+    PropertyList(std::string text) : value_{std::move(text)} {}
+    PropertyList(bool truth) : value_{truth} {}
+    PropertyList(Array array) : value_{std::move(array)} {}
+    PropertyList(Dictionary dictionary) : value_{std::move(dictionary)} {}
+    /// No text literal is to be taken for a truth.
+    PropertyList(const char* text) : value_{std::string{text}} {}
+
+    /// Of an XML or binary property list; nothing if it is neither.
+    static std::optional<PropertyList> parse(const std::string& bytes);
+    /// As XML.
+    std::string toXml() const;
+
+    template <typename Visitor>
+    auto visit(const Visitor& visitor) const {
+        return std::visit(visitor, value_);
+    }
+
+    bool isDictionary() const { return std::holds_alternative<Dictionary>(value_); }
+    bool isTrue() const;
+    /// Empty where there is none of that kind.
+    const std::string& text() const;
+    const Array& array() const;
+    const Dictionary& dictionary() const;
+    /// The value for a key; one that is nothing where there is none.
+    const PropertyList& operator[](const std::string& key) const;
+    /// The texts in a list; the text itself where it is one.
+    std::vector<std::string> texts() const;
+
+private:
+    std::variant<std::monostate, std::string, bool, Array, Dictionary> value_;
+};
+
+} // namespace simulator

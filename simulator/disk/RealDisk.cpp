@@ -1,0 +1,106 @@
+#include "simulator/disk/RealDisk.h"
+
+#include "simulator/disk/PropertyListFile.h"
+#include "simulator/disk/Seal.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace simulator {
+
+namespace {
+
+constexpr auto installEntitlement = "com.apple.developer.system-extension.install";
+constexpr auto groupsEntitlement = "com.apple.security.application-groups";
+constexpr auto extensionsFolder = "/Contents/Library/SystemExtensions";
+
+std::optional<Category> categoryOf(const PropertyList& info, bool isDriver) {
+    if (isDriver) return Category::driver;
+    if (info["CMIOExtension"].isDictionary()) return Category::camera;
+    if (info["NetworkExtension"].isDictionary()) return Category::network;
+    if (!info["NSEndpointSecurityMachServiceName"].text().empty()) return Category::endpointSecurity;
+    return std::nullopt;
+}
+
+std::string nameOf(const PropertyList& info, const std::string& otherwise) {
+    for (const auto* const key : {"CFBundleDisplayName", "CFBundleName"}) {
+        if (!info[key].text().empty()) return info[key].text();
+    }
+    return otherwise;
+}
+
+void readInfo(ExtensionOnDisk& extension, const PropertyList& info, const QFileInfo& folder) {
+    const bool isDriver = folder.suffix() == "dext";
+    const bool isExtension = isDriver || folder.suffix() == "systemextension";
+    extension.identifier = info["CFBundleIdentifier"].text();
+    extension.shortVersion = info["CFBundleShortVersionString"].text();
+    extension.version = info["CFBundleVersion"].text();
+    extension.name = nameOf(info, folder.completeBaseName().toStdString());
+    extension.category = isExtension ? categoryOf(info, isDriver) : std::nullopt;
+    const auto* const usage = isDriver ? "OSBundleUsageDescription" : "NSSystemExtensionUsageDescription";
+    extension.hasUsageDescription = !info[usage].text().empty();
+    extension.machServiceName = info["CMIOExtension"]["CMIOExtensionMachServiceName"].text();
+}
+
+void readSealOf(ExtensionOnDisk& extension, const std::string& path) {
+    const auto seal = readSeal(path);
+    if (!seal) return;
+    extension.team = seal->team;
+    extension.sealMatches = digestsOf(path) == seal->files;
+    const auto groups = seal->entitlements.find(groupsEntitlement);
+    if (groups == seal->entitlements.end()) return;
+    for (std::string& group : groups->second.texts())
+        extension.applicationGroups.insert(std::move(group));
+}
+
+ExtensionOnDisk readExtension(const QFileInfo& folder) {
+    const std::string path = folder.filePath().toStdString();
+    ExtensionOnDisk extension;
+    extension.fileName = folder.fileName().toStdString();
+    readInfo(extension, readPropertyList(path + "/Contents/Info.plist").value_or(PropertyList{}), folder);
+    readSealOf(extension, path);
+    return extension;
+}
+
+QFileInfoList foldersIn(const std::string& path) {
+    return QDir{QString::fromStdString(path)}.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+} // namespace
+
+std::optional<BundleOnDisk> RealDisk::read(const std::string& bundle) const {
+    if (!QFileInfo{QString::fromStdString(bundle + "/Contents")}.isDir()) return std::nullopt;
+    const PropertyList info = readPropertyList(bundle + "/Contents/Info.plist").value_or(PropertyList{});
+    BundleOnDisk found;
+    found.path = bundle;
+    found.identifier = info["CFBundleIdentifier"].text();
+    if (const auto seal = readSeal(bundle)) {
+        found.team = seal->team;
+        const auto install = seal->entitlements.find(installEntitlement);
+        found.mayInstallExtensions = install != seal->entitlements.end() && install->second.isTrue();
+    }
+    for (const QFileInfo& folder : foldersIn(bundle + extensionsFolder)) {
+        found.extensions.push_back(readExtension(folder));
+    }
+    return found;
+}
+
+std::vector<std::string> RealDisk::bundlesIn(const std::string& folder) const {
+    std::vector<std::string> paths;
+    for (const QFileInfo& entry : foldersIn(folder)) {
+        if (entry.suffix() == "app") paths.push_back(entry.canonicalFilePath().toStdString());
+    }
+    return paths;
+}
+
+std::string bundleOfFile(const std::string& file) {
+    const std::size_t end = file.rfind(".app/Contents/");
+    return end == std::string::npos ? std::string{} : canonicalPath(file.substr(0, end + 4));
+}
+
+std::string canonicalPath(const std::string& path) {
+    const QString canonical = QFileInfo{QString::fromStdString(path)}.canonicalFilePath();
+    return canonical.isEmpty() ? path : canonical.toStdString();
+}
+
+} // namespace simulator

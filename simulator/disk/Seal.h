@@ -1,0 +1,28 @@
+#pragma once
+
+#include "simulator/disk/PropertyList.h"
+
+#include <map>
+#include <optional>
+#include <string>
+
+namespace simulator {
+
+/// What stands in for a code signature: whose bundle it is, what it may do, and what its files were when it was
+/// sealed. It lies in the bundle, in a file that no real system reads.
+struct Seal {
+    std::string team;
+    PropertyList::Dictionary entitlements;
+    /// The SHA-256 of each file, by its path in the bundle.
+    std::map<std::string, std::string> files;
+};
+
+/// Nothing if the bundle has none that can be read.
+std::optional<Seal> readSeal(const std::string& bundle);
+/// Answers with what went wrong; empty if it is written. It appears whole or not at all.
+std::string writeSeal(const std::string& bundle, const Seal& seal);
+/// Of every file in the bundle but its own seal. A link counts as a file that holds its target. Nothing if one cannot
+/// be read.
+std::optional<std::map<std::string, std::string>> digestsOf(const std::string& bundle);
+
+} // namespace simulator

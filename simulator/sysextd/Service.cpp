@@ -1,0 +1,79 @@
+#include "simulator/sysextd/Service.h"
+
+#include "simulator/disk/ProfileReader.h"
+#include "simulator/store/StoreFailure.h"
+
+#include <QMetaObject>
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace simulator {
+
+namespace {
+
+/// Without a goodbye: no answer that is still under way may leave.
+[[noreturn]] void die(const std::string& reason) {
+    std::fprintf(stderr, "sysextd: %s\n", reason.c_str());
+    std::_Exit(1);
+}
+
+State loadedFrom(const Store& store, const std::string& file) {
+    State state = store.load();
+    auto profile = readProfile(state.settings.profile.source);
+    if (!profile) throw StoreFailure{file, "it is damaged: its management profile makes no sense"};
+    state.settings.profile = std::move(*profile);
+    return state;
+}
+
+} // namespace
+
+Service::Service(const std::string& storeFile) : store_{storeFile}, machine_{loadedFrom(store_, storeFile), disk_} {
+    store_.save(machine_.state());
+    machine_.takeOutbox();
+}
+
+Verdict Service::perform(const std::function<Verdict(Machine&)>& deed) {
+    Verdict verdict = deed(machine_);
+    settle();
+    stepLater();
+    return verdict;
+}
+
+void Service::stepLater() {
+    if (std::exchange(isStepping_, true)) return;
+    QMetaObject::invokeMethod(this, &Service::step, Qt::QueuedConnection);
+}
+
+void Service::step() {
+    isStepping_ = false;
+    if (!machine_.step()) return;
+    settle();
+    stepLater();
+}
+
+void Service::settle() {
+    const Outbox outbox = machine_.takeOutbox();
+    keep(outbox.copies);
+    if (outbox.crashed) {
+        emit dying();
+        die("dies in the middle of a request, as ordered");
+    }
+    for (const Answer& answer : outbox.answers)
+        emit answered(answer);
+    for (const Event& event : outbox.events)
+        emit happened(event);
+    if (outbox.restarting) emit restarting();
+    if (!outbox.events.empty()) emit changed();
+}
+
+void Service::keep(const std::set<std::int64_t>& touched) {
+    try {
+        store_.save(machine_.state(), touched);
+    } catch (const StoreFailure& failure) {
+        die(failure.what());
+    }
+}
+
+} // namespace simulator

@@ -1,0 +1,59 @@
+#include "Simulator1Adaptor.h"
+#include "simulator/bus/Names.h"
+#include "simulator/store/StoreFailure.h"
+#include "simulator/sysextd/BusObject.h"
+#include "simulator/sysextd/StopSignals.h"
+
+#include <QCoreApplication>
+#include <QDBusError>
+#include <QDir>
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+using namespace simulator;
+
+int complain(const QString& problem) {
+    std::fprintf(stderr, "sysextd: %s\n", qPrintable(problem));
+    return 1;
+}
+
+std::string storeFile() {
+    QString folder = qEnvironmentVariable("XDG_STATE_HOME");
+    if (!QDir::isAbsolutePath(folder)) folder = QDir::homePath() + "/.local/state";
+    return (folder + "/kelvra-simulator/store.sqlite").toStdString();
+}
+
+/// Serves until it is told to stop or the bus is gone.
+int serve(QCoreApplication& application, QDBusConnection bus) {
+    Service service{storeFile()};
+    BusObject object{bus, service, geteuid()};
+    Simulator1Adaptor applications{&object};
+    ControlAdaptor control{&object};
+    bus.connect({}, "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local", "Disconnected", &application,
+                SLOT(quit()));
+    if (!bus.registerObject(objectPath, &object) || !bus.registerService(serviceName)) {
+        return complain("another service has the name " + QString{serviceName});
+    }
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        QCoreApplication application{argc, argv};
+        const StopSignals stops; // before the bus has a thread of its own
+        QObject::connect(&stops, &StopSignals::came, &application, &QCoreApplication::quit);
+        registerTypes();
+        const QDBusConnection bus = QDBusConnection::sessionBus();
+        if (!bus.isConnected()) return complain("there is no session bus: " + bus.lastError().message());
+        return serve(application, bus);
+    } catch (const std::exception& problem) {
+        return complain(problem.what());
+    }
+}

@@ -1,0 +1,117 @@
+#include "platform/linux/BundleReader.h"
+
+#include <plist/plist.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <set>
+#include <string>
+
+// The bundle as the build leaves it.
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::Not;
+using testing::StartsWith;
+
+const fs::path bundle = BUNDLE;
+const fs::path extensions = bundle / "Contents" / "Library" / "SystemExtensions";
+
+std::string textIn(const NSBundle& read, const std::string& key) {
+    const auto* const dictionary = read.infoDictionary();
+    if (dictionary == nullptr) return read.infoProblem();
+    const auto found = dictionary->find(key);
+    if (found == dictionary->end()) return "missing";
+    const auto* const text = std::get_if<std::string>(&found->second);
+    return text == nullptr ? "no text" : *text;
+}
+
+std::set<std::string> namesIn(const fs::path& folder) {
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator{folder})
+        names.insert(entry.path().filename());
+    return names;
+}
+
+std::set<std::string> drawingsIn(const fs::path& folder) {
+    auto names = namesIn(folder);
+    std::erase_if(names, [](const std::string& name) { return fs::path{name}.extension() != ".svg"; });
+    return names;
+}
+
+std::string machServiceName(const fs::path& extension) {
+    std::ifstream file{extension / "Contents" / "Info.plist", std::ios::binary};
+    const std::string bytes{std::istreambuf_iterator<char>{file}, {}};
+    plist_t root = nullptr;
+    plist_from_xml(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
+    const std::unique_ptr<void, decltype(&plist_free)> owned{root, plist_free};
+    const auto name = plist_access_path(root, 2, "CMIOExtension", "CMIOExtensionMachServiceName");
+    return name == nullptr ? "missing" : plist_get_string_ptr(name, nullptr);
+}
+
+TEST(TheBundle, SaysWhatItIs) {
+    const auto read = readBundle(bundle);
+    EXPECT_EQ(textIn(read, "CFBundleIdentifier"), "com.kelvra.driver-manager");
+    EXPECT_EQ(textIn(read, "CFBundleShortVersionString"), "2.1");
+    EXPECT_EQ(textIn(read, "CFBundleVersion"), BUNDLE_BUILD);
+    EXPECT_EQ(textIn(read, "CFBundlePackageType"), "APPL");
+    EXPECT_EQ(textIn(read, "CFBundleExecutable"), "Driver Manager");
+}
+
+TEST(TheBundle, HoldsItsExecutableAndNothingBesideIt) {
+    EXPECT_THAT(namesIn(bundle / "Contents" / "MacOS"), ElementsAre("Driver Manager"));
+    EXPECT_NE(fs::status(bundle / "Contents" / "MacOS" / "Driver Manager").permissions() & fs::perms::owner_exec,
+              fs::perms::none);
+}
+
+TEST(TheBundle, HoldsEveryImage) {
+    const auto images = namesIn(bundle / "Contents" / "Resources");
+    EXPECT_EQ(images, drawingsIn(ICONS));
+    EXPECT_THAT(images, IsSupersetOf({"Ethernet.svg", "EthernetDark.svg", "VideoCamera.svg", "VideoCameraDark.svg",
+                                      "checkmark.circle.fill.svg", "exclamationmark.circle.fill.svg",
+                                      "arrow.clockwise.circle.svg", "trash.svg"}));
+}
+
+TEST(TheBundle, HoldsTheThreeExtensions) {
+    EXPECT_THAT(namesIn(extensions),
+                ElementsAre("com.kelvra.driverkit.base.dext", "com.kelvra.driverkit.usb-to-poe.dext",
+                            "com.kelvra.ip-camera.cmio.systemextension"));
+}
+
+TEST(AnExtensionOfTheBundle, IsNamedAfterItsIdentifier) {
+    for (const auto& name : namesIn(extensions))
+        EXPECT_EQ(textIn(readBundle(extensions / name), "CFBundleIdentifier"), fs::path{name}.stem());
+}
+
+TEST(AnExtensionOfTheBundle, IsOfTheBuildThatTheApplicationStandsFor) {
+    for (const auto& name : namesIn(extensions)) {
+        EXPECT_EQ(textIn(readBundle(extensions / name), "CFBundleShortVersionString"), "2.1") << name;
+        EXPECT_EQ(textIn(readBundle(extensions / name), "CFBundleVersion"), "2105") << name;
+    }
+}
+
+TEST(AnExtensionOfTheBundle, SaysWhatItIsFor) {
+    for (const auto& name : namesIn(extensions)) {
+        const bool isDriver = fs::path{name}.extension() == ".dext";
+        const auto read = readBundle(extensions / name);
+        const auto* const key = isDriver ? "OSBundleUsageDescription" : "NSSystemExtensionUsageDescription";
+        EXPECT_THAT(textIn(read, key), Not(testing::AnyOf(IsEmpty(), "missing", "no text"))) << name;
+        EXPECT_EQ(textIn(read, "CFBundlePackageType"), isDriver ? "DEXT" : "SYSX");
+    }
+}
+
+TEST(TheCameraExtension, HasItsServiceInTheGroupOfItsTeam) {
+    EXPECT_THAT(machServiceName(extensions / "com.kelvra.ip-camera.cmio.systemextension"),
+                StartsWith("KELVRA0001.com.kelvra.ip-camera."));
+}
+
+} // namespace
+} // namespace platform

@@ -1,0 +1,208 @@
+#include "platform/linux/ExitStatus.h"
+#include "tests/support/Descriptors.h"
+#include "tests/support/EventLoop.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/ScriptedService.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <csignal>
+
+// The application as it was built, on a bus of the test's own, in a window that nobody sees.
+
+namespace {
+
+using tests::CopyOnTheBus;
+using tests::onTheBus;
+using tests::processEventsUntil;
+using tests::ScriptedService;
+
+const QString bundle = QStringLiteral(BUNDLE);
+const QString executable = QStringLiteral("/Contents/MacOS/Driver Manager");
+
+class TheRunningApplication : public testing::Test {
+protected:
+    TheRunningApplication() {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", bus.address());
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        environment.insert("XDG_RUNTIME_DIR", runtimeFolder.path());
+        application.setProcessEnvironment(environment);
+    }
+
+    ~TheRunningApplication() override {
+        application.kill();
+        application.waitForFinished();
+    }
+
+    /// Starts it and returns once it has asked for its three extensions.
+    void start() {
+        application.start(bundle + executable, QStringList{});
+        ASSERT_TRUE(processEventsUntil([&] { return service.calls().size() >= 3; }));
+    }
+
+    void answerAll() {
+        for (std::size_t call = 0; call < 3; ++call) {
+            const auto identifier = service.calls().at(call).arguments().at(2).toString();
+            service.signal("FoundProperties",
+                           {service.token(call), onTheBus(QList<CopyOnTheBus>{{identifier, "2.1", "2105", true}})});
+        }
+    }
+
+    /// Has the machine restart, which the application answers by ending if it is alive.
+    void expectThatItIsAlive() {
+        service.broadcast("Restarting");
+        ASSERT_TRUE(application.waitForFinished());
+        EXPECT_EQ(application.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(application.exitCode(), platform::exitStatusOfRestart);
+    }
+
+    tests::PrivateBus bus;
+    const QTemporaryDir runtimeFolder;
+    ScriptedService service{bus.address()};
+    QProcess application;
+};
+
+TEST_F(TheRunningApplication, AsksForTheCopiesOfEachExtension) {
+    start();
+    QStringList asked;
+    for (const auto& call : service.calls())
+        asked << call.arguments().at(1).toString() + " " + call.arguments().at(2).toString();
+    EXPECT_EQ(asked, (QStringList{"properties com.kelvra.driverkit.base", "properties com.kelvra.ip-camera.cmio",
+                                  "properties com.kelvra.driverkit.usb-to-poe"}));
+}
+
+TEST_F(TheRunningApplication, EndsWithAStatusOfItsOwnWhenTheMachineRestarts) {
+    start();
+    expectThatItIsAlive();
+    EXPECT_EQ(application.readAllStandardError(), "");
+}
+
+TEST_F(TheRunningApplication, PrintsALineForEachAnswer) {
+    start();
+    answerAll();
+    ASSERT_TRUE(processEventsUntil([&] { return application.peek(10'000).count('\n') == 3; }));
+    EXPECT_THAT(application.readAllStandardOutput().toStdString(), testing::HasSubstr("com.kelvra.ip-camera.cmio"));
+}
+
+TEST_F(TheRunningApplication, LogsWhatWentWrongToStandardError) {
+    service.setCalls(ScriptedService::Calls::areRefused);
+    start();
+    ASSERT_TRUE(processEventsUntil([&] {
+        application.setReadChannel(QProcess::StandardError);
+        return application.peek(10'000).count('\n') == 3;
+    }));
+    EXPECT_EQ(application.readLine(), "Sysex request failed: The extension service did not take the request: too many "
+                                      "requests (An unknown error occurred.)\n");
+}
+
+TEST_F(TheRunningApplication, StaysAliveWhenTheServiceDies) {
+    start();
+    service.die();
+    application.setReadChannel(QProcess::StandardError);
+    ASSERT_TRUE(processEventsUntil([&] { return application.peek(10'000).count('\n') == 3; }));
+    EXPECT_EQ(application.state(), QProcess::Running);
+}
+
+TEST_F(TheRunningApplication, StaysAliveWhereNobodyReadsWhatItPrints) {
+    application.setChildProcessModifier([] {
+        auto pipe = tests::makePipe();
+        pipe.reader.close();
+        dup2(pipe.writer.get(), STDOUT_FILENO);
+        dup2(pipe.writer.get(), STDERR_FILENO);
+    });
+    start();
+    answerAll();
+    expectThatItIsAlive();
+}
+
+TEST_F(TheRunningApplication, NeverPrintsToAnotherFileWhereStandardOutputIsClosed) {
+    application.setChildProcessModifier([] { close(STDOUT_FILENO); });
+    start();
+    EXPECT_EQ(QFile::symLinkTarget(QStringLiteral("/proc/%1/fd/1").arg(application.processId())), "/dev/null");
+    answerAll();
+    expectThatItIsAlive();
+}
+
+// A broken bundle.
+
+class ABrokenBundle : public TheRunningApplication {
+protected:
+    ABrokenBundle() {
+        QProcess copy;
+        copy.start("cp", {"-R", bundle, broken});
+        copy.waitForFinished();
+        application.setProgram(broken + executable);
+    }
+
+    /// Starts the application of the bundle and expects it to stop on account of its Info.plist.
+    void expectToStop(const std::string& reason) {
+        application.start();
+        ASSERT_TRUE(processEventsUntil([&] { return application.state() == QProcess::NotRunning; }));
+        EXPECT_EQ(application.exitStatus(), QProcess::CrashExit);
+        EXPECT_EQ(application.exitCode(), SIGABRT);
+        EXPECT_EQ(application.readAllStandardError().toStdString(),
+                  "Fatal error: " + infoFile.toStdString() + ": " + reason + "\n");
+    }
+
+    void replaceVersion(const QString& element) const {
+        QFile file{infoFile};
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        auto text = QString::fromUtf8(file.readAll());
+        text.replace(QRegularExpression{"<key>CFBundleVersion</key>\\s*<string>[^<]*</string>"}, element);
+        file.resize(0);
+        file.write(text.toUtf8());
+    }
+
+    const QTemporaryDir folder;
+    const QString broken = folder.filePath("Broken.app");
+    const QString infoFile = broken + "/Contents/Info.plist";
+};
+
+TEST_F(ABrokenBundle, StopsTheApplicationWhereItHasNoInfoFile) {
+    QFile::remove(infoFile);
+    expectToStop("there is no such file");
+}
+
+TEST_F(ABrokenBundle, StopsTheApplicationWhereItsInfoFileIsAFolder) {
+    QFile::remove(infoFile);
+    QDir{}.mkdir(infoFile);
+    expectToStop("it is no file");
+}
+
+TEST_F(ABrokenBundle, StopsTheApplicationWhereItsInfoFileIsDamaged) {
+    QFile{infoFile}.resize(400);
+    expectToStop("it is no property list");
+}
+
+TEST_F(ABrokenBundle, StopsTheApplicationWhereItHasNoBuild) {
+    replaceVersion("");
+    expectToStop("CFBundleVersion is missing");
+}
+
+TEST_F(ABrokenBundle, StopsTheApplicationWhereItsBuildIsANumber) {
+    replaceVersion("<key>CFBundleVersion</key><integer>2105</integer>");
+    expectToStop("CFBundleVersion is not a text");
+}
+
+TEST_F(ABrokenBundle, StopsTheApplicationWhereItsBuildIsNoInteger) {
+    for (const auto* const build : {"2.1.5", "", " 2105", "9223372036854775808"}) {
+        replaceVersion(QStringLiteral("<key>CFBundleVersion</key><string>%1</string>").arg(build));
+        expectToStop("CFBundleVersion is not a decimal integer of at most 64 bits");
+    }
+}
+
+TEST_F(ABrokenBundle, IsNoReasonToStopWithoutItsImages) {
+    QDir{broken + "/Contents/Resources"}.removeRecursively();
+    application.start();
+    ASSERT_TRUE(processEventsUntil([&] { return service.calls().size() >= 3; }));
+    answerAll();
+    expectThatItIsAlive();
+}
+
+} // namespace

@@ -1,0 +1,79 @@
+#include "tests/contract/MachineStage.h"
+#include "tests/support/FakeServices.h"
+
+#include <utility>
+
+namespace contract {
+
+namespace {
+
+using platform::OSSystemExtensionProperties;
+using simulator::CopyRecord;
+namespace fake = platform::fake;
+
+OSSystemExtensionProperties propertiesOf(const CopyRecord& copy) {
+    const auto make = copy.isEnabled                ? fake::enabledCopy
+                      : copy.isAwaitingUserApproval ? fake::awaitingCopy
+                      : copy.isUninstalling         ? fake::uninstallingCopy
+                                                    : fake::copyOf;
+    return make(copy.identifier, copy.shortVersion, copy.version);
+}
+
+/// The fake services that the model's, the views' and the window's tests stand on.
+class FakeStandIn final : public ScriptedStandIn {
+public:
+    platform::OSSystemExtensionManager& manager() override {
+        return platform::OSSystemExtensionManager::sharedManager();
+    }
+
+    std::vector<Submission> submissions() const override {
+        std::vector<Submission> submissions;
+        for (const auto& [kind, identifier] : manager_.submissions())
+            submissions.push_back({kind, identifier});
+        return submissions;
+    }
+
+    void needsApproval(const std::size_t submission) override { manager_.needsApproval(submission); }
+
+    void askReplacement(const std::size_t submission, const CopyRecord& existing,
+                        const CopyRecord& replacement) override {
+        manager_.askReplacement(submission, propertiesOf(existing), propertiesOf(replacement));
+    }
+
+    void finish(const std::size_t submission, const std::int64_t result) override {
+        manager_.finish(submission, static_cast<platform::OSSystemExtensionRequestResult>(result));
+    }
+
+    void fail(const std::size_t submission, const platform::Error& error) override {
+        if (error.domain == platform::OSSystemExtensionErrorDomain) {
+            manager_.fail(submission, error.code, error.localizedDescription);
+        } else {
+            manager_.fail(submission, error);
+        }
+    }
+
+    void foundProperties(const std::size_t submission, const std::vector<CopyRecord>& copies) override {
+        std::vector<OSSystemExtensionProperties> properties;
+        for (const auto& copy : copies)
+            properties.push_back(propertiesOf(copy));
+        manager_.foundProperties(submission, std::move(properties));
+    }
+
+    std::vector<platform::OSSystemExtensionReplacementAction> replacementAnswers() const override {
+        return manager_.replacementAnswers();
+    }
+
+    bool runMainQueue() override { return fake::drainMainQueue() > 0; }
+
+private:
+    fake::FreshServices services_;
+    fake::SystemExtensions& manager_ = fake::SystemExtensions::shared();
+};
+
+} // namespace
+
+std::unique_ptr<Stage> makeStage() {
+    return std::make_unique<MachineStage>(std::make_unique<FakeStandIn>());
+}
+
+} // namespace contract

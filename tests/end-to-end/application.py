@@ -1,0 +1,75 @@
+"""The application as a person meets it: a banner, cards, buttons and menus; and what it prints."""
+
+import screen
+from desktop import BUILD
+from program import Program
+from screen import Atspi
+
+TITLE = "Driver Manager"
+BUNDLE = BUILD / "Driver Manager.app"
+
+NOT_INSTALLED = "Not installed"
+NOTHING_INSTALLED = "Both drivers need to be activated to run the camera"
+AWAITING = "Open Privacy & Security in System Settings to allow the extensions."
+ALL_SET = "Woohoo, you are all set!"
+
+BANNER = Atspi.Role.NOTIFICATION
+TEXT = Atspi.Role.LABEL
+
+
+def executable(bundle=BUNDLE):
+    return bundle / "Contents/MacOS/Driver Manager"
+
+
+class Cards:
+    """The window of a running application. Its user has a process id and can say what it printed."""
+
+    def __init__(self, program):
+        self.screen = screen.Screen(program)
+
+    def banner(self):
+        return next(iter(self.screen.names(BANNER)), None)
+
+    def cards(self):
+        return [text for text in self.screen.names(TEXT) if text.endswith(" Driver")]
+
+    def state(self, name):
+        """The state text on a card."""
+        texts = self.screen.names(TEXT)
+        return texts[texts.index(name) + 1] if name in texts[:-1] else None
+
+    def wait_for_banner(self, sentence):
+        self.screen.wait_for(lambda: self.banner() == sentence, f"the banner says {sentence!r}")
+
+    def wait_for_state(self, name, state):
+        self.screen.wait_for(lambda: self.state(name) == state, f"the card of {name} says {state!r}")
+
+    def wait_for_icon(self, name, enabled):
+        """Waits until a card's icon is told as that of an enabled extension, or of one that is not."""
+        self.screen.wait_for_node(f"{name}, {'enabled' if enabled else 'not enabled'}", Atspi.Role.IMAGE)
+
+    def icon_is_dark(self, name, display):
+        """Whether the disc around a card's icon is black."""
+        icon = next(node for node in self.screen.nodes() if node.get_name().startswith(f"{name}, "))
+        place = icon.get_extents(Atspi.CoordType.SCREEN)
+        return sum(display.picture().pixel(place.x - 4, place.y + place.height // 2)) < 3 * 128
+
+    def press(self, title, name):
+        """Presses the button of that title on a card."""
+        self.screen.press(f"{title} {name}", Atspi.Role.PUSH_BUTTON)
+
+    def choose(self, item, name):
+        """Opens the menu of a card and chooses an item."""
+        self.screen.press(f"{name} actions")
+        self.screen.press(item, Atspi.Role.MENU_ITEM)
+
+    def has_button(self, title, name):
+        return f"{title} {name}" in self.screen.buttons()
+
+
+class Application(Program, Cards):
+    """The running application. Start it with Desktop.start([executable()], program=Application)."""
+
+    def __init__(self, *arguments, **options):
+        Program.__init__(self, *arguments, **options)
+        Cards.__init__(self, self)

@@ -1,0 +1,81 @@
+"""A session bus of its own, and the look at who is there."""
+
+from gi.repository import Gio, GLib
+
+from events import wait_until
+
+CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <keep_umask/>
+  <listen>unix:dir={folder}</listen>
+  <auth>EXTERNAL</auth>
+  <standard_session_servicedirs/>
+  <servicedir>{services}</servicedir>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
+
+SERVICE = "com.kelvra.Simulator1"
+
+
+class Bus:
+    """Starts with `start`, which starts a program. Whatever comes or goes on the bus wakes whoever waits."""
+
+    def __init__(self, start, folder, services):
+        configuration = folder / "bus.conf"
+        configuration.write_text(CONFIGURATION.format(folder=folder, services=services))
+        daemon = start(["dbus-daemon", "--nofork", "--print-address", f"--config-file={configuration}"])
+        wait_until(lambda: daemon.output, "the bus tells its address")
+        self.address = daemon.output[0]
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        self.connection = Gio.DBusConnection.new_for_address_sync(self.address, flags, None, None)
+        self.connection.set_exit_on_close(False)
+        self.signals = []
+        self.listen("org.freedesktop.DBus", None)
+        self.listen(None, SERVICE)
+
+    def listen(self, sender, interface):
+        self.connection.signal_subscribe(
+            sender, interface, None, None, None, Gio.DBusSignalFlags.NONE, lambda *signal: self.signals.append(signal[4])
+        )
+
+    def ask(self, method, *texts):
+        arguments = GLib.Variant("(" + "s" * len(texts) + ")", texts)
+        answer = self.connection.call_sync(
+            "org.freedesktop.DBus",
+            "/org/freedesktop/DBus",
+            "org.freedesktop.DBus",
+            method,
+            arguments,
+            None,
+            Gio.DBusCallFlags.NONE,
+            -1,
+            None,
+        )
+        return answer.unpack()[0] if answer.n_children() else None
+
+    def has(self, name):
+        return self.ask("NameHasOwner", name)
+
+    def activatable(self):
+        """The names whose services the bus can start."""
+        return self.ask("ListActivatableNames")
+
+    def wait_for(self, name):
+        wait_until(lambda: self.has(name), f"{name} is on the bus")
+
+    def wait_for_end_of(self, name):
+        wait_until(lambda: not self.has(name), f"{name} leaves the bus")
+
+    def process_of(self, name):
+        """The process id of whoever has the name."""
+        return self.ask("GetConnectionUnixProcessID", name)
+
+    def close(self):
+        self.connection.close_sync(None)

@@ -1,0 +1,125 @@
+"""An X display of its own: what it shows, its windows, and a person's keys."""
+
+import os
+
+from gi.repository import GLib
+from Xlib import X, XK, error
+from Xlib import display as xlib
+from Xlib.ext import damage, xtest
+from Xlib.protocol import event
+
+import events
+import picture
+from events import wait_until
+
+
+class Display:
+    """Starts with `start`, which starts a program; keeps its pixels in the folder. What it draws wakes whoever waits."""
+
+    def __init__(self, start, folder):
+        self.folder = folder
+        self.happened = 0
+        reading, writing = os.pipe()
+        command = ["Xvfb", "-displayfd", writing, "-screen", "0", "1280x800x24", "-fbdir", folder, "-noreset"]
+        self.server = start([*command, "-nolisten", "tcp"], pass_fds=[writing])
+        os.close(writing)
+        with open(reading) as numbers:
+            self.name = ":" + numbers.readline().strip()
+        self.connection = xlib.Display(self.name)
+        self.root = self.connection.screen().root
+        self.listen()
+        self.window_manager = start(["openbox", "--sm-disable"], environment={"DISPLAY": self.name})
+        wait_until(lambda: self.property(self.root, "_NET_SUPPORTING_WM_CHECK"), "the window manager is there")
+
+    def listen(self):
+        self.connection.damage_query_version()
+        self.root.damage_create(damage.DamageReportRawRectangles)
+        self.root.change_attributes(event_mask=X.PropertyChangeMask | X.SubstructureNotifyMask)
+        self.connection.flush()
+        self.watch = GLib.unix_fd_add_full(
+            GLib.PRIORITY_DEFAULT, self.connection.fileno(), GLib.IOCondition.IN, lambda *_: self.read() or True
+        )
+        events.already_read.append(self.read)
+
+    def read(self):
+        """Takes the events that are there; says whether there were any."""
+        number = self.connection.pending_events()
+        self.happened += number
+        for _ in range(number):
+            self.connection.next_event()
+        return number > 0
+
+    def wait_until_at_rest(self):
+        """Waits until nothing has been drawn for half a second. For pictures alone: a test knows what it waits for."""
+        seen = None
+        while seen != self.happened:
+            seen, passed = self.happened, []
+            GLib.timeout_add(500, lambda: passed.append(True))
+            wait_until(lambda: passed, "half a second passes")
+
+    def close(self):
+        events.already_read.remove(self.read)
+        GLib.source_remove(self.watch)
+        self.connection.close()
+
+    def property(self, window, name):
+        """The value, or None where there is none or the window has gone."""
+        try:
+            found = window.get_full_property(self.connection.intern_atom(name), X.AnyPropertyType)
+        except error.BadWindow:
+            return None
+        return found.value if found else None
+
+    def clients(self):
+        numbers = self.property(self.root, "_NET_CLIENT_LIST") or []
+        return [self.connection.create_resource_object("window", number) for number in numbers]
+
+    def windows(self, title):
+        """The windows with that title, in the order in which the window manager took them."""
+        return [window for window in self.clients() if self.property(window, "_NET_WM_NAME") == title.encode()]
+
+    def window(self, title):
+        return wait_until(lambda: self.windows(title), f"there is a window {title!r}")[0]
+
+    def close_window(self, title):
+        """Closes a window as a person does, by way of the window manager."""
+        self.tell_window_manager("_NET_CLOSE_WINDOW", self.window(title), X.CurrentTime, 2)
+
+    def raise_window(self, title):
+        """Puts a window before the others and gives it the keyboard."""
+        self.tell_window_manager("_NET_ACTIVE_WINDOW", self.window(title), 2, X.CurrentTime)
+        self.wait_until_active(title)
+
+    def tell_window_manager(self, name, window, *data):
+        kind = self.connection.intern_atom(name)
+        message = event.ClientMessage(window=window, client_type=kind, data=(32, [*data, 0, 0, 0, 0, 0][:5]))
+        self.root.send_event(message, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.connection.flush()
+
+    def wait_until_active(self, title):
+        """Waits until a window has the keyboard."""
+        window = self.window(title)
+        wait_until(lambda: window.id in (self.property(self.root, "_NET_ACTIVE_WINDOW") or []), f"{title!r} is active")
+
+    def type(self, *keys):
+        """Presses and releases each key; it goes to the window that has the keyboard."""
+        for key in keys:
+            code = self.connection.keysym_to_keycode(XK.string_to_keysym(key))
+            xtest.fake_input(self.connection, X.KeyPress, code)
+            xtest.fake_input(self.connection, X.KeyRelease, code)
+        self.connection.flush()
+
+    def move_pointer(self, x, y):
+        xtest.fake_input(self.connection, X.MotionNotify, x=x, y=y)
+        self.connection.flush()
+
+    def picture(self):
+        """What the display shows now."""
+        return picture.of_display(self.folder / "Xvfb_screen0")
+
+    def picture_of(self, title):
+        """What a window shows now, without its frame."""
+        window = self.window(title)
+        size = window.get_geometry()
+        place = self.root.translate_coords(window, 0, 0)
+        return self.picture().part(place.x, place.y, size.width, size.height)

@@ -1,0 +1,111 @@
+"""The command that a newcomer types, in a small tree of its own whose build is what the test says."""
+
+import os
+import shutil
+import signal
+import tempfile
+import unittest
+from pathlib import Path
+
+from gi.repository import GLib
+
+from events import wait_until
+from program import Program
+
+ROOT = Path(__file__).resolve().parents[2]
+
+PROJECT = """cmake_minimum_required(VERSION 3.25)
+project(small LANGUAGES NONE)
+add_custom_target(everything ALL COMMAND "{script}" VERBATIM)
+"""
+
+PRESETS = """{"version": 6, "configurePresets": [
+{"name": "release", "generator": "Ninja", "binaryDir": "${sourceDir}/build/${presetName}"}]}
+"""
+
+
+class Run(unittest.TestCase):
+    def setUp(self):
+        temporary = tempfile.TemporaryDirectory(prefix="driver-manager-")
+        self.addCleanup(temporary.cleanup)
+        self.root = Path(temporary.name) / "a tree, with spaces"
+        self.root.mkdir()
+        shutil.copy(ROOT / "run", self.root)
+        shutil.copytree(ROOT / "tools", self.root / "tools")
+        (self.root / "CMakePresets.json").write_text(PRESETS)
+        self.write_script("build", "exit 0")
+        (self.root / "CMakeLists.txt").write_text(PROJECT.format(script=self.root / "build.sh"))
+
+    def write_script(self, name, text):
+        script = self.root / f"{name}.sh"
+        script.write_text(f"#!/bin/sh\n{text}\n")
+        script.chmod(0o755)
+
+    def start(self, *options, **environment):
+        kept = {name: value for name, value in os.environ.items() if name not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        program = Program([self.root / "run", *options], kept | environment, folder="/", process_group=0)
+        self.addCleanup(program.end)
+        return program
+
+    def expect(self, program, status, *errors):
+        self.assertEqual(status, program.wait_for_end(), program.said())
+        program.wait_for_last_line()
+        self.assertEqual(list(errors), program.errors)
+
+    def test_explains_itself(self):
+        program = self.start("--help")
+        self.expect(program, 0)
+        self.assertIn("usage: ./run [--fresh]", program.output)
+
+    def test_says_in_one_line_what_option_it_does_not_know(self):
+        self.expect(self.start("--frsh"), 2, "run: unknown option --frsh; ./run --help shows what there is")
+
+    def test_builds_and_then_names_the_command_to_use_where_there_is_no_display(self):
+        self.write_script("build", 'touch "${0%/*}/built"')
+        self.expect(self.start(), 1, "run: there is no display here; use: xvfb-run -a ./run")
+        self.assertTrue((self.root / "built").exists())
+
+    def test_hands_over_to_the_session_of_what_was_built(self):
+        (self.root / "tools/session").write_text('#!/bin/bash\nprintf "<%s>" "$PWD" "$@"\n')
+        program = self.start("--fresh", DISPLAY=":0")
+        self.expect(program, 0)
+        self.assertEqual(f"<{self.root}><build/release><--fresh>", program.output[-1])
+
+    def test_fails_if_the_build_fails(self):
+        self.write_script("build", "exit 1")
+        self.expect(self.start(), 1, "run: the build failed")
+
+    def test_builds_in_a_tree_that_was_moved(self):
+        self.start().wait_for_end()
+        moved = self.root.rename(self.root.with_name("moved"))
+        (moved / "CMakeLists.txt").write_text(PROJECT.format(script=moved / "build.sh"))
+        self.root = moved
+        self.expect(self.start(), 1, "run: there is no display here; use: xvfb-run -a ./run")
+
+    def test_ends_the_build_on_ctrl_c(self):
+        self.expect_end_of_build(lambda program: os.killpg(program.pid, signal.SIGINT), 130)
+
+    def test_ends_the_build_when_it_is_told_to(self):
+        self.expect_end_of_build(lambda program: program.signal(signal.SIGTERM), 143)
+
+    def test_ends_the_build_when_it_is_killed(self):
+        self.expect_end_of_build(lambda program: program.signal(signal.SIGKILL), -signal.SIGKILL)
+
+    def expect_end_of_build(self, end, status):
+        """What the build runs tells of itself through a pipe, which ends when the process does."""
+        pipe = self.root / "pipe"
+        os.mkfifo(pipe)
+        self.write_script("build", 'exec sleep 1000 >"${0%/*}/pipe"')
+        program = self.start()
+        with open(pipe, "rb", buffering=0) as reader:  # opens when the build has opened it
+            ended = []
+            GLib.unix_fd_add_full(
+                GLib.PRIORITY_DEFAULT, reader.fileno(), GLib.IOCondition.HUP, lambda *_: ended.append(True)
+            )
+            end(program)
+            self.assertEqual(status, program.wait_for_end())
+            wait_until(lambda: ended, "the build ends")
+
+
+if __name__ == "__main__":
+    unittest.main()

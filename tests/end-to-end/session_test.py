@@ -1,0 +1,224 @@
+import os
+import signal
+import unittest
+from pathlib import Path
+
+from gi.repository import GLib
+
+import screen
+from application import ALL_SET, NOT_INSTALLED, NOTHING_INSTALLED, TITLE, Cards
+from bus import SERVICE
+from case import DesktopTest
+from desktop import BUILD
+from events import wait_until
+from mac import CAMERA, NETWORK
+from program import Program
+
+SESSION = Path(__file__).resolve().parents[2] / "tools/session"
+SETTINGS = "System Settings"
+NO_BUS = {"DBUS_SESSION_BUS_ADDRESS": "", "XDG_RUNTIME_DIR": ""}
+
+
+class Session(Program):
+    """A running session, with every process that came since and keeps its state in the same folder."""
+
+    def __init__(self, command, environment, **options):
+        self.state = f"XDG_STATE_HOME={environment['XDG_STATE_HOME']}".encode()
+        self.others = set(self.everybody())
+        super().__init__(command, environment, process_group=0, **options)
+
+    def everybody(self):
+        """The names of all processes with that folder, by their numbers."""
+        found = {}
+        for entry in Path("/proc").glob("[0-9]*"):
+            try:
+                if self.state in (entry / "environ").read_bytes().split(b"\0"):
+                    found[int(entry.name)] = (entry / "comm").read_text().strip()
+            except OSError:
+                pass
+        return found
+
+    def processes(self):
+        """Those of them that were not there before the session."""
+        return {number: name for number, name in self.everybody().items() if number not in {*self.others, self.pid}}
+
+    def number_of(self, name):
+        """The process id of the program with that name, or None."""
+        return next((number for number, found in self.processes().items() if found == name), None)
+
+    def interrupt(self):
+        """What Ctrl-C does: the signal goes to everyone in the foreground."""
+        os.killpg(self.pid, signal.SIGINT)
+
+
+class SessionTest(DesktopTest):
+    def setUp(self):
+        super().setUp()
+        screen.listen()  # assistive technology is there before the session is
+
+    def open_session(self, *options, environment=()):
+        self.session = self.desktop.start([SESSION, BUILD, *options], environment, program=Session)
+        self.addCleanup(self.end_leftovers)
+        self.session.wait_for_line("Ctrl-C")
+        for title in (SETTINGS, TITLE):
+            wait_until(lambda: self.desktop.display.windows(title), lambda: f"{title!r} opens\n{self.session.said()}")
+        return self.session
+
+    def end_leftovers(self):
+        self.session.end()
+        for number in self.session.processes():
+            os.kill(number, signal.SIGKILL)
+
+    def expect_end(self, status):
+        """The session ends, and at that moment nothing of it is left."""
+        self.assertEqual(status, self.session.wait_for_end())
+        self.session.wait_for_last_line()
+        self.assertEqual({}, self.session.processes())
+        self.assertEqual([], self.session.errors)
+
+
+class ASessionWithABusOfItsOwn(SessionTest):
+    def open_session(self, *options):
+        return super().open_session(*options, environment=NO_BUS)
+
+    def test_runs_the_application_system_settings_and_the_service_beside_a_bus(self):
+        names = set(self.open_session().processes().values())
+        self.assertLessEqual({TITLE, "SystemSettings", "sysextd", "dbus-daemon"}, names)
+
+    def test_ends_with_all_that_it_started_on_ctrl_c(self):
+        self.open_session().interrupt()
+        self.expect_end(130)
+
+    def test_ends_with_all_that_it_started_when_it_is_told_to(self):
+        self.open_session().signal(signal.SIGTERM)
+        self.expect_end(143)
+
+    def test_ends_with_the_window_of_the_application(self):
+        self.open_session()
+        self.desktop.display.close_window(TITLE)
+        self.expect_end(0)
+
+    def test_goes_on_without_the_window_of_system_settings(self):
+        self.open_session()
+        self.desktop.display.close_window(SETTINGS)
+        wait_until(lambda: not self.desktop.display.windows(SETTINGS), "the window of System Settings closes")
+        self.assertTrue(self.desktop.display.windows(TITLE))
+        self.desktop.display.close_window(TITLE)
+        self.expect_end(0)
+
+    def test_leaves_nothing_behind_when_it_is_killed(self):
+        self.open_session()
+        watches = [os.pidfd_open(number) for number in self.session.processes()]
+        self.session.signal(signal.SIGKILL)
+        wait_for_ends(watches)
+
+    def test_is_the_only_one_on_its_mac(self):
+        self.open_session()
+        other = self.desktop.run(SESSION, BUILD)
+        self.assertEqual(1, other.status)
+        self.assertEqual(1, len(other.errors))
+        self.assertRegex(other.errors[0], "^session: another session is under way")
+
+
+def wait_for_ends(watches):
+    """Waits until the processes behind the descriptors have ended."""
+    ended = []
+    for watch in watches:
+        GLib.unix_fd_add_full(GLib.PRIORITY_DEFAULT, watch, GLib.IOCondition.IN, lambda number, _: ended.append(number))
+    wait_until(lambda: len(ended) == len(watches), lambda: f"{len(watches) - len(ended)} processes end")
+
+
+class ASessionOnTheBusThatIsThere(SessionTest):
+    def sysextctl(self, *words):
+        program = self.desktop.run(BUILD / "bin/sysextctl", *words)
+        self.assertEqual(0, program.status, program.said())
+
+    def cards(self):
+        """The window of the application that runs now."""
+        number = wait_until(lambda: self.session.number_of(TITLE), "the application runs")
+        return Cards(Watched(number, self.session))
+
+    def service_file(self):
+        return Path(self.desktop.environment["XDG_RUNTIME_DIR"], "dbus-1/services", f"{SERVICE}.service")
+
+    def test_brings_the_service_and_takes_it_away_again(self):
+        self.assertNotIn(SERVICE, self.desktop.bus.activatable())
+        self.open_session()
+        self.assertTrue(self.desktop.bus.has(SERVICE))
+        self.assertTrue(self.service_file().exists())
+        self.session.interrupt()
+        self.expect_end(130)
+        self.assertFalse(self.desktop.bus.has(SERVICE))
+        self.assertFalse(self.service_file().exists())
+        self.assertNotIn(SERVICE, self.desktop.bus.activatable())
+
+    def test_puts_back_the_service_file_of_another(self):
+        another = "[D-BUS Service]\nName=com.kelvra.Simulator1\nExec=/bin/true\n"
+        self.service_file().parent.mkdir(parents=True, exist_ok=True)
+        self.service_file().write_text(another)
+        self.open_session()
+        self.assertNotEqual(another, self.service_file().read_text())
+        self.session.interrupt()
+        self.expect_end(130)
+        self.assertEqual(another, self.service_file().read_text())
+
+    def test_keeps_what_is_installed_from_one_session_to_the_next(self):
+        self.install_everything()
+        self.open_session()
+        self.cards().wait_for_banner(ALL_SET)
+
+    def test_begins_with_a_mac_on_which_nothing_is_installed_if_asked_to(self):
+        self.install_everything()
+        self.open_session("--fresh")
+        self.sysextctl("install", NETWORK, "2.1", "2105")
+        cards = self.cards()
+        cards.choose("Refresh", "Network Driver")
+        cards.wait_for_state("Network Driver", "Enabled")
+        cards.wait_for_banner(NOTHING_INSTALLED)
+        self.assertEqual(NOT_INSTALLED, cards.state("Camera Driver"))
+
+    def install_everything(self):
+        self.open_session()
+        for identifier in (CAMERA, NETWORK):
+            self.sysextctl("install", identifier, "2.1", "2105")
+        self.session.interrupt()
+        self.expect_end(130)
+
+    def test_lets_the_application_activate_what_its_bundle_carries(self):
+        self.open_session()
+        cards = self.cards()
+        cards.press("Activate", "Camera Driver")
+        cards.wait_for_state("Camera Driver", "Await approval")
+
+    def test_starts_the_application_again_when_the_mac_restarts(self):
+        self.open_session()
+        self.sysextctl("install", CAMERA, "2.1", "2105")
+        before = self.session.processes()
+        self.sysextctl("restart")
+        for name in (TITLE, "SystemSettings"):
+            wait_until(lambda: self.session.number_of(name) not in (None, *before), f"{name} starts again")
+        self.cards().wait_for_state("Camera Driver", "Enabled")
+        self.desktop.display.close_window(TITLE)
+        self.expect_end(0)
+
+    def test_ends_a_service_that_a_killed_session_left_behind(self):
+        self.open_session()
+        left = self.desktop.bus.process_of(SERVICE)
+        self.session.signal(signal.SIGKILL)
+        self.session.wait_for_end()
+        wait_until(lambda: not self.desktop.display.windows(TITLE), "the window goes")
+        self.assertEqual(left, self.desktop.bus.process_of(SERVICE))
+        self.open_session()
+        self.assertNotEqual(left, self.desktop.bus.process_of(SERVICE))
+
+
+class Watched:
+    """A program that somebody else started."""
+
+    def __init__(self, number, session):
+        self.pid = number
+        self.said = session.said
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,91 @@
+#include "tests/macos/gnustep/StandIns.h"
+
+#import <AppKit/AppKit.h>
+
+#include <map>
+
+namespace {
+
+/// What was set of one object.
+struct Attributes {
+    NSString* role = nil;
+    NSString* label = nil;
+    id value = nil;
+    id parent = nil;
+};
+
+/// By object. What is noted of one that has gone is noted anew when another takes its place.
+Attributes& attributesOf(const id object) {
+    static std::map<id, Attributes> attributes;
+    return attributes[object];
+}
+
+template <typename T>
+void replace(T& kept, const T value) {
+    [value retain];
+    [kept release];
+    kept = value;
+}
+
+} // namespace
+
+namespace standin {
+
+std::vector<std::string>& announcements() {
+    static std::vector<std::string> spoken;
+    return spoken;
+}
+
+} // namespace standin
+
+@implementation NSObject (Accessibility)
+
+- (void)setAccessibilityRole:(NSString*)role {
+    replace(attributesOf(self).role, role);
+}
+
+- (NSString*)accessibilityRole {
+    return attributesOf(self).role;
+}
+
+- (void)setAccessibilityLabel:(NSString*)label {
+    replace(attributesOf(self).label, label);
+}
+
+- (NSString*)accessibilityLabel {
+    return attributesOf(self).label;
+}
+
+- (void)setAccessibilityValue:(id)value {
+    replace(attributesOf(self).value, value);
+}
+
+- (id)accessibilityValue {
+    return attributesOf(self).value;
+}
+
+- (void)setAccessibilityParent:(id)parent {
+    attributesOf(self).parent = parent;
+}
+
+- (id)accessibilityParent {
+    return attributesOf(self).parent;
+}
+
+- (NSArray*)accessibilityChildren {
+    return nil;
+}
+
+- (NSRect)accessibilityFrame {
+    return NSZeroRect;
+}
+
+@end
+
+void NSAccessibilityPostNotification(id, NSString*) {
+}
+
+void NSAccessibilityPostNotificationWithUserInfo(id, NSString* notification, NSDictionary* info) {
+    if (![notification isEqual:NSAccessibilityAnnouncementRequestedNotification]) return;
+    standin::announcements().emplace_back([[info objectForKey:NSAccessibilityAnnouncementKey] UTF8String]);
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "platform/ui/Geometry.h"
+#include "tests/macos/gnustep/Display.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace macos_tests {
+
+/// Makes the application that the tests are about to run. Called once, by the main function.
+void prepareDesk();
+
+/// What assistive technology sees of the window.
+struct Element {
+    std::string role;
+    std::string label;
+    std::string value;
+    /// In the scene's points.
+    platform::ui::Rect rect;
+};
+
+/// Something that a test does once something holds.
+struct Step {
+    std::function<bool()> holds;
+    std::function<void()> act;
+};
+
+/// A person at the application: sees its window, points, presses keys, and waits for what comes of it. Made for the
+/// body of a test by run().
+class Desk {
+public:
+    /// Runs the whole application; once its window is on the screen runs `body`, inside the main loop, and then ends
+    /// the application. Returns its exit status.
+    static int run(const std::function<void(Desk&)>& body);
+    /// Runs the application without a body: it has to end by itself. `started` is called once its window is there.
+    static int runToItsEnd(const std::function<void(Desk&)>& started);
+
+    Desk();
+
+    /// Lets the application work until `holds` does. False if it still does not after a long time.
+    [[nodiscard]] bool until(const std::function<bool()>& holds);
+    /// The steps that follow while a button is held down or a menu is open, in order. The first comes once one is.
+    void meanwhile(std::vector<Step> steps);
+    bool meanwhileIsOver() const;
+
+    /// In reading order.
+    std::vector<Element> elements() const;
+    /// The values of the texts.
+    std::vector<std::string> texts() const;
+    bool shows(const std::string& text) const;
+    bool has(const std::string& label) const;
+    /// The label of what has keyboard focus; empty if no control has it.
+    std::string focused() const;
+    std::string title() const;
+    /// The size of the window's content, in points.
+    platform::ui::Size contentSize() const;
+
+    /// Whether the window is in front and painted.
+    bool isReady();
+
+    /// Where the control of that label is, in the scene's points.
+    platform::ui::Point middleOf(const std::string& label) const;
+    void pointAt(platform::ui::Point point);
+    void pressButton() { display_.pressButton(); }
+    void releaseButton() { display_.releaseButton(); }
+    void click(const std::string& label);
+    void tapKey(const std::string& key, const std::vector<std::string>& modifiers = {});
+    void closeWindow();
+
+    /// Paints what waits to be, and takes a picture of the scene's area; of more above it, if it is told.
+    Picture picture(int above = 0);
+    Rgb pixel(platform::ui::Point point);
+
+private:
+    unsigned long nativeWindow() const;
+
+    Display display_;
+};
+
+} // namespace macos_tests

@@ -1,0 +1,287 @@
+#include "tests/macos/gnustep/Desk.h"
+
+#include "app/DriverManagerApp.h"
+#include "platform/macos/NativeText.h"
+#include "tests/macos/gnustep/StandIns.h"
+
+#import <AppKit/AppKit.h>
+#import <GNUstepGUI/GSDisplayServer.h>
+
+#include <algorithm>
+#include <cmath>
+#include <deque>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+using Body = std::function<void()>;
+
+/// A failure bound, not a wait: everything here comes of an event.
+constexpr NSTimeInterval longTime = 30;
+
+std::deque<macos_tests::Step>& steps() {
+    static std::deque<macos_tests::Step> waiting;
+    return waiting;
+}
+
+bool& isTracking() {
+    static bool tracking = false;
+    return tracking;
+}
+
+void takeSteps() {
+    while (isTracking() && !steps().empty() && steps().front().holds()) {
+        const auto act = steps().front().act;
+        steps().pop_front();
+        act();
+    }
+}
+
+enum Signal { wakeUp, runBody };
+
+void post(const Signal signal) {
+    [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined
+                                        location:NSZeroPoint
+                                   modifierFlags:0
+                                       timestamp:0
+                                    windowNumber:0
+                                         context:nil
+                                         subtype:0
+                                           data1:signal
+                                           data2:0]
+             atStart:NO];
+}
+
+/// Ends the wait for an event, so that whoever waits looks again.
+void wake() {
+    takeSteps();
+    post(wakeUp);
+}
+
+NSWindow* window() {
+    for (NSWindow* candidate in [NSApp windows])
+        if ([[candidate contentView] isKindOfClass:NSClassFromString(@"KelvraSceneView")]) return candidate;
+    return nil;
+}
+
+NSView* sceneView() {
+    return [window() contentView];
+}
+
+NSControl* controlOf(const std::string& label) {
+    for (id element in [sceneView() accessibilityChildren]) {
+        const bool isControl = [element isKindOfClass:[NSControl class]];
+        if (isControl && platform::textOf([element accessibilityLabel]) == label) return element;
+    }
+    throw std::out_of_range{"no control is called " + label};
+}
+
+platform::ui::Rect rectOf(const NSRect rect) {
+    return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
+}
+
+/// In the scene's points: an accessible object tells its place on the screen.
+platform::ui::Rect placeOf(const id element) {
+    if ([element isKindOfClass:[NSView class]]) return rectOf([static_cast<NSView*>(element) frame]);
+    const NSRect inWindow = [window() convertRectFromScreen:[element accessibilityFrame]];
+    return rectOf([sceneView() convertRect:inWindow fromView:nil]);
+}
+
+} // namespace
+
+/// Runs the body of a test as the handling of an event.
+@interface TestApplication : NSApplication {
+@public
+    Body body_;
+}
+@end
+
+@implementation TestApplication
+
+- (void)sendEvent:(NSEvent*)event {
+    if ([event type] == NSApplicationDefined && [event data1] == runBody)
+        std::exchange(body_, nullptr)();
+    else
+        [super sendEvent:event];
+}
+
+@end
+
+/// Runs what it was given, from the main loop.
+@interface TestTurn : NSObject {
+@public
+    Body body_;
+}
+@end
+
+@implementation TestTurn
+
++ (void)runSoon:(const Body&)body inMode:(NSString*)mode {
+    TestTurn* const turn = [[[self alloc] init] autorelease];
+    turn->body_ = body;
+    [[NSRunLoop mainRunLoop] performSelector:@selector(run) target:turn argument:nil order:0 modes:@[ mode ]];
+}
+
+- (void)run {
+    body_();
+}
+
+@end
+
+namespace macos_tests {
+
+void prepareDesk() {
+    @autoreleasepool {
+        [TestApplication sharedApplication];
+        standin::announceMenus();
+        standin::attendToDisplay();
+    }
+}
+
+int Desk::runToItsEnd(const std::function<void(Desk&)>& started) {
+    standin::whenWorkIsDone(wake);
+    TestApplication* const application = static_cast<TestApplication*>([TestApplication sharedApplication]);
+    application->body_ = [&] {
+        Desk desk;
+        if (desk.until([&] { return desk.isReady(); }))
+            started(desk);
+        else
+            throw std::runtime_error{"the window did not come to the front"};
+    };
+    post(runBody);
+    const int status = app::DriverManagerApp{}.main(0, nullptr);
+    standin::whenWorkIsDone(nullptr);
+    steps().clear();
+    return status;
+}
+
+int Desk::run(const std::function<void(Desk&)>& body) {
+    return runToItsEnd([&](Desk& desk) {
+        body(desk);
+        [NSApp stop:nil];
+        wake();
+    });
+}
+
+Desk::Desk() = default;
+
+bool Desk::until(const std::function<bool()>& holds) {
+    NSDate* const end = [NSDate dateWithTimeIntervalSinceNow:longTime];
+    while (!holds()) {
+        @autoreleasepool {
+            NSEvent* const event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                                      untilDate:end
+                                                         inMode:NSDefaultRunLoopMode
+                                                        dequeue:YES];
+            if (!event) return false;
+            [NSApp sendEvent:event];
+            [NSApp updateWindows];
+        }
+    }
+    return true;
+}
+
+void Desk::meanwhile(std::vector<Step> followed) {
+    steps().assign(followed.begin(), followed.end());
+    isTracking() = false;
+    [TestTurn runSoon:[] {
+        isTracking() = true;
+        takeSteps();
+    }
+               inMode:NSEventTrackingRunLoopMode];
+}
+
+bool Desk::meanwhileIsOver() const {
+    return steps().empty();
+}
+
+std::vector<Element> Desk::elements() const {
+    std::vector<Element> elements;
+    for (id element in [sceneView() accessibilityChildren])
+        elements.push_back({platform::textOf([element accessibilityRole]),
+                            platform::textOf([element accessibilityLabel]),
+                            platform::textOf([element accessibilityValue]), placeOf(element)});
+    return elements;
+}
+
+std::vector<std::string> Desk::texts() const {
+    std::vector<std::string> texts;
+    for (const Element& element : elements())
+        if (!element.value.empty()) texts.push_back(element.value);
+    return texts;
+}
+
+bool Desk::shows(const std::string& text) const {
+    const auto shown = texts();
+    return std::find(shown.begin(), shown.end(), text) != shown.end();
+}
+
+bool Desk::has(const std::string& label) const {
+    const auto present = elements();
+    return std::any_of(present.begin(), present.end(), [&](const Element& element) { return element.label == label; });
+}
+
+std::string Desk::focused() const {
+    NSResponder* const focused = [window() firstResponder];
+    return [focused isKindOfClass:[NSControl class]] ? platform::textOf([focused accessibilityLabel]) : "";
+}
+
+std::string Desk::title() const {
+    return platform::textOf([window() title]);
+}
+
+platform::ui::Size Desk::contentSize() const {
+    const NSSize size = [sceneView() frame].size;
+    return {size.width, size.height};
+}
+
+bool Desk::isReady() {
+    if (![window() isVisible] || ![window() isKeyWindow] || !display_.shows(nativeWindow())) return false;
+    return pixel({1, 1}) != Rgb{};
+}
+
+platform::ui::Point Desk::middleOf(const std::string& label) const {
+    const NSRect frame = [controlOf(label) frame];
+    return {NSMidX(frame), NSMidY(frame)};
+}
+
+void Desk::pointAt(const platform::ui::Point point) {
+    const NSRect bounds = [sceneView() bounds];
+    const auto origin = display_.positionOf(nativeWindow());
+    display_.movePointer(origin.x + static_cast<int>(point.x - bounds.origin.x),
+                         origin.y + static_cast<int>(point.y - bounds.origin.y));
+}
+
+void Desk::click(const std::string& label) {
+    pointAt(middleOf(label));
+    meanwhile({{[] { return true; }, [this] { releaseButton(); }}});
+    pressButton();
+}
+
+void Desk::tapKey(const std::string& key, const std::vector<std::string>& modifiers) {
+    display_.tapKey(key, modifiers);
+}
+
+void Desk::closeWindow() {
+    display_.closeWindow(nativeWindow());
+}
+
+Picture Desk::picture(const int above) {
+    [window() displayIfNeeded];
+    [window() flushWindow];
+    Display::finish([GSCurrentServer() performSelector:@selector(serverDevice)]);
+    const NSSize size = [sceneView() frame].size;
+    const int top = static_cast<int>(-[sceneView() bounds].origin.y) - above;
+    return display_.picture(nativeWindow(), 0, top, static_cast<int>(size.width), static_cast<int>(size.height) - top);
+}
+
+Rgb Desk::pixel(const platform::ui::Point point) {
+    return picture().at(static_cast<int>(point.x), static_cast<int>(point.y));
+}
+
+unsigned long Desk::nativeWindow() const {
+    return reinterpret_cast<unsigned long>([window() windowRef]);
+}
+
+} // namespace macos_tests

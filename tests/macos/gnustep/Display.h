@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace macos_tests {
+
+struct Rgb {
+    std::uint8_t red = 0;
+    std::uint8_t green = 0;
+    std::uint8_t blue = 0;
+    friend bool operator==(const Rgb&, const Rgb&) = default;
+};
+
+/// What a part of the screen shows, row by row.
+struct Picture {
+    int width = 0;
+    int height = 0;
+    std::vector<Rgb> pixels;
+
+    Rgb at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * width + x)); }
+    friend bool operator==(const Picture&, const Picture&) = default;
+};
+
+/// The X display, with a hand on its pointer and its keys. Positions are those of the screen.
+class Display {
+public:
+    struct Position {
+        int x = 0;
+        int y = 0;
+    };
+
+    Display();
+    Display(const Display&) = delete;
+    Display& operator=(const Display&) = delete;
+    ~Display();
+
+    void movePointer(int x, int y);
+    void pressButton();
+    void releaseButton();
+    /// Taps a key, while the modifiers are held down, all by their X names.
+    void tapKey(const std::string& key, const std::vector<std::string>& modifiers = {});
+    /// Asks the window manager to close the window.
+    void closeWindow(unsigned long window);
+
+    /// Whether the window is on the screen.
+    bool shows(unsigned long window);
+    Position positionOf(unsigned long window);
+    /// Waits until the display has done all that was asked of it by way of another connection, an X Display.
+    static void finish(void* connection);
+    /// What is seen in that part of the window.
+    Picture picture(unsigned long window, int x, int y, int width, int height);
+
+private:
+    void* display_;
+};
+
+} // namespace macos_tests

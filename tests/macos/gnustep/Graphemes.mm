@@ -1,0 +1,56 @@
+#import <Foundation/Foundation.h>
+#include <objc/runtime.h>
+
+#include <unicode/ubrk.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+// GNUstep joins a letter with its marks and nothing else; the system joins all that Unicode makes one character.
+
+namespace {
+
+constexpr NSUInteger farthest = 64; // no character that anyone writes is longer
+
+struct Close {
+    void operator()(UBreakIterator* iterator) const { ubrk_close(iterator); }
+};
+
+/// Where the character ends that begins at the first of these units.
+NSUInteger lengthOfFirst(const UChar* units, const NSUInteger count) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<UBreakIterator, Close> characters{
+        ubrk_open(UBRK_CHARACTER, "", units, static_cast<int32_t>(count), &status)};
+    return U_SUCCESS(status) ? static_cast<NSUInteger>(ubrk_next(characters.get())) : 1;
+}
+
+NSRange composedAt(NSString* self, SEL, const NSUInteger index) {
+    std::array<UChar, farthest> units{};
+    const NSUInteger count = std::min<NSUInteger>([self length] - index, farthest);
+    static_assert(sizeof(unichar) == sizeof(UChar));
+    [self getCharacters:reinterpret_cast<unichar*>(units.data()) range:NSMakeRange(index, count)];
+    const bool isAscii = units[0] < 0x80 && (count == 1 || units[1] < 0x80);
+    return NSMakeRange(index, isAscii ? 1 : lengthOfFirst(units.data(), count));
+}
+
+/// Each class of texts has its own way.
+void replaceIn(Class type) {
+    unsigned count = 0;
+    const std::unique_ptr<Method, decltype(&free)> methods{class_copyMethodList(type, &count), free};
+    for (unsigned index = 0; index < count; ++index)
+        if (sel_isEqual(method_getName(methods.get()[index]), @selector(rangeOfComposedCharacterSequenceAtIndex:)))
+            method_setImplementation(methods.get()[index], reinterpret_cast<IMP>(composedAt));
+}
+
+} // namespace
+
+@implementation NSString (Graphemes)
+
++ (void)load {
+    for (const char* name : {"NSString", "GSString", "GSCString", "GSCBufferString", "GSCInlineString",
+                             "GSUnicodeString", "GSUnicodeBufferString", "GSUInlineString", "GSMutableString"})
+        if (const Class type = objc_getClass(name)) replaceIn(type);
+}
+
+@end

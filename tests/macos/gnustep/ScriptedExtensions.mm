@@ -1,0 +1,262 @@
+#include "tests/macos/gnustep/ScriptedExtensions.h"
+
+#import <SystemExtensions/SystemExtensions.h>
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+NSString* const OSSystemExtensionErrorDomain = @"the domain of the service's errors";
+
+using standin::ScriptedExtensions;
+
+@implementation OSSystemExtensionRequest
+
++ (instancetype)requestOfKind:(NSString*)kind extension:(NSString*)identifier queue:(dispatch_queue_t)queue {
+    OSSystemExtensionRequest* const request = [[[self alloc] init] autorelease];
+    request->kind_ = kind;
+    request->identifier_ = [identifier copy];
+    request->queue_ = queue;
+    return request;
+}
+
++ (instancetype)activationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
+    return [self requestOfKind:@"activation" extension:identifier queue:queue];
+}
+
++ (instancetype)deactivationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
+    return [self requestOfKind:@"deactivation" extension:identifier queue:queue];
+}
+
++ (instancetype)propertiesRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
+    return [self requestOfKind:@"properties" extension:identifier queue:queue];
+}
+
+- (void)dealloc {
+    ScriptedExtensions::shared().gone(self);
+    [identifier_ release];
+    [super dealloc];
+}
+
+- (id<OSSystemExtensionRequestDelegate>)delegate {
+    return delegate_;
+}
+
+- (void)setDelegate:(id<OSSystemExtensionRequestDelegate>)delegate {
+    delegate_ = delegate;
+}
+
+- (NSString*)identifier {
+    return identifier_;
+}
+
+@end
+
+@implementation OSSystemExtensionProperties
+
+- (void)dealloc {
+    [bundleIdentifier_ release];
+    [bundleVersion_ release];
+    [bundleShortVersion_ release];
+    [super dealloc];
+}
+
+- (NSString*)bundleIdentifier {
+    return bundleIdentifier_;
+}
+
+- (NSString*)bundleVersion {
+    return bundleVersion_;
+}
+
+- (NSString*)bundleShortVersion {
+    return bundleShortVersion_;
+}
+
+- (BOOL)isEnabled {
+    return isEnabled_;
+}
+
+- (BOOL)isAwaitingUserApproval {
+    return isAwaitingUserApproval_;
+}
+
+- (BOOL)isUninstalling {
+    return isUninstalling_;
+}
+
+- (NSString*)description {
+    return [NSString stringWithFormat:@"<%@ %@/%@>", bundleIdentifier_, bundleShortVersion_, bundleVersion_];
+}
+
+@end
+
+@implementation OSSystemExtensionManager
+
++ (OSSystemExtensionManager*)sharedManager {
+    static OSSystemExtensionManager* const manager = [[self alloc] init];
+    return manager;
+}
+
+- (void)submitRequest:(OSSystemExtensionRequest*)request {
+    ScriptedExtensions::shared().submitted(request);
+}
+
+@end
+
+/// GNUstep keeps fewer bits of a code.
+@interface StandInError : NSError {
+@public
+    NSInteger wholeCode_;
+}
+@end
+
+@implementation StandInError
+
+- (NSInteger)code {
+    return wholeCode_;
+}
+
+@end
+
+namespace standin {
+
+namespace {
+
+using Work = std::function<void()>;
+
+void run(void* const context) {
+    @autoreleasepool {
+        const std::unique_ptr<Work> work{static_cast<Work*>(context)};
+        (*work)();
+    }
+}
+
+NSString* text(const char* const utf8) {
+    return utf8 ? [NSString stringWithUTF8String:utf8] : nil;
+}
+
+} // namespace
+
+ScriptedExtensions& ScriptedExtensions::shared() {
+    static ScriptedExtensions service;
+    return service;
+}
+
+void ScriptedExtensions::submitted(const Object request) {
+    OSSystemExtensionRequest* const native = static_cast<OSSystemExtensionRequest*>(request);
+    alive_.emplace(submissions_.size(), request);
+    submissions_.emplace_back([[native->kind_ stringByAppendingFormat:@" %@", native->identifier_] UTF8String]);
+}
+
+void ScriptedExtensions::gone(const Object request) {
+    std::erase_if(alive_, [&](const auto& entry) { return entry.second == request; });
+}
+
+std::size_t ScriptedExtensions::latest(const std::string& submission) const {
+    for (std::size_t index = submissions_.size(); index > 0; --index)
+        if (submissions_[index - 1] == submission) return index - 1;
+    throw std::out_of_range{"nobody submitted " + submission};
+}
+
+/// Calls `call` with the request and its delegate, from the main queue.
+template <typename Call>
+void ScriptedExtensions::answer(const std::size_t submission, Call call) {
+    static_cast<void>(submissions_.at(submission));
+    auto work = std::make_unique<Work>([this, submission, call = std::move(call)] {
+        const auto found = alive_.find(submission);
+        OSSystemExtensionRequest* const request =
+            found == alive_.end() ? nil : static_cast<OSSystemExtensionRequest*>(found->second);
+        if (request && request->delegate_)
+            call(request, request->delegate_);
+        else
+            ++unheard_;
+    });
+    dispatch_async_f(dispatch_get_main_queue(), work.release(), run);
+}
+
+void ScriptedExtensions::needsApproval(const std::size_t submission) {
+    answer(submission, [](OSSystemExtensionRequest* request, id<OSSystemExtensionRequestDelegate> delegate) {
+        [delegate requestNeedsUserApproval:request];
+    });
+}
+
+void ScriptedExtensions::askReplacement(const std::size_t submission, const Object existing, const Object replacement) {
+    const id kept[] = {[static_cast<id>(existing) retain], [static_cast<id>(replacement) retain]};
+    answer(submission, [=, this](OSSystemExtensionRequest* request, id<OSSystemExtensionRequestDelegate> delegate) {
+        replacementAnswers_.push_back([delegate request:request
+                            actionForReplacingExtension:kept[0]
+                                          withExtension:kept[1]]);
+        [kept[0] release];
+        [kept[1] release];
+    });
+}
+
+void ScriptedExtensions::finish(const std::size_t submission, const long result) {
+    answer(submission, [=](OSSystemExtensionRequest* request, id<OSSystemExtensionRequestDelegate> delegate) {
+        [delegate request:request didFinishWithResult:static_cast<OSSystemExtensionRequestResult>(result)];
+    });
+}
+
+void ScriptedExtensions::fail(const std::size_t submission, const Object error) {
+    const id kept = [static_cast<id>(error) retain];
+    answer(submission, [=](OSSystemExtensionRequest* request, id<OSSystemExtensionRequestDelegate> delegate) {
+        [delegate request:request didFailWithError:kept];
+        [kept release];
+    });
+}
+
+void ScriptedExtensions::found(const std::size_t submission, const Object array) {
+    const id kept = [static_cast<id>(array) retain];
+    answer(submission, [=](OSSystemExtensionRequest* request, id<OSSystemExtensionRequestDelegate> delegate) {
+        [delegate request:request foundProperties:kept];
+        [kept release];
+    });
+}
+
+void ScriptedExtensions::forget() {
+    submissions_.clear();
+    alive_.clear();
+    replacementAnswers_.clear();
+    unheard_ = 0;
+}
+
+Object makeProperties(const char* const identifier, const char* const shortVersion, const char* const version,
+                      const bool enabled, const bool awaiting, const bool uninstalling) {
+    OSSystemExtensionProperties* const properties = [[[OSSystemExtensionProperties alloc] init] autorelease];
+    properties->bundleIdentifier_ = [text(identifier) retain];
+    properties->bundleShortVersion_ = [text(shortVersion) retain];
+    properties->bundleVersion_ = [text(version) retain];
+    properties->isEnabled_ = enabled;
+    properties->isAwaitingUserApproval_ = awaiting;
+    properties->isUninstalling_ = uninstalling;
+    return properties;
+}
+
+void setVersion(const Object properties, const Object version) {
+    static_cast<OSSystemExtensionProperties*>(properties)->bundleVersion_ = [static_cast<id>(version) retain];
+}
+
+Object makeError(const char* const domain, const long code, const char* const description) {
+    NSDictionary* const info = description ? @{NSLocalizedDescriptionKey : text(description)} : @{};
+    StandInError* const error = [[[StandInError alloc] initWithDomain:text(domain) code:0 userInfo:info] autorelease];
+    error->wholeCode_ = code;
+    return error;
+}
+
+Object makeArray(const std::vector<Object>& members) {
+    NSMutableArray* const array = [NSMutableArray array];
+    for (const Object member : members)
+        [array addObject:static_cast<id>(member)];
+    return array;
+}
+
+Object makeNumber(const long value) {
+    return [NSNumber numberWithLong:value];
+}
+
+const char* serviceDomain() {
+    return [OSSystemExtensionErrorDomain UTF8String];
+}
+
+} // namespace standin

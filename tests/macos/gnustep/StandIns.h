@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+// What stands in for the parts of the system that GNUstep lacks, as a test sees it.
+
+namespace standin {
+
+/// What went to the system's log, oldest first. Texts that are not marked public read "<private>".
+std::vector<std::string>& loggedLines();
+
+/// What assistive technology was asked to speak, oldest first.
+std::vector<std::string>& announcements();
+
+/// Runs the work that waits in the main queue; false if there was none.
+bool runMainQueue();
+
+/// Called after each piece of work of the main queue, and after each one that was put off to the end of a turn.
+void whenWorkIsDone(std::function<void()> told);
+
+/// How many objects of each class were made and are alive, since the main function began.
+std::map<std::string, long> liveObjects();
+
+/// Has menus tell their delegates that they open and close. Called once, before there is one.
+void announceMenus();
+
+/// Has the main loop look again at what it waits for when it has just read what the display sent. Called once, with a
+/// display.
+void attendToDisplay();
+
+} // namespace standin

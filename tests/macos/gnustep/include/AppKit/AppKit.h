@@ -1,0 +1,69 @@
+#pragma once
+
+// What GNUstep's AppKit lacks of what the application uses: newer names of what it has, and declarations of what
+// stands in beside this folder.
+
+#include_next <AppKit/AppKit.h>
+
+#define NSButtonTypeMomentaryChange NSMomentaryChangeButton
+#define NSCompositingOperationSourceIn NSCompositeSourceIn
+#define NSCompositingOperationSourceOver NSCompositeSourceOver
+#define NSEventModifierFlagCommand NSCommandKeyMask
+#define NSEventModifierFlagOption NSAlternateKeyMask
+#define NSEventModifierFlagShift NSShiftKeyMask
+#define NSEventModifierFlags NSUInteger
+#define NSEventTypeLeftMouseDown NSLeftMouseDown
+#define NSLineCapStyleRound NSRoundLineCapStyle
+#define NSLineJoinStyleRound NSRoundLineJoinStyle
+
+typedef NSString* NSFontTextStyle;
+extern NSFontTextStyle const NSFontTextStyleBody;
+extern NSFontTextStyle const NSFontTextStyleCallout;
+extern NSFontTextStyle const NSFontTextStyleTitle3;
+
+@interface NSFont (TextStyles)
+/// Inter, in the sizes of the text styles.
++ (NSFont*)preferredFontForTextStyle:(NSFontTextStyle)style options:(NSDictionary*)options;
++ (NSFont*)systemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight;
+@end
+
+@interface NSImage (Symbols)
+/// The drawing of that name in the main bundle.
++ (NSImage*)imageWithSystemSymbolName:(NSString*)symbol accessibilityDescription:(NSString*)description;
+@end
+
+@interface NSApplication (ActivationPolicy)
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
+@end
+
+@interface NSWindow (Content)
+/// What a title bar over the content would leave of it.
+@property (readonly) NSRect contentLayoutRect;
+- (void)setTitlebarAppearsTransparent:(BOOL)transparent;
+- (void)setRestorable:(BOOL)restorable;
+- (void)setAppearance:(NSAppearance*)appearance;
+@end
+
+@interface NSView (FocusRing)
+@property (readonly) NSRect focusRingMaskBounds;
+- (void)drawFocusRingMask;
+- (void)noteFocusRingMaskChanged;
+@end
+
+@interface NSMenu (Tracking)
+- (void)cancelTracking;
+@end
+
+/// What assistive technology would be told of an object.
+@interface NSObject (Accessibility)
+- (void)setAccessibilityRole:(NSString*)role;
+- (NSString*)accessibilityRole;
+- (void)setAccessibilityLabel:(NSString*)label;
+- (NSString*)accessibilityLabel;
+- (void)setAccessibilityValue:(id)value;
+- (id)accessibilityValue;
+- (void)setAccessibilityParent:(id)parent;
+- (id)accessibilityParent;
+- (NSArray*)accessibilityChildren;
+- (NSRect)accessibilityFrame;
+@end

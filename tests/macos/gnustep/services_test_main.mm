@@ -1,0 +1,15 @@
+#include "tests/macos/gnustep/Zombies.h"
+
+#import <Foundation/Foundation.h>
+#import <Foundation/NSDebug.h>
+
+#include <gmock/gmock.h>
+
+int main(int argc, char** argv) {
+    macos_tests::haveZombies(argv);
+    GSDebugAllocationActive(YES);
+    testing::InitGoogleMock(&argc, argv);
+    @autoreleasepool {
+        return RUN_ALL_TESTS();
+    }
+}

@@ -1,0 +1,14 @@
+#include "tests/macos/gnustep/Desk.h"
+#include "tests/macos/gnustep/Zombies.h"
+
+#import <Foundation/NSDebug.h>
+
+#include <gmock/gmock.h>
+
+int main(int argc, char** argv) {
+    macos_tests::haveZombies(argv);
+    GSDebugAllocationActive(YES);
+    testing::InitGoogleMock(&argc, argv);
+    macos_tests::prepareDesk();
+    return RUN_ALL_TESTS();
+}

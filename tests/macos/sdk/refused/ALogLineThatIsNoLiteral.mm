@@ -1,0 +1,6 @@
+// error: expected '\)'
+#include <os/log.h>
+
+void refused(const char* line) {
+    os_log(OS_LOG_DEFAULT, line);
+}

@@ -1,0 +1,6 @@
+// error: property 'toolbar' not found
+#import <AppKit/AppKit.h>
+
+id refused(NSWindow* window) {
+    return window.toolbar;
+}

@@ -1,0 +1,6 @@
+// error: undeclared selector 'pressed:'
+#import <AppKit/AppKit.h>
+
+void refused(NSButton* button) {
+    [button setAction:@selector(pressed:)];
+}

@@ -1,0 +1,125 @@
+#include "model/BuildNumber.h"
+
+#include "platform/Bundle.h"
+#include "tests/support/FakeServices.h"
+
+#include <csignal>
+#include <limits>
+#include <string>
+
+namespace model {
+namespace {
+
+using platform::InfoDictionary;
+using platform::NSBundle;
+using platform::NumberObject;
+using platform::OtherObject;
+
+class TheBuildNumber : public testing::Test {
+protected:
+    static std::int64_t of(const std::string& text) {
+        platform::fake::setMainBundle({{"CFBundleVersion", text}});
+        return buildNumber(NSBundle::mainBundle());
+    }
+
+private:
+    platform::fake::FreshServices services_;
+};
+
+TEST_F(TheBuildNumber, IsTheIntegerOfTheBundleVersion) {
+    EXPECT_EQ(of("42"), 42);
+    EXPECT_EQ(of("007"), 7);
+    EXPECT_EQ(of("+42"), 42);
+    EXPECT_EQ(of("-3"), -3);
+}
+
+TEST_F(TheBuildNumber, ReachesToTheEndsOfItsRange) {
+    EXPECT_EQ(of("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(of("-9223372036854775808"), std::numeric_limits<std::int64_t>::min());
+}
+
+TEST_F(TheBuildNumber, IsTheSameInTwoReads) {
+    EXPECT_EQ(buildNumber(NSBundle::mainBundle()), 2105);
+    EXPECT_EQ(buildNumber(NSBundle::mainBundle()), 2105);
+}
+
+TEST_F(TheBuildNumber, IsComputedAnewInEachRead) {
+    const NSBundle& bundle = NSBundle::mainBundle();
+    platform::fake::setMainBundle({{"CFBundleVersion", "1"}});
+    EXPECT_EQ(buildNumber(bundle), 1);
+    platform::fake::setMainBundle({{"CFBundleVersion", "2"}});
+    EXPECT_EQ(buildNumber(bundle), 2);
+}
+
+TEST_F(TheBuildNumber, IsOfTheBundleThatIsAsked) {
+    const NSBundle other{"Other.app/Contents/Info.plist",
+                         std::make_shared<const InfoDictionary>(InfoDictionary{{"CFBundleVersion", "7"}}),
+                         {},
+                         {}};
+    EXPECT_EQ(buildNumber(other), 7);
+}
+
+class ABrokenBundleDeathTest : public testing::Test {
+protected:
+    /// The stop is an abort with this one line and nothing else on standard error.
+    static void expectStop(const std::string& reason) {
+        EXPECT_EXIT(buildNumber(NSBundle::mainBundle()), testing::KilledBySignal(SIGABRT),
+                    testing::Eq("Fatal error: Fake.app/Contents/Info.plist: " + reason + "\n"));
+    }
+
+private:
+    platform::fake::FreshServices services_;
+};
+
+TEST_F(ABrokenBundleDeathTest, StopsWithoutADictionaryForTheReasonThatThePlatformGives) {
+    platform::fake::setMainBundleWithoutDictionary("cannot be opened");
+    expectStop("cannot be opened");
+}
+
+TEST_F(ABrokenBundleDeathTest, StopsWithAnEmptyDictionary) {
+    platform::fake::setMainBundle(InfoDictionary{});
+    expectStop("CFBundleVersion is missing");
+}
+
+TEST_F(ABrokenBundleDeathTest, StopsWithoutABundleVersionRatherThanYieldZero) {
+    platform::fake::setMainBundle({{"CFBundleShortVersionString", "2.1"}, {"cfbundleversion", "1"}});
+    expectStop("CFBundleVersion is missing");
+}
+
+TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionThatIsANumberObject) {
+    platform::fake::setMainBundle({{"CFBundleVersion", NumberObject{}}});
+    expectStop("CFBundleVersion is not a text");
+}
+
+TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionThatIsAnotherObject) {
+    platform::fake::setMainBundle({{"CFBundleVersion", OtherObject{}}});
+    expectStop("CFBundleVersion is not a text");
+}
+
+TEST_F(ABrokenBundleDeathTest, StopsForADottedBundleVersion) {
+    platform::fake::setMainBundle({{"CFBundleVersion", "1.0"}});
+    expectStop("CFBundleVersion is not a decimal integer of at most 64 bits");
+}
+
+TEST_F(ABrokenBundleDeathTest, StopsForAnEmptyBundleVersion) {
+    platform::fake::setMainBundle({{"CFBundleVersion", ""}});
+    expectStop("CFBundleVersion is not a decimal integer of at most 64 bits");
+}
+
+TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionWithASuffix) {
+    platform::fake::setMainBundle({{"CFBundleVersion", "2105b"}});
+    expectStop("CFBundleVersion is not a decimal integer of at most 64 bits");
+}
+
+TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionWithSpaces) {
+    platform::fake::setMainBundle({{"CFBundleVersion", " 2105"}});
+    expectStop("CFBundleVersion is not a decimal integer of at most 64 bits");
+}
+
+TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionOutOfRange) {
+    platform::fake::setMainBundle({{"CFBundleVersion", "9223372036854775808"}});
+    expectStop("CFBundleVersion is not a decimal integer of at most 64 bits");
+}
+
+} // namespace
+} // namespace model

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "model/DriverLoadingViewModel.h"
+#include "tests/model/RecordText.h"
+#include "tests/model/StateNames.h"
+#include "tests/support/DriverLoadingViewModelTestAccess.h"
+#include "tests/support/FakeServices.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace model {
+
+inline constexpr const char* base = "com.kelvra.driverkit.base";
+inline constexpr const char* camera = "com.kelvra.ip-camera.cmio";
+inline constexpr const char* network = "com.kelvra.driverkit.usb-to-poe";
+
+inline constexpr std::size_t basePosition = 0;
+inline constexpr std::size_t cameraPosition = 1;
+inline constexpr std::size_t networkPosition = 2;
+
+inline constexpr const char* initialBase = "com.kelvra.driverkit.base 'Not installed' 'n/a' Ethernet 'Old Driver' 0";
+inline constexpr const char* initialCamera =
+    "com.kelvra.ip-camera.cmio 'Not installed' 'n/a' VideoCamera 'Camera Driver' 0";
+inline constexpr const char* initialNetwork =
+    "com.kelvra.driverkit.usb-to-poe 'Not installed' 'n/a' Ethernet 'Network Driver' 0";
+inline std::vector<std::string> initialTexts() {
+    return {initialBase, initialCamera, initialNetwork};
+}
+
+/// A record that is in no initial list, of which nothing is known.
+inline SysExtInfo recordOf(std::string id, std::string driverName = {}) {
+    SysExtInfo record;
+    record.id = std::move(id);
+    record.driverName = std::move(driverName);
+    return record;
+}
+
+/// A new model in front of the fake services.
+class ModelTest : public testing::Test {
+protected:
+    using State = DriverLoadingStateMachine::State;
+    using Kind = platform::OSSystemExtensionRequest::Kind;
+    using Result = platform::OSSystemExtensionRequestResult;
+    using Copies = std::vector<platform::OSSystemExtensionProperties>;
+    using Submissions = std::vector<platform::fake::Submission>;
+
+    static platform::fake::SystemExtensions& service() { return platform::fake::SystemExtensions::shared(); }
+    static void deliver() { platform::fake::drainMainQueue(); }
+
+    State state() const { return DriverLoadingViewModelTestAccess::state(*model); }
+    void setState(const State state) { DriverLoadingViewModelTestAccess::setState(*model, state); }
+    const std::string& lastError() const { return DriverLoadingViewModelTestAccess::lastError(*model); }
+    void setRecords(std::vector<SysExtInfo> records) {
+        DriverLoadingViewModelTestAccess::setRecords(*model, std::move(records));
+    }
+
+    /// Every record.
+    std::vector<std::string> texts() const { return textsOf(model->sei()); }
+    /// One record.
+    std::string text(const std::size_t position) const { return textOf(model->sei().at(position)); }
+    const SysExtInfo& record(const std::size_t position) const { return model->sei().at(position); }
+
+    /// Delivers an answer of these copies to a request that `asked` makes for it.
+    static void answer(DriverLoadingViewModel& asked, Copies copies) {
+        const auto first = service().submissions().size();
+        asked.enumerate();
+        service().foundProperties(first, std::move(copies));
+        deliver();
+    }
+    void answer(Copies copies) const { answer(*model, std::move(copies)); }
+
+    /// The outcomes of an activation of the network driver, delivered.
+    void finish(const Result result) const {
+        model->activateExt(network);
+        service().finish(service().latest(Kind::activation, network), result);
+        deliver();
+    }
+    void fail(platform::Error error) const {
+        model->activateExt(network);
+        service().fail(service().latest(Kind::activation, network), std::move(error));
+        deliver();
+    }
+    void fail(const std::int64_t code, std::string description) const {
+        fail({std::string{platform::OSSystemExtensionErrorDomain}, code, std::move(description)});
+    }
+
+    /// The requests of one pass over all extensions.
+    static Submissions enumeration() {
+        return {{Kind::properties, base}, {Kind::properties, camera}, {Kind::properties, network}};
+    }
+    /// What was submitted since there were `earlier` submissions.
+    static Submissions submittedSince(const std::size_t earlier) {
+        const auto& all = service().submissions();
+        return {all.begin() + static_cast<std::ptrdiff_t>(earlier), all.end()};
+    }
+
+private:
+    platform::fake::FreshServices services_;
+
+protected:
+    std::shared_ptr<DriverLoadingViewModel> model = DriverLoadingViewModel::create();
+};
+
+} // namespace model

@@ -1,0 +1,211 @@
+#include "tests/model/ChangeRecorder.h"
+#include "tests/model/ModelTest.h"
+
+#include <optional>
+
+namespace model {
+namespace {
+
+using platform::fake::awaitingCopy;
+using platform::fake::copyOf;
+using platform::fake::enabledCopy;
+using platform::fake::uninstallingCopy;
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class Observers : public ModelTest {
+protected:
+    /// The changes that delivering an answer of these copies makes.
+    std::vector<std::string> changesOf(Copies copies) {
+        const ChangeRecorder recorder{*model};
+        answer(std::move(copies));
+        return recorder.changes();
+    }
+};
+
+TEST_F(Observers, HearOfNoQuery) {
+    const ChangeRecorder recorder{*model};
+    model->enumerate();
+    EXPECT_THAT(recorder.pictures(), IsEmpty());
+}
+
+TEST_F(Observers, OfAnActivationHearOnceAfterTheSubmissionAndBeforeTheChange) {
+    const ChangeRecorder recorder{*model};
+    model->activateExt(camera);
+    EXPECT_THAT(recorder.changes(), ElementsAre("state Activating"));
+    EXPECT_EQ(recorder.pictures().front().submissions, 1U);
+    EXPECT_EQ(recorder.pictures().front().state, State::blank);
+}
+
+TEST_F(Observers, OfADeactivationHearOnceAfterTheSubmissionAndBeforeTheChange) {
+    const ChangeRecorder recorder{*model};
+    model->deactivateExt(camera);
+    EXPECT_THAT(recorder.changes(), ElementsAre("state Deactivating"));
+    EXPECT_EQ(recorder.pictures().front().submissions, 1U);
+    EXPECT_EQ(recorder.pictures().front().state, State::blank);
+}
+
+TEST_F(Observers, HearOfAnEqualState) {
+    model->activateExt(camera);
+    const ChangeRecorder recorder{*model};
+    model->activateExt(camera);
+    EXPECT_THAT(recorder.changes(), ElementsAre("nothing"));
+}
+
+TEST_F(Observers, OfAReplacementQuestionHearOnce) {
+    model->activateExt(camera);
+    setState(State::activated);
+    service().askReplacement(0, copyOf(camera, "1", "1"), copyOf(camera, "2", "2"));
+    const ChangeRecorder recorder{*model};
+    deliver();
+    EXPECT_THAT(recorder.changes(), ElementsAre("state Activating"));
+}
+
+TEST_F(Observers, OfAnApprovalNoticeHearOnceBeforeTheQueries) {
+    model->activateExt(camera);
+    service().needsApproval(0);
+    const ChangeRecorder recorder{*model};
+    deliver();
+    EXPECT_THAT(recorder.changes(), ElementsAre("state NeedsApproval"));
+    EXPECT_EQ(recorder.pictures().front().submissions, 1U);
+    EXPECT_EQ(service().submissions().size(), 4U);
+}
+
+TEST_F(Observers, OfACompletionHearOnceBeforeTheQueries) {
+    model->activateExt(camera);
+    service().finish(0, Result::completed);
+    const ChangeRecorder recorder{*model};
+    deliver();
+    EXPECT_THAT(recorder.changes(), ElementsAre("state Activated"));
+    EXPECT_EQ(recorder.pictures().front().submissions, 1U);
+}
+
+TEST_F(Observers, OfACompletionAfterRebootHearOfTheStateThenOfTheMarkThenTheQueriesFollow) {
+    model->activateExt(network);
+    service().finish(0, Result::willCompleteAfterReboot);
+    const ChangeRecorder recorder{*model};
+    deliver();
+    EXPECT_THAT(recorder.changes(), ElementsAre("state ActivatedUponReboot", "1.reboot"));
+    EXPECT_EQ(recorder.pictures().back().submissions, 1U);
+    EXPECT_EQ(service().submissions().size(), 4U);
+}
+
+TEST_F(Observers, HearOfTheMarkAlsoWhenItIsThereAlready) {
+    finish(Result::willCompleteAfterReboot);
+    model->activateExt(network);
+    setState(State::activatedUponReboot);
+    service().finish(service().latest(Kind::activation, network), Result::willCompleteAfterReboot);
+    const ChangeRecorder recorder{*model};
+    deliver();
+    EXPECT_THAT(recorder.changes(), ElementsAre("nothing", "nothing"));
+}
+
+TEST_F(Observers, OfAnUnknownResultHearOnceWhenTheErrorTextIsStored) {
+    model->activateExt(network);
+    service().finish(0, Result{2});
+    const ChangeRecorder recorder{*model};
+    deliver();
+    EXPECT_THAT(recorder.changes(), ElementsAre("state RequestError"));
+    EXPECT_EQ(recorder.pictures().front().lastError, "Request completed.");
+    EXPECT_EQ(recorder.pictures().front().submissions, 1U);
+}
+
+TEST_F(Observers, OfAFailureHearOnceWhenTheErrorTextIsStored) {
+    model->activateExt(network);
+    service().fail(0, 10, "");
+    const ChangeRecorder recorder{*model};
+    deliver();
+    EXPECT_THAT(recorder.changes(), ElementsAre("state RequestError"));
+    EXPECT_EQ(recorder.pictures().front().lastError, "Activation forbidden by system policy.");
+}
+
+TEST_F(Observers, HearNothingOfAFailureOfAnotherDomain) {
+    model->activateExt(network);
+    service().fail(0, {"NSPOSIXErrorDomain", 12, ""});
+    const ChangeRecorder recorder{*model};
+    deliver();
+    EXPECT_THAT(recorder.pictures(), IsEmpty());
+}
+
+TEST_F(Observers, HearNothingOfAnAnswerThatIsIgnored) {
+    EXPECT_THAT(changesOf({}), IsEmpty());
+    EXPECT_THAT(changesOf({enabledCopy("com.kelvra.unknown", "1", "1"), enabledCopy(camera, "1", "1")}), IsEmpty());
+}
+
+TEST_F(Observers, OfAnAnswerHearOncePerFieldInOrder) {
+    answer({awaitingCopy(camera, "1", "1"), uninstallingCopy(camera, "1", "1")});
+    EXPECT_THAT(changesOf({enabledCopy(camera, "1.2", "345")}),
+                ElementsAre("nothing", // present is true already
+                            "1.enabled", "1.version", "1.intversion", "1.awaiting", "1.uninst", "1.state"));
+}
+
+TEST_F(Observers, OfAFirstAnswerHearOfWhatStaysFalseToo) {
+    EXPECT_THAT(changesOf({enabledCopy(camera, "1.2", "345")}),
+                ElementsAre("1.present", "1.enabled", "1.version", "1.intversion", "nothing", "nothing", "1.state"));
+}
+
+TEST_F(Observers, OfAnAnswerThatTellsNothingNewHearAsOften) {
+    answer({enabledCopy(camera, "1.2", "345")});
+    const auto changes = changesOf({enabledCopy(camera, "1.2", "345")});
+    EXPECT_THAT(changes, SizeIs(7));
+    EXPECT_THAT(changes, Each("nothing"));
+}
+
+TEST_F(Observers, HearNothingOfAnIntegerThatDoesNotConvert) {
+    EXPECT_THAT(changesOf({enabledCopy(camera, "1.2", "3.4.5")}),
+                ElementsAre("1.present", "1.enabled", "1.version", "nothing", "nothing", "1.state"));
+}
+
+TEST_F(Observers, OfACopyThatIsEverythingHearOfEachFlagOnce) {
+    auto copy = enabledCopy(camera, "1.2", "345");
+    copy.isAwaitingUserApproval = true;
+    copy.isUninstalling = true;
+    EXPECT_THAT(changesOf({copy}), ElementsAre("1.present", "1.enabled", "1.version", "1.intversion", "1.awaiting",
+                                               "1.uninst", "1.state"));
+}
+
+TEST_F(Observers, HearOfEachMatchingCopyAndSeeAFlagFallOnlyAfterTheLast) {
+    answer({enabledCopy(camera, "1", "1")});
+    EXPECT_THAT(changesOf({awaitingCopy(camera, "2", "2"), enabledCopy(base, "9", "9"), copyOf(camera, "3", "3")}),
+                ElementsAre("nothing", "1.awaiting", // the awaiting copy: present, awaiting
+                            "nothing",               // the other copy: present
+                            "1.enabled", "nothing", "1.state"));
+}
+
+TEST_F(Observers, NeverSeeAFlagFallThatACopyOfTheAnswerHas) {
+    answer({enabledCopy(camera, "1", "1")});
+    const ChangeRecorder recorder{*model};
+    answer({awaitingCopy(camera, "2", "2"), enabledCopy(camera, "1", "1")});
+    for (const auto& picture : recorder.pictures())
+        EXPECT_TRUE(picture.records[cameraPosition].enabled);
+}
+
+TEST_F(Observers, SeeTheEarlierVersionsOfAnAnswerInPassing) {
+    const ChangeRecorder recorder{*model};
+    answer({enabledCopy(camera, "1", "1"), enabledCopy(camera, "2", "2")});
+    EXPECT_EQ(recorder.pictures().back().records[cameraPosition].version, "2/2");
+    EXPECT_THAT(recorder.changes(),
+                ElementsAre("1.present", "1.enabled", "1.version", "1.intversion", "nothing", "nothing", "1.version",
+                            "1.intversion", "nothing", "nothing", "1.state"));
+}
+
+TEST_F(Observers, FindTheLineNotYetPrintedAtTheLastChangeOfAnAnswer) {
+    std::vector<std::size_t> printed;
+    const auto subscription =
+        model->objectWillChange().subscribe([&] { printed.push_back(platform::fake::printedLines().size()); });
+    answer({enabledCopy(camera, "1", "1")});
+    EXPECT_THAT(printed, Each(0U));
+    EXPECT_EQ(platform::fake::printedLines().size(), 1U);
+}
+
+TEST_F(Observers, MayAskForAnotherPassInsideANotification) {
+    const auto subscription = model->objectWillChange().subscribe([this] { model->enumerate(); });
+    model->activateExt(camera);
+    EXPECT_EQ(submittedSince(1), enumeration());
+    EXPECT_EQ(state(), State::activating);
+}
+
+} // namespace
+} // namespace model

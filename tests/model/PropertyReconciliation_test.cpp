@@ -1,0 +1,287 @@
+#include "tests/model/ModelTest.h"
+
+#include <string>
+
+namespace model {
+namespace {
+
+using platform::fake::awaitingCopy;
+using platform::fake::copyOf;
+using platform::fake::enabledCopy;
+using platform::fake::printedLines;
+using platform::fake::uninstallingCopy;
+using testing::ElementsAre;
+
+class AnAnswer : public ModelTest {};
+class ACopy : public ModelTest {};
+class SeveralCopies : public ModelTest {};
+class TheVersion : public ModelTest {};
+class TheStateText : public ModelTest {};
+class ThePrintedLine : public ModelTest {};
+
+TEST_F(AnAnswer, WithoutCopiesChangesAndPrintsNothing) {
+    answer({});
+    EXPECT_EQ(texts(), initialTexts());
+    EXPECT_TRUE(printedLines().empty());
+}
+
+TEST_F(AnAnswer, WithoutCopiesKeepsWhatWasKnown) {
+    answer({enabledCopy(camera, "2.1", "2105")});
+    const auto before = texts();
+    answer({});
+    EXPECT_EQ(texts(), before);
+    EXPECT_EQ(printedLines().size(), 1U);
+}
+
+TEST_F(AnAnswer, WhoseFirstCopyIsOfNoRecordChangesAndPrintsNothingWhateverFollows) {
+    answer({enabledCopy("com.kelvra.unknown", "1", "1"), enabledCopy(camera, "2.1", "2105")});
+    EXPECT_EQ(texts(), initialTexts());
+    EXPECT_TRUE(printedLines().empty());
+}
+
+TEST_F(AnAnswer, IsMatchedByTheWholeIdentifierAndItsCase) {
+    for (const auto* const stranger :
+         {"", "com.kelvra.ip-camera.CMIO", "com.kelvra.ip-camera", " com.kelvra.ip-camera.cmio",
+          "com.kelvra.ip-camera.cmio ", "com.kelvra.ip-c\u00E1mera.cmio"}) {
+        answer({enabledCopy(stranger, "2.1", "2105")});
+        EXPECT_EQ(texts(), initialTexts()) << stranger;
+    }
+    EXPECT_TRUE(printedLines().empty());
+}
+
+TEST_F(AnAnswer, IsMatchedByItsFirstCopyAndNotByItsRequest) {
+    model->enumerate();
+    service().foundProperties(service().latest(Kind::properties, base), {enabledCopy(network, "2.1", "2105")});
+    deliver();
+    EXPECT_THAT(texts(), ElementsAre(initialBase, initialCamera,
+                                     "com.kelvra.driverkit.usb-to-poe 'Enabled' present enabled '2.1/2105' Ethernet "
+                                     "'Network Driver' 2105"));
+}
+
+TEST_F(AnAnswer, OfMixedIdentifiersTouchesOnlyTheRecordOfTheFirst) {
+    answer({awaitingCopy(camera, "2.1", "2105"), enabledCopy(base, "1", "1"),
+            enabledCopy("com.kelvra.unknown", "1", "1"), uninstallingCopy(camera, "2.0", "2000"),
+            enabledCopy(network, "3", "3")});
+    EXPECT_THAT(texts(), ElementsAre(initialBase,
+                                     "com.kelvra.ip-camera.cmio 'Await approval' present awaiting uninst 'n/a' "
+                                     "VideoCamera 'Camera Driver' 0",
+                                     initialNetwork));
+}
+
+TEST_F(AnAnswer, GoesToTheFirstOfTwoRecordsWithOneIdentifier) {
+    setRecords({recordOf(base), recordOf(camera, "first"), recordOf(camera, "second")});
+    answer({enabledCopy(camera, "1", "1")});
+    EXPECT_TRUE(record(1).present);
+    EXPECT_FALSE(record(2).present);
+}
+
+TEST_F(AnAnswer, WithoutRecordsChangesAndPrintsNothing) {
+    model->enumerate();
+    setRecords({});
+    service().foundProperties(0, {enabledCopy(base, "2.1", "2105")});
+    deliver();
+    EXPECT_TRUE(model->sei().empty());
+    EXPECT_TRUE(printedLines().empty());
+}
+
+TEST_F(AnAnswer, MovesNoStateStoresNoErrorLogsNothingAndSubmitsNothing) {
+    for (const auto each : allStates) {
+        setState(each);
+        answer({enabledCopy(camera, "2.1", "2105")});
+        EXPECT_EQ(state(), each);
+    }
+    EXPECT_EQ(lastError(), "An error has occured.");
+    EXPECT_TRUE(platform::fake::loggedLines().empty());
+    EXPECT_EQ(service().submissions().size(), allStates.size() * enumeration().size());
+}
+
+TEST_F(AnAnswer, LeavesRecordsThatAreNotReportedAsTheyWere) {
+    answer({enabledCopy(base, "2.1", "2105")});
+    answer({enabledCopy(camera, "2.1", "2105")});
+    answer({});
+    EXPECT_EQ(text(networkPosition), initialNetwork);
+}
+
+TEST_F(ACopy, ThatIsEnabledGivesFlagsVersionAndState) {
+    answer({enabledCopy(camera, "1.2", "345")});
+    EXPECT_EQ(text(cameraPosition),
+              "com.kelvra.ip-camera.cmio 'Enabled' present enabled '1.2/345' VideoCamera 'Camera Driver' 345");
+}
+
+TEST_F(ACopy, ThatAwaitsApprovalGivesNoVersion) {
+    answer({awaitingCopy(camera, "1.2", "345")});
+    EXPECT_EQ(text(cameraPosition),
+              "com.kelvra.ip-camera.cmio 'Await approval' present awaiting 'n/a' VideoCamera 'Camera Driver' 0");
+}
+
+TEST_F(ACopy, ThatOnlyUninstallsIsUninstalling) {
+    answer({uninstallingCopy(camera, "1.2", "345")});
+    EXPECT_EQ(text(cameraPosition),
+              "com.kelvra.ip-camera.cmio 'Uninstalling' present uninst 'n/a' VideoCamera 'Camera Driver' 0");
+}
+
+TEST_F(ACopy, ThatOnlyUninstallsNeedsARebootIfTheRecordDoes) {
+    finish(Result::willCompleteAfterReboot);
+    answer({uninstallingCopy(camera, "1.2", "345")});
+    EXPECT_EQ(text(cameraPosition),
+              "com.kelvra.ip-camera.cmio 'Need reboot' present reboot uninst 'n/a' VideoCamera 'Camera Driver' 0");
+}
+
+TEST_F(ACopy, ThatIsNothingInParticularHasAnEmptyStateAndKeepsTheVersion) {
+    answer({enabledCopy(camera, "1.2", "345")});
+    answer({copyOf(camera, "1.3", "400")});
+    EXPECT_EQ(text(cameraPosition), "com.kelvra.ip-camera.cmio '' present '1.2/345' VideoCamera 'Camera Driver' 345");
+}
+
+TEST_F(ACopy, ThatIsNothingInParticularNeedsARebootIfTheRecordDoes) {
+    finish(Result::willCompleteAfterReboot);
+    answer({copyOf(camera, "1.3", "400")});
+    EXPECT_EQ(text(cameraPosition),
+              "com.kelvra.ip-camera.cmio 'Need reboot' present reboot 'n/a' VideoCamera 'Camera Driver' 0");
+}
+
+TEST_F(ACopy, ThatOnlyAwaitsTakesTheEnablingBackAndStillShowsTheFormerlyEnabledBuild) {
+    answer({enabledCopy(camera, "1.0", "100")});
+    answer({awaitingCopy(camera, "1.1", "110")});
+    EXPECT_EQ(text(cameraPosition),
+              "com.kelvra.ip-camera.cmio 'Await approval' present awaiting '1.0/100' VideoCamera 'Camera Driver' 100");
+}
+
+TEST_F(ACopy, MayBeEverythingAtOnce) {
+    auto copy = enabledCopy(camera, "1.2", "345");
+    copy.isAwaitingUserApproval = true;
+    copy.isUninstalling = true;
+    answer({copy});
+    EXPECT_EQ(text(cameraPosition), "com.kelvra.ip-camera.cmio 'Enabled' present enabled awaiting uninst '1.2/345' "
+                                    "VideoCamera 'Camera Driver' 345");
+}
+
+TEST_F(SeveralCopies, OfAnOlderEnabledAndANewerAwaitingBuildShowTheEnabledOne) {
+    answer({enabledCopy(camera, "1.0", "100"), awaitingCopy(camera, "1.1", "110")});
+    EXPECT_EQ(text(cameraPosition),
+              "com.kelvra.ip-camera.cmio 'Enabled' present enabled awaiting '1.0/100' VideoCamera 'Camera Driver' 100");
+}
+
+TEST_F(SeveralCopies, GiveTheVersionOfTheLastEnabledOneAndTheIntegerOfTheLastThatConverts) {
+    answer({enabledCopy(camera, "1.0", "100"), enabledCopy(camera, "1.1", "1.1.0")});
+    EXPECT_EQ(record(cameraPosition).version, "1.1/1.1.0");
+    EXPECT_EQ(record(cameraPosition).intversion, 100);
+}
+
+TEST_F(SeveralCopies, CountInTheirOrderNotByTheirBuild) {
+    answer({enabledCopy(camera, "1.1", "110"), enabledCopy(camera, "1.0", "100")});
+    EXPECT_EQ(record(cameraPosition).version, "1.0/100");
+    EXPECT_EQ(record(cameraPosition).intversion, 100);
+}
+
+TEST_F(SeveralCopies, AddUpTheirFlags) {
+    answer({copyOf(camera, "1", "1"), uninstallingCopy(camera, "2", "2"), awaitingCopy(camera, "3", "3"),
+            copyOf(camera, "4", "4")});
+    EXPECT_EQ(text(cameraPosition),
+              "com.kelvra.ip-camera.cmio 'Await approval' present awaiting uninst 'n/a' VideoCamera 'Camera Driver' 0");
+}
+
+TEST_F(SeveralCopies, TakeBackTheFlagsThatNoneHas) {
+    answer({enabledCopy(camera, "1", "1"), awaitingCopy(camera, "2", "2"), uninstallingCopy(camera, "3", "3")});
+    answer({copyOf(camera, "1", "1"), copyOf(camera, "2", "2")});
+    EXPECT_EQ(text(cameraPosition), "com.kelvra.ip-camera.cmio '' present '1/1' VideoCamera 'Camera Driver' 1");
+}
+
+TEST_F(SeveralCopies, ThatAreTheSameCountLikeOne) {
+    answer(Copies(5, enabledCopy(camera, "1.2", "345")));
+    EXPECT_EQ(text(cameraPosition),
+              "com.kelvra.ip-camera.cmio 'Enabled' present enabled '1.2/345' VideoCamera 'Camera Driver' 345");
+    EXPECT_EQ(printedLines().size(), 1U);
+}
+
+TEST_F(TheVersion, IsAnIntegerWithOrWithoutASign) {
+    answer({enabledCopy(camera, "1", "-7")});
+    EXPECT_EQ(record(cameraPosition).intversion, -7);
+    EXPECT_EQ(record(cameraPosition).version, "1/-7");
+    answer({enabledCopy(camera, "1", "+7")});
+    EXPECT_EQ(record(cameraPosition).intversion, 7);
+    EXPECT_EQ(record(cameraPosition).version, "1/+7");
+}
+
+TEST_F(TheVersion, WithoutABundleVersionEndsInASlashAndKeepsTheInteger) {
+    answer({enabledCopy(camera, "1.0", "100")});
+    answer({enabledCopy(camera, "1.1", "")});
+    EXPECT_EQ(record(cameraPosition).version, "1.1/");
+    EXPECT_EQ(record(cameraPosition).intversion, 100);
+    EXPECT_TRUE(record(cameraPosition).enabled);
+}
+
+TEST_F(TheVersion, WithoutAnyTextIsASlash) {
+    answer({enabledCopy(camera, "", "")});
+    EXPECT_EQ(record(cameraPosition).version, "/");
+}
+
+TEST_F(TheVersion, ThatIsNoIntegerIsShownAndKeepsTheInteger) {
+    answer({enabledCopy(camera, "1.0", "100")});
+    for (const auto* const build :
+         {"2.1.5", "9223372036854775808", "-9223372036854775809", "+-5", "1 ", "\u0663", "b1"}) {
+        answer({enabledCopy(camera, "\u00FC", build)});
+        EXPECT_EQ(record(cameraPosition).version, std::string{"\u00FC/"} + build);
+        EXPECT_EQ(record(cameraPosition).intversion, 100) << build;
+        EXPECT_TRUE(record(cameraPosition).enabled) << build;
+        EXPECT_EQ(record(cameraPosition).state, "Enabled") << build;
+    }
+}
+
+TEST_F(TheVersion, MayBeMegabytesLong) {
+    const std::string longText(1'048'576, '9');
+    const std::string longInteger = std::string(1'048'576, '0') + "12";
+    answer({enabledCopy(camera, longText, longText)});
+    EXPECT_EQ(record(cameraPosition).version.size(), 2U * 1'048'576U + 1U);
+    EXPECT_EQ(record(cameraPosition).intversion, 0);
+    answer({enabledCopy(camera, longText, longInteger)});
+    EXPECT_TRUE(record(cameraPosition).version == longText + "/" + longInteger);
+    EXPECT_EQ(record(cameraPosition).intversion, 12);
+    EXPECT_GT(printedLines().back().size(), 2U * 1'048'576U);
+}
+
+TEST_F(TheStateText, IsThatOfTheFirstFlagInOrder) {
+    finish(Result::willCompleteAfterReboot);
+    const auto reported = [&](const bool enabled, const bool awaiting, const bool uninstalling) {
+        auto copy = copyOf(camera, "1", "1");
+        copy.isEnabled = enabled;
+        copy.isAwaitingUserApproval = awaiting;
+        copy.isUninstalling = uninstalling;
+        answer({copy});
+        return record(cameraPosition).state;
+    };
+    EXPECT_EQ(reported(true, true, true), "Enabled");
+    EXPECT_EQ(reported(false, true, true), "Await approval");
+    EXPECT_EQ(reported(false, false, true), "Need reboot");
+}
+
+TEST_F(ThePrintedLine, TellsIdentifierVersionStateAndThreeFlags) {
+    answer({enabledCopy(base, "2.1", "2105")});
+    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.driverkit.base 2.1/2105 State: Enabled [true false false]"));
+}
+
+TEST_F(ThePrintedLine, HasAnEmptyStateBetweenItsSpaces) {
+    answer({copyOf(network, "2.1", "2105")});
+    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.driverkit.usb-to-poe n/a State:  [false false false]"));
+}
+
+TEST_F(ThePrintedLine, HasTheFlagsInTheOrderEnabledAwaitingUninstalling) {
+    answer({awaitingCopy(camera, "1", "1")});
+    answer({uninstallingCopy(camera, "1", "1")});
+    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.ip-camera.cmio n/a State: Await approval [false true false]",
+                                            "com.kelvra.ip-camera.cmio n/a State: Uninstalling [false false true]"));
+}
+
+TEST_F(ThePrintedLine, SaysNothingOfARebootButInTheState) {
+    finish(Result::willCompleteAfterReboot);
+    answer({copyOf(camera, "1", "1")});
+    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.ip-camera.cmio n/a State: Need reboot [false false false]"));
+}
+
+TEST_F(ThePrintedLine, ComesOncePerAnswerWhateverItHolds) {
+    answer({enabledCopy(camera, "1", "1"), awaitingCopy(camera, "2", "2"), enabledCopy(base, "1", "1")});
+    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.ip-camera.cmio 1/1 State: Enabled [true true false]"));
+}
+
+} // namespace
+} // namespace model

@@ -1,0 +1,332 @@
+#include "model/DriverLoadingViewModel.h"
+#include "tests/model/ModelTest.h"
+
+#include <csignal>
+#include <cstdint>
+#include <limits>
+
+namespace model {
+namespace {
+
+using platform::OSSystemExtensionReplacementAction;
+using platform::fake::copyOf;
+using platform::fake::enabledCopy;
+using platform::fake::loggedLines;
+using testing::ElementsAre;
+
+class TheReplacementQuestion : public ModelTest {
+protected:
+    void ask() {
+        model->activateExt(camera);
+        service().askReplacement(service().latest(Kind::activation, camera), copyOf(camera, "2.0", "2000"),
+                                 copyOf(camera, "2.1", "2105"));
+    }
+};
+
+class TheApprovalNotice : public ModelTest {};
+class TheFinishNotice : public ModelTest {};
+class TheFailureNotice : public ModelTest {};
+class TheOutcomes : public ModelTest {};
+
+TEST_F(TheReplacementQuestion, IsAnsweredWithReplace) {
+    ask();
+    deliver();
+    EXPECT_THAT(service().replacementAnswers(), ElementsAre(OSSystemExtensionReplacementAction::replace));
+}
+
+TEST_F(TheReplacementQuestion, IsAnsweredWithReplaceForAnOlderBuildToo) {
+    model->activateExt(camera);
+    service().askReplacement(0, copyOf(camera, "2.1", "2105"), copyOf(camera, "2.0", "2000"));
+    deliver();
+    EXPECT_THAT(service().replacementAnswers(), ElementsAre(OSSystemExtensionReplacementAction::replace));
+}
+
+TEST_F(TheReplacementQuestion, LogsHowBothBuildsDescribeThemselvesTheInstalledOneFirst) {
+    ask();
+    deliver();
+    EXPECT_THAT(loggedLines(), ElementsAre("Sysex identifier com.kelvra.ip-camera.cmio",
+                                           "Sysex replacement request: <com.kelvra.ip-camera.cmio 2.0/2000> "
+                                           "<com.kelvra.ip-camera.cmio 2.1/2105>"));
+}
+
+TEST_F(TheReplacementQuestion, MovesEveryStateAsAnActivationDoes) {
+    for (const auto each : allStates) {
+        ask();
+        setState(each);
+        deliver();
+        EXPECT_EQ(state(), next(each, LoadingTrigger::activate)) << nameOf(each);
+    }
+}
+
+TEST_F(TheReplacementQuestion, ChangesNoRecordAndAsksForNoProperties) {
+    ask();
+    deliver();
+    EXPECT_EQ(texts(), initialTexts());
+    EXPECT_EQ(service().submissions().size(), 1U);
+    EXPECT_EQ(lastError(), "An error has occured.");
+}
+
+TEST_F(TheApprovalNotice, IsLogged) {
+    model->activateExt(camera);
+    service().needsApproval(0);
+    deliver();
+    EXPECT_THAT(loggedLines(),
+                ElementsAre("Sysex identifier com.kelvra.ip-camera.cmio", "Sysex request needs user approval."));
+}
+
+TEST_F(TheApprovalNotice, MovesEveryStateAsTheTransitionsSay) {
+    for (const auto each : allStates) {
+        model->activateExt(camera);
+        service().needsApproval(service().latest(Kind::activation, camera));
+        setState(each);
+        deliver();
+        EXPECT_EQ(state(), next(each, LoadingTrigger::needsApproval)) << nameOf(each);
+    }
+}
+
+TEST_F(TheApprovalNotice, AsksForThePropertiesOfAllExtensions) {
+    model->activateExt(camera);
+    service().needsApproval(0);
+    deliver();
+    EXPECT_EQ(submittedSince(1), enumeration());
+}
+
+TEST_F(TheApprovalNotice, ChangesNoRecordByItself) {
+    model->activateExt(camera);
+    service().needsApproval(0);
+    deliver();
+    EXPECT_EQ(texts(), initialTexts());
+}
+
+TEST_F(TheFinishNotice, IsLoggedWithItsResult) {
+    finish(Result::completed);
+    finish(Result::willCompleteAfterReboot);
+    finish(Result{-3});
+    EXPECT_THAT(loggedLines(), ElementsAre(testing::_, "Sysex request finished: 0", testing::_,
+                                           "Sysex request finished: 1", testing::_, "Sysex request finished: -3"));
+}
+
+TEST_F(TheFinishNotice, MovesEveryStateOnCompletion) {
+    for (const auto each : allStates) {
+        model->activateExt(camera);
+        service().finish(service().latest(Kind::activation, camera), Result::completed);
+        setState(each);
+        deliver();
+        EXPECT_EQ(state(), next(each, LoadingTrigger::completed)) << nameOf(each);
+    }
+}
+
+TEST_F(TheFinishNotice, MovesEveryStateOnCompletionAfterReboot) {
+    for (const auto each : allStates) {
+        model->activateExt(camera);
+        service().finish(service().latest(Kind::activation, camera), Result::willCompleteAfterReboot);
+        setState(each);
+        deliver();
+        EXPECT_EQ(state(), next(each, LoadingTrigger::afterReboot)) << nameOf(each);
+    }
+}
+
+TEST_F(TheFinishNotice, MovesEveryStateAsAFailureOnAnUnknownResult) {
+    for (const auto each : allStates) {
+        model->activateExt(camera);
+        service().finish(service().latest(Kind::activation, camera), Result{2});
+        setState(each);
+        deliver();
+        EXPECT_EQ(state(), next(each, LoadingTrigger::failed)) << nameOf(each);
+    }
+}
+
+TEST_F(TheFinishNotice, OfTheNetworkDriverAfterRebootMarksTheCameraAloneAndAsksForProperties) {
+    model->activateExt(network);
+    service().finish(0, Result::willCompleteAfterReboot);
+    deliver();
+    EXPECT_THAT(texts(), ElementsAre(initialBase,
+                                     "com.kelvra.ip-camera.cmio 'Not installed' reboot 'n/a' VideoCamera "
+                                     "'Camera Driver' 0",
+                                     initialNetwork));
+    EXPECT_EQ(state(), State::activatedUponReboot);
+    EXPECT_EQ(submittedSince(1), enumeration());
+}
+
+TEST_F(TheFinishNotice, AfterRebootMarksTheCameraAloneForEachExtension) {
+    for (const auto* const finished : {base, camera, network}) {
+        setRecords(initialRecords());
+        model->activateExt(finished);
+        service().finish(service().latest(Kind::activation, finished), Result::willCompleteAfterReboot);
+        deliver();
+        EXPECT_FALSE(record(basePosition).reboot) << finished;
+        EXPECT_TRUE(record(cameraPosition).reboot) << finished;
+        EXPECT_FALSE(record(networkPosition).reboot) << finished;
+    }
+}
+
+TEST_F(TheFinishNotice, OfADeactivationAfterRebootMarksTheCameraToo) {
+    model->deactivateExt(network);
+    service().finish(0, Result::willCompleteAfterReboot);
+    deliver();
+    EXPECT_TRUE(record(cameraPosition).reboot);
+    EXPECT_EQ(state(), State::blank);
+}
+
+TEST_F(TheFinishNotice, AfterRebootMarksTheRecordAtPositionOneWhicheverItIs) {
+    setRecords({recordOf(camera), recordOf(base)});
+    finish(Result::willCompleteAfterReboot);
+    EXPECT_FALSE(record(0).reboot);
+    EXPECT_TRUE(record(1).reboot);
+}
+
+TEST_F(TheFinishNotice, OnCompletionChangesNoRecordAndAsksForProperties) {
+    model->activateExt(network);
+    service().finish(0, Result::completed);
+    deliver();
+    EXPECT_EQ(texts(), initialTexts());
+    EXPECT_EQ(lastError(), "An error has occured.");
+    EXPECT_EQ(submittedSince(1), enumeration());
+}
+
+TEST_F(TheFinishNotice, WithResultTwoStoresRequestCompletedAndAsksForProperties) {
+    model->activateExt(network);
+    service().finish(0, Result{2});
+    deliver();
+    EXPECT_EQ(lastError(), "Request completed.");
+    EXPECT_EQ(state(), State::requestError);
+    EXPECT_EQ(texts(), initialTexts());
+    EXPECT_EQ(submittedSince(1), enumeration());
+}
+
+TEST_F(TheFinishNotice, TakesEveryResultButZeroAndOneForUnknown) {
+    for (const auto value : {std::int64_t{-1}, std::int64_t{3}, std::int64_t{256}, std::int64_t{4'294'967'296},
+                             std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
+        fail(1, "");
+        finish(Result{value});
+        EXPECT_EQ(lastError(), "Request completed.") << value;
+        EXPECT_EQ(state(), State::requestError) << value;
+        EXPECT_EQ(loggedLines().back(), "Sysex request finished: " + std::to_string(value));
+    }
+}
+
+TEST_F(TheFailureNotice, WithCodeTwelveLogsTheDescriptionAndThatItWasSuperseded) {
+    fail(12, "The operation couldn't be completed.");
+    EXPECT_EQ(lastError(), "Superseded by request for same identifier.");
+    EXPECT_EQ(loggedLines().back(), "Sysex request failed: The operation couldn't be completed. "
+                                    "(Superseded by request for same identifier.)");
+}
+
+TEST_F(TheFailureNotice, WithCodeZeroOrFourteenStoresUnexpectedError) {
+    for (const std::int64_t code : {0, 14}) {
+        finish(Result{2});
+        fail(code, "Odd.");
+        EXPECT_EQ(lastError(), "Unexpected error.") << code;
+        EXPECT_EQ(loggedLines().back(), "Sysex request failed: Odd. (Unexpected error.)");
+    }
+}
+
+TEST_F(TheFailureNotice, StoresTheMessageOfEachCode) {
+    fail(13, "");
+    EXPECT_EQ(lastError(), "Authorization required.");
+    fail(1, "");
+    EXPECT_EQ(lastError(), "An unknown error occurred.");
+}
+
+TEST_F(TheFailureNotice, NeverReadsADescriptionAsAFormat) {
+    fail(4, "%d %@");
+    EXPECT_EQ(loggedLines().back(), "Sysex request failed: %d %@ (Extension not found.)");
+}
+
+TEST_F(TheFailureNotice, MovesEveryStateAsTheTransitionsSay) {
+    for (const auto each : allStates) {
+        model->activateExt(camera);
+        service().fail(service().latest(Kind::activation, camera), 8, "");
+        setState(each);
+        deliver();
+        EXPECT_EQ(state(), next(each, LoadingTrigger::failed)) << nameOf(each);
+    }
+}
+
+TEST_F(TheFailureNotice, AsksForNoPropertiesAndKeepsTheRecords) {
+    answer({enabledCopy(network, "2.1", "2105")});
+    const auto before = texts();
+    const auto submitted = service().submissions().size();
+    fail(9, "");
+    EXPECT_EQ(texts(), before);
+    EXPECT_EQ(submittedSince(submitted), (Submissions{{Kind::activation, network}}));
+}
+
+TEST_F(TheFailureNotice, OfAPropertiesRequestCountsLikeAnyOther) {
+    model->enumerate();
+    service().fail(0, 1, "The service is gone.");
+    deliver();
+    EXPECT_THAT(loggedLines(), ElementsAre("Sysex request failed: The service is gone. (An unknown error occurred.)"));
+    EXPECT_EQ(state(), State::requestError);
+    EXPECT_EQ(service().submissions().size(), 3U);
+}
+
+TEST_F(TheFailureNotice, OfAnotherDomainChangesNothingAtAll) {
+    model->activateExt(network);
+    for (const auto* const domain : {"NSCocoaErrorDomain", "", "OSSystemExtensionError",
+                                     "OSSystemExtensionErrorDomain ", "ossystemextensionerrordomain"}) {
+        const auto logged = loggedLines();
+        const auto request = service().request(0);
+        model->requestDidFailWithError(*request, {domain, 12, "Foreign."});
+        EXPECT_EQ(loggedLines(), logged) << domain;
+        EXPECT_EQ(lastError(), "An error has occured.") << domain;
+        EXPECT_EQ(state(), State::activating) << domain;
+        EXPECT_EQ(texts(), initialTexts()) << domain;
+        EXPECT_EQ(service().submissions().size(), 1U) << domain;
+    }
+}
+
+TEST_F(TheOutcomes, KeepTheLatestErrorTextThroughWhatIsNoError) {
+    fail(7, "");
+    finish(Result::completed);
+    finish(Result::willCompleteAfterReboot);
+    EXPECT_EQ(lastError(), "Unknown extension category.");
+}
+
+TEST_F(TheOutcomes, NeverLogTheTextOfAnUnknownResult) {
+    finish(Result{2});
+    fail(5, "No.");
+    for (const auto& line : loggedLines())
+        EXPECT_THAT(line, testing::Not(testing::HasSubstr("Request completed.")));
+}
+
+TEST_F(TheOutcomes, NeverChangeTheModelsNeedForAReboot) {
+    finish(Result::willCompleteAfterReboot);
+    EXPECT_FALSE(model->need_reboot());
+    finish(Result::completed);
+    finish(Result{2});
+    fail(12, "");
+    answer({enabledCopy(camera, "2.1", "2105")});
+    EXPECT_FALSE(model->need_reboot());
+}
+
+TEST_F(TheOutcomes, NeverTakeTheCamerasMarkBack) {
+    finish(Result::willCompleteAfterReboot);
+    finish(Result::completed);
+    fail(12, "");
+    answer({enabledCopy(camera, "2.1", "2105")});
+    answer({});
+    EXPECT_TRUE(record(cameraPosition).reboot);
+}
+
+class AListTooShortForTheCameraDeathTest : public ModelTest {
+protected:
+    void expectStop(const std::string& line) {
+        model->activateExt(network);
+        service().finish(0, Result::willCompleteAfterReboot);
+        EXPECT_EXIT(deliver(), testing::KilledBySignal(SIGABRT), testing::Eq(line));
+    }
+};
+
+TEST_F(AListTooShortForTheCameraDeathTest, StopsAtAFinishAfterRebootWithOneRecord) {
+    setRecords({recordOf(camera)});
+    expectStop("Fatal error: Index 1 out of range of 1 extension records\n");
+}
+
+TEST_F(AListTooShortForTheCameraDeathTest, StopsAtAFinishAfterRebootWithoutRecords) {
+    setRecords({});
+    expectStop("Fatal error: Index 1 out of range of 0 extension records\n");
+}
+
+} // namespace
+} // namespace model

@@ -1,0 +1,120 @@
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+import support
+
+CALLED = '#!/bin/sh\necho "$(basename "$0") $*" >>"$CALLS"\n'
+APPLICATION = "build/release/Driver Manager.app/Contents/MacOS/Driver Manager"
+
+
+class OnAMac(unittest.TestCase):
+    """The two commands, with tools that write down how they are called, on a machine that says that it is a Mac."""
+
+    def setUp(self):
+        place = tempfile.TemporaryDirectory()
+        self.addCleanup(place.cleanup)
+        self.root = pathlib.Path(place.name) / "tree"
+        self.bin = pathlib.Path(place.name) / "bin"
+        self.log = pathlib.Path(place.name) / "calls"
+        (self.root / "tools").mkdir(parents=True)
+        for file in ("run", "test", "tools/build", "tools/install-packages", "tools/packages.txt", "CMakePresets.json"):
+            shutil.copy(support.ROOT / file, self.root / file)
+        self.bin.mkdir()
+        self.give("uname", "#!/bin/sh\necho Darwin\n")
+        for tool in ("xcode-select", "cmake", "make", "ctest"):
+            self.give(tool, CALLED)
+        self.make(APPLICATION)
+
+    def give(self, tool, text):
+        (self.bin / tool).write_text(text)
+        (self.bin / tool).chmod(0o755)
+
+    def make(self, program):
+        (self.root / program).parent.mkdir(parents=True)
+        (self.root / program).write_text(CALLED)
+        (self.root / program).chmod(0o755)
+
+    def start(self, *command):
+        """Runs a command with the tools that were given, and those of every Unix, alone."""
+        for tool in ("bash", "sh", "cat", "dirname", "basename", "getconf", "touch", "sed", "awk", "rm", "mkdir"):
+            if not (self.bin / tool).exists():
+                (self.bin / tool).symlink_to(shutil.which(tool))
+        variables = {**os.environ, "PATH": str(self.bin), "CALLS": str(self.log)}
+        return subprocess.run(
+            command, cwd=self.root, env=variables, stdout=subprocess.PIPE, stderr=subprocess.PIPE, universal_newlines=True
+        )
+
+    def calls(self):
+        return self.log.read_text().splitlines() if self.log.exists() else []
+
+    def processors(self):
+        return os.sysconf("SC_NPROCESSORS_ONLN")
+
+
+class TheRunCommand(OnAMac):
+    def test_builds_with_what_apple_brings_and_starts_the_application_alone(self):
+        self.assertEqual(self.start("./run").returncode, 0)
+        expected = [
+            "xcode-select --print-path",
+            "cmake --fresh --preset release -G Unix Makefiles",
+            f"make --no-print-directory -C build/release -j {self.processors()}",
+            "Driver Manager ",
+        ]
+        self.assertEqual(self.calls(), expected)
+
+    def test_has_no_simulated_mac_to_begin_anew_with(self):
+        answer = self.start("./run", "--fresh")
+        line = "run: --fresh is for the simulated Mac, and this is a real one\n"
+        self.assertEqual((answer.returncode, answer.stderr, self.calls()), (2, line, []))
+
+    def test_starts_nothing_that_was_not_built(self):
+        self.give("make", "#!/bin/sh\nexit 2\n")
+        answer = self.start("./run")
+        self.assertEqual((answer.returncode, answer.stderr), (1, "run: the build failed\n"))
+        self.assertNotIn("Driver Manager ", self.calls())
+
+    def test_does_not_configure_again_what_is_configured(self):
+        self.start("./run")
+        (self.root / "build/release/Makefile").touch()
+        self.log.unlink()
+        self.start("./run")
+        self.assertNotIn("cmake", " ".join(self.calls()))
+
+
+class TheTestCommand(OnAMac):
+    def test_builds_and_runs_the_tests(self):
+        (self.root / "build/dev").mkdir()
+        self.assertEqual(self.start("./test", "-R", "Banner").returncode, 0)
+        self.assertEqual(self.calls()[1], "cmake --fresh --preset dev -G Unix Makefiles")
+        self.assertRegex(self.calls()[3], rf"^ctest --preset dev --parallel {self.processors()} .* -R Banner$")
+
+    def test_checks_all_that_there_is_to_check_on_a_mac(self):
+        for preset in ("dev", "core", "asan"):
+            (self.root / "build" / preset).mkdir()
+        self.assertEqual(self.start("./test", "--all").returncode, 0)
+        presets = [call.split()[2] for call in self.calls() if call.startswith("ctest")]
+        self.assertEqual(presets, ["dev", "core", "asan"])
+
+
+class WhatAMacNeeds(OnAMac):
+    def test_is_asked_for_when_the_command_line_tools_are_missing(self):
+        self.give("xcode-select", "#!/bin/sh\nexit 2\n")
+        line = "install-packages: Apple's command line tools are missing: xcode-select --install\n"
+        self.assert_stops(line)
+
+    def test_is_asked_for_when_cmake_is_missing(self):
+        (self.bin / "cmake").unlink()
+        self.assert_stops("install-packages: CMake is missing: it is at cmake.org, and has to be on the PATH\n")
+
+    def assert_stops(self, line):
+        for command in ("./run", "./test"):
+            answer = self.start(command)
+            self.assertEqual((answer.returncode, answer.stderr), (1, line))
+
+
+if __name__ == "__main__":
+    unittest.main()

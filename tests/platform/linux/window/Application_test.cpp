@@ -1,0 +1,258 @@
+#include "platform/Application.h"
+
+#include "platform/ObservableObject.h"
+#include "platform/Published.h"
+#include "platform/linux/MainWindow.h"
+#include "platform/ui/Button.h"
+#include "platform/ui/Menu.h"
+#include "platform/ui/Observing.h"
+#include "platform/ui/Text.h"
+#include "platform/ui/VStack.h"
+#include "platform/ui/WindowGroup.h"
+#include "tests/platform/linux/window/WindowTest.h"
+
+#include <QMenu>
+#include <QStyle>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include <csignal>
+
+namespace platform {
+namespace {
+
+class Delegate : public NSApplicationDelegate {
+public:
+    explicit Delegate(const bool quits) : quits_{quits} {}
+    bool applicationShouldTerminateAfterLastWindowClosed() override {
+        ++asked;
+        return quits_;
+    }
+
+    int asked = 0;
+
+private:
+    bool quits_;
+};
+
+ui::View content() {
+    return ui::Text::verbatim("Content").frame(ui::FixedFrame{.width = 450, .height = 230});
+}
+
+/// The running application. What a person does is given as a script, which the main loop starts once the window is
+/// shown.
+class TheRunningApplication : public testing::Test {
+protected:
+    using Script = std::function<void(MainWindow&)>;
+
+    TheRunningApplication() { fake::setMainBundle(InfoDictionary{}, ICONS); }
+
+    int run(const Script& script, const std::function<ui::View()>& view = content,
+            std::vector<std::string> arguments = {"application"}) {
+        const ui::WindowGroup group{[&] {
+            QTimer::singleShot(0, [&script] { script(*window()); });
+            return view();
+        }};
+        std::vector<char*> argv;
+        for (std::string& argument : arguments)
+            argv.push_back(argument.data());
+        argv.push_back(nullptr);
+        return runApplication(static_cast<int>(arguments.size()), argv.data(), "Driver Manager", delegate_, group);
+    }
+    static MainWindow* window() {
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (auto* found = dynamic_cast<MainWindow*>(widget)) return found;
+        return nullptr;
+    }
+
+    fake::FreshServices services_;
+    Delegate delegate_{true};
+};
+
+TEST_F(TheRunningApplication, ShowsOneWindowOfTheSizeOfItsContent) {
+    run([](MainWindow& window) {
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_EQ(window.windowTitle(), "Driver Manager");
+        EXPECT_EQ(window.size(), QSize(450, 230));
+        EXPECT_EQ(QGuiApplication::topLevelWindows().size(), 1);
+        window.close();
+    });
+}
+
+TEST_F(TheRunningApplication, HasAWindowThatNobodyCanResize) {
+    run([](MainWindow& window) {
+        EXPECT_EQ(window.minimumSize(), QSize(450, 230));
+        EXPECT_EQ(window.maximumSize(), QSize(450, 230));
+        EXPECT_FALSE(window.windowFlags() & Qt::WindowMaximizeButtonHint);
+        EXPECT_TRUE(window.windowFlags() & Qt::WindowCloseButtonHint);
+        window.resize(600, 400);
+        EXPECT_EQ(window.size(), QSize(450, 230));
+        window.close();
+    });
+}
+
+TEST_F(TheRunningApplication, QuitsWhenItsWindowIsClosedAndTheDelegateAgrees) {
+    EXPECT_EQ(run([](MainWindow& window) { window.close(); }), 0);
+    EXPECT_EQ(delegate_.asked, 1);
+}
+
+class TheApplicationOfADelegateThatStays : public TheRunningApplication {
+protected:
+    Delegate stays_{false};
+};
+
+TEST_F(TheApplicationOfADelegateThatStays, GoesOnWithoutAWindow) {
+    const ui::WindowGroup group{[] {
+        QTimer::singleShot(0, [] {
+            window()->close();
+            QTimer::singleShot(0, [] { QCoreApplication::exit(7); });
+        });
+        return content();
+    }};
+    std::array<char, 5> name{"test"};
+    std::array<char*, 2> argv{name.data(), nullptr};
+    EXPECT_EQ(runApplication(1, argv.data(), "Driver Manager", stays_, group), 7);
+    EXPECT_EQ(stays_.asked, 1);
+}
+
+TEST_F(TheRunningApplication, EndsBySignalsWithTheStatusThatAShellReports) {
+    EXPECT_EQ(run([](MainWindow&) { std::raise(SIGTERM); }), 128 + SIGTERM);
+    EXPECT_EQ(run([](MainWindow&) { std::raise(SIGINT); }), 128 + SIGINT);
+}
+
+TEST_F(TheRunningApplication, LeavesSignalsAsTheyWereWhenItHasEnded) {
+    run([](MainWindow& window) { window.close(); });
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+    EXPECT_FALSE(sigismember(&blocked, SIGINT));
+    EXPECT_FALSE(sigismember(&blocked, SIGTERM));
+}
+
+TEST_F(TheRunningApplication, TakesNothingOnItsCommandLine) {
+    const Script script = [](MainWindow& window) {
+        EXPECT_EQ(QApplication::style()->name(), "fusion");
+        EXPECT_TRUE(qApp->styleSheet().isEmpty());
+        window.close();
+    };
+    EXPECT_EQ(run(script, content, {"application", "-style", "windows", "-stylesheet", "none", "--help", "x"}), 0);
+}
+
+TEST_F(TheRunningApplication, RunsWithoutAnyArgument) {
+    EXPECT_EQ(run([](MainWindow& window) { window.close(); }, content, {}), 0);
+}
+
+TEST_F(TheRunningApplication, IsLightWhateverTheDesktopIs) {
+    run([](MainWindow& window) {
+        const QImage light = window.grab().toImage();
+        QApplication::setPalette(QPalette{QColor{20, 20, 20}});
+        QCoreApplication::processEvents();
+        EXPECT_EQ(window.grab().toImage(), light);
+        EXPECT_EQ(light.pixelColor(5, 225), QColor(236, 236, 236));
+        window.close();
+    });
+}
+
+TEST_F(TheRunningApplication, TakesItsImagesFromTheResourcesOfTheMainBundle) {
+    run([](MainWindow& window) {
+        EXPECT_FALSE(window.windowIcon().pixmap(16, 16).isNull());
+        window.close();
+    });
+    fake::setMainBundle(InfoDictionary{}, "/nowhere");
+    run([](MainWindow& window) {
+        EXPECT_TRUE(window.windowIcon().pixmap(16, 16).isNull());
+        window.close();
+    });
+}
+
+/// A model of one number, and the screen of it.
+class Counter : public ObservableObject {
+public:
+    Published<int> value{*this, 0};
+};
+
+class RebuildingTheWindow : public TheRunningApplication {
+protected:
+    ui::View screen() {
+        return ui::observing(
+                   counter_,
+                   [this] {
+                       ++bodies_;
+                       return ui::View{ui::VStack{
+                           ui::HorizontalAlignment::center,
+                           ui::Text::verbatim(std::to_string(counter_->value.get())).accessibilityAnnounced(),
+                           ui::Button{"Count", [this] { counter_->value = counter_->value.get() + 1; }},
+                           ui::Menu{"Menu", {ui::Button{ui::Label{"Item", "trash"}, [this] { ++chosen_; }}}}}};
+                   })
+            .frame(ui::FixedFrame{.width = 450, .height = 230});
+    }
+    static SceneControl* control(const std::string& name) {
+        for (QAbstractButton* candidate : window()->findChildren<QAbstractButton*>()) {
+            auto* found = dynamic_cast<SceneControl*>(candidate);
+            if (found && found->control().accessibleName == name) return found;
+        }
+        return nullptr;
+    }
+
+    std::shared_ptr<Counter> counter_ = std::make_shared<Counter>();
+    int bodies_ = 0;
+    int chosen_ = 0;
+};
+
+TEST_F(RebuildingTheWindow, TakesOneRebuildForAllChangesOfATurnAtItsEnd) {
+    run(
+        [this](MainWindow& window) {
+            const int before = bodies_;
+            for (int i = 1; i <= 100; ++i)
+                counter_->value = i;
+            EXPECT_EQ(bodies_, before);
+            QTimer::singleShot(0, [this, before, &window] {
+                EXPECT_EQ(bodies_, before + 1);
+                window.close();
+            });
+        },
+        [this] { return screen(); });
+}
+
+TEST_F(RebuildingTheWindow, HappensWhileAMenuIsOpen) {
+    run(
+        [this](MainWindow& window) {
+            control("Menu")->click();
+            ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+            const QImage before = window.grab().toImage();
+            counter_->value = 8;
+            QTimer::singleShot(0, [&window, before] {
+                EXPECT_NE(QApplication::activePopupWidget(), nullptr);
+                EXPECT_NE(window.grab().toImage(), before);
+                QApplication::activePopupWidget()->close();
+                window.close();
+            });
+        },
+        [this] { return screen(); });
+}
+
+TEST_F(RebuildingTheWindow, FollowsAPress) {
+    run(
+        [this](MainWindow& window) {
+            control("Count")->click();
+            control("Count")->click();
+            EXPECT_EQ(counter_->value.get(), 2);
+            window.close();
+        },
+        [this] { return screen(); });
+}
+
+TEST_F(RebuildingTheWindow, IsDroppedWhenTheApplicationEndsFirst) {
+    run(
+        [this](MainWindow&) {
+            counter_->value = 1;
+            QCoreApplication::exit(0);
+        },
+        [this] { return screen(); });
+    counter_->value = 2;
+    EXPECT_EQ(counter_.use_count(), 1);
+}
+
+} // namespace
+} // namespace platform

@@ -1,0 +1,237 @@
+#include "tests/platform/linux/window/WindowTest.h"
+
+#include "platform/linux/SceneMenu.h"
+
+#include <QTest>
+#include <QWindow>
+
+namespace platform {
+namespace {
+
+constexpr QPoint onIndicator{396, 101};
+constexpr QPoint onButton{370, 101};
+constexpr QPoint onGround{20, 200};
+
+class AMenu : public WindowTest {
+protected:
+    AMenu() { show(content(refreshed_, removed_)); }
+
+    std::vector<ui::SceneNode> content(int& refreshed, int& removed) {
+        return {button(inCard(0, 0), {300, 85, 87, 30}, "Button", [this] { ++pressed_; }),
+                menu(inCard(0, 1), {391, 93}, "Actions",
+                     {item("Refresh", [&refreshed] { ++refreshed; }), item("Remove", [&removed] { ++removed; })})};
+    }
+    void focusMenu() {
+        key(Qt::Key_Tab);
+        key(Qt::Key_Tab);
+    }
+    void openByKey() {
+        focusMenu();
+        key(Qt::Key_Down);
+    }
+    static std::string chosen() {
+        const QMenu* menu = openMenu();
+        return menu && menu->activeAction() ? menu->activeAction()->text().toStdString() : std::string{};
+    }
+    static QPoint middleOf(const int item) {
+        return openMenu()->actionGeometry(openMenu()->actions().at(item)).center();
+    }
+    static void clickItem(const int item) {
+        QTest::mouseClick(openMenu()->windowHandle(), Qt::LeftButton, {}, middleOf(item));
+    }
+
+    int refreshed_ = 0;
+    int removed_ = 0;
+    int pressed_ = 0;
+};
+
+TEST_F(AMenu, OpensOnAPressAndStaysOpenAfterTheRelease) {
+    pressMouse(onIndicator);
+    EXPECT_NE(openMenu(), nullptr);
+    releaseMouse(onIndicator);
+    EXPECT_NE(openMenu(), nullptr);
+}
+
+TEST_F(AMenu, DoesNotOpenByAnotherMouseButton) {
+    click(onIndicator, Qt::RightButton);
+    EXPECT_EQ(openMenu(), nullptr);
+}
+
+TEST_F(AMenu, IsPressedBesideItsSmallIndicatorToo) {
+    click({405, 90});
+    EXPECT_NE(openMenu(), nullptr);
+}
+
+TEST_F(AMenu, LeavesTheButtonBesideItItsWholeArea) {
+    click({386, 100});
+    EXPECT_EQ(pressed_, 1);
+    EXPECT_EQ(openMenu(), nullptr);
+}
+
+TEST_F(AMenu, OpensBelowItsIndicator) {
+    click(onIndicator);
+    const QPoint corner = window_.mapFromGlobal(openMenu()->geometry().topLeft());
+    EXPECT_EQ(corner.x(), 391);
+    EXPECT_GE(corner.y(), 109);
+    EXPECT_LE(corner.y(), 115);
+}
+
+TEST_F(AMenu, ShowsTheTitleAndTheSymbolOfEachItem) {
+    click(onIndicator);
+    const auto actions = openMenu()->actions();
+    ASSERT_EQ(actions.size(), 2);
+    EXPECT_EQ(actions[0]->text(), "Refresh");
+    EXPECT_EQ(actions[1]->text(), "Remove");
+    for (const QAction* action : actions) {
+        const QImage icon = action->icon().pixmap(16, 16).toImage();
+        EXPECT_EQ(icon, images_.image({"trash", ui::ImageReference::Source::system}, {16, 16}, Qt::black));
+    }
+}
+
+TEST_F(AMenu, ShowsATitleAsItStands) {
+    show({menu(inCard(0, 0), {391, 93}, "Actions", {item("Q&A <b>", [] {})})});
+    click(onIndicator);
+    EXPECT_EQ(openMenu()->actions().at(0)->text(), "Q&&A <b>");
+}
+
+TEST_F(AMenu, RunsTheItemThatIsClicked) {
+    click(onIndicator);
+    clickItem(1);
+    EXPECT_EQ(removed_, 1);
+    EXPECT_EQ(refreshed_, 0);
+    EXPECT_EQ(openMenu(), nullptr);
+}
+
+TEST_F(AMenu, RunsTheItemToWhichThePressWasDrawn) {
+    pressMouse(onIndicator);
+    QWindow* const menu = openMenu()->windowHandle();
+    QTest::mouseMove(menu, middleOf(0) - QPoint{3, 0});
+    QTest::mouseMove(menu, middleOf(0));
+    QTest::mouseRelease(menu, Qt::LeftButton, {}, middleOf(0));
+    EXPECT_EQ(refreshed_, 1);
+    EXPECT_EQ(openMenu(), nullptr);
+}
+
+TEST_F(AMenu, ClosesOnAPressElsewhere) {
+    click(onIndicator);
+    click(onGround);
+    EXPECT_EQ(openMenu(), nullptr);
+    EXPECT_EQ(refreshed_ + removed_, 0);
+}
+
+TEST_F(AMenu, ClosesOnASecondPress) {
+    click(onIndicator);
+    click(onIndicator);
+    EXPECT_EQ(openMenu(), nullptr);
+}
+
+TEST_F(AMenu, OpensAgainAfterItWasClosed) {
+    for (int i = 0; i < 3; ++i) {
+        click(onIndicator);
+        ASSERT_NE(openMenu(), nullptr);
+        click(onIndicator);
+        ASSERT_EQ(openMenu(), nullptr);
+    }
+}
+
+TEST_F(AMenu, OpensBySpaceByReturnAndByDownWithTheFirstItemChosen) {
+    focusMenu();
+    for (const Qt::Key opening : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Down}) {
+        key(opening);
+        EXPECT_EQ(chosen(), "Refresh");
+        key(Qt::Key_Escape);
+        EXPECT_EQ(openMenu(), nullptr);
+    }
+}
+
+TEST_F(AMenu, IsWalkedWithArrows) {
+    openByKey();
+    key(Qt::Key_Down);
+    EXPECT_EQ(chosen(), "Remove");
+    key(Qt::Key_Up);
+    EXPECT_EQ(chosen(), "Refresh");
+}
+
+TEST_F(AMenu, RunsTheChosenItemOnReturn) {
+    openByKey();
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    EXPECT_EQ(removed_, 1);
+    EXPECT_EQ(openMenu(), nullptr);
+}
+
+TEST_F(AMenu, GivesFocusBackWhenItCloses) {
+    openByKey();
+    key(Qt::Key_Down);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(focused(), "Actions");
+    EXPECT_EQ(QApplication::focusWidget(), control("Actions"));
+}
+
+TEST_F(AMenu, StaysOpenWithTheHandlersThatItWasOpenedWith) {
+    int laterRefreshed = 0;
+    int laterRemoved = 0;
+    openByKey();
+    key(Qt::Key_Down);
+    show(content(laterRefreshed, laterRemoved));
+    ASSERT_NE(openMenu(), nullptr);
+    EXPECT_EQ(chosen(), "Remove");
+    key(Qt::Key_Return);
+    EXPECT_EQ(removed_, 1);
+    EXPECT_EQ(laterRemoved, 0);
+}
+
+TEST_F(AMenu, OpensWithTheHandlersOfTheLatestScene) {
+    int laterRefreshed = 0;
+    int laterRemoved = 0;
+    show(content(laterRefreshed, laterRemoved));
+    openByKey();
+    key(Qt::Key_Return);
+    EXPECT_EQ(refreshed_, 0);
+    EXPECT_EQ(laterRefreshed, 1);
+}
+
+TEST_F(AMenu, ClosesWhenItsPlaceIsGone) {
+    openByKey();
+    show({button(inCard(0, 0), {300, 85, 83, 30}, "Button", [] {})});
+    EXPECT_EQ(openMenu(), nullptr);
+    EXPECT_EQ(focused(), "Button");
+    EXPECT_EQ(refreshed_ + removed_, 0);
+}
+
+TEST_F(AMenu, MayTakeItselfAwayInTheHandlerOfAnItem) {
+    const auto all = std::make_shared<std::vector<int>>(1000, 1);
+    std::size_t finished = 0;
+    show({menu(inCard(0, 1), {391, 93}, "Actions", {item("Remove", [&, all] {
+                   window_.present(scene({}));
+                   finished = all->size();
+               })})});
+    click(onIndicator);
+    clickItem(0);
+    EXPECT_EQ(finished, 1000u);
+    EXPECT_EQ(control("Actions"), nullptr);
+}
+
+TEST_F(AMenu, LeavesTheRestOfTheWindowAlone) {
+    const QImage before = picture();
+    click(onIndicator);
+    EXPECT_EQ(picture(), before);
+}
+
+TEST_F(AMenu, IsLightWhateverTheDesktopIs) {
+    QApplication::setPalette(QPalette{QColor{20, 20, 20}}, "QMenu");
+    QApplication::setPalette(QPalette{QColor{20, 20, 20}});
+    click(onIndicator);
+    const QImage menu = openMenu()->grab().toImage();
+    EXPECT_GT(menu.pixelColor(menu.width() - 6, 6).lightness(), 230);
+}
+
+TEST_F(AMenu, LetsAButtonBePressedAfterItHasClosed) {
+    click(onIndicator);
+    click(onGround);
+    click(onButton);
+    EXPECT_EQ(pressed_, 1);
+}
+
+} // namespace
+} // namespace platform

@@ -1,0 +1,241 @@
+#include "platform/linux/ScenePainter.h"
+
+#include "platform/linux/Conversions.h"
+#include "platform/linux/QtMetrics.h"
+#include "tests/platform/linux/window/WindowTest.h"
+
+#include <QFontMetricsF>
+
+namespace platform {
+namespace {
+
+using ui::Color;
+using ui::ShapeKind;
+
+class APainting : public testing::Test {
+protected:
+    /// `width` by `height` points of white with `nodes` on them.
+    QImage paint(const std::vector<ui::SceneNode>& nodes, const double scale = 1, const int width = 60,
+                 const int height = 40) const {
+        QImage image{static_cast<int>(width * scale), static_cast<int>(height * scale), QImage::Format_RGB32};
+        image.setDevicePixelRatio(scale);
+        image.fill(Qt::white);
+        QPainter painter{&image};
+        ScenePainter{painter, images_}.paint(nodes);
+        painter.end();
+        return image;
+    }
+    static ui::SceneNode fill(const ui::Rect& rect, const ShapeKind shape = ShapeKind::rectangle) {
+        return {ui::Fill{rect, shape, Color::black}};
+    }
+    static ui::TextRun run(const std::string& text, const ui::Font font = ui::Font::body) {
+        return {{10, 10, 100, 16}, text, font, Color::black};
+    }
+    /// The smallest rectangle of pixels that holds all that is not white.
+    static QRect inked(const QImage& image) {
+        QRect bounds;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y) != QColor(Qt::white)) bounds |= QRect{x, y, 1, 1};
+        return bounds;
+    }
+    static bool isBlackOrWhite(const QImage& image) {
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor colour = image.pixelColor(x, y);
+                if (colour != QColor(Qt::white) && colour != QColor(Qt::black)) return false;
+            }
+        }
+        return true;
+    }
+
+    TestApplication application_;
+    ImageStore images_{QStringLiteral(ICONS)};
+};
+
+TEST_F(APainting, RoundsTheEdgesOfRectanglesToPixels) {
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        const QImage image = paint({fill({10.3, 10.2, 20.4, 9.6})}, scale);
+        EXPECT_TRUE(isBlackOrWhite(image)) << scale;
+        const auto pixel = [&](const double position) { return static_cast<int>(std::floor(position * scale + 0.5)); };
+        EXPECT_EQ(inked(image), QRect(QPoint(pixel(10.3), pixel(10.2)), QPoint(pixel(30.7) - 1, pixel(19.8) - 1)));
+    }
+}
+
+TEST_F(APainting, LeavesNoGapBetweenNeighbours) {
+    const QImage image = paint({fill({10, 10, 20, 8.5}), fill({10, 18.5, 20, 1}), fill({10, 19.5, 20, 8.5})});
+    EXPECT_EQ(inked(image), QRect(10, 10, 20, 18));
+    EXPECT_TRUE(isBlackOrWhite(image));
+}
+
+TEST_F(APainting, DrawsABorderOfWholePixels) {
+    for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
+        const QImage image = paint({{ui::Stroke{{11, 11, 38, 18}, ShapeKind::rectangle, Color::black, 2}}}, scale);
+        EXPECT_TRUE(isBlackOrWhite(image)) << scale;
+        const auto pixels = [&](const int points) { return static_cast<int>(points * scale); };
+        EXPECT_EQ(inked(image), QRect(pixels(10), pixels(10), pixels(40), pixels(20))) << scale;
+        EXPECT_EQ(image.pixelColor(pixels(12) - 1, pixels(20)), QColor(Qt::black)) << scale;
+        EXPECT_EQ(image.pixelColor(pixels(12), pixels(20)), QColor(Qt::white)) << scale;
+    }
+}
+
+TEST_F(APainting, DrawsARingOfWholePixelsAcross) {
+    for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
+        const QImage image = paint({{ui::Stroke{{12, 2.25, 36, 36}, ShapeKind::circle, Color::black, 2}}}, scale);
+        const auto pixels = [&](const int points) { return static_cast<int>(points * scale); };
+        const QRect ring = inked(image);
+        EXPECT_EQ(ring.width(), pixels(38)) << scale;
+        EXPECT_EQ(ring.height(), pixels(38)) << scale;
+        const int y = ring.center().y();
+        EXPECT_EQ(image.pixelColor(pixels(30), y), QColor(Qt::white)) << "transparent inside at " << scale;
+        EXPECT_LT(image.pixelColor(pixels(12), y).lightness(), 40) << scale;
+    }
+}
+
+TEST_F(APainting, FillsTheLargestCircleCentred) {
+    const QImage image = paint({fill({10, 10, 40, 20}, ShapeKind::circle)});
+    EXPECT_EQ(inked(image), QRect(20, 10, 20, 20));
+    EXPECT_EQ(image.pixelColor(20, 10), QColor(Qt::white));
+}
+
+TEST_F(APainting, GivesACapsuleRoundEnds) {
+    const QImage image = paint({fill({10, 10, 40, 20}, ShapeKind::capsule)});
+    EXPECT_EQ(inked(image), QRect(10, 10, 40, 20));
+    EXPECT_EQ(image.pixelColor(11, 11), QColor(Qt::white));
+    EXPECT_EQ(image.pixelColor(20, 10), QColor(Qt::black));
+}
+
+TEST_F(APainting, ShowsOnlyWhatLiesInAClip) {
+    const QImage clipped = paint({{ui::Clip{{10, 10, 40, 20}, ShapeKind::capsule, {fill({0, 0, 60, 40})}}}});
+    EXPECT_EQ(clipped, paint({fill({10, 10, 40, 20}, ShapeKind::capsule)}));
+}
+
+TEST_F(APainting, EndsAClipWhereItsContentEnds) {
+    const QImage image =
+        paint({{ui::Clip{{10, 10, 10, 10}, ShapeKind::circle, {fill({0, 0, 60, 40})}}}, fill({40, 10, 10, 10})});
+    EXPECT_EQ(image.pixelColor(45, 15), QColor(Qt::black));
+}
+
+TEST_F(APainting, ShowsTheNearestColourThatThereIs) {
+    const Color beyond{257, -1, 0.5, 2};
+    const QImage image = paint({{ui::Fill{{10, 10, 10, 10}, ShapeKind::rectangle, beyond}}});
+    EXPECT_EQ(image.pixelColor(15, 15), QColor(255, 0, 128));
+}
+
+TEST_F(APainting, StretchesAnImageOverItsRectangle) {
+    const QImage image = paint({{ui::ImageRun{{10, 10, 40, 20}, {"Ethernet"}, Color::black, ""}}});
+    const QRect ink = inked(image);
+    EXPECT_GE(ink.left(), 10);
+    EXPECT_GT(ink.width(), 30);
+    EXPECT_LE(ink.height(), 20);
+}
+
+TEST_F(APainting, PutsAnImageOnWholePixels) {
+    const QImage exact = paint({{ui::ImageRun{{10, 10, 22, 22}, {"Ethernet"}, Color::black, ""}}});
+    EXPECT_EQ(paint({{ui::ImageRun{{10.2, 9.75, 22, 22}, {"Ethernet"}, Color::black, ""}}}), exact);
+}
+
+TEST_F(APainting, DrawsTheIndicatorOfAMenuInItsColour) {
+    const QImage image = paint({{ui::MenuIndicator{{20, 10, 10, 16}, Color::black}}});
+    const QRect ink = inked(image);
+    EXPECT_TRUE(QRect(20, 10, 10, 16).contains(ink));
+    EXPECT_EQ(ink.center().x(), 24);
+    EXPECT_GE(ink.height(), 4);
+    const Color red{1, 0, 0, 1};
+    EXPECT_NE(paint({{ui::MenuIndicator{{20, 10, 10, 16}, red}}}), image);
+}
+
+class AText : public APainting {
+protected:
+    const QtMetrics metrics_{images_};
+};
+
+TEST_F(AText, IsAsWideWhenPaintedAsItWasMeasured) {
+    for (const char* text : {"Activate", "Upgrade", "Network Driver", "Open Privacy & Security in System Settings"}) {
+        for (const ui::Font font :
+             {ui::Font::body, ui::Font::callout, ui::Font{ui::TextStyle::title3, ui::FontWeight::semibold}}) {
+            for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
+                const double measured = metrics_.textSize(text, font).width;
+                const double painted = inked(paint({{run(text, font)}}, scale, 400)).width() / scale;
+                EXPECT_NEAR(painted, measured, 2.5) << text << " at " << scale;
+            }
+        }
+    }
+}
+
+TEST_F(AText, StandsWithItsCapitalsInTheMiddleOfItsLine) {
+    for (const ui::TextStyle style : {ui::TextStyle::body, ui::TextStyle::callout, ui::TextStyle::title3}) {
+        ui::TextRun letter = run("H", {style, ui::FontWeight::regular});
+        letter.rect.height = metrics_.textSize("H", letter.font).height;
+        const QRect ink = inked(paint({{letter}}, 3));
+        EXPECT_NEAR((ink.top() + ink.bottom() + 1) / 2.0 / 3, letter.rect.y + letter.rect.height / 2, 0.5);
+    }
+}
+
+TEST_F(AText, IsNeverReadAsMarkupOrMnemonic) {
+    const QFontMetricsF inter{toQFont(ui::Font::body)};
+    for (const char* text : {"<b>bold</b>", "A &amp; B", "&File", "&&"}) {
+        const double whole = inter.horizontalAdvance(QString::fromUtf8(text));
+        EXPECT_NEAR(inked(paint({{run(text)}}, 1, 200)).width(), whole, 3) << text;
+    }
+}
+
+TEST_F(AText, IsDrawnInItsColour) {
+    ui::TextRun red = run("H");
+    red.color = {1, 0, 0, 1};
+    const QImage image = paint({{red}}, 3);
+    const QRect ink = inked(image);
+    EXPECT_EQ(image.pixelColor(ink.left() + 2, ink.center().y()), QColor(Qt::red));
+}
+
+TEST_F(AText, IsHeavierWhereItIsSemibold) {
+    const auto darkness = [&](const ui::FontWeight weight) {
+        const QImage image = paint({{run("Driver", {ui::TextStyle::body, weight})}}, 2);
+        double sum = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                sum += 255 - image.pixelColor(x, y).lightness();
+        return sum;
+    };
+    EXPECT_GT(darkness(ui::FontWeight::semibold), 1.15 * darkness(ui::FontWeight::regular));
+}
+
+TEST_F(AText, EndsInAnEllipsisWithinItsWidthWhereItIsTruncated) {
+    ui::TextRun truncated = run("A name that is far too long for this");
+    truncated.rect.width = 90;
+    truncated.truncated = true;
+    const QImage shown = paint({{truncated}}, 1, 300);
+    EXPECT_LE(inked(shown).right(), 100);
+
+    ui::TextRun ended = run("");
+    ended.text = QFontMetricsF{toQFont(truncated.font)}
+                     .elidedText(QString::fromStdString(truncated.text), Qt::ElideRight, 90)
+                     .toStdString();
+    EXPECT_EQ(QString::fromStdString(ended.text).back(), QChar(0x2026));
+    EXPECT_EQ(shown, paint({{ended}}, 1, 300));
+}
+
+TEST_F(AText, IsWholeWhereItLacksNextToNothing) {
+    ui::TextRun tight = run("Upgrade");
+    tight.rect.width = metrics_.textSize("Upgrade", tight.font).width - 0.9;
+    EXPECT_EQ(paint({{tight}}, 1, 200), paint({{run("Upgrade")}}, 1, 200));
+}
+
+TEST_F(APainting, DrawsTheRingInFullAroundAMissingImageAndNothingInside) {
+    const QImage image = paint({{ui::Stroke{{12, 2, 36, 36}, ShapeKind::circle, Color::black, 2}},
+                                {ui::ImageRun{{19, 9, 22, 22}, {"Missing"}, Color::black, {}}}});
+    EXPECT_EQ(inked(image), QRect(11, 1, 38, 38));
+    EXPECT_EQ(inked(image.copy(19, 9, 22, 22)), QRect());
+}
+
+TEST_F(APainting, DrawsTheDiscInFullBehindAMissingImage) {
+    const QImage image = paint(
+        {{ui::Clip{{10, 0, 40, 40},
+                   ShapeKind::circle,
+                   {fill({10, 0, 40, 40}), {ui::ImageRun{{19, 9, 22, 22}, {"MissingDark"}, Color::black, {}}}}}}});
+    EXPECT_EQ(inked(image), QRect(10, 0, 40, 40));
+    EXPECT_EQ(image.pixelColor(30, 20), QColor(Qt::black));
+}
+
+} // namespace
+} // namespace platform

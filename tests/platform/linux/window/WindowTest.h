@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/linux/ImageStore.h"
+#include "platform/linux/MainWindow.h"
+#include "platform/linux/SceneAccessibility.h"
+#include "tests/platform/linux/window/SceneMaking.h"
+#include "tests/support/FakeServices.h"
+
+#include <QApplication>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+namespace platform {
+
+/// An application, made as the running one is, in a process that may have had others before.
+class TestApplication {
+public:
+    TestApplication();
+
+private:
+    struct Style {
+        Style();
+    };
+    Style style_;
+    int argc_ = 1;
+    std::array<char, 5> name_{"test"};
+    std::array<char*, 2> argv_{name_.data(), nullptr};
+    QApplication application_;
+};
+
+/// A shown and active window, and a person's hands.
+class WindowTest : public testing::Test {
+protected:
+    WindowTest();
+
+    /// Presents the nodes in a scene of 450 by 230 and handles what follows from that.
+    void show(std::vector<ui::SceneNode> nodes);
+
+    void pressMouse(QPoint at, Qt::MouseButton button = Qt::LeftButton);
+    void moveMouse(QPoint to);
+    void releaseMouse(QPoint at, Qt::MouseButton button = Qt::LeftButton);
+    void click(QPoint at, Qt::MouseButton button = Qt::LeftButton);
+    void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    void releaseKey(Qt::Key key);
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+
+    /// What is seen of the window.
+    QImage picture();
+    /// The accessible name of the control with keyboard focus; empty if there is none.
+    std::string focused() const;
+    /// The native control of that accessible name, null if there is none.
+    SceneControl* control(const std::string& accessibleName) const;
+    static QMenu* openMenu();
+    /// Whether anything in that area has changed since `before`.
+    bool differs(const QImage& before, QRect area);
+
+    fake::FreshServices services_;
+    TestApplication application_;
+    SceneAccessibility accessibility_;
+    ImageStore images_{QStringLiteral(ICONS)};
+    MainWindow window_{QStringLiteral("Window"), images_};
+};
+
+} // namespace platform

@@ -1,0 +1,69 @@
+#include "platform/ui/StackLayout.h"
+
+#include "platform/ui/Geometry.h"
+
+#include <algorithm>
+
+namespace platform::ui {
+namespace {
+
+using Lengths = std::vector<double>;
+
+StackItem fixed(const double length) {
+    return {std::nullopt, [length](std::optional<double>) { return length; }};
+}
+
+/// Takes what it is offered between its bounds, its least length where nothing is.
+StackItem flexible(const double least, const double most) {
+    return {std::nullopt,
+            [=](const std::optional<double> offered) { return std::clamp(offered.value_or(least), least, most); }};
+}
+
+StackItem spacer() {
+    return {8, nullptr};
+}
+
+TEST(AStack, SharesItsLengthEquallyAmongTheFlexible) {
+    EXPECT_EQ(stackLengths({flexible(0, 1000), flexible(0, 1000)}, 100, 0), (Lengths{50, 50}));
+}
+
+TEST(AStack, OffersTheRestToTheMoreFlexibleAfterTheLessFlexible) {
+    EXPECT_EQ(stackLengths({flexible(0, 1000), fixed(10), flexible(0, 20)}, 100, 0), (Lengths{70, 10, 20}));
+}
+
+TEST(AStack, TakesItsSpacingOffFirst) {
+    EXPECT_EQ(stackLengths({flexible(0, 1000), flexible(0, 1000)}, 100, 8), (Lengths{46, 46}));
+}
+
+TEST(AStack, KeepsTheLeastLengthsOfItsSpacersFromTheOthers) {
+    EXPECT_EQ(stackLengths({spacer(), flexible(0, 1000), spacer()}, 100, 0), (Lengths{8, 84, 8}));
+}
+
+TEST(AStack, SharesWhatIsLeftAmongItsSpacers) {
+    EXPECT_EQ(stackLengths({spacer(), fixed(40), spacer()}, 100, 0), (Lengths{30, 40, 30}));
+}
+
+TEST(AStack, NeverMakesASpacerShorterThanItsLeast) {
+    EXPECT_EQ(stackLengths({spacer(), fixed(140), spacer()}, 100, 0), (Lengths{8, 140, 8}));
+}
+
+TEST(AStack, OffersNothingRatherThanLessThanNothing) {
+    EXPECT_EQ(stackLengths({fixed(140), flexible(5, 1000)}, 100, 0), (Lengths{140, 5}));
+}
+
+TEST(AStack, GivesEachMemberItsOwnLengthWhereNothingIsOffered) {
+    EXPECT_EQ(stackLengths({spacer(), flexible(5, 1000), fixed(3)}, std::nullopt, 8), (Lengths{8, 5, 3}));
+}
+
+TEST(AStack, StaysFiniteWithTheGreatestLength) {
+    const auto lengths =
+        stackLengths({fixed(greatestFiniteMagnitude), fixed(greatestFiniteMagnitude), spacer()}, 100, 8);
+    EXPECT_EQ(lengths, (Lengths{greatestFiniteMagnitude, greatestFiniteMagnitude, 8}));
+}
+
+TEST(AStack, MayBeEmpty) {
+    EXPECT_EQ(stackLengths({}, 100, 0), Lengths{});
+}
+
+} // namespace
+} // namespace platform::ui

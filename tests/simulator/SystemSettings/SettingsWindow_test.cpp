@@ -1,0 +1,380 @@
+#include "tests/simulator/support/Printing.h"
+
+#include "tests/simulator/SystemSettings/ShownWindow.h"
+#include "tests/simulator/support/PrivateBus.h"
+#include "tests/simulator/support/QtMessages.h"
+#include "tests/simulator/support/ScriptedControl.h"
+#include "tests/simulator/support/Until.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QLabel>
+#include <QtTest>
+
+#include <optional>
+
+namespace simulator::tests {
+
+namespace {
+
+constexpr auto camera = "com.kelvra.ip-camera.cmio";
+constexpr auto network = "com.kelvra.driverkit.usb-to-poe";
+
+CopyEntry numbered(qlonglong number, CopyEntry copy) {
+    copy.number = number;
+    return copy;
+}
+
+const auto waitingCamera = [] { return numbered(1, copyIn("waiting")); };
+const auto enabledCamera = [] { return numbered(1, copyIn("enabled")); };
+const auto enabledNetwork = [] { return numbered(2, copyIn("enabled", network)); };
+
+RequestEntry question(const QString& identifier) {
+    RequestEntry request;
+    request.identifier = identifier;
+    request.stage = "authorization";
+    request.application = "/Applications/Driver Manager.app";
+    return request;
+}
+
+bool isOn(QWidget* toggle) {
+    return QAccessible::queryAccessibleInterface(toggle)->state().checked;
+}
+
+/// The window in front of a service that answers what the test says, on a bus of their own.
+class SystemSettings : public testing::Test {
+protected:
+    SystemSettings() { control_.emplace(bus_.connect()); }
+
+    ScriptedControl& control() { return *control_; }
+    PrivateBus& bus() { return bus_; }
+    settings::SettingsWindow& window() { return shown_->window(); }
+
+    /// Shows the window, and waits until it shows what the service listed.
+    void open() {
+        shown_.emplace(bus_.connect());
+        ASSERT_TRUE(untilSaid("Camera Extensions"));
+    }
+
+    /// The same in front of a service that is not there.
+    void openWithoutService() {
+        control_->leave();
+        shown_.emplace(bus_.connect());
+        ASSERT_TRUE(untilSaid("The simulated Mac is not running."));
+    }
+
+    void close() { shown_.reset(); }
+
+    QWidget* named(const QString& name) { return shown_->named(name); }
+    bool shows(const QString& name) { return shown_->shows(name); }
+    QStringList texts() { return shown_->texts(); }
+    bool says(const QString& text) { return shown_->says(text); }
+    QString focused() { return shown_->focused(); }
+    void press(const QString& name) { shown_->press(name); }
+
+    [[nodiscard]] bool untilShown(const QString& name) { return shown_->untilShown(name); }
+    [[nodiscard]] bool untilSaid(const QString& text) { return shown_->untilSaid(text); }
+    [[nodiscard]] bool untilDone(const QString& deed) {
+        return until([this, &deed] { return control().deeds().contains(deed); });
+    }
+
+private:
+    OffscreenApplication application_;
+    QtMessages messages_;
+    PrivateBus bus_;
+    std::optional<ScriptedControl> control_;
+    std::optional<ShownWindow> shown_;
+};
+
+} // namespace
+
+TEST_F(SystemSettings, HasATitleAndAHeading) {
+    open();
+    EXPECT_EQ(window().windowTitle(), "System Settings");
+    EXPECT_TRUE(says("Privacy & Security"));
+}
+
+TEST_F(SystemSettings, SaysWhatIsThereAndHowItStands) {
+    control().show({waitingCamera(), enabledNetwork(), numbered(3, copyIn("uninstalling", network, "2.0", "2004"))});
+    open();
+    EXPECT_EQ(texts(),
+              (QStringList{"Privacy & Security", "Camera Extensions", "Camera", "2.1/2105", camera,
+                           "Waiting for approval", "Driver Extensions", "Network", "2.1/2105", network, "Enabled",
+                           "Network", "2.0/2004", network, "Removed at restart", "A restart ends every application."}));
+}
+
+TEST_F(SystemSettings, SaysSoIfNothingIsInstalled) {
+    open();
+    EXPECT_TRUE(says("No camera extension is installed."));
+    EXPECT_TRUE(says("No driver is installed."));
+    EXPECT_FALSE(says("Other Extensions"));
+}
+
+TEST_F(SystemSettings, ShowsATextAsItIsWhateverItHolds) {
+    auto copy = waitingCamera();
+    copy.name = "<b>Bold</b> & <img src=x>";
+    control().show({copy});
+    open();
+    EXPECT_TRUE(says("<b>Bold</b> & <img src=x>"));
+    EXPECT_TRUE(shows("Allow <b>Bold</b> & <img src=x>"));
+    for (const auto* label : window().findChildren<QLabel*>())
+        EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
+}
+
+TEST_F(SystemSettings, OffersAllowAndDenyForWhatWaitsAndASwitchForWhatWasApproved) {
+    control().show({waitingCamera(), enabledNetwork(), numbered(3, copyIn("uninstalling", network))});
+    open();
+    EXPECT_TRUE(shows("Allow Camera"));
+    EXPECT_TRUE(shows("Deny Camera"));
+    EXPECT_FALSE(shows("Enable Camera"));
+    EXPECT_TRUE(shows("Enable Network"));
+    EXPECT_FALSE(shows("Allow Network"));
+    EXPECT_FALSE(shows("Deny Network"));
+}
+
+TEST_F(SystemSettings, GivesEachControlARoleANameAndAnAction) {
+    control().show({waitingCamera(), enabledNetwork()});
+    open();
+    const auto roleOf = [this](const QString& name) {
+        return QAccessible::queryAccessibleInterface(named(name))->role();
+    };
+    EXPECT_EQ(roleOf("Allow Camera"), QAccessible::Button);
+    EXPECT_EQ(roleOf("Deny Camera"), QAccessible::Button);
+    EXPECT_EQ(roleOf("Enable Network"), QAccessible::CheckBox);
+    EXPECT_EQ(roleOf("Restart"), QAccessible::Button);
+    for (const auto* name : {"Allow Camera", "Deny Camera", "Enable Network", "Restart"})
+        EXPECT_FALSE(QAccessible::queryAccessibleInterface(named(name))->actionInterface()->actionNames().isEmpty());
+}
+
+TEST_F(SystemSettings, AllowsAndDeniesAndRestartsAtAPressOfTheMouse) {
+    control().show({waitingCamera()});
+    open();
+    QTest::mouseClick(named("Allow Camera"), Qt::LeftButton);
+    EXPECT_TRUE(untilDone("Allow com.kelvra.ip-camera.cmio"));
+    QTest::mouseClick(named("Deny Camera"), Qt::LeftButton);
+    EXPECT_TRUE(untilDone("Deny com.kelvra.ip-camera.cmio"));
+    QTest::mouseClick(named("Restart"), Qt::LeftButton);
+    EXPECT_TRUE(untilDone("Restart"));
+}
+
+TEST_F(SystemSettings, AllowsAtTheActionOfAssistiveTechnology) {
+    control().show({waitingCamera()});
+    open();
+    press("Allow Camera");
+    EXPECT_TRUE(untilDone("Allow com.kelvra.ip-camera.cmio"));
+}
+
+TEST_F(SystemSettings, IsWalkedByTabInReadingOrder) {
+    control().show({waitingCamera(), numbered(3, copyIn("disabled", "other.cmio")), enabledNetwork()});
+    open();
+    QStringList walk;
+    for (auto step = 0; step < 5; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        walk += focused();
+    }
+    EXPECT_EQ(walk, (QStringList{"Deny Camera", "Allow Camera", "Enable Camera", "Enable Network", "Restart"}));
+}
+
+TEST_F(SystemSettings, IsWalkedInReadingOrderAlsoAfterARowCameInBetween) {
+    control().show({enabledNetwork()});
+    open();
+    control().show({waitingCamera(), enabledNetwork()});
+    ASSERT_TRUE(untilShown("Allow Camera"));
+    QStringList walk;
+    for (auto step = 0; step < 4; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        walk += focused();
+    }
+    EXPECT_EQ(walk, (QStringList{"Deny Camera", "Allow Camera", "Enable Network", "Restart"}));
+}
+
+TEST_F(SystemSettings, IsReadInTheOrderInWhichItIsShown) {
+    const auto first = numbered(3, copyIn("enabled", "a.cmio"));
+    control().show({waitingCamera()});
+    open();
+    control().show({first, waitingCamera()});
+    ASSERT_TRUE(untilSaid("a.cmio"));
+    EXPECT_LT(texts().indexOf("a.cmio"), texts().indexOf(camera));
+}
+
+TEST_F(SystemSettings, IsPressedBySpaceAndByReturn) {
+    control().show({waitingCamera(), enabledNetwork()});
+    open();
+    named("Deny Camera")->setFocus();
+    QTest::keyClick(named("Deny Camera"), Qt::Key_Space);
+    EXPECT_TRUE(untilDone("Deny com.kelvra.ip-camera.cmio"));
+    QTest::keyClick(named("Allow Camera"), Qt::Key_Return);
+    EXPECT_TRUE(untilDone("Allow com.kelvra.ip-camera.cmio"));
+    QTest::keyClick(named("Enable Network"), Qt::Key_Return);
+    EXPECT_TRUE(untilDone("Disable com.kelvra.driverkit.usb-to-poe"));
+}
+
+TEST_F(SystemSettings, HasNoMnemonics) {
+    control().show({waitingCamera(), enabledNetwork()});
+    open();
+    for (const auto* button : window().findChildren<QAbstractButton*>())
+        EXPECT_TRUE(button->shortcut().isEmpty()) << button->text().toStdString();
+}
+
+TEST_F(SystemSettings, FollowsEachChangeByItself) {
+    open();
+    control().show({waitingCamera()});
+    EXPECT_TRUE(untilShown("Allow Camera"));
+    control().show({enabledCamera()});
+    EXPECT_TRUE(untilShown("Enable Camera"));
+    EXPECT_FALSE(shows("Allow Camera"));
+    control().show({});
+    EXPECT_TRUE(untilSaid("No camera extension is installed."));
+    EXPECT_FALSE(shows("Enable Camera"));
+}
+
+TEST_F(SystemSettings, AsksFewTimesForManyChanges) {
+    open();
+    for (auto change = 0; change < 500; ++change)
+        emit control().Changed();
+    control().show({waitingCamera()});
+    EXPECT_TRUE(untilShown("Allow Camera"));
+    EXPECT_LT(control().timesAsked("ListCopies"), 100);
+}
+
+TEST_F(SystemSettings, KeepsKeyboardFocusOnTheSameCopyThroughChanges) {
+    control().show({enabledNetwork()});
+    open();
+    named("Enable Network")->setFocus();
+    control().show({waitingCamera(), enabledNetwork()});
+    ASSERT_TRUE(untilShown("Allow Camera"));
+    EXPECT_EQ(focused(), "Enable Network");
+}
+
+TEST_F(SystemSettings, MovesKeyboardFocusFromAllowToTheSwitchThatTakesItsPlace) {
+    control().show({waitingCamera(), enabledNetwork()});
+    open();
+    named("Allow Camera")->setFocus();
+    control().show({enabledCamera(), enabledNetwork()});
+    ASSERT_TRUE(untilShown("Enable Camera"));
+    EXPECT_EQ(focused(), "Enable Camera");
+}
+
+TEST_F(SystemSettings, TurnsASwitchOnlyWhenTheServiceSaysSo) {
+    control().show({enabledNetwork()});
+    open();
+    QTest::mouseClick(named("Enable Network"), Qt::LeftButton);
+    ASSERT_TRUE(untilDone("Disable com.kelvra.driverkit.usb-to-poe"));
+    EXPECT_TRUE(isOn(named("Enable Network")));
+    control().show({numbered(2, copyIn("disabled", network))});
+    ASSERT_TRUE(untilSaid("Disabled"));
+    EXPECT_FALSE(isOn(named("Enable Network")));
+    QTest::mouseClick(named("Enable Network"), Qt::LeftButton);
+    EXPECT_TRUE(untilDone("Enable com.kelvra.driverkit.usb-to-poe"));
+}
+
+TEST_F(SystemSettings, SaysWhyTheServiceRefuses) {
+    control().show({waitingCamera()});
+    control().refuse("Allow", "NotPermitted", "the profile forbids it");
+    open();
+    QTest::mouseClick(named("Allow Camera"), Qt::LeftButton);
+    EXPECT_TRUE(untilSaid("the profile forbids it"));
+    EXPECT_FALSE(shows("Start the simulated Mac"));
+}
+
+TEST_F(SystemSettings, SaysNothingIfSomeoneElseWasQuicker) {
+    control().show({waitingCamera()});
+    control().refuse("Allow", "NothingWaiting", "nothing waits");
+    open();
+    const auto asked = control().timesAsked("ListCopies");
+    QTest::mouseClick(named("Allow Camera"), Qt::LeftButton);
+    ASSERT_TRUE(until([this, asked] { return control().timesAsked("ListCopies") > asked; }));
+    EXPECT_FALSE(says("nothing waits"));
+}
+
+TEST_F(SystemSettings, SaysSoIfTheServiceIsNotThere) {
+    openWithoutService();
+    EXPECT_TRUE(shows("Start the simulated Mac"));
+    EXPECT_FALSE(says("Camera Extensions"));
+    EXPECT_FALSE(named("Restart")->isEnabled());
+}
+
+TEST_F(SystemSettings, ShowsTheListsAgainWhenTheServiceIsBack) {
+    control().show({waitingCamera()});
+    open();
+    control().leave();
+    ASSERT_TRUE(untilSaid("The simulated Mac is not running."));
+    EXPECT_FALSE(shows("Allow Camera"));
+    control().comeBack();
+    ASSERT_TRUE(untilShown("Allow Camera"));
+    EXPECT_FALSE(says("The simulated Mac is not running."));
+    EXPECT_TRUE(named("Restart")->isEnabled());
+}
+
+TEST_F(SystemSettings, LooksAgainWhenStartIsPressed) {
+    openWithoutService();
+    QTest::mouseClick(named("Start the simulated Mac"), Qt::LeftButton);
+    control().comeBack();
+    EXPECT_TRUE(untilSaid("Camera Extensions"));
+}
+
+TEST_F(SystemSettings, SaysSoIfTheBusIsGone) {
+    open();
+    bus().stop();
+    EXPECT_TRUE(untilSaid("There is no session bus, so there is no simulated Mac."));
+}
+
+TEST_F(SystemSettings, AsksTheAdministratorsQuestionOverEverythingElse) {
+    control().show({enabledNetwork()});
+    open();
+    control().showRequests({question(network)});
+    ASSERT_TRUE(untilShown("Authorize Network"));
+    EXPECT_TRUE(says("An administrator has to agree"));
+    EXPECT_TRUE(says(QStringLiteral("Driver Manager wants to remove Network.\n") + network));
+    EXPECT_FALSE(named("Enable Network")->isEnabled());
+    EXPECT_FALSE(named("Restart")->isEnabled());
+    QTest::mouseClick(named("Authorize Network"), Qt::LeftButton);
+    EXPECT_TRUE(untilDone("Authorize com.kelvra.driverkit.usb-to-poe"));
+}
+
+TEST_F(SystemSettings, TakesTheQuestionAwayWhoeverAnsweredIt) {
+    control().show({enabledNetwork()});
+    open();
+    named("Enable Network")->setFocus();
+    control().showRequests({question(network)});
+    ASSERT_TRUE(untilShown("Refuse Network"));
+    EXPECT_EQ(focused(), "Authorize Network");
+    control().showRequests({});
+    ASSERT_TRUE(until([this] { return !shows("Refuse Network"); }));
+    EXPECT_TRUE(named("Restart")->isEnabled());
+    EXPECT_EQ(focused(), "Enable Network");
+}
+
+TEST_F(SystemSettings, RefusesAtEscapeAndAtThePressOfRefuse) {
+    control().show({enabledNetwork()});
+    control().showRequests({question(network)});
+    open();
+    ASSERT_TRUE(untilShown("Refuse Network"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_TRUE(untilDone("Refuse com.kelvra.driverkit.usb-to-poe"));
+    control().showRequests({question(camera)});
+    ASSERT_TRUE(untilShown("Refuse com.kelvra.ip-camera.cmio"));
+    QTest::mouseClick(named("Refuse com.kelvra.ip-camera.cmio"), Qt::LeftButton);
+    EXPECT_TRUE(untilDone("Refuse com.kelvra.ip-camera.cmio"));
+}
+
+TEST_F(SystemSettings, KeepsTabWithinTheQuestion) {
+    control().show({enabledNetwork()});
+    control().showRequests({question(network)});
+    open();
+    ASSERT_TRUE(untilShown("Authorize Network"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(focused(), "Refuse Network");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(focused(), "Authorize Network");
+}
+
+TEST_F(SystemSettings, DropsAnswersThatComeAfterItIsClosed) {
+    open();
+    emit control().Changed();
+    ASSERT_TRUE(until([this] { return control().timesAsked("ListCopies") == 2; }));
+    close();
+    handleEvents();
+}
+
+} // namespace simulator::tests

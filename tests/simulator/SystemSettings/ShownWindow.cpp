@@ -1,0 +1,66 @@
+#include "ShownWindow.h"
+
+#include "simulator/SystemSettings/Appearance.h"
+#include "tests/simulator/support/Until.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QLabel>
+
+namespace simulator::tests {
+
+namespace {
+
+QString accessibleName(QWidget& widget) {
+    return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
+}
+
+} // namespace
+
+OffscreenApplication::Environment::Environment() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
+}
+
+OffscreenApplication::OffscreenApplication() {
+    settings::useAppearance(application_);
+}
+
+ShownWindow::ShownWindow(const QDBusConnection& bus) : window_{bus} {
+    window_.show();
+    window_.activateWindow();
+}
+
+QWidget* ShownWindow::named(const QString& name) {
+    for (auto* button : window_.findChildren<QAbstractButton*>())
+        if (button->isVisible() && accessibleName(*button) == name) return button;
+    return nullptr;
+}
+
+QStringList ShownWindow::texts() {
+    QStringList all;
+    for (auto* label : window_.findChildren<QLabel*>())
+        if (label->isVisible()) all += accessibleName(*label);
+    return all;
+}
+
+QString ShownWindow::focused() {
+    auto* const widget = QApplication::focusWidget();
+    return widget == nullptr ? QString{} : accessibleName(*widget);
+}
+
+void ShownWindow::press(const QString& name) {
+    QAccessible::queryAccessibleInterface(named(name))
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+}
+
+bool ShownWindow::untilShown(const QString& name) {
+    return until([this, &name] { return shows(name); });
+}
+
+bool ShownWindow::untilSaid(const QString& text) {
+    return until([this, &text] { return says(text); });
+}
+
+} // namespace simulator::tests

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "simulator/SystemSettings/SettingsWindow.h"
+
+#include <QApplication>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace simulator::tests {
+
+/// An application that draws into memory, in the appearance of System Settings.
+class OffscreenApplication {
+public:
+    OffscreenApplication();
+
+private:
+    /// Where the application is told what it is to be, before there is one.
+    struct Environment {
+        Environment();
+        QTemporaryDir runtime;
+    };
+
+    Environment environment_;
+    int argc_ = 1;
+    char name_[6] = "tests";
+    char* argv_[2] = {name_, nullptr};
+    QApplication application_{argc_, argv_};
+};
+
+/// The window of System Settings as assistive technology finds it.
+class ShownWindow {
+public:
+    /// Shows it and gives it the keyboard.
+    explicit ShownWindow(const QDBusConnection& bus);
+
+    settings::SettingsWindow& window() { return window_; }
+
+    /// The visible control whose accessible name it is; null if there is none.
+    QWidget* named(const QString& name);
+    bool shows(const QString& name) { return named(name) != nullptr; }
+    /// Every visible text, in the order of the window.
+    QStringList texts();
+    bool says(const QString& text) { return texts().contains(text); }
+    /// The accessible name of what has keyboard focus.
+    QString focused();
+
+    /// Presses the control as assistive technology does. It must be there.
+    void press(const QString& name);
+
+    [[nodiscard]] bool untilShown(const QString& name);
+    [[nodiscard]] bool untilSaid(const QString& text);
+
+private:
+    settings::SettingsWindow window_;
+};
+
+} // namespace simulator::tests

@@ -1,0 +1,269 @@
+#include "simulator/store/Store.h"
+
+#include "simulator/store/StoreFailure.h"
+#include "tests/simulator/sample/SampleMac.h"
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <utility>
+
+namespace simulator {
+namespace {
+
+using testing::HasSubstr;
+
+/// A machine on which something of everything has happened.
+State aBusyState() {
+    SampleMac mac;
+    mac.install("2004", "enabled");
+    mac.install("1999", "uninstalling", driver);
+    mac.activate("a", driver);
+    mac.set("denial", "silence");
+    mac.mustDo(mac.machine().setApplicationsFolders({"/second", "/first"}));
+    mac.mustDo(mac.machine().advance(1234));
+    mac.machine().setDeveloperMode(true);
+    Fault fault;
+    fault.kind = Fault::Kind::error;
+    fault.request = RequestKind::deactivation;
+    fault.failure = failureWith(8, "It's \"broken\".\n");
+    mac.mustDo(mac.machine().orderFault(fault));
+    fault.kind = Fault::Kind::delay;
+    fault.request.reset();
+    fault.milliseconds = 90000;
+    mac.mustDo(mac.machine().orderFault(fault));
+    return mac.machine().state();
+}
+
+class AStore : public testing::Test {
+protected:
+    AStore() {
+        std::string pattern = std::filesystem::temp_directory_path() / "store-XXXXXX";
+        folder = mkdtemp(pattern.data());
+        file = folder / "state" / "store.sqlite";
+    }
+    ~AStore() override { std::filesystem::remove_all(folder); }
+
+    std::string whyNotOpened() const {
+        try {
+            const Store store{file};
+        } catch (const StoreFailure& failure) {
+            return failure.what();
+        }
+        return "it was opened";
+    }
+
+    void tamper(const std::string& statement) const {
+        sqlite3* handle = nullptr;
+        ASSERT_EQ(sqlite3_open(file.c_str(), &handle), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(handle, statement.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(handle);
+    }
+
+    void overwrite(std::streamoff position, const std::string& bytes) const {
+        std::fstream stream{file, std::ios::in | std::ios::out | std::ios::binary};
+        stream.seekp(position);
+        stream << bytes;
+    }
+
+    std::filesystem::path folder;
+    std::filesystem::path file;
+};
+
+TEST_F(AStore, BeginsWithAMachineOnWhichNothingIsInstalled) {
+    const Store store{file};
+    EXPECT_EQ(store.load(), State{});
+}
+
+TEST_F(AStore, KeepsEverythingOfAState) {
+    const State state = aBusyState();
+    Store{file}.save(state);
+    EXPECT_EQ(Store{file}.load(), state);
+}
+
+TEST_F(AStore, ForgetsWhatIsNoLongerThere) {
+    Store{file}.save(aBusyState());
+    Store{file}.save(State{});
+    EXPECT_EQ(Store{file}.load(), State{});
+}
+
+TEST_F(AStore, KeepsTheSourceOfAProfileByteByByte) {
+    State state;
+    state.settings.profile.source = std::string{"bplist00\0\xff\n", 11};
+    Store{file}.save(state);
+    EXPECT_EQ(Store{file}.load().settings.profile.source, state.settings.profile.source);
+}
+
+TEST_F(AStore, LosesNothingThatWasKeptWhenItsProcessIsKilled) {
+    const State state = aBusyState();
+    const pid_t child = fork();
+    if (child == 0) {
+        Store store{file};
+        store.save(state);
+        std::raise(SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(Store{file}.load(), state);
+}
+
+TEST_F(AStore, BelongsToOneProcessAtATime) {
+    const Store store{file};
+    EXPECT_EQ(whyNotOpened(), file.string() + ": it is in use by another service");
+}
+
+TEST_F(AStore, OfANewerVersionIsLeftAlone) {
+    Store{file}.save(aBusyState());
+    tamper("PRAGMA user_version = 2");
+    EXPECT_EQ(whyNotOpened(), file.string() + ": it was written by a newer simulator (version 2, this one knows 1)");
+    tamper("PRAGMA user_version = 1");
+    EXPECT_EQ(Store{file}.load(), aBusyState());
+}
+
+TEST_F(AStore, OfAnotherProgramIsLeftAlone) {
+    std::filesystem::create_directories(file.parent_path());
+    tamper("CREATE TABLE recipe (name)");
+    EXPECT_EQ(whyNotOpened(), file.string() + ": it is no store of the simulator");
+}
+
+TEST_F(AStore, ThatIsNoDatabaseIsLeftAlone) {
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream{file} << std::string(10000, 'x');
+    EXPECT_EQ(whyNotOpened(), file.string() + ": it is no store of the simulator");
+    EXPECT_EQ(std::filesystem::file_size(file), 10000U);
+}
+
+TEST_F(AStore, ThatIsDamagedIsLeftAlone) {
+    Store{file}.save(aBusyState());
+    const auto size = std::filesystem::file_size(file);
+    overwrite(4096, std::string(4096, '\x5a'));
+    EXPECT_EQ(whyNotOpened(), file.string() + ": it is damaged");
+    EXPECT_EQ(std::filesystem::file_size(file), size);
+}
+
+TEST_F(AStore, WithARowThatMakesNoSenseIsLeftAlone) {
+    Store{file}.save(aBusyState());
+    tamper("UPDATE copy SET state = 'asleep'");
+    EXPECT_EQ(whyNotOpened(), file.string() + ": it is damaged: a row makes no sense");
+}
+
+TEST_F(AStore, SaysThatItsFolderCannotBeCreated) {
+    std::ofstream{folder / "state"} << "a file";
+    EXPECT_THAT(whyNotOpened(), HasSubstr("store.sqlite: its folder cannot be created: "));
+}
+
+/// Counts the statements that are run on every database that is opened while it lives.
+class StatementCount {
+public:
+    StatementCount() {
+        count = 0;
+        sqlite3_auto_extension(reinterpret_cast<void (*)()>(&trace));
+    }
+    ~StatementCount() { sqlite3_cancel_auto_extension(reinterpret_cast<void (*)()>(&trace)); }
+    StatementCount(const StatementCount&) = delete;
+    StatementCount& operator=(const StatementCount&) = delete;
+
+    static int take() { return std::exchange(count, 0); }
+
+private:
+    static int trace(sqlite3* database, char**, const sqlite3_api_routines*) {
+        return sqlite3_trace_v2(database, SQLITE_TRACE_STMT, &add, nullptr);
+    }
+    static int add(unsigned, void*, void*, void*) {
+        ++count;
+        return 0;
+    }
+
+    static inline int count = 0;
+};
+
+TEST_F(AStore, WritesWhatChangedAndNoMoreHoweverManyCopiesItHas) {
+    const StatementCount statements;
+    Store store{file};
+    State state = aBusyState();
+    store.save(state);
+    const Copy sample = state.copies.begin()->second;
+    for (int i = 0; i < 10000; ++i) {
+        statements.take();
+        const std::int64_t number = ++state.lastNumber;
+        state.copies.emplace(number, sample).first->second.number = number;
+        store.save(state, {number});
+        ASSERT_EQ(statements.take(), 4) << "begin, the copy, the last number, commit";
+    }
+    store.save(state, {});
+    EXPECT_EQ(statements.take(), 0) << "nothing changed";
+    EXPECT_EQ(store.load(), state);
+}
+
+/// Acts as a user who may not write what root may.
+class AsNobody {
+public:
+    AsNobody() : user_{geteuid()} {
+        if (user_ == 0 && seteuid(65534) != 0) throw std::runtime_error{"cannot act as another user"};
+    }
+    ~AsNobody() {
+        if (seteuid(user_) != 0) std::abort();
+    }
+    AsNobody(const AsNobody&) = delete;
+    AsNobody& operator=(const AsNobody&) = delete;
+
+private:
+    uid_t user_;
+};
+
+TEST_F(AStore, ThatCannotBeWrittenSaysSo) {
+    Store{file}.save(aBusyState());
+    std::filesystem::permissions(folder, std::filesystem::perms{0555});
+    std::filesystem::permissions(file.parent_path(), std::filesystem::perms{0555});
+    std::filesystem::permissions(file, std::filesystem::perms{0444});
+    {
+        const AsNobody nobody;
+        EXPECT_EQ(whyNotOpened(), file.string() + ": it cannot be written");
+    }
+    std::filesystem::permissions(folder, std::filesystem::perms{0755});
+    std::filesystem::permissions(file.parent_path(), std::filesystem::perms{0755});
+}
+
+/// No file may grow beyond that size while it lives.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : handler_{std::signal(SIGXFSZ, SIG_IGN)} {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    void (*handler_)(int);
+    rlimit before_{};
+};
+
+TEST_F(AStore, ThatCannotGrowFailsAndKeepsWhatItHad) {
+    const State before = aBusyState();
+    State after = before;
+    for (int i = 0; i < 2000; ++i)
+        after.applications.insert("/" + std::string(500, 'x') + std::to_string(i));
+    {
+        Store store{file};
+        store.save(before);
+        const FileSizeLimit limit{100000};
+        EXPECT_THROW(store.save(after), StoreFailure);
+    }
+    EXPECT_EQ(Store{file}.load(), before);
+}
+
+} // namespace
+} // namespace simulator

@@ -1,0 +1,108 @@
+#include "tests/simulator/support/PrivateBus.h"
+
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDir>
+#include <QFile>
+#include <QUuid>
+
+#include <stdexcept>
+
+namespace simulator::tests {
+
+namespace {
+
+constexpr int patience = 20'000;
+
+constexpr auto configuration = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:path=%1</listen>
+  <servicedir>%2</servicedir>
+  <limit name="max_replies_per_connection">50000</limit>
+  <policy context="default">
+    <allow user="*"/>
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+
+void write(const QString& path, const QString& text) {
+    QFile file{path};
+    const auto bytes = text.toUtf8();
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        throw std::runtime_error{"cannot write " + path.toStdString()};
+}
+
+} // namespace
+
+PrivateBus::PrivateBus(const QProcessEnvironment& environment) {
+    QDir{folder_.path()}.mkdir("services");
+    writeConfiguration();
+    start(environment);
+}
+
+PrivateBus::~PrivateBus() {
+    for (const auto& name : connections_)
+        QDBusConnection::disconnectFromBus(name);
+    stop();
+}
+
+QDBusConnection PrivateBus::connect() {
+    connections_ += QUuid::createUuid().toString();
+    auto connection = QDBusConnection::connectToBus(address_, connections_.last());
+    if (!connection.isConnected()) throw std::runtime_error{connection.lastError().message().toStdString()};
+    return connection;
+}
+
+void PrivateBus::makeActivatable(const QString& name, const QString& program) {
+    write(path("services/" + name + ".service"),
+          QStringLiteral("[D-BUS Service]\nName=%1\nExec=\"%2\"\n").arg(name, program));
+    const auto reload = QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                       "org.freedesktop.DBus", "ReloadConfig");
+    connect().call(reload);
+}
+
+QProcessEnvironment PrivateBus::environment() const {
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", address_);
+    environment.insert("XDG_RUNTIME_DIR", folder_.path());
+    return environment;
+}
+
+QByteArray PrivateBus::errors() const {
+    QFile file{path("errors")};
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray{};
+}
+
+void PrivateBus::stop() {
+    if (daemon_.state() == QProcess::NotRunning) return;
+    daemon_.terminate();
+    daemon_.waitForFinished(patience);
+}
+
+void PrivateBus::openToEveryone() {
+    QFile::setPermissions(folder_.path(), QFile::permissions(folder_.path()) | QFile::ExeGroup | QFile::ExeOther);
+}
+
+QString PrivateBus::path(const QString& name) const {
+    return folder_.filePath(name);
+}
+
+void PrivateBus::writeConfiguration() const {
+    write(path("bus.conf"), QString{configuration}.arg(path("socket"), path("services")));
+}
+
+void PrivateBus::start(const QProcessEnvironment& environment) {
+    daemon_.setProcessEnvironment(environment);
+    daemon_.setStandardErrorFile(path("errors"));
+    daemon_.start("dbus-daemon", {"--config-file=" + path("bus.conf"), "--nofork", "--print-address=1"});
+    while (!daemon_.canReadLine())
+        if (!daemon_.waitForReadyRead(patience)) throw std::runtime_error{"dbus-daemon: " + errors().toStdString()};
+    address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+}
+
+} // namespace simulator::tests

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDBusConnection>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace simulator::tests {
+
+/// A message bus that no one else is on, for as long as this lives. Needs a QCoreApplication.
+class PrivateBus {
+public:
+    /// The environment is that of the services which the bus starts.
+    explicit PrivateBus(const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
+    ~PrivateBus();
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
+
+    const QString& address() const { return address_; }
+
+    /// A new connection. Its name is needed only to close it early.
+    QDBusConnection connect();
+
+    /// Lets the programs of other users connect to it, who cannot reach it otherwise.
+    void openToEveryone();
+
+    /// Has the bus start the program whenever the name is called and nobody owns it. To be called at most once, and
+    /// before the first call.
+    void makeActivatable(const QString& name, const QString& program);
+
+    /// The environment of a program that is to be on this bus.
+    QProcessEnvironment environment() const;
+
+    /// What the bus and the services that it started wrote to standard error.
+    QByteArray errors() const;
+
+    /// Ends the bus now. Every connection is lost.
+    void stop();
+
+private:
+    QString path(const QString& name) const;
+    void writeConfiguration() const;
+    void start(const QProcessEnvironment& environment);
+
+    QTemporaryDir folder_;
+    QProcess daemon_;
+    QString address_;
+    QStringList connections_;
+};
+
+} // namespace simulator::tests

@@ -1,0 +1,41 @@
+#include "tests/simulator/support/Program.h"
+
+#include "tests/simulator/support/Until.h"
+
+#include <stdexcept>
+
+namespace simulator::tests {
+
+Program::Program(const QString& path, const QStringList& arguments, const QProcessEnvironment& environment) {
+    process_.setProcessEnvironment(environment);
+    process_.start(path, arguments);
+    if (!process_.waitForStarted()) throw std::runtime_error{"cannot start " + path.toStdString()};
+}
+
+Program::~Program() {
+    if (!isRunning()) return;
+    process_.kill();
+    process_.waitForFinished();
+}
+
+bool Program::ended() {
+    return until([this] { return !isRunning(); });
+}
+
+bool Program::printed(const QByteArray& text) {
+    return until([this, &text] { return output().contains(text); });
+}
+
+int Program::exitCode() const {
+    return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+}
+
+const QByteArray& Program::output() {
+    return output_ += process_.readAllStandardOutput();
+}
+
+const QByteArray& Program::errors() {
+    return errors_ += process_.readAllStandardError();
+}
+
+} // namespace simulator::tests

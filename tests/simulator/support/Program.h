@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+namespace simulator::tests {
+
+/// A program under test. Its process is killed when this goes.
+class Program {
+public:
+    Program(const QString& path, const QStringList& arguments, const QProcessEnvironment& environment);
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    /// Handles this process's events until the program has ended; says whether it did so in time.
+    [[nodiscard]] bool ended();
+    /// The same until its standard output holds the text.
+    [[nodiscard]] bool printed(const QByteArray& text);
+
+    bool isRunning() const { return process_.state() != QProcess::NotRunning; }
+    qint64 id() const { return process_.processId(); }
+    /// Valid after it has ended; -1 if it crashed.
+    int exitCode() const;
+    const QByteArray& output();
+    const QByteArray& errors();
+
+private:
+    QProcess process_;
+    QByteArray output_;
+    QByteArray errors_;
+};
+
+} // namespace simulator::tests

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <string>
+#include <unistd.h>
+#include <utility>
+
+// What stands at the other end of an output.
+
+namespace tests {
+
+class Descriptor {
+public:
+    explicit Descriptor(const int number) : number_{number} {}
+    Descriptor(Descriptor&& other) noexcept : number_{std::exchange(other.number_, -1)} {}
+    Descriptor& operator=(Descriptor&&) = delete;
+    ~Descriptor() { close(); }
+
+    int get() const { return number_; }
+    void close() {
+        if (number_ >= 0) ::close(std::exchange(number_, -1));
+    }
+
+private:
+    int number_;
+};
+
+struct Pipe {
+    Descriptor reader;
+    Descriptor writer;
+};
+
+inline Pipe makePipe() {
+    std::array<int, 2> ends{-1, -1};
+    EXPECT_EQ(pipe(ends.data()), 0);
+    return {Descriptor{ends[0]}, Descriptor{ends[1]}};
+}
+
+/// A terminal: what a program writes is read from the screen.
+struct Terminal {
+    Descriptor screen;
+    Descriptor program;
+};
+
+inline Terminal makeTerminal() {
+    Descriptor screen{posix_openpt(O_RDWR | O_NOCTTY)};
+    EXPECT_EQ(grantpt(screen.get()), 0);
+    EXPECT_EQ(unlockpt(screen.get()), 0);
+    const char* const name = ptsname(screen.get());
+    Descriptor program{open(name, O_RDWR | O_NOCTTY)};
+    return {std::move(screen), std::move(program)};
+}
+
+/// Puts another descriptor in the place of one, standard output say, or closes it, and puts the old one back at the
+/// end.
+class ReplacedDescriptor {
+public:
+    static constexpr int closed = -1;
+
+    ReplacedDescriptor(const int place, const int replacement) : place_{place}, saved_{dup(place)} {
+        if (replacement == closed) {
+            ::close(place);
+        } else {
+            dup2(replacement, place);
+        }
+    }
+    ReplacedDescriptor(const ReplacedDescriptor&) = delete;
+    ReplacedDescriptor& operator=(const ReplacedDescriptor&) = delete;
+    ~ReplacedDescriptor() { dup2(saved_.get(), place_); }
+
+private:
+    int place_;
+    Descriptor saved_;
+};
+
+/// All that can be read without waiting.
+inline std::string readAvailable(const int descriptor) {
+    std::string text;
+    pollfd asked{descriptor, POLLIN, 0};
+    while (poll(&asked, 1, 0) == 1 && (asked.revents & POLLIN) != 0) {
+        std::array<char, 65536> buffer{};
+        const auto length = read(descriptor, buffer.data(), buffer.size());
+        if (length <= 0) break;
+        text.append(buffer.data(), static_cast<std::size_t>(length));
+    }
+    return text;
+}
+
+} // namespace tests

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+
+#include <chrono>
+
+namespace tests {
+
+/// Handles events, sleeping in between, until `condition` holds. False if it does not within half a minute: a bound
+/// for a test that fails, not a time to wait.
+template <typename Condition>
+bool processEventsUntil(const Condition condition) {
+    bool late = false;
+    QTimer bound;
+    bound.setSingleShot(true);
+    QObject::connect(&bound, &QTimer::timeout, &bound, [&late] { late = true; });
+    bound.start(std::chrono::seconds{30});
+    while (!condition() && !late)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return condition();
+}
+
+} // namespace tests

@@ -1,0 +1,154 @@
+#include "tests/support/FakeSystemExtensions.h"
+
+#include <algorithm>
+#include <ostream>
+#include <stdexcept>
+#include <utility>
+
+namespace platform {
+
+OSSystemExtensionManager& OSSystemExtensionManager::sharedManager() {
+    return fake::SystemExtensions::shared();
+}
+
+namespace fake {
+
+namespace {
+
+const char* nameOf(const OSSystemExtensionRequest::Kind kind) {
+    switch (kind) {
+    case OSSystemExtensionRequest::Kind::properties:
+        return "properties";
+    case OSSystemExtensionRequest::Kind::activation:
+        return "activation";
+    case OSSystemExtensionRequest::Kind::deactivation:
+        return "deactivation";
+    }
+    return "unknown";
+}
+
+} // namespace
+
+std::ostream& operator<<(std::ostream& out, const Submission& submission) {
+    return out << nameOf(submission.kind) << " of " << submission.identifier;
+}
+
+SystemExtensions& SystemExtensions::shared() {
+    static SystemExtensions manager;
+    return manager;
+}
+
+void SystemExtensions::submitRequest(std::shared_ptr<OSSystemExtensionRequest> request) {
+    outstanding_[submissions_.size()].request = request;
+    submissions_.push_back({request->kind(), request->identifier()});
+}
+
+std::shared_ptr<OSSystemExtensionRequest> SystemExtensions::request(const std::size_t submission) const {
+    const auto found = outstanding_.find(submission);
+    return found == outstanding_.end() ? nullptr : found->second.request;
+}
+
+std::size_t SystemExtensions::latest(const OSSystemExtensionRequest::Kind kind, const std::string& identifier) const {
+    const auto found = std::find_if(outstanding_.rbegin(), outstanding_.rend(), [&](const auto& entry) {
+        return !entry.second.hasLastAnswer && submissions_[entry.first] == Submission{kind, identifier};
+    });
+    if (found == outstanding_.rend()) throw std::out_of_range{"no such request waits for an answer"};
+    return found->first;
+}
+
+bool SystemExtensions::waits(const std::size_t submission) const {
+    if (submission >= submissions_.size()) throw std::out_of_range{"there is no such submission"};
+    const auto found = outstanding_.find(submission);
+    return found != outstanding_.end() && !found->second.hasLastAnswer;
+}
+
+void SystemExtensions::answer(const std::size_t submission, Answer answer) {
+    if (!waits(submission)) return;
+    const auto& request = outstanding_.at(submission).request;
+    request->queue().async([request, answer = std::move(answer)] {
+        if (const auto delegate = request->delegate()) answer(*delegate, *request);
+    });
+}
+
+void SystemExtensions::answerLast(const std::size_t submission, Answer answer) {
+    if (!waits(submission)) return;
+    this->answer(submission, std::move(answer));
+    auto& entry = outstanding_.at(submission);
+    entry.hasLastAnswer = true;
+    entry.request->queue().async([this, submission] { outstanding_.erase(submission); });
+}
+
+void SystemExtensions::needsApproval(const std::size_t submission) {
+    answer(submission, [](auto& delegate, const auto& request) { delegate.requestNeedsUserApproval(request); });
+}
+
+void SystemExtensions::askReplacement(const std::size_t submission, OSSystemExtensionProperties existing,
+                                      OSSystemExtensionProperties replacement) {
+    if (!waits(submission)) return;
+    const auto kept = request(submission);
+    kept->queue().async([this, kept, existing = std::move(existing), replacement = std::move(replacement)] {
+        const auto delegate = kept->delegate();
+        replacementAnswers_.push_back(delegate
+                                          ? delegate->requestActionForReplacingExtension(*kept, existing, replacement)
+                                          : OSSystemExtensionReplacementAction::cancel);
+    });
+}
+
+void SystemExtensions::finish(const std::size_t submission, const OSSystemExtensionRequestResult result) {
+    answerLast(submission,
+               [result](auto& delegate, const auto& request) { delegate.requestDidFinishWithResult(request, result); });
+}
+
+void SystemExtensions::fail(const std::size_t submission, Error error) {
+    answerLast(submission, [error = std::move(error)](auto& delegate, const auto& request) {
+        delegate.requestDidFailWithError(request, error);
+    });
+}
+
+void SystemExtensions::fail(const std::size_t submission, const std::int64_t code, std::string description) {
+    fail(submission, Error{std::string{OSSystemExtensionErrorDomain}, code, std::move(description)});
+}
+
+void SystemExtensions::foundProperties(const std::size_t submission,
+                                       std::vector<OSSystemExtensionProperties> properties) {
+    answerLast(submission, [properties = std::move(properties)](auto& delegate, const auto& request) {
+        delegate.requestFoundProperties(request, properties);
+    });
+}
+
+void SystemExtensions::reset() {
+    submissions_.clear();
+    outstanding_.clear();
+    replacementAnswers_.clear();
+}
+
+OSSystemExtensionProperties copyOf(std::string identifier, std::string shortVersion, std::string version) {
+    OSSystemExtensionProperties copy;
+    copy.description = "<" + identifier + " " + shortVersion + "/" + version + ">";
+    copy.bundleIdentifier = std::move(identifier);
+    copy.bundleShortVersion = std::move(shortVersion);
+    copy.bundleVersion = std::move(version);
+    return copy;
+}
+
+OSSystemExtensionProperties enabledCopy(std::string identifier, std::string shortVersion, std::string version) {
+    auto copy = copyOf(std::move(identifier), std::move(shortVersion), std::move(version));
+    copy.isEnabled = true;
+    return copy;
+}
+
+OSSystemExtensionProperties awaitingCopy(std::string identifier, std::string shortVersion, std::string version) {
+    auto copy = copyOf(std::move(identifier), std::move(shortVersion), std::move(version));
+    copy.isAwaitingUserApproval = true;
+    return copy;
+}
+
+OSSystemExtensionProperties uninstallingCopy(std::string identifier, std::string shortVersion, std::string version) {
+    auto copy = copyOf(std::move(identifier), std::move(shortVersion), std::move(version));
+    copy.isUninstalling = true;
+    return copy;
+}
+
+} // namespace fake
+
+} // namespace platform

@@ -1,0 +1,84 @@
+"""Who may include whom: each layer, the layers that it sees beside itself, and the system's headers that it may use."""
+
+from pathlib import PurePath
+from typing import NamedTuple
+
+import cpp
+
+STANDARD = frozenset(
+    """algorithm any array atomic bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits clocale
+    cmath codecvt compare complex concepts condition_variable coroutine csetjmp csignal cstdarg cstddef cstdint cstdio
+    cstdlib cstring ctime cuchar cwchar cwctype deque exception execution filesystem forward_list fstream functional
+    future initializer_list iomanip ios iosfwd iostream istream iterator limits list locale map memory memory_resource
+    mutex new numbers numeric optional ostream queue random ratio regex scoped_allocator set shared_mutex source_location
+    span sstream stack stdexcept stop_token streambuf string string_view syncstream system_error thread tuple type_traits
+    typeindex typeinfo unordered_map unordered_set utility valarray variant vector version""".split()
+)
+
+POSIX = ("fcntl.h", "poll.h", "signal.h", "unistd.h", "sys/")
+QT = ("Q", "Qt")
+EVERYTHING = ("",)
+
+
+class Layer(NamedTuple):
+    sees: tuple = ()
+    system: tuple = ()
+
+
+# The longest name that a path begins with is its layer.
+LAYERS = {
+    "app": Layer(sees=("views", "model", "platform/ui", "platform")),
+    "views": Layer(sees=("model", "platform/ui", "platform")),
+    "model": Layer(sees=("platform",)),
+    "platform": Layer(),
+    "platform/ui": Layer(),
+    "platform/posix": Layer(sees=("platform",), system=POSIX),
+    "platform/linux": Layer(
+        sees=("platform", "platform/ui", "platform/posix"), system=(*QT, "plist/", *POSIX)
+    ),
+    "platform/macos": Layer(sees=("platform", "platform/ui", "platform/posix"), system=EVERYTHING),
+    "simulator": Layer(sees=("simulator/bus", "simulator/core", "simulator/scenario"), system=EVERYTHING),
+    "simulator/bus": Layer(system=QT),
+    "simulator/core": Layer(),
+    "simulator/scenario": Layer(sees=("simulator/core",)),
+    "tests": Layer(sees=EVERYTHING, system=EVERYTHING),
+    "benchmarks": Layer(sees=EVERYTHING, system=EVERYTHING),
+}
+
+
+def layer_of(path):
+    """The name of the layer that a file is in, or None."""
+    folder = PurePath(path).parent
+    for name in (folder, *folder.parents):
+        if str(name) in LAYERS:
+            return str(name)
+    return None
+
+
+def violations(path, text):
+    """What a file includes against the arrows, a sentence each."""
+    name = layer_of(path)
+    if name is None:
+        return [f"{path}: no layer has this folder"]
+    return [
+        f"{path}:{include.line}: {name} may not include {include.path}"
+        for include in cpp.includes(text)
+        if not allowed(name, include)
+    ]
+
+
+def allowed(name, include):
+    layer = LAYERS[name]
+    if include.system:
+        return include.path in STANDARD or include.path.startswith(layer.system)
+    if "/" not in include.path:
+        return name == "tests" or generated(name, include.path)
+    target = layer_of(include.path)
+    return target is not None and (target == name or target in layer.sees or "" in layer.sees)
+
+
+def generated(name, path):
+    """What the build makes of the interface's description: adaptors and proxies; and Qt's own ".moc" files."""
+    if name == "platform/linux":
+        return path.endswith(".moc")
+    return name in ("simulator", "simulator/bus") and path.lower().endswith((".moc", "proxy.h", "adaptor.h", "interface.h"))

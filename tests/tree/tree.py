@@ -1,0 +1,34 @@
+"""The files of this tree, as they are kept under version control or would be."""
+
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+
+
+def files(*suffixes, root=ROOT):
+    """The files with one of the suffixes, as paths from the root, sorted."""
+    return sorted(
+        path.relative_to(root)
+        for path in root.rglob("*")
+        if path.is_file() and path.suffix in suffixes and not left_out(path.relative_to(root))
+    )
+
+
+def left_out(path):
+    return path.parts[0] in (".git", "build") or "__pycache__" in path.parts
+
+
+def scripts(root=ROOT):
+    """The shell scripts, known by their first line."""
+    return [path for path in files("", ".sh", root=root) if first_line(root / path).startswith("#!/bin/bash")]
+
+
+def first_line(path):
+    with path.open(errors="replace") as text:
+        return text.readline()
+
+
+def python(root=ROOT):
+    """The Python scripts and modules."""
+    named = [path for path in files("", root=root) if first_line(root / path).startswith("#!/usr/bin/python3")]
+    return files(".py", root=root) + named

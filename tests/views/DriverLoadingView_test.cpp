@@ -1,0 +1,296 @@
+#include "views/DriverLoadingView.h"
+
+#include "platform/ui/Layout.h"
+#include "tests/support/DriverLoadingViewModelTestAccess.h"
+#include "tests/support/FakeServices.h"
+#include "tests/support/FakeWindow.h"
+
+#include <array>
+
+namespace views {
+namespace {
+
+using model::DriverLoadingViewModel;
+using model::DriverLoadingViewModelTestAccess;
+using model::SysExtInfo;
+using platform::fake::FakeWindow;
+using platform::fake::Submission;
+using platform::fake::SystemExtensions;
+using platform::ui::View;
+using platform::ui::WindowGroup;
+using Kind = platform::OSSystemExtensionRequest::Kind;
+
+constexpr const char* baseId = "com.kelvra.driverkit.base";
+constexpr const char* cameraId = "com.kelvra.ip-camera.cmio";
+constexpr const char* activateBoth = "Both drivers need to be activated to run the camera";
+constexpr const char* allSet = "Woohoo, you are all set!";
+constexpr const char* allow = "Open Privacy & Security in System Settings to allow the extensions.";
+
+class TheScreen : public testing::Test {
+protected:
+    TheScreen() {
+        const auto records = model::initialRecords();
+        base_ = records[0];
+        camera_ = records[1];
+        network_ = records[2];
+    }
+
+    DriverLoadingView screenOf(std::vector<SysExtInfo> records, std::string baseBundleId = baseId) const {
+        DriverLoadingViewModelTestAccess::setRecords(*model_, std::move(records));
+        return {model_, std::move(baseBundleId)};
+    }
+    std::string scene(std::vector<SysExtInfo> records, std::string baseBundleId = baseId) const {
+        const platform::fake::FixedMetrics metrics;
+        return describe(layout(screenOf(std::move(records), std::move(baseBundleId)), std::nullopt, metrics));
+    }
+    std::vector<std::string> texts(std::vector<SysExtInfo> records, std::string baseBundleId = baseId) const {
+        const View screen = screenOf(std::move(records), std::move(baseBundleId));
+        return FakeWindow{WindowGroup{[screen] { return screen; }}}.texts();
+    }
+    std::string sentence(std::string baseBundleId = baseId) const {
+        return texts({base_, camera_, network_}, std::move(baseBundleId)).front();
+    }
+
+    platform::fake::FreshServices services_;
+    std::shared_ptr<DriverLoadingViewModel> model_ = DriverLoadingViewModel::create();
+    SysExtInfo base_;
+    SysExtInfo camera_;
+    SysExtInfo network_;
+};
+
+TEST_F(TheScreen, SaysAllSetWhereBothAreEnabledWhateverTheBaseAndTheAwaitingFlagsSay) {
+    camera_.enabled = network_.enabled = true;
+    for (const bool flag : {false, true}) {
+        base_.enabled = base_.awaiting = camera_.awaiting = network_.awaiting = flag;
+        EXPECT_EQ(sentence(), allSet);
+    }
+}
+
+TEST_F(TheScreen, AsksForApprovalWhereOneIsEnabledAndTheOtherAwaitsIt) {
+    camera_.enabled = network_.awaiting = true;
+    EXPECT_EQ(sentence(), allow);
+}
+
+TEST_F(TheScreen, AsksToActivateBothWhereOneIsEnabledAndNoneAwaits) {
+    camera_.enabled = true;
+    EXPECT_EQ(sentence(), activateBoth);
+}
+
+TEST_F(TheScreen, IgnoresTheBaseInBothCounts) {
+    base_.enabled = base_.awaiting = true;
+    EXPECT_EQ(sentence(), activateBoth);
+}
+
+TEST_F(TheScreen, CountsTheBaseWhereAnotherIsNamedTheBaseButStillHidesItsCard) {
+    base_.awaiting = true;
+    EXPECT_EQ(sentence("another"), allow);
+    base_.enabled = camera_.enabled = true;
+    EXPECT_EQ(texts({base_, camera_, network_}, "another"),
+              (std::vector<std::string>{allSet, "Camera Driver", "Not installed", "Network Driver", "Not installed"}));
+}
+
+TEST_F(TheScreen, SaysAllSetForExactlyTwoNotForMore) {
+    base_.enabled = camera_.enabled = network_.enabled = true;
+    EXPECT_EQ(sentence("another"), activateBoth);
+}
+
+/// The default screen's banner, and the block around its cards.
+const std::string banner =
+    "fill rectangle 0,0 450x40 230/198/105\n"
+    "image 16,10 20x20 system black \"exclamationmark.circle.fill\" named \"Attention\"\n"
+    "text 44,12.5 275.4x15 callout black \"Both drivers need to be activated to run the camera\" announced\n";
+const std::string top = banner + "fill rectangle 25,68 400x134 white\n";
+const std::string bottom = "stroke rectangle 26,69 398x132 218.994/218.994/218.994 2\n";
+
+TEST_F(TheScreen, ShowsTheCameraAndTheNetworkWithOneDividerWhereTheBaseIsFirst) {
+    EXPECT_EQ(scene({base_, camera_, network_}),
+              top +
+                  "fill rectangle 25,76 400x50.5 white\n"
+                  "stroke circle 51,83.25 36x36 black 2\n"
+                  "image 58,90.25 22x22 \"VideoCamera\" named \"Camera Driver, not enabled\"\n"
+                  "text 105,82.75 87.75x18.75 title3 semibold black \"Camera Driver\"\n"
+                  "text 105,103.5 76.05x16.25 body semibold gray \"Not installed\"\n"
+                  "button 300.2,86.125 82.8x30.25 \"Activate Camera Driver\"\n"
+                  "  clip capsule 300.2,86.125 82.8x30.25\n"
+                  "    fill rectangle 300.2,86.125 82.8x30.25 black\n"
+                  "    text 318.2,93.125 46.8x16.25 body white \"Activate\"\n"
+                  "menu 391,93.25 10x16 \"Camera Driver actions\"\n"
+                  "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
+                  "  item \"Remove\" \"trash\"\n"
+                  "  indicator 391,93.25 10x16 black\n"
+                  "fill rectangle 25,134.5 400x1 0/0/0@0.1\n"
+                  "fill rectangle 25,143.5 400x50.5 white\n"
+                  "stroke circle 51,150.75 36x36 black 2\n"
+                  "image 58,157.75 22x22 \"Ethernet\" named \"Network Driver, not enabled\"\n"
+                  "text 105,150.25 94.5x18.75 title3 semibold black \"Network Driver\"\n"
+                  "text 105,171 76.05x16.25 body semibold gray \"Not installed\"\n"
+                  "button 300.2,153.625 82.8x30.25 \"Activate Network Driver\"\n"
+                  "  clip capsule 300.2,153.625 82.8x30.25\n"
+                  "    fill rectangle 300.2,153.625 82.8x30.25 black\n"
+                  "    text 318.2,160.625 46.8x16.25 body white \"Activate\"\n"
+                  "menu 391,160.75 10x16 \"Network Driver actions\"\n"
+                  "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
+                  "  item \"Remove\" \"trash\"\n"
+                  "  indicator 391,160.75 10x16 black\n" +
+                  bottom);
+}
+
+TEST_F(TheScreen, ShowsOneDividerBetweenTheCardsWhereTheBaseIsInTheMiddle) {
+    EXPECT_EQ(scene({camera_, base_, network_}), scene({base_, camera_, network_}));
+}
+
+TEST_F(TheScreen, ShowsADividerBelowEachCardWhereTheBaseIsLastAndOverflowsEvenly) {
+    EXPECT_EQ(scene({camera_, network_, base_}),
+              banner + "fill rectangle 25,64 400x142 white\n"
+                       "fill rectangle 25,72 400x50 white\n"
+                       "stroke circle 51,79 36x36 black 2\n"
+                       "image 58,86 22x22 \"VideoCamera\" named \"Camera Driver, not enabled\"\n"
+                       "text 105,78.5 87.75x18.75 title3 semibold black \"Camera Driver\"\n"
+                       "text 105,99.25 76.05x16.25 body semibold gray \"Not installed\"\n"
+                       "button 300.2,81.875 82.8x30.25 \"Activate Camera Driver\"\n"
+                       "  clip capsule 300.2,81.875 82.8x30.25\n"
+                       "    fill rectangle 300.2,81.875 82.8x30.25 black\n"
+                       "    text 318.2,88.875 46.8x16.25 body white \"Activate\"\n"
+                       "menu 391,89 10x16 \"Camera Driver actions\"\n"
+                       "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
+                       "  item \"Remove\" \"trash\"\n"
+                       "  indicator 391,89 10x16 black\n"
+                       "fill rectangle 25,130 400x1 0/0/0@0.1\n"
+                       "fill rectangle 25,139 400x50 white\n"
+                       "stroke circle 51,146 36x36 black 2\n"
+                       "image 58,153 22x22 \"Ethernet\" named \"Network Driver, not enabled\"\n"
+                       "text 105,145.5 94.5x18.75 title3 semibold black \"Network Driver\"\n"
+                       "text 105,166.25 76.05x16.25 body semibold gray \"Not installed\"\n"
+                       "button 300.2,148.875 82.8x30.25 \"Activate Network Driver\"\n"
+                       "  clip capsule 300.2,148.875 82.8x30.25\n"
+                       "    fill rectangle 300.2,148.875 82.8x30.25 black\n"
+                       "    text 318.2,155.875 46.8x16.25 body white \"Activate\"\n"
+                       "menu 391,156 10x16 \"Network Driver actions\"\n"
+                       "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
+                       "  item \"Remove\" \"trash\"\n"
+                       "  indicator 391,156 10x16 black\n"
+                       "fill rectangle 25,197 400x1 0/0/0@0.1\n"
+                       "stroke rectangle 26,65 398x140 218.994/218.994/218.994 2\n");
+}
+
+TEST_F(TheScreen, ShowsNothingInItsBlockWhereThereAreNoRecords) {
+    EXPECT_EQ(scene({}), top + bottom);
+}
+
+TEST_F(TheScreen, IsTheSameWhateverIsNamedTheBaseAsLongAsNothingIsEnabledOrAwaited) {
+    EXPECT_EQ(scene({base_, camera_, network_}, "another"), scene({base_, camera_, network_}));
+}
+
+TEST_F(TheScreen, HasItsFixedSize) {
+    const platform::fake::FixedMetrics metrics;
+    EXPECT_EQ(layout(screenOf({base_, camera_, network_}), std::nullopt, metrics).size, (platform::ui::Size{450, 230}));
+}
+
+TEST_F(TheScreen, HandsEachCardTheBuildThatTheBundleHasNow) {
+    camera_.enabled = true;
+    camera_.intversion = 2105;
+    EXPECT_EQ(scene({base_, camera_, network_}).find("Upgrade"), std::string::npos);
+    platform::fake::setMainBundle({{"CFBundleVersion", "2106"}});
+    EXPECT_NE(scene({base_, camera_, network_}).find("Upgrade"), std::string::npos);
+}
+
+TEST_F(TheScreen, StopsTheProgramWhereTheBundleHasNoBuild) {
+    platform::fake::setMainBundle({});
+    EXPECT_DEATH(scene({base_, camera_, network_}), "CFBundleVersion");
+}
+
+TEST_F(TheScreen, NeverAsksByItself) {
+    scene({base_, camera_, network_});
+    EXPECT_TRUE(SystemExtensions::shared().submissions().empty());
+}
+
+TEST_F(TheScreen, BindsEachCardToTheModelsOperations) {
+    const View screen = screenOf({base_, camera_, network_});
+    FakeWindow window{WindowGroup{[screen] { return screen; }}};
+    window.press("Activate Network Driver");
+    window.choose("Camera Driver actions", "Remove");
+    EXPECT_EQ(SystemExtensions::shared().submissions(),
+              (std::vector<Submission>{{Kind::activation, network_.id}, {Kind::deactivation, cameraId}}));
+    window.choose("Camera Driver actions", "Refresh");
+    EXPECT_EQ(SystemExtensions::shared().submissions().size(), 5u);
+}
+
+TEST_F(TheScreen, KeepsItsModelAliveInEachCallback) {
+    const std::weak_ptr<DriverLoadingViewModel> model = model_;
+    platform::ui::Action press;
+    {
+        const View screen = screenOf({base_, camera_, network_});
+        const FakeWindow window{WindowGroup{[screen] { return screen; }}};
+        press = controlsOf(window.scene()).front()->action;
+    }
+    model_.reset();
+    EXPECT_FALSE(model.expired());
+    press.run();
+    EXPECT_EQ(SystemExtensions::shared().submissions().size(), 1u);
+    press = {};
+    EXPECT_TRUE(model.expired());
+}
+
+TEST_F(TheScreen, IsEvaluatedAnewAfterAChangeOfAnyPublishedField) {
+    const View screen = screenOf({base_, camera_, network_});
+    FakeWindow window{WindowGroup{[screen] { return screen; }}};
+    DriverLoadingViewModelTestAccess::setState(*model_, model::DriverLoadingStateMachine::State::blank);
+    window.endTurn();
+    EXPECT_EQ(window.rebuilds(), 1);
+    DriverLoadingViewModelTestAccess::setNeedReboot(*model_, true);
+    window.endTurn();
+    EXPECT_EQ(window.rebuilds(), 2);
+    network_.state = "Await approval";
+    DriverLoadingViewModelTestAccess::setRecords(*model_, {base_, camera_, network_});
+    window.endTurn();
+    EXPECT_EQ(window.texts().back(), "Await approval");
+}
+
+TEST_F(TheScreen, CostsOneRebuildForTenThousandInstancesInOneAnswer) {
+    const View screen = screenOf({base_, camera_, network_});
+    FakeWindow window{WindowGroup{[screen] { return screen; }}};
+    model_->enumerate();
+    auto& service = SystemExtensions::shared();
+    service.foundProperties(service.latest(Kind::properties, cameraId),
+                            std::vector(10000, platform::fake::enabledCopy(cameraId, "2.1", "2105")));
+    platform::fake::drainMainQueue();
+    window.endTurn();
+    EXPECT_EQ(window.rebuilds(), 1);
+}
+
+TEST_F(TheScreen, AppliesItsModifiersInOrder) {
+    EXPECT_EQ(describe(screenOf({base_}).body()),
+              "VStack center\n"
+              "  HStack center\n"
+              "    Image system \"exclamationmark.circle.fill\"\n"
+              "      .resizable\n"
+              "      .frame width 20 height 20 center\n"
+              "      .foregroundColor black\n"
+              "      .accessibilityLabel \"Attention\"\n"
+              "    Text verbatim \"Both drivers need to be activated to run the camera\"\n"
+              "      .foregroundColor black\n"
+              "      .accessibilityAnnounced\n"
+              "    Spacer\n"
+              "    .frame width infinity height 40 center\n"
+              "    .padding horizontal 16\n"
+              "    .background 230/198/105 under safe area\n"
+              "    .font callout\n"
+              "  Spacer\n"
+              "  ZStack center\n"
+              "    VStack center\n"
+              "      Spacer\n"
+              "      ForEach\n"
+              "        EmptyView\n"
+              "      Spacer\n"
+              "      .frame maxWidth infinity maxHeight infinity leading\n"
+              "      .background white under safe area\n"
+              "      .border 218.994/218.994/218.994 2\n"
+              "    .frame width 400 height 134 trailing\n"
+              "    .padding all 16\n"
+              "    .groupBoxStyle DefaultGroupBoxStyle\n"
+              "  Spacer\n"
+              "  .frame width 450 height 230 center\n");
+}
+
+} // namespace
+} // namespace views

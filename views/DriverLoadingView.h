@@ -1,0 +1,32 @@
+#pragma once
+
+#include "model/DriverLoadingViewModel.h"
+#include "model/InstallStatus.h"
+#include "platform/ui/View.h"
+
+#include <memory>
+#include <string>
+
+namespace views {
+
+/// The one screen: the status banner and a card for each extension but the base driver. Shows what the model holds
+/// and changes it only through its three operations.
+struct DriverLoadingView {
+    std::shared_ptr<model::DriverLoadingViewModel> viewModel;
+    /// Left out of what decides the install status.
+    std::string baseBundleId;
+
+    /// The screen, evaluated anew after each change of the model.
+    operator platform::ui::View() const;
+    /// The screen as the model is now.
+    platform::ui::View body() const;
+
+private:
+    model::InstallStatus installStatus() const;
+    platform::ui::View cardBlock() const;
+    platform::ui::View cardList() const;
+    platform::ui::View row(std::size_t index) const;
+    platform::ui::View card(const model::SysExtInfo& sei) const;
+};
+
+} // namespace views

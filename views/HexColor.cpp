@@ -1,0 +1,80 @@
+#include "views/HexColor.h"
+
+#include "platform/Text.h"
+#include "views/Utf8.h"
+
+#include <cstdint>
+#include <limits>
+
+namespace views {
+
+namespace {
+
+/// Components on the 0 to 255 scale; the topmost one is what is left of the value, unmasked.
+struct Components {
+    std::uint64_t opacity;
+    std::uint64_t red;
+    std::uint64_t green;
+    std::uint64_t blue;
+};
+
+std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && !platform::isAlphanumeric(firstScalar(text).value))
+        text.remove_prefix(firstScalar(text).length);
+    while (!text.empty() && !platform::isAlphanumeric(lastScalar(text).value))
+        text.remove_suffix(lastScalar(text).length);
+    return text;
+}
+
+/// The digit's value; -1 if it is none.
+int hexDigit(const char character) {
+    if (character >= '0' && character <= '9') return character - '0';
+    if (character >= 'a' && character <= 'f') return character - 'a' + 10;
+    if (character >= 'A' && character <= 'F') return character - 'A' + 10;
+    return -1;
+}
+
+bool hasPrefix(const std::string_view text) {
+    return text.size() > 2 && (text.starts_with("0x") || text.starts_with("0X")) && hexDigit(text[2]) >= 0;
+}
+
+/// The number at the start of `text`, as far as its digits go; 0 if there is none, the greatest if it is too great.
+std::uint64_t scanHexadecimal(std::string_view text) {
+    constexpr auto greatest = std::numeric_limits<std::uint64_t>::max();
+    if (hasPrefix(text)) text.remove_prefix(2);
+    std::uint64_t value = 0;
+    for (const char character : text) {
+        const int digit = hexDigit(character);
+        if (digit < 0) break;
+        if (value > greatest >> 4) return greatest;
+        value = value << 4 | static_cast<std::uint64_t>(digit);
+    }
+    return value;
+}
+
+Components componentsOf(const std::uint64_t value, const std::size_t characters) {
+    switch (characters) {
+    case 8:
+        return {value >> 24, value >> 16 & 255, value >> 8 & 255, value & 255};
+    case 6:
+        return {255, value >> 16, value >> 8 & 255, value & 255};
+    case 3:
+        return {255, (value >> 8) * 17, (value >> 4 & 15) * 17, (value & 15) * 17};
+    default:
+        return {1, 1, 1, 0};
+    }
+}
+
+double unit(const std::uint64_t component) {
+    return static_cast<double>(component) / 255.0;
+}
+
+} // namespace
+
+platform::ui::Color hexColor(const std::string_view text) {
+    const std::string_view digits = trimmed(text);
+    const Components components = componentsOf(scanHexadecimal(digits), platform::characterCount(digits));
+    return {unit(components.red), unit(components.green), unit(components.blue), unit(components.opacity)};
+}
+
+} // namespace views

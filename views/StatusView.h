@@ -1,0 +1,20 @@
+#pragma once
+
+#include "model/InstallStatus.h"
+#include "platform/ui/View.h"
+
+#include <string>
+
+namespace views {
+
+/// The banner that sums up the situation in one sentence.
+struct StatusView {
+    model::InstallStatus installStatus;
+    std::string notActivatedText;
+    std::string activatedText;
+    std::string orangeText;
+
+    platform::ui::View body() const;
+};
+
+} // namespace views
