@@ -9,9 +9,6 @@
 
 namespace macos_tests {
 
-/// Makes the application that the tests are about to run. Called once, by the main function.
-void prepareDesk();
-
 /// What assistive technology sees of the window.
 struct Element {
     std::string role;

@@ -106,6 +106,11 @@ platform::ui::Rect placeOf(const id element) {
         [super sendEvent:event];
 }
 
+- (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart {
+    [super postEvent:event atStart:atStart];
+    standin::endWait();
+}
+
 @end
 
 /// Runs what it was given, from the main loop.
@@ -131,15 +136,23 @@ platform::ui::Rect placeOf(const id element) {
 
 namespace macos_tests {
 
+namespace {
+
+/// Makes the application that is about to run.
 void prepareDesk() {
     @autoreleasepool {
+        standin::failOnComplaints();
+        standin::keepToOneself();
         [TestApplication sharedApplication];
         standin::announceMenus();
         standin::attendToDisplay();
     }
 }
 
+} // namespace
+
 int Desk::runToItsEnd(const std::function<void(Desk&)>& started) {
+    prepareDesk();
     standin::whenWorkIsDone(wake);
     TestApplication* const application = static_cast<TestApplication*>([TestApplication sharedApplication]);
     application->body_ = [&] {
@@ -149,7 +162,9 @@ int Desk::runToItsEnd(const std::function<void(Desk&)>& started) {
         else
             throw std::runtime_error{"the window did not come to the front"};
     };
-    post(runBody);
+    @autoreleasepool {
+        post(runBody);
+    }
     const int status = app::DriverManagerApp{}.main(0, nullptr);
     standin::whenWorkIsDone(nullptr);
     steps().clear();

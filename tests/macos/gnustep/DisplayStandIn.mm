@@ -5,11 +5,15 @@
 #include <objc/runtime.h>
 #include <unistd.h>
 
-// GNUstep's main loop, about to wait, reads what the display has sent already, and waits all the same: what came would
-// be seen with the next thing that comes. Here a byte in a pipe, which the loop waits for too, ends such a wait.
+#include <utility>
+
+// GNUstep's main loop, about to wait, reads what the display has sent already and does what was put off, and waits all
+// the same: an event that came of it would be seen with the next one from the display. Here a byte in a pipe, which the
+// loop waits for too, ends such a wait.
 
 @interface StandInAlarm : NSObject <RunLoopEvents> {
     int pipe_[2];
+    bool rung_;
 }
 - (void)ring;
 @end
@@ -28,11 +32,13 @@
 }
 
 - (void)ring {
+    if (std::exchange(rung_, true)) return;
     const char byte = 0;
     static_cast<void>(write(pipe_[1], &byte, 1) == 1);
 }
 
 - (void)receivedEvent:(void*)data type:(RunLoopEventType)type extra:(void*)extra forMode:(NSString*)mode {
+    rung_ = false;
     char byte = 0;
     static_cast<void>(read(pipe_[0], &byte, 1) == 1);
 }
@@ -66,6 +72,10 @@ void attendToDisplay() {
     alarm();
     const Method method = class_getInstanceMethod([GSCurrentServer() class], @selector(runLoopShouldBlock:));
     method_setImplementation(method, reinterpret_cast<IMP>(shouldBlock));
+}
+
+void endWait() {
+    [alarm() ring];
 }
 
 } // namespace standin

@@ -28,8 +28,16 @@ std::map<std::string, long> liveObjects();
 /// Has menus tell their delegates that they open and close. Called once, before there is one.
 void announceMenus();
 
-/// Has the main loop look again at what it waits for when it has just read what the display sent. Called once, with a
-/// display.
+/// Has the main loop look again at its events when it has just read what the display sent. Called once, with a display.
 void attendToDisplay();
+
+/// Has the main loop look again at its events once it waits.
+void endWait();
+
+/// Keeps notices that would go to every program within this one. Called once, before there is an application.
+void keepToOneself();
+
+/// Makes whatever GNUstep writes about what goes wrong a failure of the test.
+void failOnComplaints();
 
 } // namespace standin

@@ -1,4 +1,3 @@
-#include "tests/macos/gnustep/Desk.h"
 #include "tests/macos/gnustep/Zombies.h"
 
 #import <Foundation/NSDebug.h>
@@ -9,6 +8,5 @@ int main(int argc, char** argv) {
     macos_tests::haveZombies(argv);
     GSDebugAllocationActive(YES);
     testing::InitGoogleMock(&argc, argv);
-    macos_tests::prepareDesk();
     return RUN_ALL_TESTS();
 }
