@@ -162,6 +162,11 @@ Verdict Machine::authorize(const std::string& identifier) {
     return done;
 }
 
+void Machine::authorizeAll() {
+    while (Request* const asked = requests_.inStage(Stage::authorization))
+        steps_.beginRemoval(*asked);
+}
+
 Verdict Machine::refuse(const std::string& identifier) {
     Request* const request = requests_.inStage(Stage::authorization, identifier);
     if (!request) return nothingOf(identifier, "no administrator is asked");
@@ -308,6 +313,7 @@ Verdict Machine::setSwitch(const std::string& name, const std::string& value) {
     }
     state_.settings.set(*which, value);
     tell({}, "switch " + name + " " + value);
+    if (*which == Switch::authorization && steps_.isAuthorized()) authorizeAll();
     return done;
 }
 

@@ -72,6 +72,7 @@ public:
     void setDeveloperMode(bool on);
     /// A profile that allows what waits, or lets remove what an administrator was asked for, answers it.
     void setProfile(Profile profile);
+    /// Where the administrator's word is now given at once, it answers who waits for it.
     [[nodiscard]] Verdict setSwitch(const std::string& name, const std::string& value);
     [[nodiscard]] Verdict orderFault(const Fault& fault);
     [[nodiscard]] Verdict advance(std::int64_t milliseconds);
@@ -83,6 +84,7 @@ private:
     void supersede(const std::string& identifier);
 
     void complete(std::int64_t copy);
+    void authorizeAll();
     void finishWhatWasBegun();
     Refusal nothingOf(const std::string& identifier, const std::string& what) const;
     void tell(const std::string& identifier, const std::string& text);

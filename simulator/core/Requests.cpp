@@ -120,6 +120,10 @@ Request* Requests::waitingFor(std::int64_t copy) {
     return firstWhere([&](const Request& request) { return request.stage == Stage::user && request.copy == copy; });
 }
 
+Request* Requests::inStage(Stage stage) {
+    return firstWhere([&](const Request& request) { return request.stage == stage; });
+}
+
 Request* Requests::inStage(Stage stage, const std::string& identifier) {
     return firstWhere(
         [&](const Request& request) { return request.stage == stage && request.identifier == identifier; });

@@ -28,7 +28,8 @@ public:
     Request* find(const std::string& client, const std::string& token);
     /// Who waits for the user's word on this copy; null if no one does.
     Request* waitingFor(std::int64_t copy);
-    /// The request of that extension in this stage; null if there is none.
+    /// The oldest request in this stage, of that extension or of any; null if there is none.
+    Request* inStage(Stage stage);
     Request* inStage(Stage stage, const std::string& identifier);
     /// An activation or deactivation of the extension that will still be answered; null if there is none.
     Request* pending(const std::string& identifier);

@@ -139,12 +139,15 @@ void Steps::checkDeactivation(Request& request) {
         requests_.take(request, RequestEvent::failed, failureWith(code::extensionNotFound));
         return;
     }
-    const bool isGranted = state_.settings.valueOf(Switch::authorization) == "granted";
-    if (isGranted || state_.settings.profile.letsRemove(installed->extension.team, request.identifier)) {
+    if (isAuthorized() || state_.settings.profile.letsRemove(installed->extension.team, request.identifier)) {
         beginRemoval(request);
     } else {
         requests_.take(request, RequestEvent::needsAdministrator);
     }
+}
+
+bool Steps::isAuthorized() const {
+    return !state_.settings.isDefault(Switch::authorization);
 }
 
 void Steps::beginRemoval(Request& request) {

@@ -20,6 +20,9 @@ public:
     /// Whether the user must be asked before a staged copy is enabled.
     bool needsApproval(const Copy& copy) const;
 
+    /// Whether every removal is authorised without asking.
+    bool isAuthorized() const;
+
 private:
     void check(Request& request);
     void checkAsOrdered(Request& request);

@@ -28,7 +28,7 @@ struct SwitchRow {
 
 // clang-format off
 inline constexpr std::array switches{
-    SwitchRow{Switch::authorization, "authorization", "granted",    "asked",   "the administrator's word on a removal: given at once, or asked for"},
+    SwitchRow{Switch::authorization, "authorization", "asked",      "granted", "the administrator's word on a removal: asked for, or given at once"},
     SwitchRow{Switch::denial,        "denial",        "error",      "silence", "an activation that the user denies: fails with 11, or is never answered"},
     SwitchRow{Switch::driver,        "driver",        "idle",       "in-use",  "an enabled driver: can be stopped at once, or runs on until the restart"},
     SwitchRow{Switch::properties,    "properties",    "empty",      "error",   "the properties of an extension without a copy: an empty list, or error 4"},

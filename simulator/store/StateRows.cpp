@@ -213,7 +213,7 @@ Settings settingsOf(const StateRows& rows) {
         settings.applicationsFolders.push_back(std::get<std::string>(row.at(1)));
     }
     for (const auto& [key, row] : rows[switchTable]) {
-        settings.switches[switchNamed(std::get<std::string>(row.at(0))).value()] = std::get<std::string>(row.at(1));
+        settings.set(switchNamed(std::get<std::string>(row.at(0))).value(), std::get<std::string>(row.at(1)));
     }
     return settings;
 }

@@ -50,7 +50,7 @@ TEST_F(TheExtensionService, FailsTheOlderOfTwoRequestsAndGoesOnWithTheNewer) {
 TEST_F(TheExtensionService, FailsAnActivationThatADeactivationFollows) {
     activate("activation");
     stage->settle();
-    deactivate("deactivation");
+    remove("deactivation");
     EXPECT_THAT(heard(), ElementsAre("activation needs approval", "activation failed 12", "deactivation finished 0"));
 }
 

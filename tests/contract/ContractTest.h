@@ -22,6 +22,8 @@ protected:
     std::weak_ptr<OSSystemExtensionRequest> submit(const std::string& name, Kind kind, const std::string& identifier);
     std::weak_ptr<OSSystemExtensionRequest> activate(const std::string& name, const std::string& identifier = camera);
     std::weak_ptr<OSSystemExtensionRequest> deactivate(const std::string& name, const std::string& identifier = camera);
+    /// Deactivates it, and an administrator agrees.
+    void remove(const std::string& name, const std::string& identifier = camera);
     std::weak_ptr<OSSystemExtensionRequest> query(const std::string& name, const std::string& identifier = camera);
     /// The listener is gone.
     void drop(const std::string& name) { listeners.erase(name); }

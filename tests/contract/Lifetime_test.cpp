@@ -47,7 +47,7 @@ TEST_F(TheExtensionService, SaysNothingAfterTheLastAnswer) {
     stage->settle();
     stage->allow(camera);
     stage->settle();
-    deactivate("second");
+    remove("second");
     stage->settle();
     activate("third");
     stage->settle();

@@ -82,6 +82,14 @@ void MachineStage::deny(const std::string& identifier) {
     must(machine_.deny(identifier));
 }
 
+void MachineStage::authorize(const std::string& identifier) {
+    must(machine_.authorize(identifier));
+}
+
+void MachineStage::refuse(const std::string& identifier) {
+    must(machine_.refuse(identifier));
+}
+
 void MachineStage::settle() {
     while (takeSubmission() || machine_.step() || sayAnswers() || standIn_->runMainQueue() || takeReplacementAnswer()) {
     }

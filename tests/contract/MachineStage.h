@@ -58,6 +58,8 @@ public:
     void failNext(platform::OSSystemExtensionRequest::Kind kind, const platform::Error& error) override;
     void allow(const std::string& identifier) override;
     void deny(const std::string& identifier) override;
+    void authorize(const std::string& identifier) override;
+    void refuse(const std::string& identifier) override;
     void settle() override;
 
 private:

@@ -128,6 +128,10 @@ public:
 
     void allow(const std::string& identifier) override { must(control_.Allow(QString::fromStdString(identifier))); }
     void deny(const std::string& identifier) override { must(control_.Deny(QString::fromStdString(identifier))); }
+    void authorize(const std::string& identifier) override {
+        must(control_.Authorize(QString::fromStdString(identifier)));
+    }
+    void refuse(const std::string& identifier) override { must(control_.Refuse(QString::fromStdString(identifier))); }
 
     // What was submitted has reached the service once it answers a later request of the same client; and what it said
     // has been delivered once it answers one that it got when it had come to rest.

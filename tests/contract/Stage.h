@@ -35,6 +35,9 @@ public:
     /// The user allows, or denies, what waits for approval.
     virtual void allow(const std::string& identifier) = 0;
     virtual void deny(const std::string& identifier) = 0;
+    /// An administrator authorises, or refuses, the removal that waits for it.
+    virtual void authorize(const std::string& identifier) = 0;
+    virtual void refuse(const std::string& identifier) = 0;
 
     /// Returns when the service has nothing left to do by itself, and all that it said has been delivered. Nothing is
     /// delivered but in here.

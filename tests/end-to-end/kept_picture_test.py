@@ -27,6 +27,7 @@ class TheRunningApplication(MacTest):
 
     def test_keeps_the_restart_that_it_was_told_of(self):
         self.mac.does("switch", "driver", "in-use")
+        self.mac.does("switch", "authorization", "granted")
         self.mac.does("install", CAMERA, "2.1", "2105")
         application = self.open_application()
         application.wait_for_lines(2)

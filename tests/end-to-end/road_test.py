@@ -61,13 +61,17 @@ class TheMenu(MacTest):
         self.expect_output(application, f"{CAMERA} {ENABLED}")
         self.expect_look(application, NOTHING_INSTALLED, "Enabled", NOT_INSTALLED)
 
-    def test_removes_an_extension_until_the_restart_takes_it_away(self):
+    def test_removes_an_extension_once_an_administrator_agrees_until_the_restart_takes_it_away(self):
         self.mac.does("install", CAMERA, "2.1", "2105")
         self.mac.does("install", NETWORK, "2.1", "2105")
         application = self.open_application()
         self.expect_look(application, ALL_SET, "Enabled", "Enabled")
         application.wait_for_lines(2)
+        settings = self.open_settings()
         application.choose("Remove", "Camera Driver")
+        settings.wait_for_text(f"Driver Manager wants to remove Camera.\n{CAMERA}")
+        self.expect_look(application, ALL_SET, "Enabled", "Enabled")
+        settings.press("Authorize Camera")
         self.expect_log(application, "Sysex request finished: 0")
         self.expect_output(
             application, f"{CAMERA} 2.1/2105 State: Uninstalling [false false true]", f"{NETWORK} {ENABLED}"

@@ -11,7 +11,12 @@ protected:
     SampleMac mac;
 };
 
-TEST_F(ADeactivation, TerminatesTheCopyUntilTheRestart) {
+class AnAuthorizedDeactivation : public ADeactivation {
+protected:
+    AnAuthorizedDeactivation() { mac.set("authorization", "granted"); }
+};
+
+TEST_F(AnAuthorizedDeactivation, TerminatesTheCopyUntilTheRestart) {
     mac.install("2105", "enabled");
     mac.deactivate("a");
     EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
@@ -20,7 +25,7 @@ TEST_F(ADeactivation, TerminatesTheCopyUntilTheRestart) {
     EXPECT_THAT(mac.copies(), IsEmpty());
 }
 
-TEST_F(ADeactivation, TerminatesBeforeItFinishes) {
+TEST_F(AnAuthorizedDeactivation, TerminatesBeforeItFinishes) {
     mac.install("2105", "enabled");
     ASSERT_FALSE(mac.machine().submit({"client", "a", sampleApplication, RequestKind::deactivation, camera}));
     mac.machine().step();
@@ -28,7 +33,7 @@ TEST_F(ADeactivation, TerminatesBeforeItFinishes) {
     EXPECT_THAT(mac.heard(), IsEmpty());
 }
 
-TEST_F(ADeactivation, OfADriverInUseCompletesAfterTheRestart) {
+TEST_F(AnAuthorizedDeactivation, OfADriverInUseCompletesAfterTheRestart) {
     mac.set("driver", "in-use");
     mac.install("2105", "enabled", driver);
     mac.deactivate("a", driver);
@@ -36,14 +41,14 @@ TEST_F(ADeactivation, OfADriverInUseCompletesAfterTheRestart) {
     EXPECT_THAT(mac.copies(driver), ElementsAre("2105 terminated waiting to uninstall on reboot"));
 }
 
-TEST_F(ADeactivation, ForgetsTheApproval) {
+TEST_F(AnAuthorizedDeactivation, ForgetsTheApproval) {
     mac.install("2105", "enabled");
     mac.deactivate("a");
     mac.activate("b");
     EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0", "b: needs approval"));
 }
 
-TEST_F(ADeactivation, TakesAWaitingCopyWithIt) {
+TEST_F(AnAuthorizedDeactivation, TakesAWaitingCopyWithIt) {
     mac.activate("a");
     mac.deactivate("b");
     EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "a: failed 12", "b: finished 0"));
@@ -79,8 +84,7 @@ TEST_F(ADeactivation, FailsWithFourForAnotherApplicationThatCarriesAnExtensionOf
     EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "a: finished 0", "b: failed 4"));
 }
 
-TEST_F(ADeactivation, AsksAnAdministratorWhereThatIsSwitchedOn) {
-    mac.set("authorization", "asked");
+TEST_F(ADeactivation, WaitsForAnAdministratorAndGoesOnWhenAuthorized) {
     mac.install("2105", "enabled");
     mac.deactivate("a");
     EXPECT_THAT(mac.heard(), IsEmpty());
@@ -90,7 +94,6 @@ TEST_F(ADeactivation, AsksAnAdministratorWhereThatIsSwitchedOn) {
 }
 
 TEST_F(ADeactivation, FailsWithThirteenWhenRefused) {
-    mac.set("authorization", "asked");
     mac.install("2105", "enabled");
     mac.deactivate("a");
     mac.mustDo(mac.machine().refuse(camera));
@@ -99,7 +102,6 @@ TEST_F(ADeactivation, FailsWithThirteenWhenRefused) {
 }
 
 TEST_F(ADeactivation, FailsWithElevenWhenRefusedOnASystemThatCallsItCancelled) {
-    mac.set("authorization", "asked");
     mac.set("refusal", "11");
     mac.install("2105", "enabled");
     mac.deactivate("a");
@@ -108,7 +110,6 @@ TEST_F(ADeactivation, FailsWithElevenWhenRefusedOnASystemThatCallsItCancelled) {
 }
 
 TEST_F(ADeactivation, AsksNoAdministratorWhereTheProfileLetsRemove) {
-    mac.set("authorization", "asked");
     mac.install("2105", "enabled");
     Profile profile;
     profile.removableExtensions[sampleTeam] = {camera};
@@ -118,7 +119,6 @@ TEST_F(ADeactivation, AsksNoAdministratorWhereTheProfileLetsRemove) {
 }
 
 TEST_F(ADeactivation, IsAnsweredByAProfileThatArrives) {
-    mac.set("authorization", "asked");
     mac.install("2105", "enabled");
     mac.deactivate("a");
     Profile profile;
@@ -128,8 +128,16 @@ TEST_F(ADeactivation, IsAnsweredByAProfileThatArrives) {
     EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
 }
 
+TEST_F(ADeactivation, IsAuthorizedWithAllTheOthersWhereThatIsSwitchedOn) {
+    mac.install("2105", "enabled");
+    mac.install("2105", "enabled", driver);
+    mac.deactivate("a");
+    mac.deactivate("b", driver);
+    mac.set("authorization", "granted");
+    EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0", "b: finished 0"));
+}
+
 TEST_F(ADeactivation, LetsTheQuestionGoWithTheClient) {
-    mac.set("authorization", "asked");
     mac.install("2105", "enabled");
     mac.deactivate("a");
     mac.machine().clientLeft("client");
@@ -137,7 +145,7 @@ TEST_F(ADeactivation, LetsTheQuestionGoWithTheClient) {
     EXPECT_THAT(mac.copies(), ElementsAre("2105 activated enabled"));
 }
 
-TEST_F(ADeactivation, ThatHadBegunGoesOnWithoutTheClient) {
+TEST_F(AnAuthorizedDeactivation, ThatHadBegunGoesOnWithoutTheClient) {
     mac.install("2105", "enabled");
     ASSERT_FALSE(mac.machine().submit({"client", "a", sampleApplication, RequestKind::deactivation, camera}));
     mac.machine().step();

@@ -110,6 +110,7 @@ TEST_F(AMachine, LeavesAnExtensionInactiveThatWasActivatedThenDeactivatedThenRes
     mac.activate("a");
     mac.mustDo(machine().allow(camera));
     mac.deactivate("b");
+    mac.mustDo(machine().authorize(camera));
     machine().restart();
     EXPECT_THAT(mac.copies(), IsEmpty());
 }
@@ -147,6 +148,7 @@ TEST_F(AMachine, ForgetsOpenRequestsWhenItComesBackButKeepsTheCopies) {
 }
 
 TEST_F(AMachine, EndsARemovalThatItHadBegunWhenItComesBack) {
+    mac.set("authorization", "granted");
     mac.install("1", "enabled");
     ASSERT_FALSE(machine().submit({"client", "a", sampleApplication, RequestKind::deactivation, camera}));
     machine().step();
@@ -270,6 +272,7 @@ TEST_F(AMachine, NeverAnswersTheNextRequestOfAnyKindWhenSilenceWasOrdered) {
 }
 
 TEST_F(AMachine, AnswersLaterByItsClockWhenADelayWasOrdered) {
+    mac.set("authorization", "granted");
     mac.install("1", "enabled");
     Fault fault;
     fault.kind = Fault::Kind::delay;

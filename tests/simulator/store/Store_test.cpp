@@ -148,6 +148,12 @@ TEST_F(AStore, ThatIsDamagedIsLeftAlone) {
     EXPECT_EQ(std::filesystem::file_size(file), size);
 }
 
+TEST_F(AStore, ReadsASwitchThatStandsAtItsDefaultAsOneThatWasNeverMoved) {
+    Store{file}.save(State{});
+    tamper("INSERT INTO switch VALUES ('authorization', 'asked')");
+    EXPECT_EQ(Store{file}.load(), State{});
+}
+
 TEST_F(AStore, WithARowThatMakesNoSenseIsLeftAlone) {
     Store{file}.save(aBusyState());
     tamper("UPDATE copy SET state = 'asleep'");
