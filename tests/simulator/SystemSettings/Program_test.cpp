@@ -48,7 +48,7 @@ private:
 TEST_F(TheSettingsProgram, EndsCleanlyOnSigterm) {
     auto program = started();
     ASSERT_TRUE(untilItListed());
-    kill(static_cast<pid_t>(program.id()), SIGTERM);
+    ASSERT_TRUE(program.signal(SIGTERM));
     ASSERT_TRUE(program.ended());
     EXPECT_EQ(program.exitCode(), 0);
     EXPECT_EQ(program.errors(), "");
@@ -61,7 +61,7 @@ TEST_F(TheSettingsProgram, EndsCleanlyOnSigtermWhileAQuestionIsOpen) {
     control().showRequests({question});
     auto program = started();
     ASSERT_TRUE(untilItListed());
-    kill(static_cast<pid_t>(program.id()), SIGTERM);
+    ASSERT_TRUE(program.signal(SIGTERM));
     ASSERT_TRUE(program.ended());
     EXPECT_EQ(program.exitCode(), 0);
 }

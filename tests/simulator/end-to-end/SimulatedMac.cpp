@@ -38,7 +38,7 @@ void SimulatedMac::killService() {
     const auto bus = bus_.connect();
     const auto process = bus.interface()->servicePid(serviceName);
     if (!process.isValid()) throw std::runtime_error{process.error().message().toStdString()};
-    kill(static_cast<pid_t>(process.value()), SIGKILL);
+    EXPECT_TRUE(sendSignal(process.value(), SIGKILL));
 }
 
 QProcessEnvironment SimulatedMac::serviceEnvironment() const {

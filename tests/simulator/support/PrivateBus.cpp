@@ -1,10 +1,15 @@
 #include "tests/simulator/support/PrivateBus.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDir>
 #include <QFile>
 #include <QUuid>
+
+#include <poll.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <stdexcept>
 
@@ -37,6 +42,26 @@ void write(const QString& path, const QString& text) {
         throw std::runtime_error{"cannot write " + path.toStdString()};
 }
 
+/// A process that need not be a child of this one; none if its number is 0.
+class RunningProcess {
+public:
+    explicit RunningProcess(uint number)
+        : descriptor_{number == 0 ? -1 : static_cast<int>(syscall(SYS_pidfd_open, number, 0))} {}
+    ~RunningProcess() {
+        if (descriptor_ >= 0) close(descriptor_);
+    }
+    RunningProcess(const RunningProcess&) = delete;
+    RunningProcess& operator=(const RunningProcess&) = delete;
+
+    void waitForEnd() const {
+        pollfd process{descriptor_, POLLIN, 0};
+        if (descriptor_ >= 0) poll(&process, 1, patience);
+    }
+
+private:
+    int descriptor_;
+};
+
 } // namespace
 
 PrivateBus::PrivateBus(const QProcessEnvironment& environment) {
@@ -46,9 +71,9 @@ PrivateBus::PrivateBus(const QProcessEnvironment& environment) {
 }
 
 PrivateBus::~PrivateBus() {
+    stop();
     for (const auto& name : connections_)
         QDBusConnection::disconnectFromBus(name);
-    stop();
 }
 
 QDBusConnection PrivateBus::connect() {
@@ -59,6 +84,7 @@ QDBusConnection PrivateBus::connect() {
 }
 
 void PrivateBus::makeActivatable(const QString& name, const QString& program) {
+    activatable_ = name;
     write(path("services/" + name + ".service"),
           QStringLiteral("[D-BUS Service]\nName=%1\nExec=\"%2\"\n").arg(name, program));
     const auto reload = QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
@@ -80,8 +106,17 @@ QByteArray PrivateBus::errors() const {
 
 void PrivateBus::stop() {
     if (daemon_.state() == QProcess::NotRunning) return;
+    const RunningProcess service{startedService()};
     daemon_.terminate();
     daemon_.waitForFinished(patience);
+    service.waitForEnd();
+}
+
+/// The process of the service that the bus started; 0 for none.
+uint PrivateBus::startedService() {
+    if (activatable_.isEmpty()) return 0;
+    const QDBusReply<uint> process = connect().interface()->servicePid(activatable_);
+    return process.isValid() ? process.value() : 0;
 }
 
 void PrivateBus::openToEveryone() {

@@ -36,18 +36,20 @@ public:
     /// What the bus and the services that it started wrote to standard error.
     QByteArray errors() const;
 
-    /// Ends the bus now. Every connection is lost.
+    /// Ends the bus now, and waits until the service that it started has ended. Every connection is lost.
     void stop();
 
 private:
     QString path(const QString& name) const;
     void writeConfiguration() const;
+    uint startedService();
     void start(const QProcessEnvironment& environment);
 
     QTemporaryDir folder_;
     QProcess daemon_;
     QString address_;
     QStringList connections_;
+    QString activatable_;
 };
 
 } // namespace simulator::tests

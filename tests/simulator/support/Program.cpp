@@ -2,9 +2,14 @@
 
 #include "tests/simulator/support/Until.h"
 
+#include <csignal>
 #include <stdexcept>
 
 namespace simulator::tests {
+
+bool sendSignal(qint64 process, int signal) {
+    return process > 0 && kill(static_cast<pid_t>(process), signal) == 0;
+}
 
 Program::Program(const QString& path, const QStringList& arguments, const QProcessEnvironment& environment) {
     process_.setProcessEnvironment(environment);

@@ -8,6 +8,9 @@
 
 namespace simulator::tests {
 
+/// Sends a signal to one process, never to a group: false for what is no process's number, and where there is none.
+[[nodiscard]] bool sendSignal(qint64 process, int signal);
+
 /// A program under test. Its process is killed when this goes.
 class Program {
 public:
@@ -22,7 +25,7 @@ public:
     [[nodiscard]] bool printed(const QByteArray& text);
 
     bool isRunning() const { return process_.state() != QProcess::NotRunning; }
-    qint64 id() const { return process_.processId(); }
+    [[nodiscard]] bool signal(int number) const { return sendSignal(process_.processId(), number); }
     /// Valid after it has ended; -1 if it crashed.
     int exitCode() const;
     const QByteArray& output();
