@@ -1,0 +1,275 @@
+#include "tests/simulator/sample/RandomWalk.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <utility>
+#include <vector>
+
+namespace simulator {
+
+RandomWalk::RandomWalk(unsigned seed, Keeper& keeper) : random_{seed}, keeper_{keeper} {
+    disk_.put(sampleBundle());
+    machine_ = std::make_unique<Machine>(State{}, disk_);
+    keeper_.keep(machine_->state(), {});
+}
+
+void RandomWalk::go(int steps) {
+    for (int step = 0; step < steps && !testing::Test::HasFailure(); ++step) {
+        doSomething();
+        hear();
+        lookAtCopies();
+        lookAtWaitingRequests();
+    }
+}
+
+// What is done ---------------------------------------------------------------------------------------------------------
+
+std::uint32_t RandomWalk::pick(std::uint32_t below) {
+    return std::uniform_int_distribution<std::uint32_t>{0, below - 1}(random_);
+}
+
+std::string RandomWalk::anIdentifier() {
+    static const std::vector<std::string> identifiers{camera, driver, "com.example.unknown"};
+    return identifiers[pick(3) == 0 ? pick(3) : pick(2)];
+}
+
+std::string RandomWalk::aClient() {
+    return "client" + std::to_string(pick(3));
+}
+
+void RandomWalk::doSomething() {
+    switch (pick(16)) {
+    case 0:
+    case 1:
+    case 2:
+        return submit(RequestKind::activation);
+    case 3:
+    case 4:
+        return submit(RequestKind::deactivation);
+    case 5:
+        return submit(RequestKind::properties);
+    case 6:
+        return answerAQuestion();
+    case 7:
+    case 8:
+        return playThePerson();
+    case 9:
+        return rarely();
+    case 10:
+        return changeTheMachine();
+    case 11:
+        return orderAFault();
+    default:
+        machine_->step();
+    }
+}
+
+/// Whether it can be done is the machine's affair.
+void RandomWalk::playThePerson() {
+    struct Deed {
+        Verdict (Machine::*method)(const std::string&);
+        std::optional<Cause> cause;
+    };
+    static constexpr std::array<Deed, 6> deeds{Deed{&Machine::allow, Cause::allowed},
+                                               Deed{&Machine::deny, Cause::denied},
+                                               Deed{&Machine::authorize, Cause::authorized},
+                                               Deed{&Machine::refuse, Cause::refused},
+                                               Deed{&Machine::disable, std::nullopt},
+                                               Deed{&Machine::enable, std::nullopt}};
+    const Deed& deed = deeds[pick(deeds.size())];
+    const std::string identifier = anIdentifier();
+    const Verdict verdict = (machine_.get()->*deed.method)(identifier);
+    if (!verdict && deed.cause) witness_.happened(*deed.cause, identifier);
+}
+
+void RandomWalk::rarely() {
+    switch (pick(12)) {
+    case 0:
+        return restart();
+    case 1:
+        return reset();
+    case 2:
+        return comeBack();
+    case 3:
+    case 4:
+        return leave();
+    case 5:
+        return uninstall();
+    case 6:
+        return install();
+    case 7:
+        return setVersion(disk_.at(sampleApplication), "2.1", std::to_string(2100 + pick(3)));
+    case 8:
+        disk_.at(sampleApplication).extensions[0].sealMatches = pick(3) != 0;
+        return;
+    default:
+        EXPECT_EQ(machine_->advance(pick(5)), done);
+    }
+}
+
+/// No answer comes out of the submission itself.
+void RandomWalk::submit(RequestKind kind) {
+    const std::string application = pick(20) == 0 ? "" : sampleApplication;
+    const Submission submission{aClient(), std::to_string(++lastToken_), application, kind, anIdentifier()};
+    if (!machine_->submit(submission)) witness_.submitted(submission, *machine_);
+    Outbox outbox = machine_->takeOutbox();
+    keeper_.keep(machine_->state(), outbox.copies);
+    for (const Answer& answer : outbox.answers) {
+        EXPECT_NE(answer.token, submission.token);
+        witness_.hear(answer, *machine_);
+    }
+}
+
+void RandomWalk::answerAQuestion() {
+    for (const auto& [number, request] : machine_->requests()) {
+        if (request.stage != Stage::replacement) continue;
+        const bool replaces = pick(4) != 0;
+        const auto [client, token] = std::pair{request.client, request.token};
+        witness_.happenedTo(client, token, replaces ? Cause::replaced : Cause::canceled);
+        EXPECT_EQ(machine_->answerReplacement(client, token, replaces), done);
+        return;
+    }
+}
+
+void RandomWalk::changeTheMachine() {
+    if (pick(4) == 0) return bringAProfile();
+    if (pick(4) == 0) return machine_->setDeveloperMode(pick(2) == 0);
+    moveASwitch();
+}
+
+void RandomWalk::bringAProfile() {
+    Profile profile;
+    if (pick(2) == 0) profile.allowedExtensions[sampleTeam] = {anIdentifier()};
+    if (pick(2) == 0) profile.removableExtensions[sampleTeam] = {anIdentifier()};
+    profile.allowsUserOverrides = pick(4) != 0;
+    profile.source = "profile " + std::to_string(profiles_.size());
+    profiles_.emplace(profile.source, profile);
+    machine_->setProfile(profile);
+    for (const auto* const identifier : {camera, driver}) {
+        if (profile.allows(sampleTeam, identifier)) witness_.happened(Cause::allowed, identifier);
+        if (profile.letsRemove(sampleTeam, identifier)) witness_.happened(Cause::authorized, identifier);
+    }
+}
+
+void RandomWalk::moveASwitch() {
+    const SwitchRow& row = switches[pick(static_cast<std::uint32_t>(switches.size()))];
+    const std::string value{pick(2) == 0 ? row.byDefault : row.otherwise};
+    EXPECT_EQ(machine_->setSwitch(std::string{row.name}, value), done);
+    if (row.which == Switch::authorization && value == "granted") witness_.happened(Cause::authorized);
+}
+
+void RandomWalk::orderAFault() {
+    if (pick(4) != 0) return;
+    Fault fault;
+    fault.kind = faultKinds[pick(static_cast<std::uint32_t>(faultKinds.size()))].kind;
+    if (pick(2) == 0) fault.request = RequestKind::activation;
+    fault.failure = failureWith(1);
+    fault.milliseconds = pick(5);
+    (void)machine_->orderFault(fault);
+}
+
+void RandomWalk::install() {
+    static const std::vector<std::string> conditions{"enabled", "waiting", "disabled", "uninstalling"};
+    const std::string identifier = anIdentifier();
+    const Verdict verdict = machine_->install(identifier, {"0", std::to_string(pick(3))}, conditions[pick(4)]);
+    if (!verdict) witness_.happened(Cause::superseded, identifier);
+}
+
+void RandomWalk::uninstall() {
+    const std::string identifier = anIdentifier();
+    if (!machine_->uninstall("-", identifier)) witness_.happened(Cause::superseded, identifier);
+}
+
+void RandomWalk::leave() {
+    const std::string client = aClient();
+    machine_->clientLeft(client);
+    witness_.clientLeft(client);
+}
+
+/// It leaves no copy that is on its way out, but for one of each extension where that is switched on, and that once.
+void RandomWalk::restart() {
+    const bool lingers = machine_->state().settings.valueOf(Switch::restart) == "lingers";
+    machine_->restart();
+    witness_.forgetAll();
+    std::map<std::string, int> terminated;
+    for (const auto& [number, copy] : machine_->state().copies) {
+        if (!describe(copy.state).isUninstalling) continue;
+        EXPECT_EQ(++terminated[copy.extension.identifier], lingers ? 1 : 0);
+        EXPECT_TRUE(lingered_.insert(number).second) << "it outlives a second restart";
+    }
+}
+
+void RandomWalk::reset() {
+    machine_->reset();
+    witness_.happened(Cause::withdrawn);
+}
+
+void RandomWalk::comeBack() {
+    machine_ = std::make_unique<Machine>(keptState(), disk_);
+    witness_.forgetAll();
+}
+
+// What is looked at ----------------------------------------------------------------------------------------------------
+
+State RandomWalk::keptState() {
+    State state = keeper_.kept();
+    state.settings.profile = profiles_.at(state.settings.profile.source);
+    return state;
+}
+
+void RandomWalk::hear() {
+    const Outbox outbox = machine_->takeOutbox();
+    keeper_.keep(machine_->state(), outbox.copies);
+    for (const Answer& answer : outbox.answers)
+        witness_.hear(answer, *machine_);
+    if (!outbox.answers.empty() && pick(200) == 0) compare();
+    if (outbox.crashed) comeBack();
+}
+
+void RandomWalk::compare() {
+    ++comparisons_;
+    EXPECT_TRUE(keptState() == machine_->state()) << "what was answered is not kept";
+}
+
+void RandomWalk::lookAtCopies() {
+    std::map<std::string, int> activated;
+    std::map<std::string, int> waiting;
+    std::map<std::string, int> unfinished;
+    for (const auto& [number, copy] : machine_->state().copies) {
+        const std::string& identifier = copy.extension.identifier;
+        EXPECT_EQ(number, copy.number);
+        if (isActivated(copy.state)) {
+            EXPECT_EQ(++activated[identifier], 1) << "two copies of " << identifier << " are activated";
+        }
+        if (copy.state == CopyState::waitingForUser) {
+            EXPECT_EQ(++waiting[identifier], 1) << "two copies of " << identifier << " wait";
+        }
+        if (describe(copy.state).condition == "preparing") {
+            EXPECT_EQ(++unfinished[identifier], 1) << "two copies of " << identifier << " are prepared";
+        }
+    }
+    lookForOrphans(unfinished);
+}
+
+void RandomWalk::lookAtWaitingRequests() {
+    for (const auto& [number, request] : machine_->requests()) {
+        if (request.stage != Stage::user) continue;
+        const auto copy = machine_->state().copies.find(request.copy);
+        ASSERT_NE(copy, machine_->state().copies.end());
+        EXPECT_EQ(copy->second.state, CopyState::waitingForUser);
+    }
+}
+
+/// A copy that is being prepared has a request that prepares it.
+void RandomWalk::lookForOrphans(const std::map<std::string, int>& unfinished) {
+    for (const auto& [identifier, count] : unfinished) {
+        bool isPrepared = false;
+        for (const auto& [number, request] : machine_->requests()) {
+            isPrepared = isPrepared || (request.identifier == identifier && request.copy != 0);
+        }
+        EXPECT_TRUE(isPrepared) << identifier;
+    }
+}
+
+} // namespace simulator

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "simulator/core/Machine.h"
+#include "tests/simulator/sample/FakeDisk.h"
+#include "tests/simulator/sample/Witness.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <random>
+#include <set>
+#include <string>
+
+namespace simulator {
+
+/// Where a walk's machine is kept. Of the management profile it keeps the source alone.
+class Keeper {
+public:
+    Keeper() = default;
+    Keeper(const Keeper&) = delete;
+    Keeper& operator=(const Keeper&) = delete;
+    virtual ~Keeper() = default;
+
+    virtual void keep(const State& state, const std::set<std::int64_t>& touched) = 0;
+    /// What was kept last, read anew.
+    virtual State kept() = 0;
+};
+
+/// Does random things to a machine, and after each looks whether its promises hold. Whatever happened is kept before it
+/// is looked at what was answered; now and then the machine dies, and comes back with what was kept.
+class RandomWalk {
+public:
+    RandomWalk(unsigned seed, Keeper& keeper);
+
+    /// Ends early when a promise is broken.
+    void go(int steps);
+    std::size_t answers() const { return witness_.answers(); }
+    /// How often it was looked whether all that was answered is kept.
+    std::size_t comparisons() const { return comparisons_; }
+
+private:
+    std::uint32_t pick(std::uint32_t below);
+    std::string anIdentifier();
+    std::string aClient();
+
+    void doSomething();
+    void playThePerson();
+    void rarely();
+    void submit(RequestKind kind);
+    void answerAQuestion();
+    void changeTheMachine();
+    void bringAProfile();
+    void moveASwitch();
+    void orderAFault();
+    void install();
+    void uninstall();
+    void leave();
+    void restart();
+    void reset();
+    void comeBack();
+
+    void hear();
+    void compare();
+    void lookAtCopies();
+    void lookAtWaitingRequests();
+    void lookForOrphans(const std::map<std::string, int>& unfinished);
+    State keptState();
+
+    std::mt19937 random_;
+    Keeper& keeper_;
+    FakeDisk disk_;
+    std::unique_ptr<Machine> machine_;
+    Witness witness_;
+    /// Those that were brought so far, by their source.
+    std::map<std::string, Profile> profiles_{{"", Profile{}}};
+    /// The copies that have outlived a restart which should have removed them.
+    std::set<std::int64_t> lingered_;
+    int lastToken_ = 0;
+    std::size_t comparisons_ = 0;
+};
+
+} // namespace simulator

@@ -1,0 +1,142 @@
+#include "tests/simulator/sample/Witness.h"
+
+#include "tests/simulator/sample/FakeDisk.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+bool isAnyIn(const Machine& machine, const std::string& identifier, bool (*condition)(CopyState)) {
+    const auto& copies = machine.state().copies;
+    return std::any_of(copies.begin(), copies.end(), [&](const auto& entry) {
+        return entry.second.extension.identifier == identifier && condition(entry.second.state);
+    });
+}
+
+bool isWaiting(CopyState state) {
+    return state == CopyState::waitingForUser;
+}
+
+} // namespace
+
+struct Witness::Look {
+    Open& request;
+    const Machine& machine;
+
+    void operator()(std::monostate) const { ADD_FAILURE() << "an answer that says nothing"; }
+
+    void operator()(const ReplacementAsked& question) const {
+        EXPECT_EQ(request.kind, RequestKind::activation);
+        EXPECT_FALSE(std::exchange(request.wasAsked, true)) << "asked twice";
+        EXPECT_EQ(question.existing.identifier, request.identifier);
+        EXPECT_EQ(question.replacement.identifier, request.identifier);
+        EXPECT_FALSE(question.existing.isUninstalling);
+    }
+
+    void operator()(const NeedsApproval&) const {
+        EXPECT_EQ(request.kind, RequestKind::activation);
+        EXPECT_FALSE(std::exchange(request.neededApproval, true)) << "needs approval twice";
+        EXPECT_TRUE(isAnyIn(machine, request.identifier, isWaiting)) << "nothing waits";
+        lookAtConsent();
+    }
+
+    void operator()(const Finished& finished) const {
+        EXPECT_NE(request.kind, RequestKind::properties);
+        if (request.fault && request.fault->kind == Fault::Kind::hollow) {
+            EXPECT_EQ(finished.result, 0);
+        } else if (request.kind == RequestKind::activation) {
+            EXPECT_TRUE(isAnyIn(machine, request.identifier, isActivated)) << "nothing is activated";
+            EXPECT_TRUE(!request.neededApproval || request.causes.count(Cause::allowed)) << "nobody allowed it";
+            lookAtConsent();
+        } else {
+            EXPECT_TRUE(request.causes.count(Cause::authorized)) << "nobody authorised it";
+        }
+    }
+
+    void operator()(const Failure& failure) const {
+        EXPECT_TRUE(mayFailWith(request, failure.code)) << "failed with " << failure.code << " for no reason";
+    }
+
+    void operator()(const FoundProperties& found) const {
+        EXPECT_EQ(request.kind, RequestKind::properties);
+        for (const CopyRecord& record : found.copies) {
+            EXPECT_EQ(record.identifier, request.identifier);
+            EXPECT_LE(int{record.isEnabled} + int{record.isAwaitingUserApproval} + int{record.isUninstalling}, 1);
+        }
+    }
+
+    /// Who was asked whether the new copy may take the place of the old one has said so.
+    void lookAtConsent() const {
+        EXPECT_TRUE(!request.wasAsked || request.causes.count(Cause::replaced)) << "no word on the replacement";
+    }
+};
+
+bool Witness::mayFailWith(const Open& request, std::int64_t code) {
+    const auto was = [&](Cause cause) { return request.causes.count(cause) != 0; };
+    const bool isOrdered = request.fault && request.fault->kind == Fault::Kind::error;
+    if (isOrdered && code == request.fault->failure.code) return true;
+    switch (code) {
+    case code::extensionNotFound:
+        return true;
+    case code::codeSignatureInvalid:
+    case code::forbiddenBySystemPolicy:
+        return request.kind == RequestKind::activation && !request.neededApproval;
+    case code::requestCanceled:
+        return was(Cause::denied) || was(Cause::canceled) || was(Cause::refused) || was(Cause::withdrawn);
+    case code::requestSuperseded:
+        return was(Cause::superseded);
+    case code::authorizationRequired:
+        return was(Cause::refused);
+    default:
+        return false;
+    }
+}
+
+void Witness::submitted(const Submission& submission, const Machine& machine) {
+    Open request;
+    request.kind = submission.kind;
+    request.identifier = submission.identifier;
+    for (const auto& [number, taken] : machine.requests()) {
+        if (taken.client == submission.client && taken.token == submission.token) request.fault = taken.fault;
+    }
+    const Settings& settings = machine.state().settings;
+    if (settings.valueOf(Switch::authorization) == "granted" ||
+        settings.profile.letsRemove(sampleTeam, request.identifier)) {
+        request.causes.insert(Cause::authorized);
+    }
+    open_[{submission.client, submission.token}] = request;
+    if (request.kind != RequestKind::properties) happened(Cause::superseded, request.identifier);
+}
+
+void Witness::happened(Cause cause, const std::string& identifier) {
+    for (auto& [name, request] : open_) {
+        if (identifier.empty() || request.identifier == identifier) request.causes.insert(cause);
+    }
+}
+
+void Witness::happenedTo(const std::string& client, const std::string& token, Cause cause) {
+    const auto found = open_.find({client, token});
+    if (found != open_.end()) found->second.causes.insert(cause);
+}
+
+void Witness::clientLeft(const std::string& client) {
+    for (auto entry = open_.begin(); entry != open_.end();) {
+        entry = entry->first.first == client ? open_.erase(entry) : std::next(entry);
+    }
+}
+
+void Witness::hear(const Answer& answer, const Machine& machine) {
+    ++answers_;
+    const auto open = open_.find({answer.client, answer.token});
+    ASSERT_NE(open, open_.end()) << "an answer to a request that had ended or was never asked";
+    std::visit(Look{open->second, machine}, answer.body);
+    const bool isLast = !std::holds_alternative<NeedsApproval>(answer.body) &&
+                        !std::holds_alternative<ReplacementAsked>(answer.body);
+    if (isLast) open_.erase(open);
+}
+
+} // namespace simulator
