@@ -41,6 +41,8 @@ std::string reasonOf(int code, const char* message) {
         return "it is no store of the simulator";
     case SQLITE_CORRUPT:
         return "it is damaged";
+    case SQLITE_IOERR:
+        return "the disk cannot be read or written";
     default:
         return message;
     }

@@ -33,6 +33,14 @@ QStringList Asker::lines() {
     return QString::fromUtf8(output_).split('\n', Qt::SkipEmptyParts).mid(1);
 }
 
+QStringList Asker::takeLines() {
+    output_ += process_.readAllStandardOutput();
+    const qsizetype end = output_.lastIndexOf('\n') + 1;
+    const QString whole = QString::fromUtf8(output_.left(end));
+    output_.remove(0, end);
+    return whole.split('\n', Qt::SkipEmptyParts);
+}
+
 void Asker::kill() {
     if (process_.state() == QProcess::NotRunning) return;
     process_.kill();

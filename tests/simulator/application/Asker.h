@@ -19,6 +19,8 @@ public:
     [[nodiscard]] bool hears(const QString& line);
     /// Every line so far but the greeting.
     QStringList lines();
+    /// Every line that came since the last call of this, which is not to be mixed with the above.
+    QStringList takeLines();
     /// Ends it without a goodbye.
     void kill();
 

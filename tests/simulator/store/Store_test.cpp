@@ -59,6 +59,15 @@ protected:
         return "it was opened";
     }
 
+    static std::string whyNotSaved(Store& store, const State& state) {
+        try {
+            store.save(state);
+        } catch (const StoreFailure& failure) {
+            return failure.what();
+        }
+        return "it was saved";
+    }
+
     void tamper(const std::string& statement) const {
         sqlite3* handle = nullptr;
         ASSERT_EQ(sqlite3_open(file.c_str(), &handle), SQLITE_OK);
@@ -257,16 +266,47 @@ private:
     rlimit before_{};
 };
 
+/// A state that takes a megabyte.
+State aLargeState() {
+    State state = aBusyState();
+    for (int i = 0; i < 2000; ++i)
+        state.applications.insert("/" + std::string(500, 'x') + std::to_string(i));
+    return state;
+}
+
+/// No database that is opened while it lives grows beyond a hundred pages, as on a disk that is nearly full.
+class NearlyFullDisk {
+public:
+    NearlyFullDisk() { sqlite3_auto_extension(reinterpret_cast<void (*)()>(&limit)); }
+    ~NearlyFullDisk() { sqlite3_cancel_auto_extension(reinterpret_cast<void (*)()>(&limit)); }
+    NearlyFullDisk(const NearlyFullDisk&) = delete;
+    NearlyFullDisk& operator=(const NearlyFullDisk&) = delete;
+
+private:
+    static int limit(sqlite3* database, char**, const sqlite3_api_routines*) {
+        return sqlite3_exec(database, "PRAGMA max_page_count = 100", nullptr, nullptr, nullptr);
+    }
+};
+
+TEST_F(AStore, OnAFullDiskFailsAndKeepsWhatItHad) {
+    const State before = aBusyState();
+    {
+        const NearlyFullDisk disk;
+        Store store{file};
+        store.save(before);
+        EXPECT_EQ(whyNotSaved(store, aLargeState()), file.string() + ": the disk is full");
+    }
+    EXPECT_EQ(Store{file}.load(), before);
+}
+
 TEST_F(AStore, ThatCannotGrowFailsAndKeepsWhatItHad) {
     const State before = aBusyState();
-    State after = before;
-    for (int i = 0; i < 2000; ++i)
-        after.applications.insert("/" + std::string(500, 'x') + std::to_string(i));
+    const State after = aLargeState();
     {
         Store store{file};
         store.save(before);
         const FileSizeLimit limit{100000};
-        EXPECT_THROW(store.save(after), StoreFailure);
+        EXPECT_EQ(whyNotSaved(store, after), file.string() + ": the disk cannot be read or written");
     }
     EXPECT_EQ(Store{file}.load(), before);
 }

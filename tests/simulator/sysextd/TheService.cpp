@@ -1,6 +1,7 @@
 #include "tests/simulator/sysextd/TheService.h"
 
 #include "tests/simulator/application/SampleBundle.h"
+#include "tests/simulator/support/Program.h"
 #include "tests/simulator/support/Until.h"
 
 #include <QDBusConnectionInterface>
@@ -52,9 +53,7 @@ uint TheService::processOfService() {
 }
 
 void TheService::signalService(int signal) {
-    const uint process = processOfService();
-    ASSERT_NE(process, 0U);
-    ::kill(static_cast<pid_t>(process), signal);
+    ASSERT_TRUE(sendSignal(processOfService(), signal));
 }
 
 bool TheService::serviceIsGone() {

@@ -28,7 +28,10 @@ protected:
     QString applications() const { return folder_.filePath("Applications"); }
     QString storeFile() const { return folder_.filePath("kelvra-simulator/store.sqlite"); }
     QString stateFolder() const { return folder_.path(); }
+    /// Of the sample application.
+    QString program() const { return program_; }
     PrivateBus& bus() { return *bus_; }
+    const QDBusConnection& connection() const { return connection_; }
     Control& control() { return *control_; }
     QProcessEnvironment environment() const;
 
