@@ -2,9 +2,12 @@ import re
 import unittest
 from pathlib import Path
 
+from application import NOT_INSTALLED
 from case import MacTest
 from desktop import BUILD
+from mac import CAMERA
 
+RESTARTED = 75  # the exit status of an application that ended with the Mac
 ROOT = Path(__file__).resolve().parents[2]
 
 
@@ -28,6 +31,64 @@ class TheDocuments(MacTest):
         for line in lines:
             program = self.desktop.run("sh", "-c", line.replace("sysextctl", f'"{BUILD}/bin/sysextctl"', 1))
             self.assertLess(program.status, 2, f"{line}\n{program.said()}")
+
+    def test_tell_each_switch_of_the_simulator_with_its_default_and_its_other_value(self):
+        text = (ROOT / "docs/simulator.md").read_text()
+        section = re.search(r"^## What no source settles\n(.*?)^## ", text, re.MULTILINE | re.DOTALL)[1]
+        told = re.findall(r"^\| `([^`]+)` \| `([^`]+)` \| `([^`]+)` \| .+ \|$", section, re.MULTILINE)
+        there = [re.fullmatch(r"(\S+)\t(\S+)\t\((\S+) \| (\S+)\)\t.+", line) for line in self.mac.says("switch")]
+        self.assertEqual([(name, value, other) for name, value, _, other in map(re.Match.groups, there)], told)
+        self.assertEqual([match[2] for match in there], [match[3] for match in there])
+
+
+class TheTourOfTheSimulator(MacTest):
+    """What docs/simulator.md has its reader type, with the presses that it tells of in between."""
+
+    def setUp(self):
+        super().setUp()
+        text = (ROOT / "docs/simulator.md").read_text()
+        tour = re.search(r"^## A tour of five minutes\n(.*?)^## ", text, re.MULTILINE | re.DOTALL)[1]
+        self.blocks = re.findall(r"^```\n(.*?)^```", tour, re.MULTILINE | re.DOTALL)
+
+    def type_block(self):
+        """Types the next block; each line must do what it is for. Gives what they print."""
+        output = []
+        for line in self.blocks.pop(0).splitlines():
+            command = re.sub(r"\s+#.*", "", line).replace("sysextctl", f'"{BUILD}/bin/sysextctl"', 1)
+            program = self.desktop.run("sh", "-c", command)
+            self.assertEqual(0, program.status, f"{line}\n{program.said()}")
+            output.append(program.output)
+        return output
+
+    def test_goes_as_it_says(self):
+        application = self.open_application()
+        application.wait_for_state("Camera Driver", NOT_INSTALLED)
+        self.assertEqual([["0 extension(s)"], []], self.type_block())
+        application.choose("Refresh", "Camera Driver")
+        application.press("Upgrade", "Camera Driver")
+        application.wait_for_line(f"{CAMERA} 2.1/2105")
+        upgraded, _, restarted = self.type_block()
+        self.assertEqual(["2 extension(s)", "1 extension(s)"], [upgraded[0], restarted[0]])
+        self.assertEqual(RESTARTED, application.wait_for_end())
+
+        application = self.open_application()
+        application.wait_for_state("Camera Driver", "Enabled")
+        application.press("Activate", "Network Driver")
+        application.wait_for_state("Network Driver", "Await approval")
+        self.assertEqual("1 request(s)", self.type_block()[0][0])
+        application.wait_for_line("(Request was canceled.)", application.errors)
+        settings = self.open_settings()
+        application.choose("Remove", "Camera Driver")
+        settings.wait_for_node("Authorize Camera")
+        self.assertTrue(self.type_block()[0][-1].endswith("[authorization]"))
+        application.wait_for_line("(Authorization required.)", application.errors)
+        settings.wait_for(lambda: not settings.find("Authorize Camera"), "the question is gone")
+        application.choose("Remove", "Camera Driver")
+        settings.press("Authorize Camera")
+        application.wait_for_line("Sysex request finished: 0", application.errors)
+        self.type_block()
+        self.type_block()
+        self.assertEqual([], self.blocks)
 
 
 if __name__ == "__main__":
