@@ -1,6 +1,6 @@
 #include "platform/linux/Conversions.h"
 
-#include "platform/linux/PixelGrid.h"
+#include "platform/ui/PixelGrid.h"
 
 #include <QWidget>
 
@@ -28,7 +28,9 @@ QRectF toQRectF(const ui::Rect& rect) {
 }
 
 QRect toScreen(const QWidget& widget, const QRectF& rect) {
-    return PixelGrid{1}.snapped(rect.translated(widget.mapToGlobal(QPointF{}))).toRect();
+    const QPointF origin = widget.mapToGlobal(QPointF{});
+    const ui::Rect there{rect.x() + origin.x(), rect.y() + origin.y(), rect.width(), rect.height()};
+    return toQRectF(ui::PixelGrid{1}.snapped(there)).toRect();
 }
 
 QString toQString(const std::string& utf8) {

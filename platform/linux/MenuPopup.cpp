@@ -1,11 +1,10 @@
 #include "platform/linux/MenuPopup.h"
 
+#include "platform/linux/AccessibilityEvents.h"
 #include "platform/linux/Conversions.h"
 #include "platform/linux/ImageStore.h"
 #include "platform/linux/LightAppearance.h"
 #include "platform/linux/SceneControl.h"
-
-#include <QAccessible>
 
 #include <cmath>
 
@@ -17,12 +16,6 @@ constexpr int iconSide = 16;
 
 QString withoutMnemonics(QString title) {
     return title.replace(QLatin1Char{'&'}, QLatin1String{"&&"});
-}
-
-/// To assistive technology the menu is a child of the control, there while it is open.
-void tell(QObject* menu, const QAccessible::Event type) {
-    QAccessibleEvent event{menu, type};
-    QAccessible::updateAccessibility(&event);
 }
 
 } // namespace
@@ -52,11 +45,12 @@ void MenuPopup::choose(QAction& action) {
 
 void MenuPopup::showEvent(QShowEvent* event) {
     QMenu::showEvent(event);
-    tell(this, QAccessible::ObjectCreated);
+    // To assistive technology the menu is a child of the control, there while it is open.
+    tellAccessibility(this, QAccessible::ObjectCreated);
 }
 
 void MenuPopup::hideEvent(QHideEvent* event) {
-    tell(this, QAccessible::ObjectDestroyed);
+    tellAccessibility(this, QAccessible::ObjectDestroyed);
     QMenu::hideEvent(event);
 }
 

@@ -1,8 +1,10 @@
 #include "platform/linux/SceneCanvas.h"
 
+#include "platform/linux/AccessibilityEvents.h"
 #include "platform/linux/Conversions.h"
 #include "platform/linux/ScenePainter.h"
 #include "platform/ui/Focus.h"
+#include "platform/ui/HitArea.h"
 
 #include <QFocusEvent>
 
@@ -12,22 +14,6 @@
 namespace platform {
 
 namespace {
-
-/// How far beyond a menu's small indicator a press still counts.
-constexpr double reachOfMenus = 8;
-
-/// `area` without what lies on the other side of `other`, of which it is on one side.
-void keepClear(QRectF& area, const QRectF& own, const QRectF& other) {
-    if (!area.intersects(other)) return;
-    if (other.right() <= own.left())
-        area.setLeft(other.right());
-    else if (other.left() >= own.right())
-        area.setRight(other.left());
-    else if (other.bottom() <= own.top())
-        area.setTop(other.bottom());
-    else if (other.top() >= own.bottom())
-        area.setBottom(other.top());
-}
 
 /// What assistive technology sees of a node that is no control.
 struct Spoken {
@@ -52,20 +38,15 @@ void read(const std::vector<ui::SceneNode>& nodes, const ControlSeen& control, c
     }
 }
 
-void tell(QObject* object, const QAccessible::Event type) {
-    QAccessibleEvent event{object, type};
-    QAccessible::updateAccessibility(&event);
-}
-
 /// Tells assistive technology, which remembers what it has seen, which objects came and which go.
 void tellChanges(const std::vector<QObject*>& before, const std::vector<QObject*>& after) {
     const auto contains = [](const std::vector<QObject*>& objects, const QObject* object) {
         return std::find(objects.begin(), objects.end(), object) != objects.end();
     };
     for (QObject* object : before)
-        if (!contains(after, object)) tell(object, QAccessible::ObjectDestroyed);
+        if (!contains(after, object)) tellAccessibility(object, QAccessible::ObjectDestroyed);
     for (QObject* object : after)
-        if (!contains(before, object)) tell(object, QAccessible::ObjectCreated);
+        if (!contains(before, object)) tellAccessibility(object, QAccessible::ObjectCreated);
 }
 
 bool isByKeyboard(const Qt::FocusReason reason) {
@@ -91,7 +72,7 @@ void SceneCanvas::followControls(const ui::Scene& before) {
     Controls followed;
     for (const ui::Control* control : ui::controlsOf(scene_)) {
         followed.push_back(takeControl(*control));
-        followed.back()->follow(*control, hitArea(*control));
+        followed.back()->follow(*control, toQRectF(ui::hitArea(scene_, *control)));
         followed.back()->show();
     }
     const Controls gone = std::exchange(controls_, std::move(followed));
@@ -123,15 +104,6 @@ SceneControl* SceneCanvas::focusedControl() const {
     const auto found =
         std::find_if(controls_.begin(), controls_.end(), [&](const auto& control) { return control.get() == focused; });
     return found == controls_.end() ? nullptr : found->get();
-}
-
-QRectF SceneCanvas::hitArea(const ui::Control& control) const {
-    const QRectF own = toQRectF(control.rect);
-    if (control.role == ui::Control::Role::button) return own;
-    QRectF area = own.adjusted(-reachOfMenus, -reachOfMenus, reachOfMenus, reachOfMenus);
-    for (const ui::Control* other : ui::controlsOf(scene_))
-        if (other->place != control.place) keepClear(area, own, toQRectF(other->rect));
-    return area;
 }
 
 void SceneCanvas::followElements() {

@@ -41,8 +41,6 @@ private:
     DeletedLater<SceneControl> takeControl(const ui::Control& control);
     void moveFocus(const ui::Scene& before, const SceneControl& focused);
     SceneControl* focusedControl() const;
-    /// Where a press counts: a small control's area reaches beyond it, never onto another.
-    QRectF hitArea(const ui::Control& control) const;
 
     const ImageStore& images_;
     ui::Scene scene_;

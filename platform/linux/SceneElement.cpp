@@ -1,5 +1,6 @@
 #include "platform/linux/SceneElement.h"
 
+#include "platform/linux/AccessibilityEvents.h"
 #include "platform/linux/Conversions.h"
 
 #include <utility>
@@ -11,14 +12,11 @@ void SceneElement::follow(const Kind kind, const QString& name, const QRectF& re
     rect_ = rect;
     const bool changed = std::exchange(name_, name) != name;
     if (!std::exchange(followed_, true) || !changed) return;
-    QAccessibleEvent renamed{this, QAccessible::NameChanged};
-    QAccessible::updateAccessibility(&renamed);
+    tellAccessibility(this, QAccessible::NameChanged);
     if (kind_ != Kind::announcedText) return;
     // Screen readers speak a notification when it comes into view.
-    for (const auto type : {QAccessible::Alert, QAccessible::ObjectShow}) {
-        QAccessibleEvent announcement{this, type};
-        QAccessible::updateAccessibility(&announcement);
-    }
+    tellAccessibility(this, QAccessible::Alert);
+    tellAccessibility(this, QAccessible::ObjectShow);
 }
 
 QAccessible::Role SceneElement::role() const {

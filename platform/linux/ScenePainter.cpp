@@ -3,6 +3,7 @@
 #include "platform/linux/Conversions.h"
 #include "platform/linux/ImageStore.h"
 #include "platform/linux/LightAppearance.h"
+#include "platform/ui/ControlLook.h"
 
 #include <QFontMetricsF>
 
@@ -14,38 +15,10 @@ namespace {
 constexpr double focusGap = 1;
 constexpr double focusLine = 2;
 
-QRectF largestSquare(const QRectF& rect) {
-    const double side = std::min(rect.width(), rect.height());
-    return {rect.center().x() - side / 2, rect.center().y() - side / 2, side, side};
-}
-
-/// Its size is rounded before its position, so that it stays a square.
-QRectF snappedSquare(const PixelGrid& grid, const QRectF& rect) {
-    const QRectF square = largestSquare(rect);
-    const double side = grid.snapped(square.width());
-    return {grid.snapped(square.left()), grid.snapped(square.top()), side, side};
-}
-
 QPainterPath roundedRect(const QRectF& rect, const double radius) {
     QPainterPath path;
     path.addRoundedRect(rect, radius, radius);
     return path;
-}
-
-/// The shape that is seen of a control, for its focus ring.
-struct Look {
-    ui::ShapeKind shape = ui::ShapeKind::rectangle;
-    ui::Rect rect;
-};
-
-Look lookOf(const ui::Control& control) {
-    for (const ui::SceneNode& node : control.content) {
-        if (const auto* clip = std::get_if<ui::Clip>(&node.value)) return {clip->shape, clip->rect};
-        if (const auto* indicator = std::get_if<ui::MenuIndicator>(&node.value)) {
-            return {ui::ShapeKind::rectangle, indicator->rect};
-        }
-    }
-    return {ui::ShapeKind::rectangle, control.rect};
 }
 
 } // namespace
@@ -62,20 +35,21 @@ void ScenePainter::paint(const std::vector<ui::SceneNode>& nodes) {
 }
 
 QPainterPath ScenePainter::outline(const ui::ShapeKind shape, const ui::Rect& rect, const double margin) const {
-    const QRectF area = toQRectF(rect);
+    const auto withMargin = [margin](const ui::Rect& snapped) {
+        return toQRectF(snapped).adjusted(-margin, -margin, margin, margin);
+    };
+    const QRectF area = withMargin(grid_.snapped(rect));
     QPainterPath path;
     switch (shape) {
     case ui::ShapeKind::rectangle:
-        path.addRect(grid_.snapped(area).adjusted(-margin, -margin, margin, margin));
+        path.addRect(area);
         break;
     case ui::ShapeKind::circle:
-        path.addEllipse(snappedSquare(grid_, area).adjusted(-margin, -margin, margin, margin));
+        path.addEllipse(withMargin(grid_.snappedSquare(rect)));
         break;
-    case ui::ShapeKind::capsule: {
-        const QRectF snapped = grid_.snapped(area).adjusted(-margin, -margin, margin, margin);
-        path = roundedRect(snapped, std::min(snapped.width(), snapped.height()) / 2);
+    case ui::ShapeKind::capsule:
+        path = roundedRect(area, std::min(area.width(), area.height()) / 2);
         break;
-    }
     }
     return path;
 }
@@ -105,7 +79,7 @@ void ScenePainter::paint(const ui::TextRun& run) {
 }
 
 void ScenePainter::paint(const ui::ImageRun& run) {
-    const QRectF target = grid_.snapped(toQRectF(run.rect));
+    const QRectF target = toQRectF(grid_.snapped(run.rect));
     const QSize pixels{grid_.pixels(target.width()), grid_.pixels(target.height())};
     QImage image = images_.image(run.image, pixels, toQColor(run.color));
     if (image.isNull()) return;
@@ -134,7 +108,7 @@ void ScenePainter::paint(const ui::Control& control) {
 }
 
 void ScenePainter::paintFocusRing(const ui::Control& control) {
-    const Look look = lookOf(control);
+    const ui::ControlLook look = ui::lookOf(control);
     const double line = grid_.lineWidth(focusLine);
     const double margin = grid_.lineWidth(focusGap) + line / 2;
     const QPainterPath ring = look.shape == ui::ShapeKind::rectangle

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/PixelGrid.h"
+#include "platform/ui/PixelGrid.h"
 #include "platform/ui/Scene.h"
 
 #include <QPainter>
@@ -34,7 +34,7 @@ private:
 
     QPainter& painter_;
     const ImageStore& images_;
-    PixelGrid grid_;
+    ui::PixelGrid grid_;
 };
 
 } // namespace platform

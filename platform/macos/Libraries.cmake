@@ -21,7 +21,7 @@ function(add_macos_libraries system)
 
     # The window: Application, and the drawing of scenes. Whoever links it links the services that it asks, too.
     set(window
-        AppKitMetrics.cpp Application.mm Conversions.mm HitArea.cpp ImageStore.mm MainMenu.mm MainWindow.mm
+        AppKitMetrics.cpp Application.mm Conversions.mm ImageStore.mm MainMenu.mm MainWindow.mm
         SceneButton.mm SceneCanvas.mm SceneControl.mm SceneElement.mm SceneMenu.mm ScenePainter.mm TextLine.mm
         TurnEnd.mm)
     list(TRANSFORM window PREPEND "${folder}/")

@@ -2,12 +2,12 @@
 
 #include "platform/macos/CallbackGuard.h"
 #include "platform/macos/Conversions.h"
-#include "platform/macos/HitArea.h"
 #include "platform/macos/Retained.h"
 #include "platform/macos/SceneControl.h"
 #include "platform/macos/SceneElement.h"
 #include "platform/macos/ScenePainter.h"
 #include "platform/ui/Focus.h"
+#include "platform/ui/HitArea.h"
 
 #include <algorithm>
 #include <utility>
@@ -119,7 +119,7 @@ private:
     void paint() const {
         [toNSColor(windowGround) set];
         NSRectFill([view_.get() bounds]);
-        ScenePainter{images_, PixelGrid{[[view_.get() window] backingScaleFactor]}}.paint(scene_.nodes);
+        ScenePainter{images_, ui::PixelGrid{[[view_.get() window] backingScaleFactor]}}.paint(scene_.nodes);
     }
 
     void followControls(const ui::Scene& before) {
@@ -127,7 +127,7 @@ private:
         Controls followed;
         for (const ui::Control* control : ui::controlsOf(scene_)) {
             followed.push_back(takeControl(*control));
-            followed.back()->follow(*control, hitArea(scene_, *control));
+            followed.back()->follow(*control, ui::hitArea(scene_, *control));
         }
         const Controls gone = std::exchange(controls_, std::move(followed));
         chainControls();

@@ -5,6 +5,7 @@
 #include "platform/macos/SceneButton.h"
 #include "platform/macos/SceneMenu.h"
 #include "platform/macos/ScenePainter.h"
+#include "platform/ui/ControlLook.h"
 
 namespace platform {
 
@@ -16,7 +17,7 @@ std::unique_ptr<SceneControl> SceneControl::make(const ui::Control& control, con
 SceneControl::~SceneControl() = default;
 
 void SceneControl::follow(const ui::Control& control, const ui::Rect& hitArea) {
-    const bool ringMoves = hitArea != hitArea_ || lookOf(control) != lookOf(control_);
+    const bool ringMoves = hitArea != hitArea_ || ui::lookOf(control) != ui::lookOf(control_);
     control_ = control;
     hitArea_ = hitArea;
     NSControl* const native = static_cast<NSControl*>(view());
@@ -35,12 +36,12 @@ void SceneControl::fillFocusRingMask() const {
     NSAffineTransform* const toScene = [NSAffineTransform transform];
     [toScene translateXBy:-hitArea_.x yBy:-hitArea_.y];
     [toScene concat];
-    ScenePainter{images_, PixelGrid{[[static_cast<NSView*>(view()) window] backingScaleFactor]}}.fillLook(control_);
+    ScenePainter{images_, ui::PixelGrid{[[static_cast<NSView*>(view()) window] backingScaleFactor]}}.fillLook(control_);
     [NSGraphicsContext restoreGraphicsState];
 }
 
 ui::Rect SceneControl::focusRingBounds() const {
-    ui::Rect look = lookOf(control_);
+    ui::Rect look = ui::lookOf(control_).rect;
     look.x -= hitArea_.x;
     look.y -= hitArea_.y;
     return look;

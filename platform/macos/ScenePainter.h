@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/macos/PixelGrid.h"
+#include "platform/ui/PixelGrid.h"
 #include "platform/ui/Scene.h"
 
 namespace platform {
@@ -12,7 +12,7 @@ class ImageStore;
 class ScenePainter {
 public:
     /// `images` outlives this.
-    ScenePainter(const ImageStore& images, const PixelGrid& grid) : images_{images}, grid_{grid} {}
+    ScenePainter(const ImageStore& images, const ui::PixelGrid& grid) : images_{images}, grid_{grid} {}
 
     void paint(const std::vector<ui::SceneNode>& nodes) const;
     /// Fills the shape that is seen of the control, for its focus ring.
@@ -28,10 +28,7 @@ private:
     void paint(const ui::Control& control) const;
 
     const ImageStore& images_;
-    PixelGrid grid_;
+    ui::PixelGrid grid_;
 };
-
-/// Where the shape lies that is seen of the control.
-ui::Rect lookOf(const ui::Control& control);
 
 } // namespace platform

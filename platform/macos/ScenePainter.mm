@@ -3,6 +3,7 @@
 #include "platform/macos/Conversions.h"
 #include "platform/macos/ImageStore.h"
 #include "platform/macos/TextLine.h"
+#include "platform/ui/ControlLook.h"
 
 #include <algorithm>
 
@@ -11,7 +12,7 @@ namespace platform {
 namespace {
 
 /// The shape on the pixel grid, its outline moved inwards by `inset`.
-NSBezierPath* outline(const PixelGrid& grid, const ui::ShapeKind shape, const ui::Rect& rect, const double inset = 0) {
+NSBezierPath* outline(const ui::PixelGrid& grid, const ui::ShapeKind shape, const ui::Rect& rect, const double inset = 0) {
     const NSRect area = NSInsetRect(toNSRect(grid.snapped(rect)), inset, inset);
     switch (shape) {
     case ui::ShapeKind::circle:
@@ -24,22 +25,6 @@ NSBezierPath* outline(const PixelGrid& grid, const ui::ShapeKind shape, const ui
         break;
     }
     return [NSBezierPath bezierPathWithRect:area];
-}
-
-/// The shape that is seen of a control.
-struct Look {
-    ui::ShapeKind shape = ui::ShapeKind::rectangle;
-    ui::Rect rect;
-};
-
-Look shapeOf(const ui::Control& control) {
-    for (const ui::SceneNode& node : control.content) {
-        if (const auto* clip = std::get_if<ui::Clip>(&node.value)) return {clip->shape, clip->rect};
-        if (const auto* indicator = std::get_if<ui::MenuIndicator>(&node.value)) {
-            return {ui::ShapeKind::rectangle, indicator->rect};
-        }
-    }
-    return {ui::ShapeKind::rectangle, control.rect};
 }
 
 } // namespace
@@ -100,13 +85,9 @@ void ScenePainter::paint(const ui::Control& control) const {
 }
 
 void ScenePainter::fillLook(const ui::Control& control) const {
-    const Look look = shapeOf(control);
+    const ui::ControlLook look = ui::lookOf(control);
     [[NSColor blackColor] set];
     [outline(grid_, look.shape, look.rect) fill];
-}
-
-ui::Rect lookOf(const ui::Control& control) {
-    return shapeOf(control).rect;
 }
 
 } // namespace platform

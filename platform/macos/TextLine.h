@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/macos/PixelGrid.h"
+#include "platform/ui/PixelGrid.h"
 #include "platform/ui/Scene.h"
 
 #include <string>
@@ -11,6 +11,6 @@ namespace platform {
 ui::Size sizeOfText(const std::string& text, ui::Font font);
 
 /// Draws a line in the current graphics context, whose coordinates are flipped; its base line is moved to `grid`.
-void drawText(const ui::TextRun& run, const PixelGrid& grid);
+void drawText(const ui::TextRun& run, const ui::PixelGrid& grid);
 
 } // namespace platform

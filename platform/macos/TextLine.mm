@@ -29,7 +29,7 @@ ui::Size sizeOfText(const std::string& text, const ui::Font font) {
     }
 }
 
-void drawText(const ui::TextRun& run, const PixelGrid& grid) {
+void drawText(const ui::TextRun& run, const ui::PixelGrid& grid) {
     NSFont* const font = toNSFont(run.font);
     NSDictionary* const attributes = @{
         NSFontAttributeName : font,

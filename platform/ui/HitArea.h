@@ -2,10 +2,10 @@
 
 #include "platform/ui/Scene.h"
 
-namespace platform {
+namespace platform::ui {
 
 /// Where a press counts for a control of `scene`: a menu's area reaches beyond its small indicator, never onto another
 /// control; a button's is its own.
-ui::Rect hitArea(const ui::Scene& scene, const ui::Control& control);
+Rect hitArea(const Scene& scene, const Control& control);
 
-} // namespace platform
+} // namespace platform::ui

@@ -1,8 +1,8 @@
-#include "platform/macos/HitArea.h"
+#include "platform/ui/HitArea.h"
 
 #include <algorithm>
 
-namespace platform {
+namespace platform::ui {
 
 namespace {
 
@@ -16,7 +16,7 @@ struct Edges {
     double bottom;
 };
 
-Edges edgesOf(const ui::Rect& rect) {
+Edges edgesOf(const Rect& rect) {
     return {rect.x, rect.y, rect.maxX(), rect.maxY()};
 }
 
@@ -39,13 +39,13 @@ void keepClear(Edges& area, const Edges& own, const Edges& other) {
 
 } // namespace
 
-ui::Rect hitArea(const ui::Scene& scene, const ui::Control& control) {
-    if (control.role == ui::Control::Role::button) return control.rect;
+Rect hitArea(const Scene& scene, const Control& control) {
+    if (control.role == Control::Role::button) return control.rect;
     const Edges own = edgesOf(control.rect);
     Edges area{own.left - reachOfMenus, own.top - reachOfMenus, own.right + reachOfMenus, own.bottom + reachOfMenus};
-    for (const ui::Control* other : ui::controlsOf(scene))
+    for (const Control* other : controlsOf(scene))
         if (other->place != control.place) keepClear(area, own, edgesOf(other->rect));
     return {area.left, area.top, area.right - area.left, area.bottom - area.top};
 }
 
-} // namespace platform
+} // namespace platform::ui
