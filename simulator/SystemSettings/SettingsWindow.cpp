@@ -34,7 +34,7 @@ void SettingsWindow::arrange() {
     layout_.addWidget(&scroll_, 1);
     layout_.addWidget(&footer_);
     setMinimumSize(480, 260);
-    resize(600, 460);
+    resize(540, 460);
 }
 
 void SettingsWindow::arrangePage() {

@@ -70,6 +70,8 @@ class Cards:
 class Application(Program, Cards):
     """The running application. Start it with Desktop.start([executable()], program=Application)."""
 
+    usual_errors = ("Sysex ", "Fatal error: ")
+
     def __init__(self, *arguments, **options):
         Program.__init__(self, *arguments, **options)
         Cards.__init__(self, self)

@@ -3,6 +3,7 @@
 from gi.repository import Gio, GLib
 
 from events import wait_until
+from program import Program
 
 CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
@@ -24,13 +25,19 @@ CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Con
 SERVICE = "com.kelvra.Simulator1"
 
 
+class Daemon(Program):
+    """It hands its error output on to the services that it starts."""
+
+    usual_errors = ("dbus-daemon[", "sysextd: dies in the middle of a request, as ordered")
+
+
 class Bus:
     """Starts with `start`, which starts a program. Whatever comes or goes on the bus wakes whoever waits."""
 
     def __init__(self, start, folder, services):
         configuration = folder / "bus.conf"
         configuration.write_text(CONFIGURATION.format(folder=folder, services=services))
-        daemon = start(["dbus-daemon", "--nofork", "--print-address", f"--config-file={configuration}"])
+        daemon = start(["dbus-daemon", "--nofork", "--print-address", f"--config-file={configuration}"], program=Daemon)
         wait_until(lambda: daemon.output, "the bus tells its address")
         self.address = daemon.output[0]
         flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION

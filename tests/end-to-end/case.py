@@ -5,7 +5,7 @@ import unittest
 from application import NOT_INSTALLED, Application, executable
 from desktop import BUILD, NO_SERVICES, SERVICES, Desktop
 from mac import NETWORK, Mac
-from program import Program
+from program import QuietProgram
 from screen import Screen
 
 
@@ -53,4 +53,4 @@ class MacTest(DesktopTest):
         application.end()
 
     def open_settings(self):
-        return Screen(self.desktop.start([BUILD / "bin/SystemSettings"], program=Program))
+        return Screen(self.desktop.start([BUILD / "bin/SystemSettings"], program=QuietProgram))

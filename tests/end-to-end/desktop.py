@@ -61,8 +61,14 @@ class Desktop:
         return program
 
     def close(self):
+        """Ends everything, and fails if a program has complained of what the test did not expect."""
         self.bus.close()
         self.display.close()
         for program in reversed(self.programs):
             program.end()
+        for program in self.programs:
+            program.wait_for_last_line()
         self.temporary.cleanup()
+        unusual = [f"{program.name}: {line}" for program in self.programs for line in program.unusual_errors()]
+        if unusual:
+            raise AssertionError("\n".join(["unexpected lines on the error output:", *unusual]))

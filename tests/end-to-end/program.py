@@ -14,6 +14,9 @@ ENDS_WITH_THE_TEST = ("setpriv", "--pdeathsig", "TERM")
 class Program:
     """A running program. Its lines are read as they come, and each wakes whoever waits."""
 
+    # How each line of its error output may begin: what is not ours may write there what it likes.
+    usual_errors = ("",)
+
     def __init__(self, arguments, environment=None, folder=None, stdout=subprocess.PIPE, **options):
         self.name = os.path.basename(str(arguments[0]))
         self.output, self.errors = [], []
@@ -97,5 +100,15 @@ class Program:
             self.process.terminate()
             self.wait_for_end()
 
+    def unusual_errors(self):
+        """The lines of its error output that it should not have written."""
+        return [line for line in self.errors if not line.startswith(self.usual_errors)]
+
     def said(self):
         return "\n".join(["  output:", *self.output[-20:], "  errors:", *self.errors[-20:]])
+
+
+class QuietProgram(Program):
+    """One that has nothing to complain of."""
+
+    usual_errors = ()
