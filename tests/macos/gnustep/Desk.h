@@ -18,6 +18,14 @@ struct Element {
     platform::ui::Rect rect;
 };
 
+/// An item of a menu of the main menu; a line is "-".
+struct MenuEntry {
+    std::string menu;
+    std::string title;
+    std::string key;
+    friend bool operator==(const MenuEntry&, const MenuEntry&) = default;
+};
+
 /// Something that a test does once something holds.
 struct Step {
     std::function<bool()> holds;
@@ -28,13 +36,16 @@ struct Step {
 /// body of a test by run().
 class Desk {
 public:
+    /// Runs an application, to its end.
+    using Application = std::function<int()>;
+
     /// Runs the whole application; once its window is on the screen runs `body`, inside the main loop, and then ends
     /// the application. Returns its exit status.
-    static int run(const std::function<void(Desk&)>& body);
-    /// Runs the application without a body: it has to end by itself. `started` is called once its window is there.
-    static int runToItsEnd(const std::function<void(Desk&)>& started);
-
-    Desk();
+    static int run(const std::function<void(Desk&)>& body, const Application& application = driverManager);
+    /// The same, and the application has to end by itself.
+    static int runToItsEnd(const std::function<void(Desk&)>& body, const Application& application = driverManager);
+    /// The application whose window it is.
+    static int driverManager();
 
     /// Lets the application work until `holds` does. False if it still does not after a long time.
     [[nodiscard]] bool until(const std::function<bool()>& holds);
@@ -50,6 +61,10 @@ public:
     bool has(const std::string& label) const;
     /// The label of what has keyboard focus; empty if no control has it.
     std::string focused() const;
+    std::vector<MenuEntry> mainMenu() const;
+    /// What the open menu offers; nothing if none is open.
+    std::vector<std::string> menuItems() const;
+    std::string highlightedItem() const;
     std::string title() const;
     /// The size of the window's content, in points.
     platform::ui::Size contentSize() const;
@@ -59,10 +74,14 @@ public:
 
     /// Where the control of that label is, in the scene's points.
     platform::ui::Point middleOf(const std::string& label) const;
+    /// The same of an item of the open menu.
+    platform::ui::Point middleOfItem(const std::string& title) const;
     void pointAt(platform::ui::Point point);
     void pressButton() { display_.pressButton(); }
     void releaseButton() { display_.releaseButton(); }
     void click(const std::string& label);
+    /// Draws the pointer from the menu of that label to the item, and releases it there.
+    void choose(const std::string& label, const std::string& item);
     void tapKey(const std::string& key, const std::vector<std::string>& modifiers = {});
     void closeWindow();
 

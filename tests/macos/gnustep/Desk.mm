@@ -25,6 +25,7 @@ std::deque<macos_tests::Step>& steps() {
     return waiting;
 }
 
+/// Whether the application waits for what comes next while a button is held down or a menu is open.
 bool& isTracking() {
     static bool tracking = false;
     return tracking;
@@ -69,12 +70,27 @@ NSView* sceneView() {
     return [window() contentView];
 }
 
+NSMenu* openMenu() {
+    return static_cast<NSMenu*>(standin::openMenu());
+}
+
 NSControl* controlOf(const std::string& label) {
     for (id element in [sceneView() accessibilityChildren]) {
         const bool isControl = [element isKindOfClass:[NSControl class]];
         if (isControl && platform::textOf([element accessibilityLabel]) == label) return element;
     }
     throw std::out_of_range{"no control is called " + label};
+}
+
+/// "shift-command-z"; nothing for an item without a key.
+std::string keyOf(NSMenuItem* const item) {
+    if ([[item keyEquivalent] length] == 0) return {};
+    const NSUInteger modifiers = [item keyEquivalentModifierMask];
+    std::string key;
+    if (modifiers & NSShiftKeyMask) key += "shift-";
+    if (modifiers & NSAlternateKeyMask) key += "option-";
+    if (modifiers & NSCommandKeyMask) key += "command-";
+    return key + platform::textOf([item keyEquivalent]);
 }
 
 platform::ui::Rect rectOf(const NSRect rect) {
@@ -90,7 +106,7 @@ platform::ui::Rect placeOf(const id element) {
 
 } // namespace
 
-/// Runs the body of a test as the handling of an event.
+/// Runs the body of a test as the handling of an event, and its steps before each wait while something is tracked.
 @interface TestApplication : NSApplication {
 @public
     Body body_;
@@ -106,30 +122,20 @@ platform::ui::Rect placeOf(const id element) {
         [super sendEvent:event];
 }
 
+- (NSEvent*)nextEventMatchingMask:(NSUInteger)mask
+                        untilDate:(NSDate*)end
+                           inMode:(NSString*)mode
+                          dequeue:(BOOL)dequeue {
+    isTracking() = [mode isEqual:NSEventTrackingRunLoopMode];
+    takeSteps();
+    NSEvent* const event = [super nextEventMatchingMask:mask untilDate:end inMode:mode dequeue:dequeue];
+    isTracking() = false;
+    return event;
+}
+
 - (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart {
     [super postEvent:event atStart:atStart];
     standin::endWait();
-}
-
-@end
-
-/// Runs what it was given, from the main loop.
-@interface TestTurn : NSObject {
-@public
-    Body body_;
-}
-@end
-
-@implementation TestTurn
-
-+ (void)runSoon:(const Body&)body inMode:(NSString*)mode {
-    TestTurn* const turn = [[[self alloc] init] autorelease];
-    turn->body_ = body;
-    [[NSRunLoop mainRunLoop] performSelector:@selector(run) target:turn argument:nil order:0 modes:@[ mode ]];
-}
-
-- (void)run {
-    body_();
 }
 
 @end
@@ -151,11 +157,10 @@ void prepareDesk() {
 
 } // namespace
 
-int Desk::runToItsEnd(const std::function<void(Desk&)>& started) {
+int Desk::runToItsEnd(const std::function<void(Desk&)>& started, const Application& application) {
     prepareDesk();
     standin::whenWorkIsDone(wake);
-    TestApplication* const application = static_cast<TestApplication*>([TestApplication sharedApplication]);
-    application->body_ = [&] {
+    static_cast<TestApplication*>(NSApp)->body_ = [&] {
         Desk desk;
         if (desk.until([&] { return desk.isReady(); }))
             started(desk);
@@ -165,21 +170,24 @@ int Desk::runToItsEnd(const std::function<void(Desk&)>& started) {
     @autoreleasepool {
         post(runBody);
     }
-    const int status = app::DriverManagerApp{}.main(0, nullptr);
+    const int status = application();
     standin::whenWorkIsDone(nullptr);
     steps().clear();
     return status;
 }
 
-int Desk::run(const std::function<void(Desk&)>& body) {
-    return runToItsEnd([&](Desk& desk) {
+int Desk::run(const std::function<void(Desk&)>& body, const Application& application) {
+    const auto bodyAndEnd = [&](Desk& desk) {
         body(desk);
         [NSApp stop:nil];
         wake();
-    });
+    };
+    return runToItsEnd(bodyAndEnd, application);
 }
 
-Desk::Desk() = default;
+int Desk::driverManager() {
+    return app::DriverManagerApp{}.main(0, nullptr);
+}
 
 bool Desk::until(const std::function<bool()>& holds) {
     NSDate* const end = [NSDate dateWithTimeIntervalSinceNow:longTime];
@@ -199,12 +207,6 @@ bool Desk::until(const std::function<bool()>& holds) {
 
 void Desk::meanwhile(std::vector<Step> followed) {
     steps().assign(followed.begin(), followed.end());
-    isTracking() = false;
-    [TestTurn runSoon:[] {
-        isTracking() = true;
-        takeSteps();
-    }
-               inMode:NSEventTrackingRunLoopMode];
 }
 
 bool Desk::meanwhileIsOver() const {
@@ -242,6 +244,37 @@ std::string Desk::focused() const {
     return [focused isKindOfClass:[NSControl class]] ? platform::textOf([focused accessibilityLabel]) : "";
 }
 
+std::vector<MenuEntry> Desk::mainMenu() const {
+    std::vector<MenuEntry> entries;
+    for (NSMenuItem* menu in [[NSApp mainMenu] itemArray]) {
+        for (NSMenuItem* item in [[menu submenu] itemArray])
+            entries.push_back({platform::textOf([menu title]), [item isSeparatorItem] ? "-" : platform::textOf([item title]), keyOf(item)});
+    }
+    return entries;
+}
+
+std::vector<std::string> Desk::menuItems() const {
+    std::vector<std::string> titles;
+    for (NSMenuItem* item in [openMenu() itemArray])
+        if ([[item title] length] > 0) titles.push_back(platform::textOf([item title]));
+    return titles;
+}
+
+std::string Desk::highlightedItem() const {
+    const NSInteger index = [[openMenu() menuRepresentation] highlightedItemIndex];
+    return index < 0 ? "" : platform::textOf([[openMenu() itemAtIndex:index] title]);
+}
+
+platform::ui::Point Desk::middleOfItem(const std::string& title) const {
+    NSMenu* const menu = openMenu();
+    NSMenuView* const view = [menu menuRepresentation];
+    const NSRect item = [view rectOfItemAtIndex:[menu indexOfItemWithTitle:platform::toNSString(title)]];
+    const NSPoint middle = NSMakePoint(NSMidX(item), NSMidY(item));
+    const NSPoint onScreen = [[view window] convertBaseToScreen:[view convertPoint:middle toView:nil]];
+    const NSPoint inScene = [sceneView() convertPoint:[window() convertScreenToBase:onScreen] fromView:nil];
+    return {inScene.x, inScene.y};
+}
+
 std::string Desk::title() const {
     return platform::textOf([window() title]);
 }
@@ -271,6 +304,13 @@ void Desk::pointAt(const platform::ui::Point point) {
 void Desk::click(const std::string& label) {
     pointAt(middleOf(label));
     meanwhile({{[] { return true; }, [this] { releaseButton(); }}});
+    pressButton();
+}
+
+void Desk::choose(const std::string& label, const std::string& item) {
+    pointAt(middleOf(label));
+    meanwhile({{[this] { return !menuItems().empty(); }, [this, item] { pointAt(middleOfItem(item)); }},
+               {[this, item] { return highlightedItem() == item; }, [this] { releaseButton(); }}});
     pressButton();
 }
 

@@ -20,21 +20,21 @@ Dismiss& originalDismiss() {
     return dismiss;
 }
 
-NSMenu*& openMenu() {
+NSMenu*& open() {
     static NSMenu* menu = nil;
     return menu;
 }
 
 void attach(NSPopUpButtonCell* self, SEL command, NSRect frame, NSView* view) {
-    openMenu() = [self menu];
+    open() = [self menu];
     [[[self menu] delegate] menuWillOpen:[self menu]];
     originalAttach()(self, command, frame, view);
 }
 
 void dismiss(NSPopUpButtonCell* self, SEL command) {
     originalDismiss()(self, command);
-    if (openMenu() != [self menu]) return;
-    openMenu() = nil;
+    if (open() != [self menu]) return;
+    open() = nil;
     [[[self menu] delegate] menuDidClose:[self menu]];
 }
 
@@ -53,13 +53,17 @@ void announceMenus() {
     originalDismiss() = exchange(@selector(dismissPopUp), dismiss);
 }
 
+void* openMenu() {
+    return open();
+}
+
 } // namespace standin
 
 @implementation NSMenu (Tracking)
 
 // A press beside the menu, which closes it with nothing chosen.
 - (void)cancelTracking {
-    if (openMenu() != self) return;
+    if (open() != self) return;
     [NSApp postEvent:[NSEvent mouseEventWithType:NSLeftMouseUp
                                         location:NSMakePoint(-10, -10)
                                    modifierFlags:0

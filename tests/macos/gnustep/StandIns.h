@@ -28,6 +28,9 @@ std::map<std::string, long> liveObjects();
 /// Has menus tell their delegates that they open and close. Called once, before there is one.
 void announceMenus();
 
+/// The NSMenu that is open; null if there is none.
+void* openMenu();
+
 /// Has the main loop look again at its events when it has just read what the display sent. Called once, with a display.
 void attendToDisplay();
 

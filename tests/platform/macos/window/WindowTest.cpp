@@ -1,6 +1,7 @@
 #include "tests/platform/macos/window/WindowTest.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace macos_tests {
 
@@ -16,6 +17,10 @@ testing::AssertionResult comes(Desk& desk, const std::function<bool()>& holds, c
 
 void WindowTest::run(const Body& body) {
     Desk::run(body);
+}
+
+void WindowTest::runToItsEnd(const Body& body) {
+    std::exit(Desk::runToItsEnd(body));
 }
 
 long WindowTest::submitted(const std::string& submission) const {

@@ -1,0 +1,74 @@
+#include "tests/platform/macos/window/WindowTest.h"
+
+namespace macos_tests {
+namespace {
+
+class TheWindow : public WindowTest {
+protected:
+    TheWindow() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
+
+    static std::vector<MenuEntry> of(const std::string& menu, const std::vector<MenuEntry>& entries) {
+        std::vector<MenuEntry> found;
+        for (const MenuEntry& entry : entries)
+            if (entry.menu == menu) found.push_back(entry);
+        return found;
+    }
+};
+
+TEST_F(TheWindow, HasItsTitleAndTheSizeOfItsContentBelowTheTitleBar) {
+    run([](Desk& desk) {
+        EXPECT_EQ(desk.title(), "Driver Manager");
+        EXPECT_EQ(desk.contentSize(), (platform::ui::Size{450, 28 + 230}));
+    });
+}
+
+TEST_F(TheWindow, EndsTheApplicationWithItsClosing) {
+    EXPECT_EXIT(runToItsEnd([](Desk& desk) { desk.closeWindow(); }), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(TheWindow, ClosesByTheKeyOfTheMainMenu) {
+    EXPECT_EXIT(runToItsEnd([](Desk& desk) { desk.tapKey("w", {"Alt_L"}); }), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(TheWindow, EndsTheApplicationByTheKeyOfTheMainMenu) {
+    EXPECT_EXIT(runToItsEnd([](Desk& desk) { desk.tapKey("q", {"Alt_L"}); }), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(TheWindow, HasTheStandardItemsOfAnApplication) {
+    run([](Desk& desk) {
+        EXPECT_THAT(of("Driver Manager", desk.mainMenu()),
+                    testing::ElementsAre(MenuEntry{"Driver Manager", "About Driver Manager", ""},
+                                         MenuEntry{"Driver Manager", "-", ""},
+                                         MenuEntry{"Driver Manager", "Hide Driver Manager", "command-h"},
+                                         MenuEntry{"Driver Manager", "Hide Others", "option-command-h"},
+                                         MenuEntry{"Driver Manager", "Show All", ""},
+                                         MenuEntry{"Driver Manager", "-", ""},
+                                         MenuEntry{"Driver Manager", "Quit Driver Manager", "command-q"}));
+    });
+}
+
+TEST_F(TheWindow, HasTheStandardItemsForEditing) {
+    run([](Desk& desk) {
+        EXPECT_THAT(of("Edit", desk.mainMenu()),
+                    testing::ElementsAre(
+                        MenuEntry{"Edit", "Undo", "command-z"}, MenuEntry{"Edit", "Redo", "shift-command-z"},
+                        MenuEntry{"Edit", "-", ""}, MenuEntry{"Edit", "Cut", "command-x"},
+                        MenuEntry{"Edit", "Copy", "command-c"}, MenuEntry{"Edit", "Paste", "command-v"},
+                        MenuEntry{"Edit", "Delete", ""}, MenuEntry{"Edit", "Select All", "command-a"}));
+    });
+}
+
+TEST_F(TheWindow, HasTheStandardItemsForWindows) {
+    run([](Desk& desk) {
+        const auto entries = of("Window", desk.mainMenu());
+        ASSERT_GE(entries.size(), 5u);
+        EXPECT_EQ(entries[0], (MenuEntry{"Window", "Close", "command-w"}));
+        EXPECT_EQ(entries[1], (MenuEntry{"Window", "Minimize", "command-m"}));
+        EXPECT_EQ(entries[2], (MenuEntry{"Window", "Zoom", ""}));
+        EXPECT_EQ(entries[3], (MenuEntry{"Window", "-", ""}));
+        EXPECT_EQ(entries[4], (MenuEntry{"Window", "Bring All to Front", ""}));
+    });
+}
+
+} // namespace
+} // namespace macos_tests
