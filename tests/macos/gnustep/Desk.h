@@ -64,7 +64,6 @@ public:
     std::vector<MenuEntry> mainMenu() const;
     /// What the open menu offers; nothing if none is open.
     std::vector<std::string> menuItems() const;
-    std::string highlightedItem() const;
     std::string title() const;
     /// The size of the window's content, in points.
     platform::ui::Size contentSize() const;
@@ -74,12 +73,12 @@ public:
 
     /// Where the control of that label is, in the scene's points.
     platform::ui::Point middleOf(const std::string& label) const;
-    /// The same of an item of the open menu.
-    platform::ui::Point middleOfItem(const std::string& title) const;
     void pointAt(platform::ui::Point point);
     void pressButton() { display_.pressButton(); }
     void releaseButton() { display_.releaseButton(); }
     void click(const std::string& label);
+    /// Points at the item of the open menu, and tells whether the menu has taken notice.
+    bool isAtItem(const std::string& title);
     /// Draws the pointer from the menu of that label to the item, and releases it there.
     void choose(const std::string& label, const std::string& item);
     void tapKey(const std::string& key, const std::vector<std::string>& modifiers = {});
@@ -90,7 +89,11 @@ public:
     Rgb pixel(platform::ui::Point point);
 
 private:
-    unsigned long nativeWindow() const;
+    std::string highlightedItem() const;
+    /// In the scene's points.
+    platform::ui::Point middleOfItem(const std::string& title) const;
+    /// On the screen.
+    Display::Position originOfScene() const;
 
     Display display_;
 };

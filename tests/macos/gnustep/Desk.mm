@@ -66,6 +66,16 @@ NSWindow* window() {
     return nil;
 }
 
+/// The display's name for the window.
+unsigned long nativeOf(NSWindow* const window) {
+    return reinterpret_cast<unsigned long>([window windowRef]);
+}
+
+/// Waits until the display has done what the application asked of it.
+void finishDrawing() {
+    macos_tests::Display::finish([GSCurrentServer() performSelector:@selector(serverDevice)]);
+}
+
 NSView* sceneView() {
     return [window() contentView];
 }
@@ -265,14 +275,23 @@ std::string Desk::highlightedItem() const {
     return index < 0 ? "" : platform::textOf([[openMenu() itemAtIndex:index] title]);
 }
 
+bool Desk::isAtItem(const std::string& title) {
+    if (menuItems().empty() || highlightedItem() == title) return !menuItems().empty();
+    pointAt(middleOfItem(title));
+    return false;
+}
+
 platform::ui::Point Desk::middleOfItem(const std::string& title) const {
     NSMenu* const menu = openMenu();
     NSMenuView* const view = [menu menuRepresentation];
     const NSRect item = [view rectOfItemAtIndex:[menu indexOfItemWithTitle:platform::toNSString(title)]];
-    const NSPoint middle = NSMakePoint(NSMidX(item), NSMidY(item));
-    const NSPoint onScreen = [[view window] convertBaseToScreen:[view convertPoint:middle toView:nil]];
-    const NSPoint inScene = [sceneView() convertPoint:[window() convertScreenToBase:onScreen] fromView:nil];
-    return {inScene.x, inScene.y};
+    const NSPoint middle = [view convertPoint:NSMakePoint(NSMidX(item), NSMidY(item)) toView:nil];
+    // For a while GNUstep believes the menu elsewhere than it has put it.
+    finishDrawing();
+    const auto corner = display_.positionOf(nativeOf([view window]));
+    const double below = [[view window] frame].size.height - middle.y;
+    const auto scene = originOfScene();
+    return {corner.x + middle.x - scene.x, corner.y + below - scene.y};
 }
 
 std::string Desk::title() const {
@@ -285,7 +304,7 @@ platform::ui::Size Desk::contentSize() const {
 }
 
 bool Desk::isReady() {
-    if (![window() isVisible] || ![window() isKeyWindow] || !display_.shows(nativeWindow())) return false;
+    if (![window() isVisible] || ![window() isKeyWindow] || !display_.shows(nativeOf(window()))) return false;
     return pixel({1, 1}) != Rgb{};
 }
 
@@ -295,10 +314,8 @@ platform::ui::Point Desk::middleOf(const std::string& label) const {
 }
 
 void Desk::pointAt(const platform::ui::Point point) {
-    const NSRect bounds = [sceneView() bounds];
-    const auto origin = display_.positionOf(nativeWindow());
-    display_.movePointer(origin.x + static_cast<int>(point.x - bounds.origin.x),
-                         origin.y + static_cast<int>(point.y - bounds.origin.y));
+    const auto origin = originOfScene();
+    display_.movePointer(origin.x + static_cast<int>(point.x), origin.y + static_cast<int>(point.y));
 }
 
 void Desk::click(const std::string& label) {
@@ -309,8 +326,7 @@ void Desk::click(const std::string& label) {
 
 void Desk::choose(const std::string& label, const std::string& item) {
     pointAt(middleOf(label));
-    meanwhile({{[this] { return !menuItems().empty(); }, [this, item] { pointAt(middleOfItem(item)); }},
-               {[this, item] { return highlightedItem() == item; }, [this] { releaseButton(); }}});
+    meanwhile({{[this, item] { return isAtItem(item); }, [this] { releaseButton(); }}});
     pressButton();
 }
 
@@ -319,24 +335,26 @@ void Desk::tapKey(const std::string& key, const std::vector<std::string>& modifi
 }
 
 void Desk::closeWindow() {
-    display_.closeWindow(nativeWindow());
+    display_.closeWindow(nativeOf(window()));
 }
 
 Picture Desk::picture(const int above) {
     [window() displayIfNeeded];
     [window() flushWindow];
-    Display::finish([GSCurrentServer() performSelector:@selector(serverDevice)]);
+    finishDrawing();
     const NSSize size = [sceneView() frame].size;
     const int top = static_cast<int>(-[sceneView() bounds].origin.y) - above;
-    return display_.picture(nativeWindow(), 0, top, static_cast<int>(size.width), static_cast<int>(size.height) - top);
+    return display_.picture(nativeOf(window()), 0, top, static_cast<int>(size.width), static_cast<int>(size.height) - top);
 }
 
 Rgb Desk::pixel(const platform::ui::Point point) {
     return picture().at(static_cast<int>(point.x), static_cast<int>(point.y));
 }
 
-unsigned long Desk::nativeWindow() const {
-    return reinterpret_cast<unsigned long>([window() windowRef]);
+Display::Position Desk::originOfScene() const {
+    const auto corner = display_.positionOf(nativeOf(window()));
+    const NSRect bounds = [sceneView() bounds];
+    return {corner.x - static_cast<int>(bounds.origin.x), corner.y - static_cast<int>(bounds.origin.y)};
 }
 
 } // namespace macos_tests

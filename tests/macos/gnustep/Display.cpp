@@ -34,6 +34,8 @@ Display::~Display() {
 }
 
 void Display::movePointer(const int x, const int y) {
+    // A motion to where the pointer is would be an event all the same, and many of them keep an application from the rest.
+    if (pointer() == Position{x, y}) return;
     XTestFakeMotionEvent(native(display_), -1, x, y, CurrentTime);
     XSync(native(display_), False);
 }
@@ -78,11 +80,21 @@ bool Display::shows(const unsigned long window) {
     return XGetWindowAttributes(native(display_), window, &attributes) != 0 && attributes.map_state == IsViewable;
 }
 
-Display::Position Display::positionOf(const unsigned long window) {
+Display::Position Display::positionOf(const unsigned long window) const {
     Position position{};
     ::Window child{};
     XTranslateCoordinates(native(display_), window, DefaultRootWindow(native(display_)), 0, 0, &position.x, &position.y,
                           &child);
+    return position;
+}
+
+Display::Position Display::pointer() const {
+    Position position{};
+    ::Window window{};
+    int inWindow = 0;
+    unsigned state = 0;
+    XQueryPointer(native(display_), DefaultRootWindow(native(display_)), &window, &window, &position.x, &position.y,
+                  &inWindow, &inWindow, &state);
     return position;
 }
 

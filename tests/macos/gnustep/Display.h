@@ -29,6 +29,7 @@ public:
     struct Position {
         int x = 0;
         int y = 0;
+        friend bool operator==(const Position&, const Position&) = default;
     };
 
     Display();
@@ -46,13 +47,15 @@ public:
 
     /// Whether the window is on the screen.
     bool shows(unsigned long window);
-    Position positionOf(unsigned long window);
+    Position positionOf(unsigned long window) const;
     /// Waits until the display has done all that was asked of it by way of another connection, an X Display.
     static void finish(void* connection);
     /// What is seen in that part of the window.
     Picture picture(unsigned long window, int x, int y, int width, int height);
 
 private:
+    Position pointer() const;
+
     void* display_;
 };
 

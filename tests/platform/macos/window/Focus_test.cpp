@@ -1,0 +1,142 @@
+#include "platform/ui/EmptyView.h"
+#include "platform/ui/HStack.h"
+#include "tests/platform/macos/window/ScreenTest.h"
+#include "tests/platform/macos/window/WindowTest.h"
+
+namespace macos_tests {
+namespace {
+
+namespace ui = platform::ui;
+
+testing::AssertionResult comesTo(Desk& desk, const std::string& label) {
+    if (desk.until([&] { return desk.focused() == label; })) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "focus is on \"" << desk.focused() << '"';
+}
+
+testing::AssertionResult tabTo(Desk& desk, const std::string& label) {
+    for (int taps = 0; taps < 10 && desk.focused() != label; ++taps) {
+        const std::string before = desk.focused();
+        desk.tapKey("Tab");
+        if (!desk.until([&] { return desk.focused() != before; })) break;
+    }
+    return comesTo(desk, label);
+}
+
+class Focus : public WindowTest {};
+
+TEST_F(Focus, IsOnNothingAtFirst) {
+    run([](Desk& desk) { EXPECT_EQ(desk.focused(), ""); });
+}
+
+TEST_F(Focus, GoesInReadingOrderAndBeginsAnew) {
+    run([](Desk& desk) {
+        for (const char* label : {"Activate Camera Driver", "Camera Driver actions", "Activate Network Driver",
+                                  "Network Driver actions", "Activate Camera Driver"}) {
+            desk.tapKey("Tab");
+            ASSERT_TRUE(comesTo(desk, label));
+        }
+    });
+}
+
+TEST_F(Focus, GoesBackWithShift) {
+    run([](Desk& desk) {
+        for (const char* label : {"Network Driver actions", "Activate Network Driver"}) {
+            desk.tapKey("Tab", {"Shift_L"});
+            ASSERT_TRUE(comesTo(desk, label));
+        }
+    });
+}
+
+TEST_F(Focus, LetsSpacePress) {
+    run([this](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Activate Network Driver"));
+        desk.tapKey("space");
+        EXPECT_TRUE(isSubmitted(desk, "activation " + network));
+    });
+}
+
+TEST_F(Focus, StaysWhereItIsThroughARebuild) {
+    run([this](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Camera Driver actions"));
+        found(enabled(network));
+        ASSERT_TRUE(comesToShow(desk, "Enabled"));
+        EXPECT_EQ(desk.focused(), "Camera Driver actions");
+    });
+}
+
+TEST_F(Focus, GoesOnInTheSameCardWhenItsControlIsGone) {
+    run([this](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Activate Camera Driver"));
+        found(enabled(camera));
+        ASSERT_TRUE(comesToShow(desk, "Enabled"));
+        EXPECT_EQ(desk.focused(), "Camera Driver actions");
+    });
+}
+
+TEST_F(Focus, IsLeftWhereItIsByAClick) {
+    run([this](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Camera Driver actions"));
+        desk.click("Activate Network Driver");
+        ASSERT_TRUE(isSubmitted(desk, "activation " + network));
+        EXPECT_EQ(desk.focused(), "Camera Driver actions");
+    });
+}
+
+class FocusOnAScreen : public ScreenTest {
+protected:
+    ui::View row(const std::string& first, const std::string& second) {
+        return ui::HStack{ui::VerticalAlignment::center, button(first), button(second)};
+    }
+};
+
+TEST_F(FocusOnAScreen, GoesBackInItsRowWhenTheLastOfItIsGone) {
+    const auto screen = [this](const int number) {
+        return rows({number == 0 ? row("First", "Second") : button("First"), button("Below")});
+    };
+    run(screen, [this](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Second"));
+        change(1);
+        EXPECT_TRUE(comesTo(desk, "First"));
+    });
+}
+
+TEST_F(FocusOnAScreen, GoesToTheNearestWhenItsRowIsGone) {
+    const auto screen = [this](const int number) {
+        return rows({button("Far"), button("Near"), number == 0 ? button("Gone") : ui::View{ui::EmptyView{}}});
+    };
+    run(screen, [this](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Gone"));
+        change(1);
+        EXPECT_TRUE(comesTo(desk, "Near"));
+    });
+}
+
+TEST_F(FocusOnAScreen, CanBeHadAgainAfterAllControlsWereGone) {
+    const auto screen = [this](const int number) {
+        return rows({number == 1 ? ui::View{ui::EmptyView{}} : button("Button")});
+    };
+    run(screen, [this](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Button"));
+        change(1);
+        ASSERT_TRUE(comesTo(desk, ""));
+        change(2);
+        ASSERT_TRUE(desk.until([&] { return desk.has("Button"); }));
+        EXPECT_TRUE(tabTo(desk, "Button"));
+    });
+}
+
+TEST_F(FocusOnAScreen, ReachesAControlThatCameLaterInItsPlace) {
+    const auto screen = [this](const int number) {
+        return rows({button("First"), number == 0 ? ui::View{ui::EmptyView{}} : button("Second"), button("Third")});
+    };
+    run(screen, [this](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Third"));
+        change(1);
+        ASSERT_TRUE(desk.until([&] { return desk.has("Second"); }));
+        desk.tapKey("Tab", {"Shift_L"});
+        EXPECT_TRUE(comesTo(desk, "Second"));
+    });
+}
+
+} // namespace
+} // namespace macos_tests

@@ -1,0 +1,82 @@
+#include "tests/platform/macos/window/WindowTest.h"
+
+namespace macos_tests {
+namespace {
+
+class APress : public WindowTest {
+protected:
+    static Step atOnce(std::function<void()> act) { return {[] { return true; }, std::move(act)}; }
+
+    /// Whether the application goes on, and the camera was not asked to be activated.
+    testing::AssertionResult wasNone(Desk& desk) const {
+        desk.click("Activate Network Driver");
+        const auto goesOn = isSubmitted(desk, "activation " + network);
+        if (!goesOn || submitted("activation " + camera) == 0) return goesOn;
+        return testing::AssertionFailure() << "it was a press";
+    }
+};
+
+TEST_F(APress, CountsWhenItIsReleased) {
+    run([this](Desk& desk) {
+        long before = -1;
+        desk.pointAt(desk.middleOf("Activate Camera Driver"));
+        desk.meanwhile({atOnce([&] {
+            before = submitted("activation " + camera);
+            desk.releaseButton();
+        })});
+        desk.pressButton();
+        EXPECT_TRUE(isSubmitted(desk, "activation " + camera));
+        EXPECT_EQ(before, 0);
+    });
+}
+
+TEST_F(APress, DoesNotCountWhenItIsReleasedOutside) {
+    run([this](Desk& desk) {
+        desk.pointAt(desk.middleOf("Activate Camera Driver"));
+        desk.meanwhile({atOnce([&] {
+            desk.pointAt({20, 215});
+            desk.releaseButton();
+        })});
+        desk.pressButton();
+        ASSERT_TRUE(desk.until([&] { return desk.meanwhileIsOver(); }));
+        EXPECT_TRUE(wasNone(desk));
+    });
+}
+
+TEST_F(APress, CountsWhenItWentOutAndCameBack) {
+    run([this](Desk& desk) {
+        const auto middle = desk.middleOf("Activate Camera Driver");
+        desk.pointAt(middle);
+        desk.meanwhile({atOnce([&] {
+            desk.pointAt({20, 215});
+            desk.pointAt(middle);
+            desk.releaseButton();
+        })});
+        desk.pressButton();
+        EXPECT_TRUE(isSubmitted(desk, "activation " + camera));
+    });
+}
+
+TEST_F(APress, OutlastsARebuildThatLeavesItsButton) {
+    run([this](Desk& desk) {
+        desk.pointAt(desk.middleOf("Activate Camera Driver"));
+        desk.meanwhile({atOnce([&] { found(enabled(network)); }),
+                        {[&] { return desk.shows("Enabled"); }, [&] { desk.releaseButton(); }}});
+        desk.pressButton();
+        EXPECT_TRUE(isSubmitted(desk, "activation " + camera));
+    });
+}
+
+TEST_F(APress, IsCancelledWhenItsButtonGoes) {
+    run([this](Desk& desk) {
+        desk.pointAt(desk.middleOf("Activate Camera Driver"));
+        desk.meanwhile({atOnce([&] { found(enabled(camera)); }),
+                        {[&] { return !desk.has("Activate Camera Driver"); }, [&] { desk.releaseButton(); }}});
+        desk.pressButton();
+        ASSERT_TRUE(desk.until([&] { return desk.meanwhileIsOver(); }));
+        EXPECT_TRUE(wasNone(desk));
+    });
+}
+
+} // namespace
+} // namespace macos_tests
