@@ -73,15 +73,6 @@ TEST_F(Focus, GoesOnInTheSameCardWhenItsControlIsGone) {
     });
 }
 
-TEST_F(Focus, IsLeftWhereItIsByAClick) {
-    run([this](Desk& desk) {
-        ASSERT_TRUE(tabTo(desk, "Camera Driver actions"));
-        desk.click("Activate Network Driver");
-        ASSERT_TRUE(isSubmitted(desk, "activation " + network));
-        EXPECT_EQ(desk.focused(), "Camera Driver actions");
-    });
-}
-
 class FocusOnAScreen : public ScreenTest {
 protected:
     ui::View row(const std::string& first, const std::string& second) {
