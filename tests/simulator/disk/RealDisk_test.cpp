@@ -135,6 +135,16 @@ TEST_F(ABundleOnDisk, TellsTheCategoriesApart) {
     EXPECT_EQ(readExtension().category, Category::driver);
 }
 
+TEST_F(ABundleOnDisk, NamesAnExtensionAsItIsDisplayedOrElseByItsFile) {
+    const auto nameWith = [&](const PropertyList::Dictionary& keys) {
+        write(extension + "/Contents/Info.plist", listOf(keys));
+        return readExtension().name;
+    };
+    EXPECT_EQ(nameWith({{"CFBundleName", "Camera"}, {"CFBundleDisplayName", "The Camera"}}), "The Camera");
+    EXPECT_EQ(nameWith({{"CFBundleName", "Camera"}}), "Camera");
+    EXPECT_EQ(nameWith({}), identifier);
+}
+
 TEST_F(ABundleOnDisk, ReadsAVersionThatIsANumberAsItsText) {
     write(
         extension + "/Contents/Info.plist",
