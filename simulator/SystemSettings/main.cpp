@@ -1,13 +1,13 @@
 #include "simulator/SystemSettings/Appearance.h"
 #include "simulator/SystemSettings/SettingsWindow.h"
-#include "simulator/SystemSettings/TerminationSignals.h"
 #include "simulator/bus/Types.h"
+#include "simulator/process/TerminationSignals.h"
 
 #include <QApplication>
 
 int main(int argc, char** argv) {
     using namespace simulator::settings;
-    TerminationSignals termination;
+    simulator::TerminationSignals termination;
     QApplication application{argc, argv};
     termination.handle([] { QApplication::exit(); });
     QApplication::setApplicationName("System Settings");

@@ -7,8 +7,8 @@
 
 namespace simulator::ctl {
 
-/// Reads "90s", "1.5h", "250ms": a number that is not negative and one of ms, s, m, h, d; seconds if there is none.
-/// Yields whole milliseconds, at most a thousand years of them; nothing if the text is anything else.
+/// Reads a length of time as scenarios do: "90s", "1.5h", "250ms", seconds if there is no unit. Nothing if the text is
+/// anything else.
 std::optional<qint64> milliseconds(QStringView text);
 
 /// Writes milliseconds as seconds with three decimals: "90.000".

@@ -1,8 +1,8 @@
 #include "Simulator1Adaptor.h"
 #include "simulator/bus/Names.h"
+#include "simulator/process/TerminationSignals.h"
 #include "simulator/store/StoreFailure.h"
 #include "simulator/sysextd/BusObject.h"
-#include "simulator/sysextd/StopSignals.h"
 
 #include <QCoreApplication>
 #include <QDBusError>
@@ -46,9 +46,9 @@ int serve(QCoreApplication& application, QDBusConnection bus) {
 
 int main(int argc, char** argv) {
     try {
+        TerminationSignals termination;
         QCoreApplication application{argc, argv};
-        const StopSignals stops; // before the bus has a thread of its own
-        QObject::connect(&stops, &StopSignals::came, &application, &QCoreApplication::quit);
+        termination.handle([] { QCoreApplication::quit(); });
         registerTypes();
         const QDBusConnection bus = QDBusConnection::sessionBus();
         if (!bus.isConnected()) return complain("there is no session bus: " + bus.lastError().message());

@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-namespace simulator::settings {
+namespace simulator {
 
 /// Turns SIGTERM and SIGINT into events of the main loop. To be made before the application, whose threads must not
 /// take the signals.
@@ -25,4 +25,4 @@ private:
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 
-} // namespace simulator::settings
+} // namespace simulator

@@ -1,11 +1,11 @@
-#include "simulator/SystemSettings/TerminationSignals.h"
+#include "simulator/process/TerminationSignals.h"
 
 #include <sys/signalfd.h>
 #include <unistd.h>
 
 #include <utility>
 
-namespace simulator::settings {
+namespace simulator {
 
 namespace {
 
@@ -36,4 +36,4 @@ void TerminationSignals::handle(std::function<void()> handler) {
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), std::move(handler));
 }
 
-} // namespace simulator::settings
+} // namespace simulator
