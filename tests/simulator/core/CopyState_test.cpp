@@ -6,7 +6,7 @@
 namespace simulator {
 namespace {
 
-/// "STATE: isEnabled isAwaitingUserApproval isUninstalling, STARS" of a copy in that state, "-" for one that is not told.
+/// "STATE: isEnabled isAwaitingUserApproval isUninstalling, STARS" of a copy in that state.
 std::string shown(CopyState state) {
     const CopyStateRow& row = describe(state);
     Copy copy;
