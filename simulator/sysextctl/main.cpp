@@ -1,4 +1,5 @@
 #include "simulator/bus/Types.h"
+#include "simulator/client/OwnerRaces.h"
 #include "simulator/sysextctl/CommandFailure.h"
 #include "simulator/sysextctl/CommandLine.h"
 #include "simulator/sysextctl/Execution.h"
@@ -28,6 +29,7 @@ int carryOut(const QStringList& words) {
 } // namespace
 
 int main(int argc, char** argv) {
+    simulator::keepOwnerRacesQuiet();
     const QCoreApplication application{argc, argv};
     simulator::registerTypes();
     try {
