@@ -14,10 +14,13 @@ struct Attributes {
     id parent = nil;
 };
 
-/// By object. What is noted of one that has gone is noted anew when another takes its place.
-Attributes& attributesOf(const id object) {
+std::map<id, Attributes>& allAttributes() {
     static std::map<id, Attributes> attributes;
-    return attributes[object];
+    return attributes;
+}
+
+Attributes& attributesOf(const id object) {
+    return allAttributes()[object];
 }
 
 template <typename T>
@@ -25,6 +28,14 @@ void replace(T& kept, const T value) {
     [value retain];
     [kept release];
     kept = value;
+}
+
+void forget(const id object) {
+    const auto found = allAttributes().find(object);
+    if (found == allAttributes().end()) return;
+    for (const id kept : {static_cast<id>(found->second.role), static_cast<id>(found->second.label), found->second.value})
+        [kept release];
+    allAttributes().erase(found);
 }
 
 } // namespace
@@ -37,6 +48,16 @@ std::vector<std::string>& announcements() {
 }
 
 } // namespace standin
+
+@implementation NSControl (Accessibility)
+
+// What is on no canvas is told to nobody.
+- (void)removeFromSuperview {
+    forget(self);
+    [super removeFromSuperview];
+}
+
+@end
 
 @implementation NSObject (Accessibility)
 
