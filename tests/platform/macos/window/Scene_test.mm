@@ -1,0 +1,108 @@
+#include "app/DriverManagerApp.h"
+#include "platform/macos/ImageStore.h"
+#include "platform/macos/MainWindow.h"
+#include "platform/ui/HitArea.h"
+#include "platform/ui/Layout.h"
+#include "tests/platform/macos/window/WindowTest.h"
+#include "tests/support/FixedMetrics.h"
+
+#import <AppKit/AppKit.h>
+
+#include <algorithm>
+
+namespace macos_tests {
+namespace {
+
+namespace ui = platform::ui;
+
+constexpr Rgb white{255, 255, 255};
+constexpr Rgb black{0, 0, 0};
+constexpr Rgb orange{0xEB, 0x6E, 0x3D};
+constexpr Rgb windowGround{236, 236, 236};
+constexpr Rgb border{219, 219, 219};
+
+class TheScene : public WindowTest {
+protected:
+    static ui::Rect rectOf(Desk& desk, const std::string& label) {
+        for (const Element& element : desk.elements())
+            if (element.label == label) return element.rect;
+        return {};
+    }
+};
+
+TEST_F(TheScene, HasWhatDependsOnNoTextWhereTheDesignHasIt) {
+    run([](Desk& desk) {
+        EXPECT_EQ(rectOf(desk, "Camera Driver, not enabled"), (ui::Rect{58, 90.25, 22, 22}));
+        EXPECT_EQ(rectOf(desk, "Network Driver, not enabled"), (ui::Rect{58, 157.75, 22, 22}));
+        EXPECT_EQ(desk.elements().front().rect, (ui::Rect{16, 10, 20, 20}));
+        EXPECT_EQ(rectOf(desk, "Activate Camera Driver").maxX(), 383);
+        EXPECT_EQ(rectOf(desk, "Camera Driver actions").x, 383);
+        EXPECT_EQ(rectOf(desk, "Camera Driver actions").maxX(), 401 + 8);
+    });
+}
+
+TEST_F(TheScene, IsPaintedInItsColoursAndRunsOnUnderTheTitleBar) {
+    run([this](Desk& desk) {
+        found(waiting(camera));
+        found(enabled(network));
+        ASSERT_TRUE(comesToShow(desk, "Await approval"));
+        constexpr int titleBar = 28;
+        const Picture picture = desk.picture(titleBar);
+        const auto at = [&](const int x, const int y) { return picture.at(x, titleBar + y); };
+        EXPECT_EQ(at(440, -titleBar), orange);
+        EXPECT_EQ(at(440, 39), orange);
+        EXPECT_EQ(at(440, 40), windowGround);
+        EXPECT_EQ(at(449, 229), windowGround);
+        EXPECT_EQ(at(26, 100), border);
+        EXPECT_EQ(at(30, 100), white);
+        EXPECT_EQ(at(69, 87), white) << "in the ring";
+        EXPECT_EQ(at(69, 83), black) << "the ring";
+        EXPECT_EQ(at(69, 154), black) << "in the disc";
+        EXPECT_EQ(at(300, 101), black) << "the button";
+    });
+}
+
+/// What assistive technology would be told of each node, in reading order.
+void expect(const ui::Scene& scene, const std::vector<ui::SceneNode>& nodes, std::vector<ui::Rect>& rects) {
+    for (const ui::SceneNode& node : nodes) {
+        if (const auto* text = std::get_if<ui::TextRun>(&node.value)) rects.push_back(text->rect);
+        if (const auto* clip = std::get_if<ui::Clip>(&node.value)) expect(scene, clip->content, rects);
+        if (const auto* control = std::get_if<ui::Control>(&node.value))
+            rects.push_back(ui::hitArea(scene, *control));
+        if (const auto* image = std::get_if<ui::ImageRun>(&node.value); image && !image->accessibleName.empty())
+            rects.push_back(image->rect);
+    }
+}
+
+ui::Scene sceneIn(const ui::EdgeInsets& safeArea) {
+    const platform::fake::FixedMetrics metrics;
+    return ui::layout(app::DriverManagerApp{}.body().content(), std::nullopt, metrics, safeArea);
+}
+
+/// The application's first scene as fixed metrics lay it out, in the native window.
+int showWithFixedMetrics() {
+    @autoreleasepool {
+        const platform::ImageStore images{""};
+        platform::MainWindow window{"Driver Manager", images};
+        window.present(sceneIn(window.safeArea()));
+        window.show();
+        [NSApp run];
+    }
+    return 0;
+}
+
+TEST_F(TheScene, IsThatOfEveryOtherWindowWhereTextsAreMeasuredAlike) {
+    std::vector<ui::Rect> seen;
+    const auto look = [&](Desk& desk) {
+        for (const Element& element : desk.elements())
+            seen.push_back(element.rect);
+    };
+    Desk::run(look, showWithFixedMetrics);
+    const ui::Scene scene = sceneIn({});
+    std::vector<ui::Rect> expected;
+    expect(scene, scene.nodes, expected);
+    EXPECT_EQ(seen, expected);
+}
+
+} // namespace
+} // namespace macos_tests
