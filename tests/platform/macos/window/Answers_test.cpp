@@ -2,7 +2,10 @@
 #include "tests/macos/gnustep/StandIns.h"
 #include "tests/platform/macos/window/WindowTest.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <csignal>
 
 namespace macos_tests {
 namespace {
@@ -96,6 +99,12 @@ TEST_F(TheApplication, OutlivesAnswersWithoutTexts) {
         found(enabled(network));
         EXPECT_TRUE(comesToShow(desk, "Enabled"));
     });
+}
+
+TEST_F(TheApplication, StopsForABuildThatIsANumber) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(execl(BROKEN_APPLICATION, BROKEN_APPLICATION, nullptr), testing::KilledBySignal(SIGABRT),
+                "CFBundleVersion is not a text");
 }
 
 } // namespace
