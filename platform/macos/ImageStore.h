@@ -8,8 +8,8 @@
 
 namespace platform {
 
-/// The images of the main bundle and the symbols of the system, by name. A missing or unreadable image is none. Main
-/// thread only.
+/// The images of the main bundle and the symbols of the system, by name. A symbol that the system lacks is the image of
+/// its name in the bundle. A missing or unreadable image is none. Main thread only.
 class ImageStore {
 public:
     /// `folder` holds the images, `<name>.pdf` or `<name>.png`.

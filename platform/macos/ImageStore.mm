@@ -67,7 +67,8 @@ Native ImageStore::image(const ui::ImageReference& image) const {
     const auto found = known.find(image.name);
     if (found != known.end()) return found->second.get();
     @autoreleasepool {
-        auto read = isSymbol(image) ? readSymbol(image.name) : readAsset(folder_, image.name);
+        auto read = isSymbol(image) ? readSymbol(image.name) : Retained<NSImage>{};
+        if (!read) read = readAsset(folder_, image.name);
         return known.emplace(image.name, std::move(read)).first->second.get();
     }
 }

@@ -21,6 +21,7 @@ NSFontTextStyle const NSFontTextStyleTitle3 = @"title3";
 
 + (NSImage*)imageWithSystemSymbolName:(NSString*)symbol accessibilityDescription:(NSString*)description {
     NSString* const file = [[NSBundle mainBundle] pathForResource:symbol ofType:@"png"];
+    if (!file) return nil;
     NSImage* const image = [[[NSImage alloc] initWithContentsOfFile:file] autorelease];
     [image setSize:NSMakeSize(16, 16)];
     return image;
