@@ -7,9 +7,9 @@ import built
 import extensions
 from extensions import BASE, CAMERA, NETWORK
 
-STAGED = "build/shipped/work/Driver Manager.app"
+STAGED = "build/shipped/staging/Driver Manager.app"
 CARRIED = f"{STAGED}/Contents/Library/SystemExtensions"
-UNFINISHED = "build/shipped/work/unfinished.dmg"
+UNFINISHED = "build/shipped/staging/unfinished.dmg"
 IMAGE = "build/shipped/Driver Manager 2.1 (2105).dmg"
 
 
@@ -48,8 +48,8 @@ class Shipping(built.WithBuild):
             for command in signatures(commands)
             if "--entitlements" in command
         }
-        work = "build/shipped/work/entitlements"
-        expected = {f"{CARRIED}/{name}": f"{work}/{name.rsplit('.', 1)[0]}.entitlements" for name in extensions.ENTITLEMENTS}
+        staging = "build/shipped/staging/entitlements"
+        expected = {f"{CARRIED}/{name}": f"{staging}/{name.rsplit('.', 1)[0]}.entitlements" for name in extensions.ENTITLEMENTS}
         self.assertEqual(entitled, {**expected, STAGED: "build/packaging/macos/entitlements.plist"})
 
     def test_signs_with_the_provisioning_profile_in_the_application(self):
@@ -71,7 +71,7 @@ class Shipping(built.WithBuild):
 
     def test_puts_the_application_on_the_image_beside_the_folder_that_it_has_to_go_to(self):
         self.shipped()
-        image = self.place / "build/shipped/work/image"
+        image = self.place / "build/shipped/staging/image"
         self.assertEqual({file.name for file in image.iterdir()}, {"Driver Manager.app", "Applications"})
         self.assertEqual(os.readlink(image / "Applications"), "/Applications")
 
@@ -198,7 +198,7 @@ class APackagingThatCannotSucceed(built.WithBuild):
                 shutil.rmtree(self.place / "build/shipped")
                 answer = self.ship(FAKE_MAC_FAILS=call)
                 self.assertEqual((answer.returncode, self.calls()[-1], self.images()), (1, call, []))
-                self.assertRegex(answer.stderr, r"^ship: build/shipped/work/[^\n]+: \w+ failed\n$")
+                self.assertRegex(answer.stderr, r"^ship: build/shipped/staging/[^\n]+: \w+ failed\n$")
 
     def test_leaves_no_image_of_an_earlier_success(self):
         self.shipped()
