@@ -19,9 +19,6 @@ public:
         content().place(origin, proposal, writer);
     }
 
-protected:
-    Size measure(const Proposal& proposal) override { return content().size(proposal); }
-
 private:
     Color color_;
     SafeAreaEdges edges_;
@@ -58,9 +55,6 @@ public:
         content().place(origin, proposal, writer);
     }
 
-protected:
-    Size measure(const Proposal& proposal) override { return content().size(proposal); }
-
 private:
     std::unique_ptr<LayoutNode> behind_;
 };
@@ -96,9 +90,6 @@ public:
         const Rect inset{origin.x + width_ / 2, origin.y + width_ / 2, area.width - width_, area.height - width_};
         writer.add({Stroke{inset, ShapeKind::rectangle, color_, width_}});
     }
-
-protected:
-    Size measure(const Proposal& proposal) override { return content().size(proposal); }
 
 private:
     Color color_;

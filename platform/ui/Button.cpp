@@ -33,9 +33,6 @@ public:
         writer.add({std::move(control)});
     }
 
-protected:
-    Size measure(const Proposal& proposal) override { return content().size(proposal); }
-
 private:
     std::string title_;
     std::string accessibleName_;

@@ -56,7 +56,7 @@ struct LayoutMember {
     std::size_t rowLength = 0;
 };
 
-/// A node around one other.
+/// A node around one other, of the same size unless it measures otherwise.
 class WrappingLayoutNode : public LayoutNode {
 public:
     explicit WrappingLayoutNode(std::unique_ptr<LayoutNode> content) : content_{std::move(content)} {}
@@ -64,6 +64,7 @@ public:
 
 protected:
     LayoutNode& content() const { return *content_; }
+    Size measure(const Proposal& proposal) override { return content_->size(proposal); }
 
 private:
     std::unique_ptr<LayoutNode> content_;

@@ -55,9 +55,6 @@ public:
         writer.add({Clip{{origin.x, origin.y, area.width, area.height}, shape_, std::move(inside)}});
     }
 
-protected:
-    Size measure(const Proposal& proposal) override { return content().size(proposal); }
-
 private:
     ShapeKind shape_;
 };
