@@ -136,6 +136,9 @@ void Machine::complete(std::int64_t copy) {
 Verdict Machine::allow(const std::string& identifier) {
     const Copy* const copy = copies_.waiting(identifier);
     if (!copy) return nothingOf(identifier, "nothing waits for approval");
+    if (state_.settings.profile.forbids(copy->extension.team, identifier)) {
+        return nothingOf(identifier, "the management profile forbids it");
+    }
     copies_.approve(copy->extension);
     complete(copy->number);
     return done;

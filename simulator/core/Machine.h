@@ -52,6 +52,7 @@ public:
     void clientLeft(const std::string& client);
 
     // The person at the machine.
+    /// What the profile forbids is not the person's to allow.
     [[nodiscard]] Verdict allow(const std::string& identifier);
     [[nodiscard]] Verdict deny(const std::string& identifier);
     [[nodiscard]] Verdict authorize(const std::string& identifier);

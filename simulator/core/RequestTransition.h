@@ -18,7 +18,7 @@ enum class RequestEvent {
     replace,           ///< the application's answer
     cancel,            ///< the application's answer
     needsApproval,     ///< no approval is on record
-    needsHiddenPrompt, ///< the same, and a fault keeps the prompt away
+    needsHiddenPrompt, ///< this or alreadyWaiting, and a fault keeps the prompt away
     activated,         ///< approval is on record, or was given
     denied,            ///< by the user
     deniedUnheard,     ///< the same, on a system that does not tell
@@ -52,6 +52,7 @@ inline constexpr std::array requestTransitions{
     RequestTransition{Stage::checking,      RequestEvent::hollow,             Stage::ended,         Reply::finished},
     RequestTransition{Stage::checking,      RequestEvent::alreadyActive,      Stage::ended,         Reply::finished},
     RequestTransition{Stage::checking,      RequestEvent::alreadyWaiting,     Stage::user,          Reply::needsApproval},
+    RequestTransition{Stage::checking,      RequestEvent::needsHiddenPrompt,  Stage::user,          Reply::nothing},
     RequestTransition{Stage::checking,      RequestEvent::isNew,              Stage::validating,    Reply::nothing},
     RequestTransition{Stage::validating,    RequestEvent::failed,             Stage::ended,         Reply::failed},
     RequestTransition{Stage::validating,    RequestEvent::needsQuestion,      Stage::replacement,   Reply::replacementAsked},

@@ -1,7 +1,5 @@
 #include "simulator/core/Steps.h"
 
-#include "simulator/core/Checks.h"
-
 #include <utility>
 
 namespace simulator {
@@ -72,11 +70,12 @@ void Steps::checkActivation(Request& request) {
         requests_.take(request, RequestEvent::failed,
                        failureWith(code::extensionNotFound, "The extension belongs to another application."));
     } else {
-        beginActivation(request, *subject.extension, bundle->identifier);
+        beginActivation(request, subject);
     }
 }
 
-void Steps::beginActivation(Request& request, const ExtensionOnDisk& found, const std::string& owner) {
+void Steps::beginActivation(Request& request, const Subject& subject) {
+    const ExtensionOnDisk& found = *subject.extension;
     const Version version{found.shortVersion, found.version};
     const Copy* const active = copies_.activated(request.identifier);
     const Copy* const waiting = copies_.waiting(request.identifier);
@@ -84,12 +83,22 @@ void Steps::beginActivation(Request& request, const ExtensionOnDisk& found, cons
     if (isActive && !state_.settings.developerMode) {
         requests_.take(request, RequestEvent::alreadyActive, Finished{});
     } else if (!isActive && waiting && waiting->version == version) {
-        request.copy = waiting->number;
-        requests_.take(request, RequestEvent::alreadyWaiting, NeedsApproval{});
+        waitWith(request, *waiting, subject);
     } else {
-        const Extension extension{found.team, request.identifier, found.name, *found.category, owner};
+        const Extension extension{found.team, request.identifier, found.name, *found.category,
+                                  subject.bundle->identifier};
         request.copy = copies_.add(extension, version, request.application, CopyState::validating);
         requests_.take(request, RequestEvent::isNew);
+    }
+}
+
+/// The copy need not be staged anew, but may have been damaged or forbidden since it was.
+void Steps::waitWith(Request& request, const Copy& waiting, const Subject& subject) {
+    if (auto failure = firstFailedValidation(subject)) {
+        requests_.take(request, RequestEvent::failed, std::move(*failure));
+    } else {
+        request.copy = waiting.number;
+        askTheUser(request, RequestEvent::alreadyWaiting);
     }
 }
 
@@ -122,10 +131,14 @@ void Steps::stage(Request& request) {
         return;
     }
     copies_.letWait(request.copy);
+    askTheUser(request, RequestEvent::needsApproval);
+}
+
+void Steps::askTheUser(Request& request, RequestEvent openly) {
     if (request.fault && request.fault->kind == Fault::Kind::noprompt) {
         requests_.take(request, RequestEvent::needsHiddenPrompt);
     } else {
-        requests_.take(request, RequestEvent::needsApproval, NeedsApproval{});
+        requests_.take(request, openly, NeedsApproval{});
     }
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "simulator/core/Checks.h"
 #include "simulator/core/Disk.h"
 #include "simulator/core/Requests.h"
 
 #include <optional>
-#include <string>
 
 namespace simulator {
 
@@ -27,7 +27,10 @@ private:
     void check(Request& request);
     void checkAsOrdered(Request& request);
     void checkActivation(Request& request);
-    void beginActivation(Request& request, const ExtensionOnDisk& found, const std::string& owner);
+    void beginActivation(Request& request, const Subject& subject);
+    void waitWith(Request& request, const Copy& waiting, const Subject& subject);
+    /// openly: what happens where no fault keeps the prompt away.
+    void askTheUser(Request& request, RequestEvent openly);
     void checkDeactivation(Request& request);
     void checkProperties(Request& request);
     void validate(Request& request);

@@ -63,6 +63,13 @@ const std::vector<Wrong> everythingThatIsWrong{
 INSTANTIATE_TEST_SUITE_P(Every, AnActivationThatIsWrong, testing::ValuesIn(everythingThatIsWrong),
                          [](const auto& which) { return which.param.name; });
 
+/// A profile that allows nothing and leaves nothing to the user.
+Profile forbidding() {
+    Profile profile;
+    profile.allowsUserOverrides = false;
+    return profile;
+}
+
 class ACheck : public testing::Test {
 protected:
     SampleMac mac;
@@ -132,6 +139,24 @@ TEST_F(ACheck, ForbidsWhatTheProfileNeitherAllowsNorLeavesToTheUser) {
     mac.activate("a", camera);
     mac.activate("b", driver);
     EXPECT_THAT(mac.heard(), ElementsAre("a: failed 10", "b: finished 0"));
+}
+
+TEST_F(ACheck, FindsThatTheVersionThatWaitsWasForbiddenSince) {
+    mac.activate("a");
+    mac.machine().clientLeft("client");
+    mac.machine().setProfile(forbidding());
+    mac.activate("b");
+    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "b: failed 10"));
+    EXPECT_THAT(mac.copies(), ElementsAre("2105 activated waiting for user"));
+}
+
+TEST_F(ACheck, FindsThatTheVersionThatWaitsWasDamagedSince) {
+    mac.activate("a");
+    mac.machine().clientLeft("client");
+    mac.application().extensions[0].sealMatches = false;
+    mac.activate("b");
+    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "b: failed 8"));
+    EXPECT_THAT(mac.copies(), ElementsAre("2105 activated waiting for user"));
 }
 
 TEST_F(ACheck, SaysWhyInItsDescription) {

@@ -248,6 +248,19 @@ TEST_F(AMachine, CompletesWhatWaitsWhenAProfileAllowsIt) {
     EXPECT_THAT(mac.copies(driver), ElementsAre("2105 activated waiting for user"));
 }
 
+TEST_F(AMachine, LetsNobodyAllowWhatTheProfileForbids) {
+    mac.activate("a");
+    Profile profile;
+    profile.allowsUserOverrides = false;
+    machine().setProfile(profile);
+    EXPECT_THAT(machine().allow(camera), refusedAs(nothingWaiting));
+    EXPECT_THAT(mac.copies(), ElementsAre("2105 activated waiting for user"));
+    EXPECT_THAT(machine().state().approvals, IsEmpty());
+    machine().setProfile({});
+    mac.mustDo(machine().allow(camera));
+    EXPECT_THAT(mac.copies(), ElementsAre("2105 activated enabled"));
+}
+
 // Faults.
 
 TEST_F(AMachine, FailsTheNextRequestOfAKindAsOrderedAndNoOther) {
@@ -297,6 +310,18 @@ TEST_F(AMachine, FinishesHollowWhereThatWasOrdered) {
 }
 
 TEST_F(AMachine, WaitsForTheUserWithoutSayingSoWhereThatWasOrdered) {
+    Fault fault;
+    fault.kind = Fault::Kind::noprompt;
+    mac.mustDo(machine().orderFault(fault));
+    mac.activate("a");
+    EXPECT_THAT(mac.heard(), IsEmpty());
+    mac.mustDo(machine().allow(camera));
+    EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
+}
+
+TEST_F(AMachine, KeepsThePromptOfTheVersionThatWaitsAwayToo) {
+    mac.install("2105", "waiting");
+    setVersion(mac.application(), "0.0", "2105");
     Fault fault;
     fault.kind = Fault::Kind::noprompt;
     mac.mustDo(machine().orderFault(fault));

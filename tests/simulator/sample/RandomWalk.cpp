@@ -80,7 +80,11 @@ void RandomWalk::playThePerson() {
     const Deed& deed = deeds[pick(deeds.size())];
     const std::string identifier = anIdentifier();
     const Verdict verdict = (machine_.get()->*deed.method)(identifier);
-    if (!verdict && deed.cause) witness_.happened(*deed.cause, identifier);
+    if (verdict || !deed.cause) return;
+    witness_.happened(*deed.cause, identifier);
+    if (deed.cause == Cause::allowed) {
+        EXPECT_FALSE(machine_->state().settings.profile.forbids(sampleTeam, identifier)) << "allowed, but forbidden";
+    }
 }
 
 void RandomWalk::rarely() {

@@ -70,7 +70,7 @@ private:
     Keeper& keeper_;
     FakeDisk disk_;
     std::unique_ptr<Machine> machine_;
-    Witness witness_;
+    Witness witness_{disk_};
     /// Those that were brought so far, by their source.
     std::map<std::string, Profile> profiles_{{"", Profile{}}};
     /// The copies that have outlived a restart which should have removed them.

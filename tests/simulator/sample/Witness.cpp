@@ -21,11 +21,16 @@ bool isWaiting(CopyState state) {
     return state == CopyState::waitingForUser;
 }
 
+bool isReported(CopyState state) {
+    return state != CopyState::validating && state != CopyState::staging;
+}
+
 } // namespace
 
 struct Witness::Look {
     Open& request;
     const Machine& machine;
+    const Disk& disk;
 
     void operator()(std::monostate) const { ADD_FAILURE() << "an answer that says nothing"; }
 
@@ -40,6 +45,7 @@ struct Witness::Look {
     void operator()(const NeedsApproval&) const {
         EXPECT_EQ(request.kind, RequestKind::activation);
         EXPECT_FALSE(std::exchange(request.neededApproval, true)) << "needs approval twice";
+        EXPECT_FALSE(request.fault && request.fault->kind == Fault::Kind::noprompt) << "the prompt was to be hidden";
         EXPECT_TRUE(isAnyIn(machine, request.identifier, isWaiting)) << "nothing waits";
         lookAtConsent();
     }
@@ -58,7 +64,7 @@ struct Witness::Look {
     }
 
     void operator()(const Failure& failure) const {
-        EXPECT_TRUE(mayFailWith(request, failure.code)) << "failed with " << failure.code << " for no reason";
+        EXPECT_TRUE(mayFailWith(failure.code)) << "failed with " << failure.code << " for no reason";
     }
 
     void operator()(const FoundProperties& found) const {
@@ -69,37 +75,66 @@ struct Witness::Look {
         }
     }
 
+    bool mayFailWith(std::int64_t code) const {
+        const auto was = [&](Cause cause) { return request.causes.count(cause) != 0; };
+        const bool isOrdered = request.fault && request.fault->kind == Fault::Kind::error;
+        if (isOrdered && code == request.fault->failure.code) return true;
+        switch (code) {
+        case code::extensionNotFound:
+            return hasNothingToActOn();
+        case code::codeSignatureInvalid:
+            return mayBeFoundUnfit() && !carried()->sealMatches;
+        case code::forbiddenBySystemPolicy:
+            return mayBeFoundUnfit() && machine.state().settings.profile.forbids(sampleTeam, request.identifier);
+        case code::requestCanceled:
+            return was(Cause::denied) || was(Cause::canceled) || was(Cause::refused) || was(Cause::withdrawn);
+        case code::requestSuperseded:
+            return was(Cause::superseded);
+        case code::authorizationRequired:
+            return was(Cause::refused);
+        default:
+            return false;
+        }
+    }
+
+    bool hasNothingToActOn() const {
+        switch (request.kind) {
+        case RequestKind::activation:
+            return !carried();
+        case RequestKind::deactivation:
+            return !carried() || !isAnyIn(machine, request.identifier, isInstalled);
+        case RequestKind::properties:
+            return !isAnyIn(machine, request.identifier, isReported);
+        }
+        return false;
+    }
+
+    /// Once it waits for the user it has passed the checks.
+    bool mayBeFoundUnfit() const {
+        return request.kind == RequestKind::activation && carried() && !request.neededApproval;
+    }
+
+    /// The extension as the application holds it; nothing if it holds none.
+    std::optional<ExtensionOnDisk> carried() const {
+        const std::optional<BundleOnDisk> bundle = disk.read(request.application);
+        if (!bundle) return std::nullopt;
+        for (const ExtensionOnDisk& extension : bundle->extensions) {
+            if (extension.identifier == request.identifier) return extension;
+        }
+        return std::nullopt;
+    }
+
     /// Who was asked whether the new copy may take the place of the old one has said so.
     void lookAtConsent() const {
         EXPECT_TRUE(!request.wasAsked || request.causes.count(Cause::replaced)) << "no word on the replacement";
     }
 };
 
-bool Witness::mayFailWith(const Open& request, std::int64_t code) {
-    const auto was = [&](Cause cause) { return request.causes.count(cause) != 0; };
-    const bool isOrdered = request.fault && request.fault->kind == Fault::Kind::error;
-    if (isOrdered && code == request.fault->failure.code) return true;
-    switch (code) {
-    case code::extensionNotFound:
-        return true;
-    case code::codeSignatureInvalid:
-    case code::forbiddenBySystemPolicy:
-        return request.kind == RequestKind::activation && !request.neededApproval;
-    case code::requestCanceled:
-        return was(Cause::denied) || was(Cause::canceled) || was(Cause::refused) || was(Cause::withdrawn);
-    case code::requestSuperseded:
-        return was(Cause::superseded);
-    case code::authorizationRequired:
-        return was(Cause::refused);
-    default:
-        return false;
-    }
-}
-
 void Witness::submitted(const Submission& submission, const Machine& machine) {
     Open request;
     request.kind = submission.kind;
     request.identifier = submission.identifier;
+    request.application = submission.application;
     for (const auto& [number, taken] : machine.requests()) {
         if (taken.client == submission.client && taken.token == submission.token) request.fault = taken.fault;
     }
@@ -133,7 +168,7 @@ void Witness::hear(const Answer& answer, const Machine& machine) {
     ++answers_;
     const auto open = open_.find({answer.client, answer.token});
     ASSERT_NE(open, open_.end()) << "an answer to a request that had ended or was never asked";
-    std::visit(Look{open->second, machine}, answer.body);
+    std::visit(Look{open->second, machine, disk_}, answer.body);
     const bool isLast = !std::holds_alternative<NeedsApproval>(answer.body) &&
                         !std::holds_alternative<ReplacementAsked>(answer.body);
     if (isLast) open_.erase(open);

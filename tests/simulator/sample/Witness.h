@@ -17,6 +17,9 @@ enum class Cause { allowed, denied, replaced, canceled, authorized, refused, sup
 /// Sees everything that is done to a machine, and finds fault with each answer that nothing has led to.
 class Witness {
 public:
+    /// The disk that the machine reads; it must outlive the witness.
+    explicit Witness(const Disk& disk) : disk_{disk} {}
+
     /// A request was taken. Of what is open for its extension, a later one may end the earlier, and the other way round.
     void submitted(const Submission& submission, const Machine& machine);
     /// Something happened to the open requests of an extension; of all where the identifier is empty.
@@ -34,6 +37,7 @@ private:
     struct Open {
         RequestKind kind = RequestKind::properties;
         std::string identifier;
+        std::string application;
         std::optional<Fault> fault;
         std::set<Cause> causes;
         bool wasAsked = false;
@@ -43,8 +47,8 @@ private:
 
     /// Looks at one kind of answer.
     struct Look;
-    static bool mayFailWith(const Open& request, std::int64_t code);
 
+    const Disk& disk_;
     std::map<Name, Open> open_;
     std::size_t answers_ = 0;
 };
