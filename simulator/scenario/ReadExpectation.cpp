@@ -33,7 +33,8 @@ Expectation readQuestion(Reading& reading) {
 }
 
 Expectation readFinished(Reading& reading) {
-    return withAskers(reading, Finished{reading.line.takeNumber("a result")});
+    const bool isCompleted = reading.line.takeOneOf("a result", {"0", "1"}) == "0";
+    return withAskers(reading, Finished{isCompleted ? Finished::completed : Finished::willCompleteAfterReboot});
 }
 
 Expectation readFailed(Reading& reading) {

@@ -212,6 +212,14 @@ TEST(AComplaint, ShowsWhatATimeANumberAVersionAndAPathLookLike) {
     EXPECT_THAT(complaintAbout("expect requests -1"), HasSubstr("a number of requests is not negative"));
 }
 
+TEST(AComplaint, IsMadeOfAResultThatNoRequestFinishesWith) {
+    EXPECT_EQ(complaintAbout("restart\nexpect finished 2"),
+              "a.scenario:2: \"2\" is not a result; there is 0, 1; "
+              "right would be: expect finished 0|1 [to REQUEST] [as NAME]");
+    EXPECT_THAT(complaintAbout("expect finished -1"), HasSubstr("\"-1\" is not a result; there is 0, 1"));
+    EXPECT_EQ(complaintAbout("expect finished 0\nexpect finished 1"), "none");
+}
+
 TEST(AComplaint, IsMadeOfAListThatDoesNotGoOn) {
     EXPECT_THAT(complaintAbout("expect copies com.x 1/1 staging,"), HasSubstr("a version is missing"));
     EXPECT_THAT(complaintAbout("expect copies com.x 1/1,"), HasSubstr("a state is missing"));
