@@ -1,6 +1,7 @@
 #include "simulator/disk/Seal.h"
 
 #include "simulator/disk/PropertyListFile.h"
+#include "simulator/disk/RegularFile.h"
 
 #include <QCryptographicHash>
 #include <QDirIterator>
@@ -18,8 +19,8 @@ std::optional<std::string> digestOf(const QFileInfo& file) {
     if (file.isSymLink()) {
         hash.addData(file.symLinkTarget().toUtf8());
     } else {
-        QFile contents{file.filePath()};
-        if (!contents.open(QIODevice::ReadOnly) || !hash.addData(&contents)) return std::nullopt;
+        QFile contents;
+        if (!openRegularFile(contents, file.filePath()) || !hash.addData(&contents)) return std::nullopt;
     }
     return hash.result().toHex().toStdString();
 }

@@ -22,7 +22,7 @@ std::optional<Seal> readSeal(const std::string& bundle);
 /// Answers with what went wrong; empty if it is written. It appears whole or not at all.
 std::string writeSeal(const std::string& bundle, const Seal& seal);
 /// Of every file in the bundle but its own seal. A link counts as a file that holds its target. Nothing if one cannot
-/// be read.
+/// be read, as a pipe cannot.
 std::optional<std::map<std::string, std::string>> digestsOf(const std::string& bundle);
 
 } // namespace simulator

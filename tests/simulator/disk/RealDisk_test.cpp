@@ -6,6 +6,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 namespace simulator {
 namespace {
 
@@ -23,6 +25,10 @@ void write(const QString& path, const QByteArray& contents) {
 
 QByteArray listOf(const PropertyList::Dictionary& dictionary) {
     return QByteArray::fromStdString(PropertyList{dictionary}.toXml());
+}
+
+void makePipe(const QString& path) {
+    ASSERT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
 }
 
 class ABundleOnDisk : public testing::Test {
@@ -110,6 +116,30 @@ TEST_F(ABundleOnDisk, MatchesAgainOnceItIsSealedAnew) {
     write(extension + "/Contents/MacOS/camera", "mode");
     sealBoth();
     EXPECT_TRUE(readExtension().sealMatches);
+}
+
+TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceAPipeIsAdded) {
+    sealBoth();
+    makePipe(extension + "/Contents/MacOS/pipe");
+    EXPECT_FALSE(readExtension().sealMatches);
+}
+
+TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceAFileIsAPipe) {
+    sealBoth();
+    QFile::remove(extension + "/Contents/MacOS/camera");
+    makePipe(extension + "/Contents/MacOS/camera");
+    EXPECT_FALSE(readExtension().sealMatches);
+}
+
+TEST_F(ABundleOnDisk, WithAPipeIsNotSealed) {
+    makePipe(extension + "/Contents/MacOS/pipe");
+    EXPECT_EQ(seal({extension, "--team", "TEAM"}), 1);
+}
+
+TEST_F(ABundleOnDisk, MayHaveAnExtensionWithAPipeForAnInfoPlist) {
+    QFile::remove(extension + "/Contents/Info.plist");
+    makePipe(extension + "/Contents/Info.plist");
+    EXPECT_EQ(readExtension().identifier, "");
 }
 
 TEST_F(ABundleOnDisk, MayHaveAnExtensionWithoutAnInfoPlist) {
