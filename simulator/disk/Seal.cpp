@@ -50,7 +50,7 @@ std::string writeSeal(const std::string& bundle, const Seal& seal) {
 }
 
 std::optional<std::map<std::string, std::string>> digestsOf(const std::string& bundle) {
-    const QDir root{QString::fromStdString(bundle)};
+    const QDir root{QFileInfo{QString::fromStdString(bundle)}.absoluteFilePath()};
     std::map<std::string, std::string> digests;
     QDirIterator files{root.path(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories};
     while (files.hasNext()) {

@@ -136,6 +136,17 @@ TEST_F(ABundleOnDisk, WithAPipeIsNotSealed) {
     EXPECT_EQ(seal({extension, "--team", "TEAM"}), 1);
 }
 
+TEST_F(ABundleOnDisk, MatchesItsSealThatWasWrittenByARelativePath) {
+    sealBoth();
+    QProcess program;
+    program.setWorkingDirectory(QFileInfo{extension}.path());
+    program.start(SEAL, {QFileInfo{extension}.fileName(), "--team", "OTHER"});
+    ASSERT_TRUE(program.waitForFinished());
+    ASSERT_EQ(program.exitCode(), 0);
+    EXPECT_EQ(readExtension().team, "OTHER");
+    EXPECT_TRUE(readExtension().sealMatches);
+}
+
 TEST_F(ABundleOnDisk, MayHaveAnExtensionWithAPipeForAnInfoPlist) {
     QFile::remove(extension + "/Contents/Info.plist");
     makePipe(extension + "/Contents/Info.plist");
