@@ -8,16 +8,35 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include <filesystem>
+#include <system_error>
+
 namespace simulator {
 
 namespace {
 
 constexpr auto sealFile = "Contents/_SimulatedSignature.plist";
+constexpr auto everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+
+/// A link to one is none.
+bool isFolder(const QFileInfo& file) {
+    return file.isDir() && !file.isSymLink();
+}
+
+/// As the link itself says it, which holds wherever the bundle is moved to.
+std::optional<std::string> targetOf(const QFileInfo& link) {
+    std::error_code problem;
+    const auto target = std::filesystem::read_symlink(QFile::encodeName(link.filePath()).toStdString(), problem);
+    if (problem) return std::nullopt;
+    return target.string();
+}
 
 std::optional<std::string> digestOf(const QFileInfo& file) {
     QCryptographicHash hash{QCryptographicHash::Sha256};
     if (file.isSymLink()) {
-        hash.addData(file.symLinkTarget().toUtf8());
+        const auto target = targetOf(file);
+        if (!target) return std::nullopt;
+        hash.addData(QByteArray::fromStdString(*target));
     } else {
         QFile contents;
         if (!openRegularFile(contents, file.filePath()) || !hash.addData(&contents)) return std::nullopt;
@@ -52,9 +71,10 @@ std::string writeSeal(const std::string& bundle, const Seal& seal) {
 std::optional<std::map<std::string, std::string>> digestsOf(const std::string& bundle) {
     const QDir root{QFileInfo{QString::fromStdString(bundle)}.absoluteFilePath()};
     std::map<std::string, std::string> digests;
-    QDirIterator files{root.path(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories};
+    QDirIterator files{root.path(), everything, QDirIterator::Subdirectories};
     while (files.hasNext()) {
         const QString path = files.next();
+        if (isFolder(files.fileInfo())) continue;
         const std::string name = root.relativeFilePath(path).toStdString();
         if (name == sealFile) continue;
         auto digest = digestOf(files.fileInfo());

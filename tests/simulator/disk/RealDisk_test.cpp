@@ -8,6 +8,8 @@
 
 #include <sys/stat.h>
 
+#include <filesystem>
+
 namespace simulator {
 namespace {
 
@@ -47,6 +49,13 @@ protected:
                   0);
         ASSERT_EQ(seal({bundle, "--team", "TEAM", "--entitlement", "com.apple.developer.system-extension.install"}), 0);
     }
+
+    /// In the extension, to something else in it.
+    void link(const std::string& target, const QString& name) {
+        std::filesystem::create_symlink(target, (extension + "/Contents/" + name).toStdString());
+    }
+
+    void unlink(const QString& name) { QFile::remove(extension + "/Contents/" + name); }
 
     BundleOnDisk read() { return disk.read(bundle.toStdString()).value(); }
     ExtensionOnDisk readExtension() { return read().extensions.at(0); }
@@ -145,6 +154,38 @@ TEST_F(ABundleOnDisk, MatchesItsSealThatWasWrittenByARelativePath) {
     ASSERT_EQ(program.exitCode(), 0);
     EXPECT_EQ(readExtension().team, "OTHER");
     EXPECT_TRUE(readExtension().sealMatches);
+}
+
+TEST_F(ABundleOnDisk, MatchesItsSealWithItsLinksWhereverItIsMoved) {
+    link("MacOS/camera", "toFile");
+    link("MacOS", "toFolder");
+    link("nowhere", "toNothing");
+    sealBoth();
+    ASSERT_TRUE(QDir{}.rename(bundle, folder.filePath("Moved.app")));
+    const auto moved = disk.read(folder.filePath("Moved.app").toStdString()).value();
+    EXPECT_TRUE(moved.extensions.at(0).sealMatches);
+}
+
+TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceALinkToAFileLeadsElsewhere) {
+    link("MacOS/camera", "link");
+    sealBoth();
+    unlink("link");
+    link("Info.plist", "link");
+    EXPECT_FALSE(readExtension().sealMatches);
+}
+
+TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceALinkToAFolderLeadsElsewhere) {
+    link("MacOS", "link");
+    sealBoth();
+    unlink("link");
+    link("/tmp", "link");
+    EXPECT_FALSE(readExtension().sealMatches);
+}
+
+TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceALinkToAFolderIsAdded) {
+    sealBoth();
+    link("MacOS", "link");
+    EXPECT_FALSE(readExtension().sealMatches);
 }
 
 TEST_F(ABundleOnDisk, MayHaveAnExtensionWithAPipeForAnInfoPlist) {
