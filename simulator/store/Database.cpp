@@ -55,7 +55,7 @@ Database::Database(std::string file) : file_{std::move(file)} {
     std::filesystem::create_directories(std::filesystem::path{file_}.parent_path(), problem);
     if (problem) fail("its folder cannot be created: " + problem.message());
     open();
-    take();
+    execute("PRAGMA locking_mode = EXCLUSIVE; PRAGMA synchronous = NORMAL;");
 }
 
 void Database::open() {
@@ -69,7 +69,6 @@ void Database::open() {
 
 /// The lock stays with this process. A transaction in the write-ahead log outlives a kill of the process.
 void Database::take() {
-    execute("PRAGMA locking_mode = EXCLUSIVE; PRAGMA synchronous = NORMAL;");
     run("PRAGMA journal_mode = WAL", {});
     transaction([] {});
 }

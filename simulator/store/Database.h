@@ -10,11 +10,15 @@
 
 namespace simulator {
 
-/// A file of SQLite's, held by this process alone. Every member throws StoreFailure.
+/// A file of SQLite's, for this process alone. Every member throws StoreFailure.
 class Database {
 public:
     /// Creates the file, and the folders on the way, where there are none.
     explicit Database(std::string file);
+
+    /// To be called once, before anything is written: until then the file can be read, and stays as it is. From then
+    /// on this process alone has it.
+    void take();
 
     /// Statements without results, separated by semicolons.
     void execute(const std::string& statements);
@@ -39,7 +43,6 @@ private:
     using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
     void open();
-    void take();
     Statement prepare(const std::string& statement, const Row& arguments);
     [[noreturn]] void failAsReported(int code) const;
 

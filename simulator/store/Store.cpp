@@ -84,10 +84,17 @@ bool areSameParts(const State& one, const State& other) {
 } // namespace
 
 Store::Store(const std::string& file) : database_{file} {
-    const bool isEmpty = database_.number("SELECT count(*) FROM sqlite_schema") == 0;
-    if (isEmpty && database_.number("PRAGMA user_version") == 0) create();
-    check();
+    const bool isNew = isEmpty();
+    if (!isNew) checkOrigin();
+    database_.take();
+    if (isNew) create();
+    checkContents();
     kept_ = read();
+}
+
+bool Store::isEmpty() {
+    return database_.number("SELECT count(*) FROM sqlite_schema") == 0 &&
+           database_.number("PRAGMA application_id") == 0 && database_.number("PRAGMA user_version") == 0;
 }
 
 void Store::create() {
@@ -101,7 +108,7 @@ void Store::create() {
     });
 }
 
-void Store::check() {
+void Store::checkOrigin() {
     if (database_.number("PRAGMA application_id") != applicationId) {
         database_.fail("it is no store of the simulator");
     }
@@ -111,6 +118,9 @@ void Store::check() {
                        std::to_string(version) + ")");
     }
     if (found < version) database_.fail("it is of an unknown version");
+}
+
+void Store::checkContents() {
     std::string verdict;
     database_.query("PRAGMA integrity_check(1)", {}, [&](const Row& row) { verdict = std::get<std::string>(row[0]); });
     if (verdict != "ok") database_.fail("it is damaged");

@@ -26,8 +26,11 @@ public:
     void save(const State& state, const std::set<std::int64_t>& touched);
 
 private:
+    bool isEmpty();
     void create();
-    void check();
+    /// Whether this simulator wrote it. Changes nothing of a file that another program or a newer one wrote.
+    void checkOrigin();
+    void checkContents();
     State read();
     void writeCopies(const State& state, const std::set<std::int64_t>& changed);
     void writeParts(const State& state);

@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <utility>
 
 namespace simulator {
@@ -75,6 +76,11 @@ protected:
         sqlite3_close(handle);
     }
 
+    std::string bytes() const {
+        std::ifstream stream{file, std::ios::binary};
+        return {std::istreambuf_iterator<char>{stream}, {}};
+    }
+
     void overwrite(std::streamoff position, const std::string& bytes) const {
         std::fstream stream{file, std::ios::in | std::ios::out | std::ios::binary};
         stream.seekp(position);
@@ -130,8 +136,10 @@ TEST_F(AStore, BelongsToOneProcessAtATime) {
 
 TEST_F(AStore, OfANewerVersionIsLeftAlone) {
     Store{file}.save(aBusyState());
-    tamper("PRAGMA user_version = 2");
+    tamper("PRAGMA journal_mode = DELETE; PRAGMA user_version = 2");
+    const std::string before = bytes();
     EXPECT_EQ(whyNotOpened(), file.string() + ": it was written by a newer simulator (version 2, this one knows 1)");
+    EXPECT_TRUE(bytes() == before);
     tamper("PRAGMA user_version = 1");
     EXPECT_EQ(Store{file}.load(), aBusyState());
 }
@@ -139,7 +147,17 @@ TEST_F(AStore, OfANewerVersionIsLeftAlone) {
 TEST_F(AStore, OfAnotherProgramIsLeftAlone) {
     std::filesystem::create_directories(file.parent_path());
     tamper("CREATE TABLE recipe (name)");
+    const std::string before = bytes();
     EXPECT_EQ(whyNotOpened(), file.string() + ": it is no store of the simulator");
+    EXPECT_TRUE(bytes() == before);
+}
+
+TEST_F(AStore, OfAnotherProgramThatHasKeptNothingYetIsLeftAlone) {
+    std::filesystem::create_directories(file.parent_path());
+    tamper("PRAGMA application_id = 7");
+    const std::string before = bytes();
+    EXPECT_EQ(whyNotOpened(), file.string() + ": it is no store of the simulator");
+    EXPECT_TRUE(bytes() == before);
 }
 
 TEST_F(AStore, ThatIsNoDatabaseIsLeftAlone) {
