@@ -11,6 +11,10 @@ namespace {
 
 constexpr QColor shade{0, 0, 0, 56};
 
+bool isHeldKey(const QEvent& event) {
+    return event.type() == QEvent::KeyPress && static_cast<const QKeyEvent&>(event).isAutoRepeat();
+}
+
 QString sentence(const QuestionContent& question) {
     if (question.asker.isEmpty()) return QStringLiteral("%1 is to be removed.").arg(question.name);
     return QStringLiteral("%1 wants to remove %2.").arg(question.asker, question.name);
@@ -38,11 +42,15 @@ void AuthorizationSheet::ask(const QuestionContent& question) {
     authorize_.setFocus();
 }
 
+bool AuthorizationSheet::eventFilter(QObject* watched, QEvent* event) {
+    return event->type() == QEvent::MouseButtonDblClick || isHeldKey(*event) || QWidget::eventFilter(watched, event);
+}
+
 void AuthorizationSheet::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        refuse_.click();
-    else
+    if (event->key() != Qt::Key_Escape)
         QWidget::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        refuse_.click();
 }
 
 void AuthorizationSheet::paintEvent(QPaintEvent*) {
@@ -74,6 +82,7 @@ void AuthorizationSheet::arrangeCard() {
     for (auto* button : {&refuse_, &authorize_}) {
         button->setFocusPolicy(Qt::TabFocus);
         button->setAutoDefault(true);
+        button->installEventFilter(this);
         buttons_.addWidget(button);
     }
 }

@@ -11,7 +11,8 @@
 namespace simulator::settings {
 
 /// The administrator's question, hanging from the window's upper edge over everything else. It is there for as long as
-/// the question is open, whoever answers it; Escape refuses. Its parent sizes it, and disables what lies under it.
+/// the question is open, whoever answers it; Escape refuses. The next question takes its place, so the second half of a
+/// double click and a key that is held answer nothing. Its parent sizes it, and disables what lies under it.
 class AuthorizationSheet : public QWidget {
     Q_OBJECT
 
@@ -25,6 +26,7 @@ signals:
     void refused(const QString& identifier);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 

@@ -4,6 +4,13 @@
 
 namespace simulator::settings {
 
+namespace {
+
+/// Room for a row of every kind and the scroll bar; narrow enough to stand beside the application on a screen of 1024.
+constexpr int widthOfWindow = 564;
+
+} // namespace
+
 SettingsWindow::SettingsWindow(const QDBusConnection& bus)
     : client_{bus},
       heading_{"Privacy & Security"},
@@ -33,8 +40,8 @@ void SettingsWindow::arrange() {
     arrangeFooter();
     layout_.addWidget(&scroll_, 1);
     layout_.addWidget(&footer_);
-    setMinimumSize(480, 260);
-    resize(540, 460);
+    setMinimumSize(widthOfWindow, 260);
+    resize(widthOfWindow, 460);
 }
 
 void SettingsWindow::arrangePage() {

@@ -1,4 +1,5 @@
 #include "simulator/SystemSettings/Appearance.h"
+#include "simulator/SystemSettings/Opening.h"
 #include "simulator/SystemSettings/SettingsWindow.h"
 #include "simulator/bus/Types.h"
 #include "simulator/client/OwnerRaces.h"
@@ -16,6 +17,6 @@ int main(int argc, char** argv) {
     simulator::registerTypes();
     useAppearance(application);
     SettingsWindow window{QDBusConnection::sessionBus()};
-    window.show();
+    const Opening opening{window};
     return QApplication::exec();
 }

@@ -113,13 +113,17 @@ class Display:
         xtest.fake_input(self.connection, X.MotionNotify, x=x, y=y)
         self.connection.flush()
 
+    def place_of(self, title):
+        """Left, top, right and bottom of a window, without its frame."""
+        window = self.window(title)
+        size, place = window.get_geometry(), self.root.translate_coords(window, 0, 0)
+        return place.x, place.y, place.x + size.width, place.y + size.height
+
     def picture(self):
         """What the display shows now."""
         return picture.of_display(self.folder / "Xvfb_screen0")
 
     def picture_of(self, title):
         """What a window shows now, without its frame."""
-        window = self.window(title)
-        size = window.get_geometry()
-        place = self.root.translate_coords(window, 0, 0)
-        return self.picture().part(place.x, place.y, size.width, size.height)
+        left, top, right, bottom = self.place_of(title)
+        return self.picture().part(left, top, right - left, bottom - top)

@@ -85,6 +85,12 @@ class ASessionWithABusOfItsOwn(SessionTest):
         names = set(self.open_session().processes().values())
         self.assertLessEqual({TITLE, "SystemSettings", "sysextd", "dbus-daemon"}, names)
 
+    def test_shows_the_application_beside_system_settings(self):
+        self.open_session()
+        _, _, right, _ = self.desktop.display.place_of(SETTINGS)
+        left, _, _, _ = self.desktop.display.place_of(TITLE)
+        self.assertLess(right, left)
+
     def test_ends_with_all_that_it_started_on_ctrl_c(self):
         self.open_session().interrupt()
         self.expect_end(130)

@@ -358,6 +358,50 @@ TEST_F(SystemSettings, RefusesAtEscapeAndAtThePressOfRefuse) {
     EXPECT_TRUE(untilDone("Refuse com.kelvra.ip-camera.cmio"));
 }
 
+TEST_F(SystemSettings, TakesADoubleClickForOneAnswer) {
+    control().show({enabledNetwork()});
+    control().showRequests({question(network)});
+    open();
+    ASSERT_TRUE(untilShown("Authorize Network"));
+    auto* const authorize = named("Authorize Network");
+    const auto middle = authorize->rect().center();
+    QMouseEvent again{QEvent::MouseButtonDblClick, middle,         authorize->mapToGlobal(middle), Qt::LeftButton,
+                      Qt::LeftButton,              Qt::NoModifier};
+    QTest::mouseClick(authorize, Qt::LeftButton);
+    QApplication::sendEvent(authorize, &again);
+    QTest::mouseRelease(authorize, Qt::LeftButton);
+    press("Refuse Network");
+    ASSERT_TRUE(untilDone("Refuse com.kelvra.driverkit.usb-to-poe"));
+    EXPECT_EQ(control().deeds().count("Authorize com.kelvra.driverkit.usb-to-poe"), 1);
+}
+
+TEST_F(SystemSettings, TakesAKeyThatIsHeldForOneAnswer) {
+    control().show({enabledNetwork()});
+    control().showRequests({question(network)});
+    open();
+    ASSERT_TRUE(untilShown("Authorize Network"));
+    QKeyEvent again{QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true};
+    QTest::keyClick(named("Authorize Network"), Qt::Key_Return);
+    QApplication::sendEvent(named("Authorize Network"), &again);
+    press("Refuse Network");
+    ASSERT_TRUE(untilDone("Refuse com.kelvra.driverkit.usb-to-poe"));
+    EXPECT_EQ(control().deeds().count("Authorize com.kelvra.driverkit.usb-to-poe"), 1);
+}
+
+TEST_F(SystemSettings, CutsNothingOffHoweverNarrowItIsMade) {
+    control().show({waitingCamera(), enabledNetwork(), numbered(3, copyIn("uninstalling", network, "2.0", "2004"))});
+    open();
+    ASSERT_TRUE(untilShown("Allow Camera"));
+    const auto reachesBeyond = [this](const QString& name) {
+        const auto* control = named(name);
+        return control->mapTo(&window(), QPoint{control->width(), 0}).x() > window().width() - 24;
+    };
+    window().resize(window().minimumSize());
+    ASSERT_TRUE(until([&] { return window().height() == window().minimumHeight(); }));
+    EXPECT_FALSE(reachesBeyond("Allow Camera"));
+    EXPECT_FALSE(reachesBeyond("Enable Network"));
+}
+
 TEST_F(SystemSettings, KeepsTabWithinTheQuestion) {
     control().show({enabledNetwork()});
     control().showRequests({question(network)});
