@@ -5,6 +5,7 @@ import os
 import pathlib
 import plistlib
 import shlex
+import shutil
 import subprocess
 import tempfile
 import unittest
@@ -17,6 +18,9 @@ GRANTED = {
     "com.apple.developer.system-extension.install": True,
     "com.apple.developer.team-identifier": extensions.TEAM,
 }
+
+# What every Unix has, and ship calls.
+UNIX = ("cat", "cp", "dirname", "find", "grep", "ln", "mkdir", "mv", "rm", "sed", "touch")
 
 
 def write_profile(file, **changes):
@@ -68,9 +72,14 @@ class WithBuild(unittest.TestCase):
         self.tools.mkdir()
         for tool in ("codesign", "ditto", "hdiutil", "lipo", "security", "spctl", "xcrun"):
             (self.tools / tool).symlink_to(support.ROOT / "tests/packaging/fake_mac")
+        # A Mac has its own tools where those of every Unix are, and none of them may be found there.
+        unix = self.place / "unix"
+        unix.mkdir()
+        for tool in UNIX:
+            (unix / tool).symlink_to(shutil.which(tool))
         self.variables = {
             **os.environ,
-            "PATH": f"{self.tools}:/usr/bin:/bin",
+            "PATH": f"{self.tools}:{unix}",
             "FAKE_MAC_LOG": str(self.log),
             "FAKE_MAC_ENTITLEMENTS": str(self.place / "signed with"),
             "FAKE_MAC_IDENTITY": extensions.IDENTITY,
