@@ -1,4 +1,5 @@
 import os
+import plistlib
 import shlex
 import shutil
 import unittest
@@ -10,6 +11,7 @@ from extensions import BASE, CAMERA, NETWORK
 STAGED = "build/shipped/staging/Driver Manager.app"
 CARRIED = f"{STAGED}/Contents/Library/SystemExtensions"
 UNFINISHED = "build/shipped/staging/unfinished.dmg"
+READS_A_SIGNATURE = "codesign --display --verbose=2 "  # check-extensions does
 IMAGE = "build/shipped/Driver Manager 2.1 (2105).dmg"
 
 
@@ -80,6 +82,17 @@ class Shipping(built.WithBuild):
         self.assertEqual(last, IMAGE)
         self.assertEqual(self.images(), [self.place / IMAGE])
 
+    def test_shows_whatever_it_runs(self):
+        self.assert_shows_its_calls(self.ship())
+
+    def test_shows_whatever_it_runs_when_the_notary_does_not_accept(self):
+        self.assert_shows_its_calls(self.ship(FAKE_MAC_NOTARY="Invalid"))
+
+    def assert_shows_its_calls(self, answer):
+        shown = {" ".join(shlex.split(line)) for line in answer.stdout.splitlines()}
+        unseen = [call for call in self.calls() if call not in shown and not call.startswith(READS_A_SIGNATURE)]
+        self.assertEqual(unseen, [])
+
     def test_leaves_the_build_as_it_was(self):
         before = sorted(self.app.rglob("*"))
         self.shipped()
@@ -97,10 +110,9 @@ class ADryRun(built.WithBuild):
         commands, _ = self.shipped()
         self.assertEqual([shlex.split(line) for line in dry.stdout.splitlines()], commands)
 
-    def test_runs_none_of_them(self):
+    def test_changes_nothing_and_runs_only_what_reads(self):
         self.ship("--dry-run", *self.options())
-        reading = "codesign --display --verbose=2 "
-        self.assertEqual([call for call in self.calls() if not call.startswith(reading)], [])
+        self.assertEqual([call for call in self.calls() if not call.startswith(READS_A_SIGNATURE)], [])
         self.assertFalse((self.place / "build/shipped").exists())
 
     def test_works_without_a_build_and_without_a_mac_and_tells_what_would_stop(self):
@@ -130,6 +142,36 @@ class APackagingThatCannotSucceed(built.WithBuild):
     def test_for_want_of_a_build_stops(self):
         shutil.rmtree(self.app)
         self.assert_stops("build/Driver Manager.app: is not there; cmake --build --preset ship makes it")
+
+    def test_with_a_version_that_is_no_plain_number_stops(self):
+        for build in ("2.1", ""):
+            with self.subTest(build):
+                self.write_info(CFBundleVersion=build)
+                self.assert_info_stops(f'CFBundleVersion is "{build}", but must be a plain decimal integer')
+
+    def test_with_a_version_that_is_no_text_stops(self):
+        for key in ("CFBundleShortVersionString", "CFBundleVersion"):
+            with self.subTest(key):
+                self.write_info(**{key: 2105})
+                self.assert_info_stops(f"{key} has to be there, and a text")
+
+    def test_for_want_of_a_version_stops(self):
+        self.info_file.write_bytes(plistlib.dumps({"CFBundleShortVersionString": "2.1"}))
+        self.assert_info_stops("CFBundleVersion has to be there, and a text")
+
+    def test_with_a_broken_property_list_stops(self):
+        self.info_file.write_text("<plist><dict><key>")
+        self.assert_info_stops("is not a property list of keys and values")
+        self.write_info()
+        self.entitlements.write_text("broken")
+        self.assert_stops("build/packaging/macos/entitlements.plist: is not a property list of keys and values")
+
+    def write_info(self, **changes):
+        info = {"CFBundleShortVersionString": "2.1", "CFBundleVersion": extensions.BUILD}
+        self.info_file.write_bytes(plistlib.dumps({**info, **changes}))
+
+    def assert_info_stops(self, rule):
+        self.assert_stops(f"build/Driver Manager.app/Contents/Info.plist: {rule}")
 
     def test_for_want_of_a_team_stops(self):
         self.entitlements.unlink()
