@@ -12,7 +12,14 @@ bool isNotUnderstood(const QString& name) {
     return name == prefix + "UnknownIdentifier" || name == prefix + "InvalidArgument";
 }
 
+/// The bus tried to start the service and failed.
+bool cannotBeStarted(const QString& name) {
+    return name.startsWith("org.freedesktop.DBus.Error.Spawn.");
+}
+
 QString lineOf(const QDBusError& error) {
+    if (cannotBeStarted(error.name()))
+        return QStringLiteral("the simulated extension service cannot be started; running sysextd shows why");
     switch (error.type()) {
     case QDBusError::ServiceUnknown:
     case QDBusError::Disconnected:

@@ -1,5 +1,6 @@
 // The program itself, on a bus of its own, in front of a service that answers what the test says.
 
+#include "simulator/bus/Names.h"
 #include "tests/simulator/support/Printing.h"
 #include "tests/simulator/support/PrivateBus.h"
 #include "tests/simulator/support/Program.h"
@@ -122,6 +123,15 @@ TEST_F(Sysextctl, EndsWith1AndOneLineWithoutAService) {
     EXPECT_EQ(outcomeOf({"list"}), none);
     EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), none);
     EXPECT_EQ(outcomeOf({"watch"}), none);
+}
+
+TEST_F(Sysextctl, EndsWith1AndSaysWhereTheReasonIsIfTheServiceCannotBeStarted) {
+    control().leave();
+    bus().makeActivatable(serviceName, "/bin/false");
+    const Outcome none{1, "",
+                       "sysextctl: the simulated extension service cannot be started; running sysextd shows why\n"};
+    EXPECT_EQ(outcomeOf({"list"}), none);
+    EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), none);
 }
 
 TEST_F(Sysextctl, EndsWith1AndOneLineWithoutABus) {
