@@ -1,21 +1,22 @@
 """Plays a scenario of the simulator through the application: what it activates is pressed, what it hears is read."""
 
+import copy
 import json
 import re
 import shlex
 from pathlib import Path
 
-from application import NOT_INSTALLED, Application, executable
+from application import Application, executable
 from bus import SERVICE
 from disk import Disk
 from events import wait_until
+from expected import Copies, Record, banner
 from mac import BASE, CAMERA, NETWORK, Mac
 
 SCENARIOS = Path(__file__).resolve().parents[2] / "simulator/scenarios"
 TITLE = "Driver Manager"
 CARDS = {CAMERA: "Camera Driver", NETWORK: "Network Driver"}
 MANAGED = (BASE, CAMERA, NETWORK)
-FLAGS = {"enabled": 0, "waiting": 1, "uninstalling": 2}
 
 NEEDS_APPROVAL = "Sysex request needs user approval."
 UNKNOWN_ERROR = "An unknown error occurred."
@@ -45,13 +46,17 @@ def lines_of(text):
 class Player:
     """Needs a desktop whose Mac has nothing installed. Whatever does not go as a line says is an AssertionError."""
 
-    def __init__(self, desktop):
+    def __init__(self, desktop, program=Application):
         self.desktop = desktop
+        self.program = program
         self.disk = Disk(desktop.folder)
         self.mac = Mac(desktop, self.disk.applications)
         self.application = None
         self.crashes = False
         self.events = []
+        self.read = 0
+        self.mac_copies = Copies()
+        self.failure = None
         desktop.bus.connection.signal_subscribe(
             None, SERVICE + ".Control", "Event", None, None, 0, lambda *signal: self.events.append(signal[5].unpack())
         )
@@ -78,34 +83,60 @@ class Player:
         """Starts the application if it does not run, and waits for what it asks at its start."""
         if self.application:
             return self.application
-        self.application = self.desktop.start([executable(self.disk.bundle)], program=Application)
-        self.first_event = len(self.events)
-        self.enumerations = 0
+        self.take_answers(len(self.events))  # what was answered before was not for this one
+        self.application = self.desktop.start([executable(self.disk.bundle)], program=self.program)
+        self.records = {identifier: Record(identifier) for identifier in MANAGED}
         self.printed = self.logged = 0
         self.application.wait_for_state("Camera Driver", self.application.state("Camera Driver"))
         self.expect_enumeration()
         return self.application
 
     def expect_enumeration(self):
-        """Waits until the application has asked after every extension once more and shows what it heard. Gives the
-        diagnostic lines."""
-        self.enumerations += 1
-        wait_until(lambda: len(self.found()) >= 3 * self.enumerations, lambda: f"it asks what is there\n{self.said()}")
-        told = sum(text != "properties found 0" for text in self.found())
-        wait_until(lambda: len(self.application.output) >= told, lambda: f"it prints what it heard\n{self.said()}")
-        lines, self.printed = self.application.output[self.printed :], told
-        self.expect_cards()
-        return lines
+        """Waits until the application has asked after every extension once more, prints what it heard and shows it.
+        Gives the diagnostic lines and, by their extensions, the log lines of the failures."""
+        wait_until(lambda: self.end_of_look(), lambda: f"it asks what is there\n{self.said()}")
+        lines, failures = [], {}
+        for identifier, code, copies in self.take_answers(self.end_of_look()):
+            if code is not None:
+                failures[identifier] = self.expect_failure(code, ".*")
+            elif copies:
+                self.records[identifier].fold(copies)
+                lines.append(self.expect_diagnostic_line(identifier))
+        self.expect_look()
+        return lines, failures
 
-    def found(self):
-        texts = [text for _, _, text in self.events[self.first_event :]]
-        return [text for text in texts if text.startswith("properties found ")]
+    def end_of_look(self):
+        """Where the events end that bring the answers about every extension; nothing if they are not all there."""
+        places = [place for place in range(self.read, len(self.events)) if answer_in(self.events[place])]
+        return places[len(MANAGED) - 1] + 1 if len(places) >= len(MANAGED) else None
 
-    def expect_cards(self):
-        """Each card says what the last diagnostic line of its extension says."""
+    def take_answers(self, end):
+        """Each answer about an extension up to there: the code if it is a failure, and the copies that it tells of."""
+        answers = []
+        for event in self.events[self.read : end]:
+            _, identifier, text = event
+            self.mac_copies.hear(identifier, text)
+            if answer := answer_in(event):
+                code = int(answer[2]) if answer[1] == "failed" else None
+                answers.append((identifier, code, self.mac_copies.reported(identifier)))
+        self.read = end
+        return answers
+
+    def expect_diagnostic_line(self, identifier):
+        wait_until(
+            lambda: len(self.application.output) > self.printed, lambda: f"it prints what it heard\n{self.said()}"
+        )
+        line, expected = self.application.output[self.printed], self.records[identifier].diagnostic_line()
+        self.printed += 1
+        if line != expected:
+            raise AssertionError(f"the application prints {line!r}, not {expected!r}")
+        return line
+
+    def expect_look(self):
+        """Each card and the banner say what follows from the copies that were found."""
         for identifier, card in CARDS.items():
-            states = [match[1] for match in map(diagnostics_of(identifier).fullmatch, self.application.output) if match]
-            self.application.wait_for_state(card, states[-1] if states else NOT_INSTALLED)
+            self.application.wait_for_state(card, self.records[identifier].state)
+        self.application.wait_for_banner(banner([self.records[identifier] for identifier in CARDS]))
 
     def next_log_line(self):
         wait_until(
@@ -152,7 +183,9 @@ class Player:
         self.check_playable(called)
         self.open()
         self.application.choose("Refresh", "Camera Driver")
-        self.asked, self.answer = identifier, self.expect_enumeration()
+        self.asked = identifier
+        self.answer, failures = self.expect_enumeration()
+        self.failure = failures.get(identifier)
 
     def submit(self, kind, identifier, press):
         """Presses, and waits until the service has the request."""
@@ -230,6 +263,8 @@ class Player:
 
     def expect_finished(self, result, *to):
         self.expect_log(f"Sysex request finished: {result}")
+        if result == "1":
+            self.records[CAMERA].reboot = True  # the camera's, whichever extension was asked for
         self.expect_enumeration()
 
     def expect_asked(self, to, replace, existing, by, replacement):
@@ -242,29 +277,36 @@ class Player:
         if "domain" in rest:
             return  # the application passes over errors of other domains; that it says nothing is found at the end
         description = "" if rest[:2] == ("without", "description") else rest[1] if rest[:1] == ("saying",) else None
-        line = self.next_log_line()
         text = ".+" if description is None else re.escape(description)
-        if not re.fullmatch(rf"Sysex request failed: {text} \({re.escape(FAILURES[int(code)])}\)", line):
+        self.expect_failure(int(code), text, self.take_failure())
+
+    def expect_failure(self, code, text, line=None):
+        line = line or self.next_log_line()
+        if not re.fullmatch(rf"Sysex request failed: {text} \({re.escape(FAILURES[code])}\)", line):
             raise AssertionError(f"the application logs {line!r}")
+        return line
+
+    def take_failure(self):
+        """The line that told that the properties asked for last could not be had, unless a line expected it."""
+        line, self.failure = self.failure, None
+        return line
 
     def expect_found(self, *words):
+        if self.failure:
+            raise AssertionError(f"the application logs {self.failure!r}")
         lines = [line for line in self.answer if line.startswith(self.asked + " ")]
         if words[0] == "none":
             if lines:
                 raise AssertionError(f"the application prints {lines}")
             return
-        copies = [copy.split(" ", 1) for copy in " ".join(words).split(", ")]
-        flags = ["false"] * 3
-        for version, condition in copies:
-            if condition in FLAGS:
-                flags[FLAGS[condition]] = "true"
-        enabled = [version for version, condition in copies if condition == "enabled"]
-        version = re.escape(enabled[-1]) if enabled else r"\S+"
-        form = rf"{re.escape(self.asked)} {version} State: .* \[{' '.join(flags)}\]"
-        if len(lines) != 1 or not re.fullmatch(form, lines[0]):
+        told = copy.copy(self.records[self.asked])
+        told.fold([tuple(found.split(" ")) for found in " ".join(words).split(", ")])
+        if lines != [told.diagnostic_line()]:
             raise AssertionError(f"the application prints {lines}")
 
     def expect_nothing(self):
+        if self.failure:
+            raise AssertionError(f"the application logs {self.take_failure()!r}")
         if self.application and self.application.status is None:
             self.application.choose("Refresh", "Camera Driver")
             self.expect_enumeration()
@@ -303,5 +345,5 @@ class Player:
         return [(request["identifier"], request["stage"]) for request in requests]
 
 
-def diagnostics_of(identifier):
-    return re.compile(rf"{re.escape(identifier)} \S+ State: (.*) \[.*\]")
+def answer_in(event):
+    return re.fullmatch(r"properties (found|failed) (-?\d+)", event[2])

@@ -1,11 +1,13 @@
 """The scenarios of the simulator, each played through the application, and what its window shows in the end."""
 
 import unittest
+from unittest.mock import patch
 
-from application import ALL_SET, AWAITING, NOT_INSTALLED, NOTHING_INSTALLED
+import events
+from application import ALL_SET, AWAITING, NOT_INSTALLED, NOTHING_INSTALLED, Application
 from case import DesktopTest
 from desktop import SERVICES
-from mac import CAMERA
+from mac import CAMERA, NETWORK
 from player import SCENARIOS, Player
 
 # What no press in the application's window can bring about.
@@ -14,7 +16,6 @@ NOT_PLAYED = {
     "another-application": "there is no other application",
     "developer-mode-same-version": "it offers no activation of what is enabled in its own version",
     "downgrade": "it offers no activation of an older version",
-    "properties-of-nothing-fail": "it asks after three extensions at once, and does not tell their failures apart",
     "replacement-declined": "it replaces whatever it is asked about",
 }
 
@@ -125,6 +126,9 @@ class TheScenario(ScenarioTest):
     def test_of_asking_after_nothing(self):
         self.play("properties-of-nothing")
 
+    def test_of_asking_after_nothing_where_that_fails(self):
+        self.play("properties-of-nothing-fail", camera="Enabled")
+
 
 class TheScenarioOfError(ScenarioTest):
     def test_1(self):
@@ -167,12 +171,60 @@ class TheScenarioOfError(ScenarioTest):
         self.play("error-13-authorization-required", camera="Enabled")
 
 
+class Misread(Application):
+    """The application with one text of its window read as another. What waits for the former need not wait long."""
+
+    right, wrong = None, None
+
+    def banner(self):
+        return self.misread(super().banner())
+
+    def state(self, name):
+        return self.misread(super().state(name))
+
+    def misread(self, text):
+        return self.wrong if text == self.right else text
+
+    def wait_for_banner(self, sentence):
+        with self.limit(sentence):
+            super().wait_for_banner(sentence)
+
+    def wait_for_state(self, name, state):
+        with self.limit(state):
+            super().wait_for_state(name, state)
+
+    def limit(self, awaited):
+        return patch("events.LIMIT", 1 if awaited == self.right else events.LIMIT)
+
+
+class OfAWrongCard(Misread):
+    right, wrong = "Uninstalling", "Need reboot"
+
+
+class OfAWrongBanner(Misread):
+    right, wrong = ALL_SET, NOTHING_INSTALLED
+
+
+class MisreadLines(list):
+    def extend(self, lines):
+        super().extend(line.replace("State: Enabled", "State: Await approval") for line in lines)
+
+
+class OfAWrongLine(Application):
+    """The application with one state that it prints read as another."""
+
+    def follow(self, pipe, lines):
+        if lines is self.output:
+            lines = self.output = MisreadLines()
+        super().follow(pipe, lines)
+
+
 class ThePlayer(DesktopTest):
     services = SERVICES
 
-    def expect_problem(self, problem, *lines):
+    def expect_problem(self, problem, *lines, program=Application):
         with self.assertRaisesRegex(AssertionError, problem):
-            Player(self.desktop).play("\n".join(lines))
+            Player(self.desktop, program).play("\n".join(lines))
 
     def test_ends_at_the_first_line_that_the_application_does_not_log(self):
         self.expect_problem(
@@ -204,6 +256,44 @@ class ThePlayer(DesktopTest):
             f"install {CAMERA} 2.0 2004",
             f"properties {CAMERA}",
             "expect found 2.0/2004 waiting",
+        )
+
+    def test_ends_where_the_state_in_the_diagnostic_line_is_another(self):
+        self.expect_problem(
+            f"^line 2: properties {CAMERA}: the application prints '{CAMERA} 2.0/2004 State: Await approval "
+            rf"\[true false false\]', not '{CAMERA} 2.0/2004 State: Enabled \[true false false\]'",
+            f"install {CAMERA} 2.0 2004",
+            f"properties {CAMERA}",
+            program=OfAWrongLine,
+        )
+
+    def test_ends_where_a_card_says_another_state(self):
+        self.expect_problem(
+            f"^line 3: properties {CAMERA}: did not happen: the card of Network Driver says 'Uninstalling'",
+            f"properties {CAMERA}",
+            f"install {NETWORK} 2.0 2004 uninstalling",
+            f"properties {CAMERA}",
+            "expect nothing",
+            program=OfAWrongCard,
+        )
+
+    def test_ends_where_the_banner_says_another_sentence(self):
+        self.expect_problem(
+            f"^line 4: properties {CAMERA}: did not happen: the banner says '{ALL_SET}'",
+            f"install {NETWORK} 2.1 2105",
+            f"properties {CAMERA}",
+            f"install {CAMERA} 2.1 2105",
+            f"properties {CAMERA}",
+            "expect nothing",
+            program=OfAWrongBanner,
+        )
+
+    def test_ends_where_no_line_expects_that_an_answer_fails(self):
+        self.expect_problem(
+            r"^line 3: expect nothing: the application logs 'Sysex request failed: .* \(Extension not found.\)'",
+            "switch properties error",
+            f"properties {CAMERA}",
+            "expect nothing",
         )
 
     def test_ends_where_the_copies_are_others(self):
