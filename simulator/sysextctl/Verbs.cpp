@@ -2,9 +2,8 @@
 
 #include "simulator/sysextctl/Arguments.h"
 #include "simulator/sysextctl/CopyList.h"
+#include "simulator/sysextctl/Details.h"
 #include "simulator/sysextctl/FaultOrder.h"
-
-#include "simulator/scenario/Scenario.h"
 
 #include <algorithm>
 
@@ -117,55 +116,45 @@ std::vector<Verb> verbsThatShow() {
          "CATEGORY is cmio, driver_extension, endpoint_security or network_extension.\n"
          "The stars say whether a copy is enabled and whether it runs.\n",
          readList},
-        {Role::shows,
-         "requests",
-         "[--json]",
-         "shows what applications have asked and not been told yet",
-         {},
-         readRequests},
+        {Role::shows, "requests", "[--json]", "shows what applications have asked and not been told yet",
+         details::requests, readRequests},
         {Role::shows, "wait", "ID STATE [--timeout S]", "waits until a copy is in a state",
          "STATE is absent, enabled, waiting, disabled or uninstalling; any copy of ID counts.\n"
          "Ends with 1 if that does not happen within S seconds (30 if it is left out).\n",
          readWait},
-        {Role::shows, "watch", "", "prints what happens as it happens, until it is interrupted", {}, readPlain<Watch>},
+        {Role::shows, "watch", "", "prints what happens as it happens, until it is interrupted", details::watch,
+         readPlain<Watch>},
     };
 }
 
 std::vector<Verb> verbsOfThePerson() {
     return {
-        {Role::person, "allow", "ID", "allows the extension that waits for approval", {}, readDeed<Deed::allow>},
-        {Role::person, "deny", "ID", "denies it", {}, readDeed<Deed::deny>},
-        {Role::person,
-         "authorize",
-         "ID",
-         "answers the administrator's question about ID with yes",
-         {},
+        {Role::person, "allow", "ID", "allows the extension that waits for approval", details::allow,
+         readDeed<Deed::allow>},
+        {Role::person, "deny", "ID", "denies the extension that waits for approval", details::deny,
+         readDeed<Deed::deny>},
+        {Role::person, "authorize", "ID", "answers the administrator's question about ID with yes", details::authorize,
          readDeed<Deed::authorize>},
-        {Role::person, "refuse", "ID", "answers it with no", {}, readDeed<Deed::refuse>},
-        {Role::person, "disable", "ID", "switches an enabled extension off", {}, readDeed<Deed::disable>},
-        {Role::person, "enable", "ID", "switches it on again", {}, readDeed<Deed::enable>},
+        {Role::person, "refuse", "ID", "answers the administrator's question about ID with no", details::refuse,
+         readDeed<Deed::refuse>},
+        {Role::person, "disable", "ID", "switches an enabled extension off", details::disable, readDeed<Deed::disable>},
+        {Role::person, "enable", "ID", "switches an extension on that was switched off", details::enable,
+         readDeed<Deed::enable>},
     };
 }
 
 std::vector<Verb> verbsOfTheMachine() {
     return {
-        {Role::machine,
-         "restart",
-         "",
-         "restarts the simulated Mac, which ends every application",
-         {},
+        {Role::machine, "restart", "", "restarts the simulated Mac, which ends every application", details::restart,
          readPlain<Restart>},
-        {Role::machine,
-         "reset",
-         "",
-         "takes away every copy, approval, request and fault; settings stay",
-         {},
-         readPlain<Reset>},
+        {Role::machine, "reset", "", "takes away every copy, approval, request and fault; settings stay",
+         details::reset, readPlain<Reset>},
         {Role::machine, "install", "ID SHORT BUILD [STATE]", "puts a copy there without a request",
          "STATE is enabled (the default; the approval is recorded), waiting, disabled or uninstalling.\n"
          "Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004\n",
          readInstall},
-        {Role::machine, "uninstall", "TEAM ID", "removes an extension; TEAM - stands for any", {}, readUninstall},
+        {Role::machine, "uninstall", "TEAM ID", "removes an extension; TEAM - stands for any", details::uninstall,
+         readUninstall},
     };
 }
 
@@ -173,22 +162,14 @@ std::vector<Verb> verbsOfItsRules() {
     return {
         {Role::machine, "applications", "[FOLDER...]", "sets the Applications folders, or shows them",
          "An application may activate extensions only from inside one of them.\n", readApplications},
-        {Role::machine,
-         "developer",
-         "[on|off]",
-         "switches developer mode, or says whether it is on",
-         {},
-         readDeveloper},
-        {Role::machine,
-         "profile",
-         "[FILE | --remove]",
-         "brings a management profile, takes it away, or prints it",
-         {},
-         readProfile},
+        {Role::machine, "developer", "[on|off]", "switches developer mode, or says whether it is on",
+         details::developer, readDeveloper},
+        {Role::machine, "profile", "[FILE | --remove]", "brings a management profile, takes it away, or prints it",
+         details::profile, readProfile},
         {Role::machine, "advance", "TIME", "moves the simulated clock on and prints its reading in seconds",
          "TIME is a number with ms, s, m, h or d; seconds if there is none.\n", readAdvance},
         {Role::machine, "switch", "[NAME [VALUE]]", "decides what no source settles about the real system",
-         "Without VALUE it shows the switch, without NAME every switch; the first value is the default.\n", readSwitch},
+         details::ofSwitch(), readSwitch},
     };
 }
 
@@ -207,22 +188,10 @@ std::vector<Verb> verbsOfFaults() {
     };
 }
 
-QString detailsOfPlay() {
-    return "With --bus the service plays the Mac, and what was installed on it before is lost; otherwise this process\n"
-           "does, and touches nothing. In both cases the Mac begins with nothing installed and every setting at its\n"
-           "default.\n\n"
-           "Each line is one of these; # begins a comment. NAME is an application. Where none is named it is\n"
-           "\"Driver Manager\", which lies in /Applications and carries the drivers com.kelvra.driverkit.base and\n"
-           "com.kelvra.driverkit.usb-to-poe and the camera com.kelvra.ip-camera.cmio, each 2.1/2105. REQUEST is\n"
-           "what \"called\" called a request, or else its ID. The first line that does not go as it says ends the\n"
-           "scenario; so does an answer that no line expects.\n\n" +
-           QString::fromStdString(scenario::grammar());
-}
-
 std::vector<Verb> verbsOfScenarios() {
     return {
         {Role::scenarios, "play", "FILE [--bus]", "plays a scenario on a Mac of its own, or on the service",
-         detailsOfPlay(), readPlay},
+         details::ofPlay(), readPlay},
     };
 }
 

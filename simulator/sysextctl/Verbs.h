@@ -17,7 +17,7 @@ struct Verb {
     QString name;
     QString arguments;
     QString summary; ///< one line
-    QString details; ///< more lines, each ended; may be empty
+    QString details; ///< more lines, each ended
     /// Reads what follows the name. Throws CommandFailure.
     Command (*read)(const Verb& verb, const QStringList& arguments);
 };

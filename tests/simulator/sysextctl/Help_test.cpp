@@ -1,13 +1,56 @@
+#include "simulator/core/Request.h"
+#include "simulator/core/Switch.h"
 #include "simulator/sysextctl/Help.h"
 #include "simulator/sysextctl/Verbs.h"
 #include "tests/simulator/support/Printing.h"
 
+#include <QRegularExpression>
+
+#include <set>
+
 namespace simulator::ctl {
 
-TEST(TheHelp, HasALineForEachVerb) {
-    const auto text = help({});
+namespace {
+
+/// The first words of the lines that are set in, which are the names of what the help of a verb tabulates.
+std::set<std::string> namesIn(const QString& verb) {
+    std::set<std::string> names;
+    for (const auto& line : verbNamed(verb)->details.split(u'\n')) {
+        if (line.startsWith("  ")) names.insert(line.simplified().section(u' ', 0, 0).toStdString());
+    }
+    return names;
+}
+
+} // namespace
+
+TEST(TheHelp, SaysMoreOfEachVerbThanItsSummary) {
+    for (const auto& verb : verbs()) {
+        EXPECT_GT(verb.details.size(), verb.summary.size()) << verb.name.toStdString();
+        EXPECT_TRUE(verb.details.endsWith(u'\n')) << verb.name.toStdString();
+    }
+}
+
+TEST(TheHelp, HasASummaryOfEachVerbThatCanBeReadAlone) {
+    const QRegularExpression reference{"^\\w+ it\\b"};
     for (const auto& verb : verbs())
-        EXPECT_TRUE(text.contains("\n  " + verb.name + ' ')) << verb.name.toStdString();
+        EXPECT_FALSE(reference.match(verb.summary).hasMatch()) << verb.name.toStdString();
+}
+
+TEST(TheHelpOfRequests, NamesEachStageInWhichOneIsListed) {
+    std::set<std::string> stages;
+    for (auto stage = Stage::delayed; stage != Stage::ended; stage = static_cast<Stage>(static_cast<int>(stage) + 1))
+        stages.insert(std::string{nameOf(stage)});
+    EXPECT_EQ(stages, namesIn("requests"));
+}
+
+TEST(TheHelpOfSwitch, NamesEachSwitchWithItsValues) {
+    std::set<std::string> names;
+    for (const auto& row : switches) {
+        names.insert(std::string{row.name});
+        const auto values = std::string{row.byDefault} + " | " + std::string{row.otherwise};
+        EXPECT_TRUE(verbNamed("switch")->details.contains(QString::fromStdString(values))) << values;
+    }
+    EXPECT_EQ(names, namesIn("switch"));
 }
 
 TEST(TheHelp, FitsAScreenOf120Columns) {
