@@ -49,6 +49,7 @@ void Copies::happen(std::int64_t number, CopyEvent event) {
     const CopyTransition* const row = transitionOf(found->second.state, event);
     require(row != nullptr, "the event means something in this state");
     outbox_.copies.insert(number);
+    outbox_.copyTransitions.push_back(row);
     const std::string before{describe(row->from).text};
     if (row->to) {
         found->second.state = *row->to;

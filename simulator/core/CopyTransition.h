@@ -19,7 +19,7 @@ enum class CopyEvent {
     replaced,    ///< another copy of the extension takes its place
     deactivated, ///< by its application, or by hand
     stopped,     ///< it no longer runs
-    restarted,   ///< the machine restarts
+    restarted,   ///< the machine restarts, and has ended what it had begun
 };
 
 /// A step from one state to another, or out of the world.
@@ -52,9 +52,7 @@ inline constexpr std::array copyTransitions{
     CopyTransition{CopyState::disabled,                CopyEvent::deactivated, CopyState::terminatingForUninstall},
     CopyTransition{CopyState::terminatingForUpgrade,   CopyEvent::stopped,     CopyState::terminated},
     CopyTransition{CopyState::terminatingForUninstall, CopyEvent::stopped,     CopyState::terminated},
-    CopyTransition{CopyState::validating,              CopyEvent::restarted,   gone},
     CopyTransition{CopyState::terminatingForUpgrade,   CopyEvent::restarted,   gone},
-    CopyTransition{CopyState::terminatingForUninstall, CopyEvent::restarted,   gone},
     CopyTransition{CopyState::terminated,              CopyEvent::restarted,   gone},
 };
 // clang-format on

@@ -34,7 +34,18 @@ enum class RequestEvent {
 };
 
 /// What a client hears.
-enum class Reply { nothing, replacementAsked, needsApproval, finished, failed, foundProperties };
+enum class Reply {
+    nothing,
+    replacementAsked,
+    needsApproval,
+    completed,    ///< finished 0
+    finished,     ///< finished 0, or 1 where a driver in use runs on until the restart
+    failed,       ///< with the code of a check, of an ordered error, or 12 where the older request is kept
+    canceled,     ///< failed with 11
+    superseded,   ///< failed with 12
+    unauthorized, ///< failed with 13, or 11 on a system that is switched to that
+    foundProperties,
+};
 
 struct RequestTransition {
     Stage from;
@@ -49,8 +60,8 @@ inline constexpr std::array requestTransitions{
     // An activation.
     RequestTransition{Stage::delayed,       RequestEvent::delayPassed,        Stage::checking,      Reply::nothing},
     RequestTransition{Stage::checking,      RequestEvent::failed,             Stage::ended,         Reply::failed},
-    RequestTransition{Stage::checking,      RequestEvent::hollow,             Stage::ended,         Reply::finished},
-    RequestTransition{Stage::checking,      RequestEvent::alreadyActive,      Stage::ended,         Reply::finished},
+    RequestTransition{Stage::checking,      RequestEvent::hollow,             Stage::ended,         Reply::completed},
+    RequestTransition{Stage::checking,      RequestEvent::alreadyActive,      Stage::ended,         Reply::completed},
     RequestTransition{Stage::checking,      RequestEvent::alreadyWaiting,     Stage::user,          Reply::needsApproval},
     RequestTransition{Stage::checking,      RequestEvent::needsHiddenPrompt,  Stage::user,          Reply::nothing},
     RequestTransition{Stage::checking,      RequestEvent::isNew,              Stage::validating,    Reply::nothing},
@@ -58,39 +69,39 @@ inline constexpr std::array requestTransitions{
     RequestTransition{Stage::validating,    RequestEvent::needsQuestion,      Stage::replacement,   Reply::replacementAsked},
     RequestTransition{Stage::validating,    RequestEvent::needsNoQuestion,    Stage::staging,       Reply::nothing},
     RequestTransition{Stage::replacement,   RequestEvent::replace,            Stage::staging,       Reply::nothing},
-    RequestTransition{Stage::replacement,   RequestEvent::cancel,             Stage::ended,         Reply::failed},
+    RequestTransition{Stage::replacement,   RequestEvent::cancel,             Stage::ended,         Reply::canceled},
     RequestTransition{Stage::staging,       RequestEvent::needsApproval,      Stage::user,          Reply::needsApproval},
     RequestTransition{Stage::staging,       RequestEvent::needsHiddenPrompt,  Stage::user,          Reply::nothing},
     RequestTransition{Stage::staging,       RequestEvent::activated,          Stage::ended,         Reply::finished},
     RequestTransition{Stage::user,          RequestEvent::activated,          Stage::ended,         Reply::finished},
-    RequestTransition{Stage::user,          RequestEvent::denied,             Stage::ended,         Reply::failed},
+    RequestTransition{Stage::user,          RequestEvent::denied,             Stage::ended,         Reply::canceled},
     RequestTransition{Stage::user,          RequestEvent::deniedUnheard,      Stage::silent,        Reply::nothing},
     // A deactivation.
     RequestTransition{Stage::checking,      RequestEvent::needsAdministrator, Stage::authorization, Reply::nothing},
     RequestTransition{Stage::checking,      RequestEvent::mayRemove,          Stage::removing,      Reply::nothing},
     RequestTransition{Stage::authorization, RequestEvent::mayRemove,          Stage::removing,      Reply::nothing},
-    RequestTransition{Stage::authorization, RequestEvent::mayNotRemove,       Stage::ended,         Reply::failed},
+    RequestTransition{Stage::authorization, RequestEvent::mayNotRemove,       Stage::ended,         Reply::unauthorized},
     RequestTransition{Stage::removing,      RequestEvent::removed,            Stage::ended,         Reply::finished},
     // A question for properties.
     RequestTransition{Stage::checking,      RequestEvent::listed,             Stage::ended,         Reply::foundProperties},
     // Whatever it is.
     RequestTransition{Stage::checking,      RequestEvent::goesSilent,         Stage::silent,        Reply::nothing},
-    RequestTransition{Stage::delayed,       RequestEvent::superseded,         Stage::ended,         Reply::failed},
-    RequestTransition{Stage::checking,      RequestEvent::superseded,         Stage::ended,         Reply::failed},
-    RequestTransition{Stage::validating,    RequestEvent::superseded,         Stage::ended,         Reply::failed},
-    RequestTransition{Stage::replacement,   RequestEvent::superseded,         Stage::ended,         Reply::failed},
-    RequestTransition{Stage::staging,       RequestEvent::superseded,         Stage::ended,         Reply::failed},
-    RequestTransition{Stage::user,          RequestEvent::superseded,         Stage::ended,         Reply::failed},
-    RequestTransition{Stage::authorization, RequestEvent::superseded,         Stage::ended,         Reply::failed},
-    RequestTransition{Stage::removing,      RequestEvent::superseded,         Stage::ended,         Reply::failed},
-    RequestTransition{Stage::delayed,       RequestEvent::withdrawn,          Stage::ended,         Reply::failed},
-    RequestTransition{Stage::checking,      RequestEvent::withdrawn,          Stage::ended,         Reply::failed},
-    RequestTransition{Stage::validating,    RequestEvent::withdrawn,          Stage::ended,         Reply::failed},
-    RequestTransition{Stage::replacement,   RequestEvent::withdrawn,          Stage::ended,         Reply::failed},
-    RequestTransition{Stage::staging,       RequestEvent::withdrawn,          Stage::ended,         Reply::failed},
-    RequestTransition{Stage::user,          RequestEvent::withdrawn,          Stage::ended,         Reply::failed},
-    RequestTransition{Stage::authorization, RequestEvent::withdrawn,          Stage::ended,         Reply::failed},
-    RequestTransition{Stage::removing,      RequestEvent::withdrawn,          Stage::ended,         Reply::failed},
+    RequestTransition{Stage::delayed,       RequestEvent::superseded,         Stage::ended,         Reply::superseded},
+    RequestTransition{Stage::checking,      RequestEvent::superseded,         Stage::ended,         Reply::superseded},
+    RequestTransition{Stage::validating,    RequestEvent::superseded,         Stage::ended,         Reply::superseded},
+    RequestTransition{Stage::replacement,   RequestEvent::superseded,         Stage::ended,         Reply::superseded},
+    RequestTransition{Stage::staging,       RequestEvent::superseded,         Stage::ended,         Reply::superseded},
+    RequestTransition{Stage::user,          RequestEvent::superseded,         Stage::ended,         Reply::superseded},
+    RequestTransition{Stage::authorization, RequestEvent::superseded,         Stage::ended,         Reply::superseded},
+    RequestTransition{Stage::removing,      RequestEvent::superseded,         Stage::ended,         Reply::superseded},
+    RequestTransition{Stage::delayed,       RequestEvent::withdrawn,          Stage::ended,         Reply::canceled},
+    RequestTransition{Stage::checking,      RequestEvent::withdrawn,          Stage::ended,         Reply::canceled},
+    RequestTransition{Stage::validating,    RequestEvent::withdrawn,          Stage::ended,         Reply::canceled},
+    RequestTransition{Stage::replacement,   RequestEvent::withdrawn,          Stage::ended,         Reply::canceled},
+    RequestTransition{Stage::staging,       RequestEvent::withdrawn,          Stage::ended,         Reply::canceled},
+    RequestTransition{Stage::user,          RequestEvent::withdrawn,          Stage::ended,         Reply::canceled},
+    RequestTransition{Stage::authorization, RequestEvent::withdrawn,          Stage::ended,         Reply::canceled},
+    RequestTransition{Stage::removing,      RequestEvent::withdrawn,          Stage::ended,         Reply::canceled},
     RequestTransition{Stage::silent,        RequestEvent::withdrawn,          Stage::ended,         Reply::nothing},
     // What was begun goes on without the client; what waits for someone's word on its behalf does not.
     RequestTransition{Stage::delayed,       RequestEvent::clientLeft,         Stage::delayed,       Reply::nothing},

@@ -18,6 +18,11 @@ bool waitsForWord(Stage stage) {
     return stage == Stage::replacement || stage == Stage::user || stage == Stage::authorization;
 }
 
+bool isFailure(const AnswerBody& body, std::int64_t code) {
+    const Failure* const failure = std::get_if<Failure>(&body);
+    return failure && failure->code == code;
+}
+
 /// Whether the answer is the one that the table names.
 bool fits(const AnswerBody& body, Reply reply) {
     switch (reply) {
@@ -27,10 +32,18 @@ bool fits(const AnswerBody& body, Reply reply) {
         return std::holds_alternative<ReplacementAsked>(body);
     case Reply::needsApproval:
         return std::holds_alternative<NeedsApproval>(body);
+    case Reply::completed:
+        return body == AnswerBody{Finished{Finished::completed}};
     case Reply::finished:
         return std::holds_alternative<Finished>(body);
     case Reply::failed:
         return std::holds_alternative<Failure>(body);
+    case Reply::canceled:
+        return isFailure(body, code::requestCanceled);
+    case Reply::superseded:
+        return isFailure(body, code::requestSuperseded);
+    case Reply::unauthorized:
+        return isFailure(body, code::authorizationRequired) || isFailure(body, code::requestCanceled);
     case Reply::foundProperties:
         return std::holds_alternative<FoundProperties>(body);
     }
@@ -69,6 +82,7 @@ void Requests::take(Request& request, RequestEvent event, AnswerBody body) {
     const RequestTransition* const row = transitionOf(request.stage, event);
     require(row != nullptr, "the event means something in this state");
     require(fits(body, row->reply), "the answer is the one that the table names");
+    outbox_.requestTransitions.push_back(row);
     request.stage = row->to;
     request.turn = ++lastTurn_;
     if (row->reply != Reply::nothing) answer(request, std::move(body));

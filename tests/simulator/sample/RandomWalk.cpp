@@ -117,8 +117,7 @@ void RandomWalk::submit(RequestKind kind) {
     const std::string application = pick(20) == 0 ? "" : sampleApplication;
     const Submission submission{aClient(), std::to_string(++lastToken_), application, kind, anIdentifier()};
     if (!machine_->submit(submission)) witness_.submitted(submission, *machine_);
-    Outbox outbox = machine_->takeOutbox();
-    keeper_.keep(machine_->state(), outbox.copies);
+    const Outbox outbox = takeOutbox();
     for (const Answer& answer : outbox.answers) {
         EXPECT_NE(answer.token, submission.token);
         witness_.hear(answer, *machine_);
@@ -222,9 +221,17 @@ State RandomWalk::keptState() {
     return state;
 }
 
-void RandomWalk::hear() {
-    const Outbox outbox = machine_->takeOutbox();
+/// Keeps what happened before anyone looks at it.
+Outbox RandomWalk::takeOutbox() {
+    Outbox outbox = machine_->takeOutbox();
     keeper_.keep(machine_->state(), outbox.copies);
+    copyTransitions_.insert(outbox.copyTransitions.begin(), outbox.copyTransitions.end());
+    requestTransitions_.insert(outbox.requestTransitions.begin(), outbox.requestTransitions.end());
+    return outbox;
+}
+
+void RandomWalk::hear() {
+    const Outbox outbox = takeOutbox();
     for (const Answer& answer : outbox.answers)
         witness_.hear(answer, *machine_);
     if (!outbox.answers.empty() && pick(200) == 0) compare();

@@ -37,6 +37,9 @@ public:
     std::size_t answers() const { return witness_.answers(); }
     /// How often it was looked whether all that was answered is kept.
     std::size_t comparisons() const { return comparisons_; }
+    /// The rows of the two tables that were taken at least once.
+    const std::set<const CopyTransition*>& copyTransitions() const { return copyTransitions_; }
+    const std::set<const RequestTransition*>& requestTransitions() const { return requestTransitions_; }
 
 private:
     std::uint32_t pick(std::uint32_t below);
@@ -59,6 +62,7 @@ private:
     void reset();
     void comeBack();
 
+    Outbox takeOutbox();
     void hear();
     void compare();
     void lookAtCopies();
@@ -75,6 +79,8 @@ private:
     std::map<std::string, Profile> profiles_{{"", Profile{}}};
     /// The copies that have outlived a restart which should have removed them.
     std::set<std::int64_t> lingered_;
+    std::set<const CopyTransition*> copyTransitions_;
+    std::set<const RequestTransition*> requestTransitions_;
     int lastToken_ = 0;
     std::size_t comparisons_ = 0;
 };
