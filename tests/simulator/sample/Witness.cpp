@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace simulator {
 
@@ -69,10 +70,19 @@ struct Witness::Look {
 
     void operator()(const FoundProperties& found) const {
         EXPECT_EQ(request.kind, RequestKind::properties);
-        for (const CopyRecord& record : found.copies) {
-            EXPECT_EQ(record.identifier, request.identifier);
-            EXPECT_LE(int{record.isEnabled} + int{record.isAwaitingUserApproval} + int{record.isUninstalling}, 1);
+        EXPECT_TRUE(found.copies == recordsThatAreDue()) << "other copies than there are";
+    }
+
+    /// One of each copy that is past its staging, oldest first.
+    std::vector<CopyRecord> recordsThatAreDue() const {
+        std::vector<CopyRecord> records;
+        for (const auto& [number, copy] : machine.state().copies) {
+            if (copy.extension.identifier != request.identifier || !isReported(copy.state)) continue;
+            const bool isOnItsWayOut = !isWaiting(copy.state) && !isActivated(copy.state);
+            records.push_back({request.identifier, copy.version.shortVersion, copy.version.version,
+                               copy.state == CopyState::enabled, isWaiting(copy.state), isOnItsWayOut});
         }
+        return records;
     }
 
     bool mayFailWith(std::int64_t code) const {
