@@ -15,7 +15,7 @@ constexpr NSEventModifierFlags command = NSEventModifierFlagCommand;
 constexpr NSEventModifierFlags optionCommand = NSEventModifierFlagCommand | NSEventModifierFlagOption;
 constexpr NSEventModifierFlags shiftCommand = NSEventModifierFlagCommand | NSEventModifierFlagShift;
 
-/// An item that the first responder or the application answers; one without an action is a line.
+/// An item that the first responder or the application answers; one without a title is a line.
 struct Entry {
     std::string title;
     SEL action = nullptr;
@@ -24,9 +24,13 @@ struct Entry {
 };
 
 const Entry line{};
+/// What other applications offer to do with what is selected here; the system fills it.
+const Entry services{"Services"};
 
 std::vector<Entry> applicationEntries(const std::string& name) {
     return {{"About " + name, @selector(orderFrontStandardAboutPanel:)},
+            line,
+            services,
             line,
             {"Hide " + name, @selector(hide:), "h"},
             {"Hide Others", @selector(hideOtherApplications:), "h", optionCommand},
@@ -57,7 +61,7 @@ std::vector<Entry> windowEntries() {
 Retained<NSMenu> menuOf(const std::string& title, const std::vector<Entry>& entries) {
     Retained<NSMenu> menu{[[NSMenu alloc] initWithTitle:toNSString(title)]};
     for (const Entry& entry : entries) {
-        if (!entry.action) {
+        if (entry.title.empty()) {
             [menu.get() addItem:[NSMenuItem separatorItem]];
             continue;
         }
@@ -76,12 +80,19 @@ NSMenu* addMenu(NSMenu* const bar, const std::string& title, const std::vector<E
     return menu.get();
 }
 
+void addServices(NSMenu* const application) {
+    NSString* const title = toNSString(services.title);
+    const Retained<NSMenu> menu{[[NSMenu alloc] initWithTitle:title]};
+    [application setSubmenu:menu.get() forItem:[application itemWithTitle:title]];
+    [NSApp setServicesMenu:menu.get()];
+}
+
 } // namespace
 
 void installMainMenu(const std::string& applicationName) {
     @autoreleasepool {
         const Retained<NSMenu> bar{[[NSMenu alloc] initWithTitle:toNSString(applicationName)]};
-        addMenu(bar.get(), applicationName, applicationEntries(applicationName));
+        addServices(addMenu(bar.get(), applicationName, applicationEntries(applicationName)));
         addMenu(bar.get(), "Edit", editEntries());
         NSMenu* const window = addMenu(bar.get(), "Window", windowEntries());
         [NSApp setMainMenu:bar.get()];

@@ -61,7 +61,11 @@ public:
     bool has(const std::string& label) const;
     /// The label of what has keyboard focus; empty if no control has it.
     std::string focused() const;
+    /// Where the focus ring of the control of that label lies, in the points of its view.
+    platform::ui::Rect focusRingOf(const std::string& label) const;
     std::vector<MenuEntry> mainMenu() const;
+    /// Whether the system would fill the menu that opens from the application menu's item Services.
+    bool offersServices() const;
     /// What the open menu offers; nothing if none is open.
     std::vector<std::string> menuItems() const;
     std::string title() const;

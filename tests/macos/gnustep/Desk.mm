@@ -254,6 +254,10 @@ std::string Desk::focused() const {
     return [focused isKindOfClass:[NSControl class]] ? platform::textOf([focused accessibilityLabel]) : "";
 }
 
+platform::ui::Rect Desk::focusRingOf(const std::string& label) const {
+    return rectOf([controlOf(label) focusRingMaskBounds]);
+}
+
 std::vector<MenuEntry> Desk::mainMenu() const {
     std::vector<MenuEntry> entries;
     for (NSMenuItem* menu in [[NSApp mainMenu] itemArray]) {
@@ -261,6 +265,12 @@ std::vector<MenuEntry> Desk::mainMenu() const {
             entries.push_back({platform::textOf([menu title]), [item isSeparatorItem] ? "-" : platform::textOf([item title]), keyOf(item)});
     }
     return entries;
+}
+
+bool Desk::offersServices() const {
+    NSMenu* const application = [[[NSApp mainMenu] itemAtIndex:0] submenu];
+    NSMenu* const services = [[application itemWithTitle:@"Services"] submenu];
+    return services && services == [NSApp servicesMenu];
 }
 
 std::vector<std::string> Desk::menuItems() const {

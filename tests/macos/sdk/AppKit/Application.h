@@ -18,6 +18,7 @@ enum NSApplicationActivationPolicy : NSInteger { NSApplicationActivationPolicyRe
 // known
 @property (nullable, strong) NSMenu* mainMenu;
 @property (nullable, strong) NSMenu* windowsMenu;
+@property (nullable, strong) NSMenu* servicesMenu;
 @property (nullable, readonly, strong) NSEvent* currentEvent;
 - (void)terminate:(nullable id)sender;
 - (void)hide:(nullable id)sender;

@@ -105,6 +105,7 @@ enum NSPopUpArrowPosition : NSUInteger { NSPopUpNoArrow = 0 };
 @property (nullable, weak) id<NSMenuDelegate> delegate;
 @property (readonly) NSInteger numberOfItems;
 - (void)removeItemAtIndex:(NSInteger)index;
+- (nullable NSMenuItem*)itemWithTitle:(NSString*)title;
 - (void)setSubmenu:(nullable NSMenu*)menu forItem:(NSMenuItem*)item;
 - (void)cancelTracking;
 @end

@@ -1,5 +1,9 @@
 #include "tests/platform/macos/window/WindowTest.h"
 
+#include <csignal>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace macos_tests {
 namespace {
 
@@ -12,6 +16,12 @@ protected:
         for (const MenuEntry& entry : entries)
             if (entry.menu == menu) found.push_back(entry);
         return found;
+    }
+
+    static bool isNullDevice(const int descriptor) {
+        struct stat opened {};
+        struct stat device {};
+        return fstat(descriptor, &opened) == 0 && stat("/dev/null", &device) == 0 && opened.st_rdev == device.st_rdev;
     }
 };
 
@@ -34,10 +44,25 @@ TEST_F(TheWindow, EndsTheApplicationByTheKeyOfTheMainMenu) {
     EXPECT_EXIT(runToItsEnd([](Desk& desk) { desk.tapKey("q", {"Alt_L"}); }), testing::ExitedWithCode(0), "");
 }
 
+TEST_F(TheWindow, BelongsToAProgramThatNoClosedPipeEnds) {
+    std::signal(SIGPIPE, SIG_DFL);
+    run([](Desk&) { EXPECT_EQ(std::signal(SIGPIPE, SIG_IGN), SIG_IGN); });
+}
+
+TEST_F(TheWindow, BelongsToAProgramThatHasEveryStandardDescriptor) {
+    const auto startWithoutInput = [] {
+        close(STDIN_FILENO);
+        return Desk::driverManager();
+    };
+    Desk::run([](Desk&) { EXPECT_TRUE(isNullDevice(STDIN_FILENO)); }, startWithoutInput);
+}
+
 TEST_F(TheWindow, HasTheStandardItemsOfAnApplication) {
     run([](Desk& desk) {
         EXPECT_THAT(of("Driver Manager", desk.mainMenu()),
                     testing::ElementsAre(MenuEntry{"Driver Manager", "About Driver Manager", ""},
+                                         MenuEntry{"Driver Manager", "-", ""},
+                                         MenuEntry{"Driver Manager", "Services", ""},
                                          MenuEntry{"Driver Manager", "-", ""},
                                          MenuEntry{"Driver Manager", "Hide Driver Manager", "command-h"},
                                          MenuEntry{"Driver Manager", "Hide Others", "option-command-h"},
@@ -45,6 +70,10 @@ TEST_F(TheWindow, HasTheStandardItemsOfAnApplication) {
                                          MenuEntry{"Driver Manager", "-", ""},
                                          MenuEntry{"Driver Manager", "Quit Driver Manager", "command-q"}));
     });
+}
+
+TEST_F(TheWindow, OffersTheServicesOfOtherApplications) {
+    run([](Desk& desk) { EXPECT_TRUE(desk.offersServices()); });
 }
 
 TEST_F(TheWindow, HasTheStandardItemsForEditing) {
