@@ -51,9 +51,9 @@ std::vector<std::string>& announcements() {
 
 @implementation NSControl (Accessibility)
 
-// What is on no canvas is told to nobody.
+// What is no more on a canvas is told to nobody. GNUstep asks this of a new view as well.
 - (void)removeFromSuperview {
-    forget(self);
+    if ([self superview]) forget(self);
     [super removeFromSuperview];
 }
 

@@ -1,8 +1,11 @@
 #include "app/DriverManagerApp.h"
 #include "platform/macos/ImageStore.h"
 #include "platform/macos/MainWindow.h"
+#include "platform/ui/ControlLook.h"
+#include "platform/ui/Focus.h"
 #include "platform/ui/HitArea.h"
 #include "platform/ui/Layout.h"
+#include "tests/macos/gnustep/StandIns.h"
 #include "tests/platform/macos/window/WindowTest.h"
 #include "tests/support/FixedMetrics.h"
 
@@ -38,6 +41,40 @@ TEST_F(TheScene, HasWhatDependsOnNoTextWhereTheDesignHasIt) {
         EXPECT_EQ(rectOf(desk, "Activate Camera Driver").maxX(), 383);
         EXPECT_EQ(rectOf(desk, "Camera Driver actions").x, 383);
         EXPECT_EQ(rectOf(desk, "Camera Driver actions").maxX(), 401 + 8);
+    });
+}
+
+TEST_F(TheScene, TellsWhatEachOfItIsInReadingOrder) {
+    run([](Desk& desk) {
+        std::vector<std::string> seen;
+        for (const Element& element : desk.elements())
+            seen.push_back(element.role + ": " + (element.label.empty() ? element.value : element.label));
+        EXPECT_THAT(seen, testing::ElementsAre(
+                              "NSAccessibilityImageRole: Attention",
+                              "NSAccessibilityStaticTextRole: Both drivers need to be activated to run the camera",
+                              "NSAccessibilityImageRole: Camera Driver, not enabled",
+                              "NSAccessibilityStaticTextRole: Camera Driver",
+                              "NSAccessibilityStaticTextRole: Not installed",
+                              "NSAccessibilityButtonRole: Activate Camera Driver",
+                              "NSAccessibilityMenuButtonRole: Camera Driver actions",
+                              "NSAccessibilityImageRole: Network Driver, not enabled",
+                              "NSAccessibilityStaticTextRole: Network Driver",
+                              "NSAccessibilityStaticTextRole: Not installed",
+                              "NSAccessibilityButtonRole: Activate Network Driver",
+                              "NSAccessibilityMenuButtonRole: Network Driver actions"));
+    });
+}
+
+TEST_F(TheScene, AnnouncesItsBannerOnceWhenItChangesAndNothingAtFirst) {
+    run([this](Desk& desk) {
+        EXPECT_THAT(standin::announcements(), testing::IsEmpty());
+        const std::string first = desk.texts().front();
+        found(waiting(camera));
+        ASSERT_TRUE(comesToShow(desk, "Await approval"));
+        found(enabled(network));
+        ASSERT_TRUE(comesToShow(desk, "Enabled"));
+        ASSERT_NE(desk.texts().front(), first);
+        EXPECT_THAT(standin::announcements(), testing::ElementsAre(desk.texts().front()));
     });
 }
 
@@ -102,6 +139,20 @@ TEST_F(TheScene, IsThatOfEveryOtherWindowWhereTextsAreMeasuredAlike) {
     std::vector<ui::Rect> expected;
     expect(scene, scene.nodes, expected);
     EXPECT_EQ(seen, expected);
+}
+
+TEST_F(TheScene, RingsWhatIsSeenOfAControlInThePointsOfItsView) {
+    const ui::Scene scene = sceneIn({});
+    const auto look = [&](Desk& desk) {
+        for (const ui::Control* control : ui::controlsOf(scene)) {
+            const ui::Rect frame = rectOf(desk, control->accessibleName);
+            ui::Rect expected = ui::lookOf(*control).rect;
+            expected.x -= frame.x;
+            expected.y -= frame.y;
+            EXPECT_EQ(desk.focusRingOf(control->accessibleName), expected) << control->accessibleName;
+        }
+    };
+    Desk::run(look, showWithFixedMetrics);
 }
 
 } // namespace
