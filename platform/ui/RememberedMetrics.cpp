@@ -1,5 +1,7 @@
 #include "platform/ui/RememberedMetrics.h"
 
+#include <utility>
+
 namespace platform::ui {
 
 namespace {

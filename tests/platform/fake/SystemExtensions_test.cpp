@@ -1,6 +1,7 @@
 #include "tests/support/FakeServices.h"
 
 #include <optional>
+#include <stdexcept>
 
 namespace platform::fake {
 namespace {
