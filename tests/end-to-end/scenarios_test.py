@@ -13,7 +13,7 @@ from player import SCENARIOS, Player
 # What no press in the application's window can bring about.
 NOT_PLAYED = {
     "activate-again": "it offers no activation of what is enabled in its own version",
-    "another-application": "there is no other application",
+    "another-application": "the requests are those of another application",
     "developer-mode-same-version": "it offers no activation of what is enabled in its own version",
     "downgrade": "it offers no activation of an older version",
     "replacement-declined": "it replaces whatever it is asked about",
