@@ -40,9 +40,10 @@ QString createdFolder(const QTemporaryDir& disk, const QString& name) {
 
 } // namespace
 
-BusMac::BusMac(const QDBusConnection& bus, QString submit)
+BusMac::BusMac(const QDBusConnection& bus, QString submit, std::function<bool()> mustEnd)
     : control_{serviceName, objectPath, bus},
       submit_{std::move(submit)},
+      mustEnd_{std::move(mustEnd)},
       settings_{control_, createdFolder(disk_, "Applications")},
       departures_{bus} {
 }
@@ -148,6 +149,7 @@ void BusMac::rest() {
 void BusMac::awaitStandstill() {
     QStringList before;
     while (true) {
+        if (mustEnd_()) throw scenario::NotDone{"it was told to end"};
         const auto open = openRequests();
         QStringList now{"asked"};
         for (const RequestEntry& request : open)

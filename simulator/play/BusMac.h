@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -22,8 +23,9 @@ namespace simulator::play {
 /// settings are put back in the end. Needs a QCoreApplication.
 class BusMac final : public scenario::Mac {
 public:
-    /// submit: the program that each application runs. Throws scenario::NotDone.
-    BusMac(const QDBusConnection& bus, QString submit);
+    /// submit: the program that each application runs. mustEnd: whether what goes on is to be given up. Throws
+    /// scenario::NotDone.
+    BusMac(const QDBusConnection& bus, QString submit, std::function<bool()> mustEnd);
 
     void put(const std::string& application, const BundleOnDisk& bundle) override;
     void ask(const scenario::Ask& ask) override;
@@ -59,6 +61,7 @@ private:
 
     ComKelvraSimulator1ControlInterface control_;
     QString submit_;
+    std::function<bool()> mustEnd_;
     QTemporaryDir disk_;
     MacSettings settings_;
     Departures departures_;

@@ -36,4 +36,9 @@ void TerminationSignals::handle(std::function<void()> handler) {
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), std::move(handler));
 }
 
+bool TerminationSignals::areWaiting() {
+    sigset_t waiting{};
+    return sigpending(&waiting) == 0 && (sigismember(&waiting, SIGTERM) == 1 || sigismember(&waiting, SIGINT) == 1);
+}
+
 } // namespace simulator

@@ -20,6 +20,9 @@ public:
     /// Calls the handler when one comes. Needs the application.
     void handle(std::function<void()> handler);
 
+    /// Whether one has come that no handler has been called for, for a process that is busy outside its main loop.
+    static bool areWaiting();
+
 private:
     int descriptor_;
     std::unique_ptr<QSocketNotifier> notifier_;

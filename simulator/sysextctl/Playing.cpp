@@ -4,6 +4,7 @@
 #include "simulator/bus/Names.h"
 #include "simulator/disk/ProfileReader.h"
 #include "simulator/play/BusMac.h"
+#include "simulator/process/TerminationSignals.h"
 #include "simulator/scenario/CoreMac.h"
 #include "simulator/scenario/Play.h"
 #include "simulator/scenario/ScenarioError.h"
@@ -30,7 +31,7 @@ std::optional<scenario::Mismatch> playOnBus(const scenario::Scenario& scenario, 
     ComKelvraSimulator1ControlInterface control{serviceName, objectPath, bus};
     answered(control.ListIdentifiers()); // whether it is there at all
     try {
-        play::BusMac mac{bus, QCoreApplication::applicationDirPath() + "/submit"};
+        play::BusMac mac{bus, QCoreApplication::applicationDirPath() + "/submit", &TerminationSignals::areWaiting};
         return scenario::play(scenario, mac);
     } catch (const scenario::NotDone& problem) {
         throw CommandFailure{exitCode::notDone, oneLine(QString::fromUtf8(problem.what()))};

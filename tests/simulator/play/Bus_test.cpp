@@ -6,11 +6,14 @@
 #include "tests/simulator/support/PrivateBus.h"
 #include "tests/simulator/support/Program.h"
 #include "tests/simulator/support/QtMessages.h"
+#include "tests/simulator/support/Until.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
+
+#include <csignal>
 
 namespace simulator::tests {
 
@@ -129,6 +132,25 @@ TEST_F(AScenarioOnTheBus, LeavesTheSettingsAsTheyWereAndNothingInstalled) {
     for (const SwitchEntry& entry : control.ListSwitches().value())
         EXPECT_EQ(entry.value, entry.name == "denial" ? "silence" : entry.values.first()) << entry.name.toStdString();
     EXPECT_TRUE(control.ListCopies().value().isEmpty());
+}
+
+TEST_F(AScenarioOnTheBus, LeavesTheSettingsAsTheyWereWhenItIsToldToEnd) {
+    ComKelvraSimulator1ControlInterface control{serviceName, objectPath, bus.connect()};
+    control.SetApplicationsFolders({"/somewhere"}).waitForFinished();
+    QObject::connect(&control, &ComKelvraSimulator1ControlInterface::Changed, [] {}); // an event for until()
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    file.write(QByteArray{"restart\n"}.repeated(100000));
+    file.flush();
+    for (const int signal : {SIGTERM, SIGINT}) {
+        Program program{SYSEXTCTL, {"play", file.fileName(), "--bus"}, bus.environment()};
+        ASSERT_TRUE(until([&] { return control.GetApplicationsFolders().value() != QStringList{"/somewhere"}; }));
+        ASSERT_TRUE(program.signal(signal));
+        ASSERT_TRUE(program.ended());
+        EXPECT_EQ(program.exitCode(), 1);
+        EXPECT_THAT(program.errors().toStdString(), HasSubstr(": it was told to end\n"));
+        EXPECT_EQ(control.GetApplicationsFolders().value(), QStringList{"/somewhere"});
+    }
 }
 
 TEST_F(AScenarioOnTheBus, BeginsWithNothingInstalledAndTheDefaults) {
