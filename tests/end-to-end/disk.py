@@ -1,12 +1,13 @@
-"""The simulated Mac's disk: the built application, copied to where it may be moved, updated and damaged."""
+"""The simulated Mac's disk: the built application, copied to where it may be moved, updated and damaged, and others."""
 
 import plistlib
 import shutil
 import subprocess
 
-from application import BUNDLE
+from application import BUNDLE, TITLE
 from desktop import BUILD
 
+SUBMIT = BUILD / "bin/submit"
 TEAM = "KELVRA0001"
 INSTALL = "com.apple.developer.system-extension.install"
 GROUPS = "com.apple.security.application-groups"
@@ -19,41 +20,73 @@ CATEGORIES = {
 
 
 class Disk:
+    """The applications on it by their names. The one with the window is there from the beginning."""
+
     def __init__(self, folder):
         self.root = folder / "disk"
         self.applications = self.root / "Applications"
-        self.bundle = self.applications / BUNDLE.name
-        self.entitlements = (INSTALL,)
-        shutil.copytree(BUNDLE, self.bundle)
+        self.bundles = {TITLE: Bundle(self.applications / BUNDLE.name, (INSTALL,))}
+        shutil.copytree(BUNDLE, self.bundles[TITLE].path)
 
-    def move(self, path):
+    def put(self, name, *traits):
+        """Puts an application there that carries nothing; what is there of that name loses its extensions."""
+        traits = read_traits(traits)
+        bundle = self.bundles.setdefault(name, Bundle(self.applications / f"{name}.app"))
+        bundle.entitlements = () if "entitlement" in traits["without"] else (INSTALL,)
+        if name != TITLE:
+            bundle.make(traits.get("identifier", f"com.example.{name}"))
+        bundle.empty()
+
+    def move(self, name, path):
         moved = self.root / path.removeprefix("/")
         moved.parent.mkdir(parents=True, exist_ok=True)
-        self.bundle = self.bundle.rename(moved)
+        self.bundles[name].path = self.bundles[name].path.rename(moved)
+
+    def carry(self, file, version, *traits):
+        """Puts in an extension with the traits of a scenario's line."""
+        traits = read_traits(traits)
+        self.bundles[traits.get("in", TITLE)].carry(file, version, traits)
+
+
+class Bundle:
+    """An application's bundle."""
+
+    def __init__(self, path, entitlements=()):
+        self.path = path
+        self.entitlements = entitlements
+
+    def make(self, identifier):
+        (self.path / EXTENSIONS).mkdir(parents=True)
+        write_info(self.path, {"CFBundleIdentifier": identifier, "CFBundleExecutable": SUBMIT.name})
+
+    def submit(self):
+        """A program in it that asks what it is told to."""
+        program = self.path / "Contents/MacOS" / SUBMIT.name
+        program.parent.mkdir(exist_ok=True)
+        shutil.copy2(SUBMIT, program)
+        self.seal()
+        return program
 
     def update(self, version):
         """Gives the application and each of its extensions that version."""
         short, build = version.split("/")
-        for bundle in (*self.extensions(), self.bundle):
+        for bundle in (*self.extensions(), self.path):
             change_info(bundle, CFBundleShortVersionString=short, CFBundleVersion=build)
         for extension in self.extensions():
             seal(extension, TEAM, groups_of(extension))
         self.seal()
 
-    def empty(self, *rest):
+    def empty(self):
         """Takes out every extension."""
         for extension in self.extensions():
             shutil.rmtree(extension)
-        self.entitlements = () if rest[-2:] == ("without", "entitlement") else (INSTALL,)
         self.seal()
 
     def damage(self, name):
-        (self.bundle / EXTENSIONS / name / "Contents/damage").write_text("changed since it was sealed")
+        (self.path / EXTENSIONS / name / "Contents/damage").write_text("changed since it was sealed")
 
-    def carry(self, name, version, *traits):
-        """Puts in an extension with the traits of a scenario's line."""
-        traits = read_traits(traits)
-        extension = self.bundle / EXTENSIONS / name
+    def carry(self, name, version, traits):
+        extension = self.path / EXTENSIONS / name
         shutil.rmtree(extension, ignore_errors=True)
         (extension / "Contents").mkdir(parents=True)
         write_info(extension, info_of(extension, version, traits))
@@ -64,10 +97,10 @@ class Disk:
         self.seal()
 
     def extensions(self):
-        return sorted((self.bundle / EXTENSIONS).iterdir())
+        return sorted((self.path / EXTENSIONS).iterdir())
 
     def seal(self):
-        seal(self.bundle, TEAM, self.entitlements)
+        seal(self.path, TEAM, self.entitlements)
 
 
 def read_traits(words):

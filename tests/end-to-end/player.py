@@ -6,15 +6,15 @@ import re
 import shlex
 from pathlib import Path
 
-from application import Application, executable
+from application import TITLE, Application, executable
 from bus import SERVICE
 from disk import Disk
 from events import wait_until
 from expected import Copies, Record, banner
 from mac import BASE, CAMERA, NETWORK, Mac
+from submitter import Submitter
 
 SCENARIOS = Path(__file__).resolve().parents[2] / "simulator/scenarios"
-TITLE = "Driver Manager"
 CARDS = {CAMERA: "Camera Driver", NETWORK: "Network Driver"}
 MANAGED = (BASE, CAMERA, NETWORK)
 
@@ -44,14 +44,18 @@ def lines_of(text):
 
 
 class Player:
-    """Needs a desktop whose Mac has nothing installed. Whatever does not go as a line says is an AssertionError."""
+    """Needs a desktop whose Mac has nothing installed. Whatever does not go as a line says is an AssertionError.
+    outdated: see make_outdated(); without it the window's buttons are pressed as they are offered."""
 
-    def __init__(self, desktop, program=Application):
+    def __init__(self, desktop, program=Application, outdated=False):
         self.desktop = desktop
         self.program = program
+        self.outdated = outdated
         self.disk = Disk(desktop.folder)
         self.mac = Mac(desktop, self.disk.applications)
         self.application = None
+        self.others = {}  # the programs that ask while the window stands open, by their applications' names
+        self.asks_beside = False  # whether the last of this application's requests was not the window's
         self.crashes = False
         self.events = []
         self.read = 0
@@ -84,7 +88,7 @@ class Player:
         if self.application:
             return self.application
         self.take_answers(len(self.events))  # what was answered before was not for this one
-        self.application = self.desktop.start([executable(self.disk.bundle)], program=self.program)
+        self.application = self.desktop.start([executable(self.disk.bundles[TITLE].path)], program=self.program)
         self.records = {identifier: Record(identifier) for identifier in MANAGED}
         self.printed = self.logged = 0
         self.application.wait_for_state("Camera Driver", self.application.state("Camera Driver"))
@@ -158,29 +162,81 @@ class Player:
             self.expect_nothing()
             self.application = None
 
+    # Other programs --------------------------------------------------------------------------------------------------
+
+    def ask_beside(self, kind, identifier, answering="replace", **asker):
+        """Has a program without a window ask: that of another application; or one in the bundle of this, which may
+        answer as its window never does. The window stands open and is told nothing."""
+        self.open()
+        name = asker.get("as", TITLE)
+        self.asks_beside = name == TITLE
+        if name not in self.others:
+            self.others[name] = self.desktop.start([self.disk.bundles[name].submit()], program=Submitter)
+        self.others[name].submit(kind, identifier, answering)
+
+    def do_answer(self, _, reply):
+        self.others[TITLE].answer(reply)
+
+    def expect_heard(self, program, *words):
+        """A program without a window hears that. What has changed on the Mac, the window shows when it looks anew."""
+        heard = program.next_answer()
+        if heard != " ".join(words):
+            raise AssertionError(f"{program.name} hears {heard!r}")
+        self.expect_silent_window()
+
+    def end_other(self, name):
+        if program := self.others.pop(name, None):
+            self.expect_nothing_heard(program)
+            program.quit()
+
+    def expect_nothing_heard(self, program):
+        if heard := program.answers_left():
+            raise AssertionError(f"{program.name} hears {heard}")
+
     # What it is told to do -------------------------------------------------------------------------------------------
 
-    def do_activate(self, identifier, *called):
-        self.check_playable(called)
+    def do_activate(self, identifier, *words):
+        told = read_pairs(words, "as", "called", "answering")
+        if told.keys() & {"as", "answering"}:
+            self.ask_beside("activation", identifier, **told)
+            return
         card = CARDS[identifier]
         self.open()
+        if self.outdated:
+            self.make_outdated(identifier)
         open_requests = len(self.requests())
-        title = "Upgrade" if self.application.has_button("Upgrade", card) else "Activate"
-        if not self.application.has_button(title, card):
+        if not (title := self.offered(card)):
             raise AssertionError("the application offers no such button")
         self.submit("activation", identifier, lambda: self.application.press(title, card))
         self.expect_log(f"Sysex identifier {identifier}")
         self.expect_crash(open_requests)
 
-    def do_deactivate(self, identifier, *called):
-        self.check_playable(called)
+    def offered(self, card):
+        """The title of the button on a card; nothing if there is none."""
+        return next((title for title in ("Upgrade", "Activate") if self.application.has_button(title, card)), None)
+
+    def make_outdated(self, identifier):
+        """Has the window offer what it does not offer for an extension that is enabled and not older than what it
+        carries: it looked while the person had switched the extension off, and is not told that it is on again."""
+        if title := self.offered(CARDS[identifier]):
+            raise AssertionError(f"the application offers {title!r} by itself")
+        self.mac.does("disable", identifier)
+        self.application.choose("Refresh", "Camera Driver")
+        self.expect_enumeration()
+        self.mac.does("enable", identifier)
+
+    def do_deactivate(self, identifier, *words):
+        told = read_pairs(words, "as", "called")
+        if "as" in told:
+            self.ask_beside("deactivation", identifier, **told)
+            return
         self.open()
         open_requests = len(self.requests())
         self.submit("deactivation", identifier, lambda: self.application.choose("Remove", CARDS[identifier]))
         self.expect_crash(open_requests)
 
-    def do_properties(self, identifier, *called):
-        self.check_playable(called)
+    def do_properties(self, identifier, *words):
+        read_pairs(words, "called")
         self.open()
         self.application.choose("Refresh", "Camera Driver")
         self.asked = identifier
@@ -189,16 +245,13 @@ class Player:
 
     def submit(self, kind, identifier, press):
         """Presses, and waits until the service has the request."""
+        self.asks_beside = False
         seen = len(self.events)
         press()
         wanted = (identifier, f"{kind} submitted")
         wait_until(
             lambda: any(event[1:] == wanted for event in self.events[seen:]), lambda: f"it asks\n{self.said()}"
         )
-
-    def check_playable(self, called):
-        if called and called[0] != "called":
-            raise AssertionError("the application cannot be told so")
 
     def expect_crash(self, open_requests):
         """The service dies as ordered; the application is told nothing, and says so for each request that was open."""
@@ -209,14 +262,18 @@ class Player:
                     raise AssertionError(f"the application logs {line!r}")
         self.crashes = False
 
-    def do_quit(self, _):
-        if self.application:
+    def do_quit(self, name):
+        self.end_other(name)
+        if name == TITLE and self.application:
             self.desktop.display.close_window(TITLE)
             self.application.wait_for_end()
             self.end()
 
     def do_restart(self):
         self.mac.does("restart")
+        for program in self.others.values():
+            program.wait_for_end()
+        self.others.clear()
         if self.application:
             self.application.wait_for_end()
             self.end()
@@ -230,32 +287,35 @@ class Player:
 
     # What is on the disk ---------------------------------------------------------------------------------------------
 
-    def do_move(self, _, to, path):
-        self.do_quit(TITLE)
-        self.disk.move(path)
+    def do_move(self, name, to, path):
+        self.do_quit(name)
+        self.disk.move(name, path)
 
-    def do_update(self, _, to, version):
-        self.do_quit(TITLE)
-        self.disk.update(version)
+    def do_update(self, name, to, version):
+        self.do_quit(name)
+        self.disk.bundles[name].update(version)
 
     def do_damage(self, file):
         self.do_quit(TITLE)
-        self.disk.damage(file)
+        self.disk.bundles[TITLE].damage(file)
 
     def do_carry(self, file, version, *traits):
-        self.do_quit(TITLE)
+        self.do_quit(traits[1] if traits[:1] == ("in",) else TITLE)
         self.disk.carry(file, version, *traits)
 
-    def do_bundle(self, name, *rest):
-        if name != TITLE:
-            raise AssertionError("there is no such application here")
-        self.do_quit(TITLE)
-        self.disk.empty(*rest)
+    def do_bundle(self, name, *traits):
+        self.do_quit(name)
+        self.disk.put(name, *traits)
 
     # What is to be seen ----------------------------------------------------------------------------------------------
 
     def do_expect(self, what, *words):
-        getattr(self, "expect_" + what)(*words)
+        if words[-2:-1] == ("as",):
+            self.expect_heard(self.others[words[-1]], what, *words[:-2])
+        elif self.asks_beside and what in ("needs", "asked", "finished", "failed"):
+            self.expect_heard(self.others[TITLE], what, *words)
+        else:
+            getattr(self, "expect_" + what)(*words)
 
     def expect_needs(self, approval, *to):
         self.expect_log(NEEDS_APPROVAL)
@@ -307,12 +367,19 @@ class Player:
     def expect_nothing(self):
         if self.failure:
             raise AssertionError(f"the application logs {self.take_failure()!r}")
-        if self.application and self.application.status is None:
+        for program in self.others.values():
+            self.expect_nothing_heard(program)
+        if self.application:
+            self.expect_silent_window()
+
+    def expect_silent_window(self):
+        """The application says nothing more than it did, and shows what there is when it looks anew, if it still can."""
+        if self.application.status is None:
             self.application.choose("Refresh", "Camera Driver")
             self.expect_enumeration()
-        elif self.application:
+        else:
             self.application.wait_for_last_line()
-        if self.application and self.application.errors[self.logged :]:
+        if self.application.errors[self.logged :]:
             raise AssertionError(f"the application logs {self.application.errors[self.logged:]}")
 
     def expect_copies(self, identifier, *words):
@@ -343,6 +410,14 @@ class Player:
     def requests(self):
         requests = json.loads("\n".join(self.mac.says("requests", "--json")))
         return [(request["identifier"], request["stage"]) for request in requests]
+
+
+def read_pairs(words, *known):
+    """What follows an extension in a line, such as "as NAME"."""
+    pairs = dict(zip(words[::2], words[1::2], strict=True))
+    if unknown := pairs.keys() - known:
+        raise AssertionError(f"{unknown} cannot be played")
+    return pairs
 
 
 def answer_in(event):

@@ -17,7 +17,9 @@ class Program:
     # How each line of its error output may begin: what is not ours may write there what it likes.
     usual_errors = ("",)
 
-    def __init__(self, arguments, environment=None, folder=None, stdout=subprocess.PIPE, **options):
+    def __init__(
+        self, arguments, environment=None, folder=None, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, **options
+    ):
         self.name = os.path.basename(str(arguments[0]))
         self.output, self.errors = [], []
         self.seen = {}
@@ -26,7 +28,7 @@ class Program:
             [*ENDS_WITH_THE_TEST, *(str(argument) for argument in arguments)],
             env=environment,
             cwd=folder,
-            stdin=subprocess.DEVNULL,
+            stdin=stdin,
             stdout=stdout,
             stderr=subprocess.PIPE,
             **options,
