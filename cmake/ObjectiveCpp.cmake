@@ -1,6 +1,8 @@
 # Objective-C++ where it is not the system's own language: by clang, whatever compiles C++.
 set(CMAKE_OBJCXX_COMPILER "${CLANGXX}")
-set(CMAKE_OBJCXX_COMPILER_LAUNCHER ${CMAKE_CXX_COMPILER_LAUNCHER})
+if(DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_OBJCXX_COMPILER_LAUNCHER "${CMAKE_CXX_COMPILER_LAUNCHER}")
+endif()
 
 # How headers are precompiled is kept for all languages at once, and stays that of C++.
 set(kept_extension "${CMAKE_PCH_EXTENSION}")
