@@ -40,9 +40,11 @@ Action readBundle(Reading& reading) {
 }
 
 std::optional<Category> takeCategory(Line& line) {
-    std::vector<std::string> known{"unknown"};
-    for (const CategoryRow& row : categories)
-        known.emplace_back(row.name.substr(categoryPrefix.size()));
+    std::vector<std::string> known;
+    for (const CategoryRow& row : categories) {
+        if (row.category != Category::driver) known.emplace_back(row.name.substr(categoryPrefix.size()));
+    }
+    known.emplace_back("unknown");
     return categoryNamed(std::string{categoryPrefix} + line.takeOneOf("a category", known));
 }
 
