@@ -26,6 +26,45 @@ std::string firstLineOf(const std::filesystem::path& path) {
     return line;
 }
 
+/// A problem that people have with system extensions: the file that shows it, and how the lines begin that do, in
+/// order.
+struct Problem {
+    std::string file;
+    std::vector<std::string> lines;
+};
+
+const std::vector<Problem>& problemsOfTheField() {
+    static const std::vector<Problem> problems{
+        {"waiting-for-ever", {"activate", "expect needs approval", "advance 60d", "expect nothing"}},
+        {"denied", {"activate", "expect needs approval", "deny", "expect failed 11"}},
+        {"upgrade-until-restart",
+         {"expect asked to replace", "expect finished 1",
+          "expect copies com.kelvra.driverkit.usb-to-poe 2.0/2004 terminating for upgrade via delegate, 2.1/2105",
+          "restart", "expect copies com.kelvra.driverkit.usb-to-poe 2.1/2105 activated enabled"}},
+        {"several-dying-copies",
+         {"expect found 2.0/2004 uninstalling, 2.1/2105 uninstalling, 2.1/2105 enabled", "restart"}},
+        {"two-requests-at-once",
+         {"activate com.kelvra.ip-camera.cmio called first", "activate com.kelvra.ip-camera.cmio called second",
+          "expect failed 12 to first", "expect finished 0 to second"}},
+        {"removal-refused", {"deactivate", "refuse", "expect failed 13", "expect copies"}},
+        {"forbidden-by-profile", {"profile", "activate", "expect failed 10"}},
+        {"wrong-folder", {"move", "activate", "expect failed 3"}},
+        {"damaged-extension", {"damage", "activate", "expect failed 8"}},
+        {"no-answer", {"fault next activate silent", "activate", "advance 1d", "expect nothing"}},
+        {"service-crash", {"fault next activate crash", "activate", "expect nothing", "expect requests none"}},
+    };
+    return problems;
+}
+
+/// The first of the lines that the scenario does not come to; empty if it comes to all of them.
+std::string missingIn(const Scenario& scenario, const std::vector<std::string>& lines) {
+    auto next = lines.begin();
+    for (const Step& step : scenario.steps) {
+        if (next != lines.end() && step.text.rfind(*next, 0) == 0) ++next;
+    }
+    return next == lines.end() ? std::string{} : *next;
+}
+
 TEST(EachScenarioFile, BeginsWithWhatItIsAbout) {
     ASSERT_FALSE(files().empty());
     for (const auto& path : files())
@@ -48,6 +87,13 @@ TEST(TheScenarioFiles, HaveOneForEachErrorCode) {
         const auto all = files();
         EXPECT_EQ(std::count_if(all.begin(), all.end(), [&](const auto& path) { return isFor(path, digits); }), 1)
             << digits;
+    }
+}
+
+TEST(TheScenarioFiles, HaveOneForEachProblemOfTheField) {
+    for (const auto& [file, lines] : problemsOfTheField()) {
+        const Scenario scenario = readScenarioFile(std::string{SCENARIOS} + "/" + file + ".scenario");
+        EXPECT_EQ(missingIn(scenario, lines), "") << file;
     }
 }
 
