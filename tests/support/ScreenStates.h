@@ -1,0 +1,24 @@
+#pragma once
+
+#include "model/SysExtInfo.h"
+#include "platform/ui/View.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace platform::fake {
+
+/// What the one screen has to show, and how a test is named after it.
+struct ScreenState {
+    std::string name;
+    std::vector<model::SysExtInfo> records;
+    friend std::ostream& operator<<(std::ostream& out, const ScreenState& state) { return out << state.name; }
+};
+
+/// One of each kind that looks different.
+std::vector<ScreenState> screenStates();
+
+ui::View screenOf(const ScreenState& state);
+
+} // namespace platform::fake
