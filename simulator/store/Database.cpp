@@ -2,8 +2,6 @@
 
 #include "simulator/store/StoreFailure.h"
 
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace simulator {
@@ -50,25 +48,27 @@ std::string reasonOf(int code, const char* message) {
 
 } // namespace
 
-Database::Database(std::string file) : file_{std::move(file)} {
-    std::error_code problem;
-    std::filesystem::create_directories(std::filesystem::path{file_}.parent_path(), problem);
-    if (problem) fail("its folder cannot be created: " + problem.message());
-    open();
-    execute("PRAGMA locking_mode = EXCLUSIVE; PRAGMA synchronous = NORMAL;");
+Database::Database(std::string file) : name_{std::move(file)} {
+    open(name_, SQLITE_OPEN_READWRITE);
 }
 
-void Database::open() {
+Database::Database(const std::string& file, std::string name) : name_{std::move(name)} {
+    open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+}
+
+void Database::open(const std::string& file, int flags) {
     sqlite3* handle = nullptr;
-    const int code = sqlite3_open_v2(file_.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    const int code = sqlite3_open_v2(file.c_str(), &handle, flags, nullptr);
     handle_.reset(handle);
     if (code != SQLITE_OK) failAsReported(code);
     sqlite3_extended_result_codes(handle, 1);
     if (sqlite3_db_readonly(handle_.get(), "main") != 0) fail("it cannot be written");
+    execute("PRAGMA locking_mode = EXCLUSIVE");
 }
 
 /// The lock stays with this process. A transaction in the write-ahead log outlives a kill of the process.
 void Database::take() {
+    execute("PRAGMA synchronous = NORMAL");
     run("PRAGMA journal_mode = WAL", {});
     transaction([] {});
 }
@@ -128,7 +128,7 @@ void Database::transaction(const std::function<void()>& changes) {
 }
 
 void Database::fail(const std::string& reason) const {
-    throw StoreFailure{file_, reason};
+    throw StoreFailure{name_, reason};
 }
 
 void Database::failAsReported(int code) const {

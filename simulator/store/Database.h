@@ -13,11 +13,12 @@ namespace simulator {
 /// A file of SQLite's, for this process alone. Every member throws StoreFailure.
 class Database {
 public:
-    /// Creates the file, and the folders on the way, where there are none.
+    /// Opens a file that is there.
     explicit Database(std::string file);
+    /// Makes a file. name: what the failures call it.
+    Database(const std::string& file, std::string name);
 
-    /// To be called once, before anything is written: until then the file can be read, and stays as it is. From then
-    /// on this process alone has it.
+    /// From now on this process alone has the file, and every transaction outlives a kill of the process.
     void take();
 
     /// Statements without results, separated by semicolons.
@@ -42,11 +43,11 @@ private:
     };
     using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
-    void open();
+    void open(const std::string& file, int flags);
     Statement prepare(const std::string& statement, const Row& arguments);
     [[noreturn]] void failAsReported(int code) const;
 
-    std::string file_;
+    std::string name_;
     std::unique_ptr<sqlite3, Close> handle_;
 };
 

@@ -3,6 +3,8 @@
 #include "simulator/store/StoreFailure.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace simulator {
@@ -81,31 +83,49 @@ bool areSameParts(const State& one, const State& other) {
     return std::all_of(all.begin(), all.end(), [&](const Part& part) { return part.isSame(one, other); });
 }
 
+void create(Database& database) {
+    database.transaction([&] {
+        for (const Table& table : tables)
+            database.execute(createStatement(table));
+        database.execute("PRAGMA application_id = " + std::to_string(applicationId));
+        database.execute("PRAGMA user_version = " + std::to_string(Store::version));
+        for (const Part& part : parts())
+            write(database, tables[part.table], part.changes(nullptr, State{}));
+    });
+}
+
+/// A store is in its place whole or not at all, so that an empty file there is none that was only begun.
+void begin(const StoreFolder& folder) {
+    folder.sweep();
+    try {
+        Database database{folder.beginning(), folder.store()};
+        create(database);
+    } catch (const StoreFailure&) {
+        folder.sweep();
+        throw;
+    }
+    folder.putInPlace();
+}
+
+Database open(const StoreFolder& folder) {
+    if (!folder.isTaken()) begin(folder);
+    std::error_code problem;
+    if (std::filesystem::file_size(folder.store(), problem) == 0) {
+        throw StoreFailure{folder.store(), "it is damaged: it is empty"};
+    }
+    return Database{folder.store()};
+}
+
 } // namespace
 
-Store::Store(const std::string& file) : database_{file} {
-    const bool isNew = isEmpty();
-    if (!isNew) checkOrigin();
+Store::Store(const std::string& file) : Store{StoreFolder{file}} {
+}
+
+Store::Store(const StoreFolder& folder) : database_{open(folder)} {
+    checkOrigin();
     database_.take();
-    if (isNew) create();
     checkContents();
     kept_ = read();
-}
-
-bool Store::isEmpty() {
-    return database_.number("SELECT count(*) FROM sqlite_schema") == 0 &&
-           database_.number("PRAGMA application_id") == 0 && database_.number("PRAGMA user_version") == 0;
-}
-
-void Store::create() {
-    database_.transaction([&] {
-        for (const Table& table : tables)
-            database_.execute(createStatement(table));
-        database_.execute("PRAGMA application_id = " + std::to_string(applicationId));
-        database_.execute("PRAGMA user_version = " + std::to_string(version));
-        for (const Part& part : parts())
-            write(database_, tables[part.table], part.changes(nullptr, State{}));
-    });
 }
 
 void Store::checkOrigin() {

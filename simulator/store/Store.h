@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/store/Database.h"
+#include "simulator/store/StoreFolder.h"
 
 #include <cstdint>
 #include <set>
@@ -26,8 +27,7 @@ public:
     void save(const State& state, const std::set<std::int64_t>& touched);
 
 private:
-    bool isEmpty();
-    void create();
+    explicit Store(const StoreFolder& folder);
     /// Whether this simulator wrote it. Changes nothing of a file that another program or a newer one wrote.
     void checkOrigin();
     void checkContents();

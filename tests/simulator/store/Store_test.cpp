@@ -1,18 +1,14 @@
-#include "simulator/store/Store.h"
-
-#include "simulator/store/StoreFailure.h"
 #include "tests/simulator/sample/SampleMac.h"
+#include "tests/simulator/store/AsNobody.h"
+#include "tests/simulator/store/StoreFile.h"
 
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <utility>
 
 namespace simulator {
@@ -42,24 +38,8 @@ State aBusyState() {
     return mac.machine().state();
 }
 
-class AStore : public testing::Test {
+class AStore : public StoreFile {
 protected:
-    AStore() {
-        std::string pattern = std::filesystem::temp_directory_path() / "store-XXXXXX";
-        folder = mkdtemp(pattern.data());
-        file = folder / "state" / "store.sqlite";
-    }
-    ~AStore() override { std::filesystem::remove_all(folder); }
-
-    std::string whyNotOpened() const {
-        try {
-            const Store store{file};
-        } catch (const StoreFailure& failure) {
-            return failure.what();
-        }
-        return "it was opened";
-    }
-
     static std::string whyNotSaved(Store& store, const State& state) {
         try {
             store.save(state);
@@ -69,26 +49,11 @@ protected:
         return "it was saved";
     }
 
-    void tamper(const std::string& statement) const {
-        sqlite3* handle = nullptr;
-        ASSERT_EQ(sqlite3_open(file.c_str(), &handle), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(handle, statement.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(handle);
-    }
-
-    std::string bytes() const {
-        std::ifstream stream{file, std::ios::binary};
-        return {std::istreambuf_iterator<char>{stream}, {}};
-    }
-
     void overwrite(std::streamoff position, const std::string& bytes) const {
         std::fstream stream{file, std::ios::in | std::ios::out | std::ios::binary};
         stream.seekp(position);
         stream << bytes;
     }
-
-    std::filesystem::path folder;
-    std::filesystem::path file;
 };
 
 TEST_F(AStore, BeginsWithAMachineOnWhichNothingIsInstalled) {
@@ -234,22 +199,6 @@ TEST_F(AStore, WritesWhatChangedAndNoMoreHoweverManyCopiesItHas) {
     EXPECT_EQ(statements.take(), 0) << "nothing changed";
     EXPECT_EQ(store.load(), state);
 }
-
-/// Acts as a user who may not write what root may.
-class AsNobody {
-public:
-    AsNobody() : user_{geteuid()} {
-        if (user_ == 0 && seteuid(65534) != 0) throw std::runtime_error{"cannot act as another user"};
-    }
-    ~AsNobody() {
-        if (seteuid(user_) != 0) std::abort();
-    }
-    AsNobody(const AsNobody&) = delete;
-    AsNobody& operator=(const AsNobody&) = delete;
-
-private:
-    uid_t user_;
-};
 
 TEST_F(AStore, ThatCannotBeWrittenSaysSo) {
     Store{file}.save(aBusyState());

@@ -133,6 +133,11 @@ TEST_F(AStartOfTheService, LeavesADamagedStoreAlone) {
     expectRefusal("it is damaged");
 }
 
+TEST_F(AStartOfTheService, BeginsNothingAnewWhereItsStoreIsEmpty) {
+    ASSERT_TRUE(QFile::resize(storeFile(), 0));
+    expectRefusal("it is damaged: it is empty");
+}
+
 TEST_F(AStartOfTheService, LeavesAStoreOfANewerVersionAlone) {
     tamper("PRAGMA user_version = 2");
     expectRefusal("it was written by a newer simulator (version 2, this one knows 1)");
