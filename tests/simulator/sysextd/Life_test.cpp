@@ -8,6 +8,7 @@
 
 #include <QDBusConnectionInterface>
 #include <QFile>
+#include <QFileInfo>
 
 #include <sqlite3.h>
 
@@ -148,6 +149,20 @@ TEST_F(AStartOfTheService, LeavesAFileOfAnotherProgramAlone) {
     expectRefusal("it is no store of the simulator");
 }
 
+TEST_F(AStartOfTheService, SaysThatTheFolderOfItsStoreCannotBeCreated) {
+    const QString inTheWay = stateFolder() + "/file";
+    ASSERT_TRUE(QFile{inTheWay}.open(QIODevice::WriteOnly));
+    QProcessEnvironment environment = own_.environment();
+    environment.insert("XDG_STATE_HOME", inTheWay);
+    Program service{SYSEXTD, QStringList{}, environment};
+    ASSERT_TRUE(service.ended());
+    EXPECT_EQ(service.exitCode(), 1);
+    EXPECT_EQ(QString{service.errors()}, "sysextd: " + inTheWay +
+                                             "/kelvra-simulator/store.sqlite: its folder cannot be created: "
+                                             "Not a directory\n");
+    EXPECT_TRUE(QFileInfo{inTheWay}.isFile());
+}
+
 TEST_F(AStartOfTheService, GivesNoAnswerWhenItsStoreCannotGrowAndKeepsWhatItHad) {
     const auto service = startAfter("trap '' XFSZ; ulimit -f 200");
     ASSERT_TRUE(isThere());
@@ -165,8 +180,7 @@ TEST_F(AStartOfTheService, GivesNoAnswerWhenItsStoreCannotGrowAndKeepsWhatItHad)
     ASSERT_TRUE(service->ended());
     EXPECT_EQ(last.error().type(), QDBusError::NoReply);
     EXPECT_EQ(service->exitCode(), 1);
-    EXPECT_EQ(QString{service->errors()},
-              "sysextd: " + storeFile() + ": the disk cannot be read or written\n");
+    EXPECT_EQ(QString{service->errors()}, "sysextd: " + storeFile() + ": the disk cannot be read or written\n");
     const auto again = start();
     ASSERT_TRUE(isThere());
     EXPECT_EQ(must(control.ListCopies()).value().size(), answered + 1);
