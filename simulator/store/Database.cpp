@@ -66,11 +66,20 @@ void Database::open(const std::string& file, int flags) {
     execute("PRAGMA locking_mode = EXCLUSIVE");
 }
 
+void Database::setLeavesLog(bool leaves) {
+    sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, leaves ? 1 : 0, nullptr);
+}
+
+void Database::leaveLog() {
+    setLeavesLog(true);
+}
+
 /// The lock stays with this process. A transaction in the write-ahead log outlives a kill of the process.
 void Database::take() {
     execute("PRAGMA synchronous = NORMAL");
     run("PRAGMA journal_mode = WAL", {});
     transaction([] {});
+    setLeavesLog(false);
 }
 
 void Database::execute(const std::string& statements) {

@@ -18,7 +18,10 @@ public:
     /// Makes a file. name: what the failures call it.
     Database(const std::string& file, std::string name);
 
-    /// From now on this process alone has the file, and every transaction outlives a kill of the process.
+    /// Has SQLite leave the log beside the file as it is when the file is closed. To be called before anything is read.
+    void leaveLog();
+    /// From now on this process alone has the file, and every transaction outlives a kill of the process. The log
+    /// belongs to it like the rest.
     void take();
 
     /// Statements without results, separated by semicolons.
@@ -45,6 +48,7 @@ private:
 
     void open(const std::string& file, int flags);
     Statement prepare(const std::string& statement, const Row& arguments);
+    void setLeavesLog(bool leaves);
     [[noreturn]] void failAsReported(int code) const;
 
     std::string name_;

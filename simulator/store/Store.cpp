@@ -1,5 +1,6 @@
 #include "simulator/store/Store.h"
 
+#include "simulator/store/FileHeader.h"
 #include "simulator/store/StoreFailure.h"
 
 #include <algorithm>
@@ -107,13 +108,34 @@ void begin(const StoreFolder& folder) {
     folder.putInPlace();
 }
 
+/// Whether this simulator wrote it.
+void checkOrigin(const StoreFolder& folder, const FileHeader& header) {
+    const auto fail = [&](const std::string& reason) { throw StoreFailure{folder.store(), reason}; };
+    if (header.applicationId != applicationId) fail("it is no store of the simulator");
+    if (header.version > Store::version) {
+        fail("it was written by a newer simulator (version " + std::to_string(header.version) + ", this one knows " +
+             std::to_string(Store::version) + ")");
+    }
+    if (header.version < Store::version) fail("it is of an unknown version");
+}
+
+void checkFile(const StoreFolder& folder) {
+    const std::filesystem::path file = folder.store();
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(file, none)) throw StoreFailure{file, "it cannot be opened"};
+    if (std::filesystem::file_size(file, none) == 0) throw StoreFailure{file, "it is damaged: it is empty"};
+    const auto header = readFileHeader(file);
+    if (header && !folder.hasLog()) checkOrigin(folder, *header);
+}
+
+/// Nothing of the file and its log is changed before it is known to be one of this simulator's.
 Database open(const StoreFolder& folder) {
     if (!folder.isTaken()) begin(folder);
-    std::error_code problem;
-    if (std::filesystem::file_size(folder.store(), problem) == 0) {
-        throw StoreFailure{folder.store(), "it is damaged: it is empty"};
-    }
-    return Database{folder.store()};
+    checkFile(folder);
+    Database database{folder.store()};
+    if (folder.hasLog()) database.leaveLog();
+    checkOrigin(folder, {database.number("PRAGMA application_id"), database.number("PRAGMA user_version")});
+    return database;
 }
 
 } // namespace
@@ -121,23 +143,11 @@ Database open(const StoreFolder& folder) {
 Store::Store(const std::string& file) : Store{StoreFolder{file}} {
 }
 
+/// Where it fails, the file is as it was.
 Store::Store(const StoreFolder& folder) : database_{open(folder)} {
-    checkOrigin();
-    database_.take();
     checkContents();
     kept_ = read();
-}
-
-void Store::checkOrigin() {
-    if (database_.number("PRAGMA application_id") != applicationId) {
-        database_.fail("it is no store of the simulator");
-    }
-    const std::int64_t found = database_.number("PRAGMA user_version");
-    if (found > version) {
-        database_.fail("it was written by a newer simulator (version " + std::to_string(found) + ", this one knows " +
-                       std::to_string(version) + ")");
-    }
-    if (found < version) database_.fail("it is of an unknown version");
+    database_.take();
 }
 
 void Store::checkContents() {

@@ -28,8 +28,6 @@ public:
 
 private:
     explicit Store(const StoreFolder& folder);
-    /// Whether this simulator wrote it. Changes nothing of a file that another program or a newer one wrote.
-    void checkOrigin();
     void checkContents();
     State read();
     void writeCopies(const State& state, const std::set<std::int64_t>& changed);

@@ -14,7 +14,9 @@
 namespace simulator {
 namespace {
 
+using testing::AnyOf;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 /// A machine on which something of everything has happened.
 State aBusyState() {
@@ -138,6 +140,29 @@ TEST_F(AStore, ThatIsDamagedIsLeftAlone) {
     overwrite(4096, std::string(4096, '\x5a'));
     EXPECT_EQ(whyNotOpened(), file.string() + ": it is damaged");
     EXPECT_EQ(std::filesystem::file_size(file), size);
+}
+
+TEST_F(AStore, WhoseRowsAreOutOfOrderIsLeftAlone) {
+    State state;
+    state.applications = {"/one.app", "/two.app"};
+    Store{file}.save(state);
+    std::string damaged = bytes();
+    damaged.replace(damaged.find("/one.app"), 8, "/zzz.app");
+    write(damaged);
+    EXPECT_EQ(whyNotOpened(), lineWith("it is damaged"));
+    EXPECT_TRUE(bytes() == damaged);
+}
+
+TEST_F(AStore, ThatIsCutShortAnywhereIsLeftAlone) {
+    Store{file}.save(aBusyState());
+    const std::string whole = bytes();
+    for (const std::size_t length : {std::size_t{1}, std::size_t{99}, std::size_t{100}, std::size_t{511},
+                                     std::size_t{4096}, whole.size() / 2, whole.size() - 4096, whole.size() - 1}) {
+        write(whole.substr(0, length));
+        EXPECT_THAT(whyNotOpened(), AnyOf(StartsWith(lineWith("it is damaged")),
+                                          StartsWith(lineWith("it is no store of the simulator"))));
+        EXPECT_TRUE(bytes() == whole.substr(0, length)) << length;
+    }
 }
 
 TEST_F(AStore, ReadsASwitchThatStandsAtItsDefaultAsOneThatWasNeverMoved) {
