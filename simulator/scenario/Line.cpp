@@ -52,6 +52,7 @@ std::string Line::take(std::string_view what) {
 }
 
 std::string Line::takeOneOf(std::string_view what, const std::vector<std::string>& known) {
+    if (isAtEnd()) fail(std::string{what} + " is missing; there is " + joined(known));
     std::string word = take(what);
     if (std::find(known.begin(), known.end(), word) == known.end()) failUnknown(what, word, known);
     return word;

@@ -5,6 +5,8 @@
 #include "simulator/scenario/SampleApplication.h"
 #include "simulator/scenario/ScenarioError.h"
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace simulator::scenario {
@@ -37,6 +39,19 @@ Action readAction(Reading& reading) {
     reading.line.failUnknown("a verb", word, known);
 }
 
+/// What some editors put before a text in UTF-8.
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+std::string_view withoutByteOrderMark(std::string_view text) {
+    return text.substr(text.rfind(byteOrderMark, 0) == 0 ? byteOrderMark.size() : 0);
+}
+
+std::string whyNotRead(const std::string& path) {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) return "it is a folder";
+    return std::filesystem::exists(path, error) ? "it cannot be read" : "there is no such file";
+}
+
 /// Takes the first line off the text.
 std::string_view takeLine(std::string_view& text) {
     const auto line = text.substr(0, text.find('\n'));
@@ -59,6 +74,8 @@ std::string takeApplicationAfter(std::string_view word, Reading& reading) {
 }
 
 Scenario readScenario(std::string_view text, const std::string& name, const std::string& folder) {
+    if (text.find('\0') != std::string_view::npos) throw ScenarioError{name, "it is no text in UTF-8"};
+    text = withoutByteOrderMark(text);
     Scenario scenario{name, {}};
     std::set<std::string> applications{sampleName};
     for (std::size_t number = 1; !text.empty(); ++number) {
@@ -75,7 +92,7 @@ Scenario readScenario(std::string_view text, const std::string& name, const std:
 
 Scenario readScenarioFile(const std::string& path) {
     const auto text = contentsOfFile(path);
-    if (!text) throw ScenarioError{path, "it cannot be read"};
+    if (!text) throw ScenarioError{path, whyNotRead(path)};
     const auto slash = path.rfind('/');
     return readScenario(*text, path, slash == std::string::npos ? "." : path.substr(0, slash));
 }

@@ -53,7 +53,7 @@ const std::vector<Verb>& verbsOfApplications() {
         {"properties", "ID [as NAME] [called REQUEST]", readAsk<RequestKind::properties>},
         {"answer", "REQUEST replace|cancel [as NAME]", readAnswer},
         {"quit", "NAME", readQuit},
-        {"expect", "what is to be seen now", readExpect},
+        {"expect", "WHAT ...", readExpect},
     };
     return verbs;
 }

@@ -2,9 +2,11 @@
 
 #include "simulator/core/CopyState.h"
 #include "simulator/core/Switch.h"
+#include "simulator/scenario/FaultWords.h"
 #include "simulator/scenario/FileContents.h"
 #include "simulator/scenario/Reading.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace simulator::scenario {
@@ -74,11 +76,13 @@ Action readSwitch(Reading& reading) {
 
 // Faults -------------------------------------------------------------------------------------------------------------
 
-std::optional<RequestKind> takeKind(Line& line) {
-    const std::string kind = line.takeOneOf("a kind of request", {"activate", "deactivate", "properties", "any"});
-    if (kind == "activate") return RequestKind::activation;
-    if (kind == "deactivate") return RequestKind::deactivation;
-    return requestKindNamed(kind);
+const RequestWord& takeKind(Line& line) {
+    std::vector<std::string> words;
+    for (const RequestWord& known : requestWords)
+        words.emplace_back(known.word);
+    const std::string word = line.takeOneOf("a kind of request", words);
+    return *std::find_if(requestWords.begin(), requestWords.end(),
+                         [&](const RequestWord& known) { return known.word == word; });
 }
 
 Failure takeFailure(Line& line) {
@@ -94,12 +98,17 @@ Failure takeFailure(Line& line) {
 Action readFault(Reading& reading) {
     Line& line = reading.line;
     line.mustTake("next");
+    const RequestWord& request = takeKind(line);
     Fault fault;
-    fault.request = takeKind(line);
+    fault.request = request.kind;
     for (const Fault::Kind kind :
          {Fault::Kind::silent, Fault::Kind::hollow, Fault::Kind::noprompt, Fault::Kind::crash}) {
         if (!line.takes(nameOf(kind))) continue;
         fault.kind = kind;
+        if (!isPossible(fault)) {
+            line.failUnknown("a kind of request that can be " + std::string{nameOf(kind)}, request.word,
+                             requestWordsFor(kind));
+        }
         return Deed{OrderFault{fault}};
     }
     if (line.takes("after")) {

@@ -42,6 +42,11 @@ TEST(AScenario, KnowsTheLineOfEachStep) {
     EXPECT_EQ(scenario.steps[1].text, "reset");
 }
 
+TEST(AScenario, MayBeginWithAByteOrderMark) {
+    EXPECT_EQ(read("\xEF\xBB\xBFrestart\n").steps.at(0).text, "restart");
+    EXPECT_EQ(read("\xEF\xBB\xBF# Why\nrestart\n").steps.at(0).line, 2U);
+}
+
 TEST(AScenario, AsksAsTheSampleApplicationUnlessToldOtherwise) {
     const auto ask = only<Ask>("activate com.x");
     EXPECT_EQ(ask.application, "Driver Manager");
@@ -197,6 +202,21 @@ TEST(AComplaint, ListsTheWordsThatWouldFit) {
                 HasSubstr("\"active\" is not a state; there is validating, staging, activated waiting for user"));
 }
 
+TEST(AComplaint, ListsTheWordsThatWouldFitWhereThereIsNone) {
+    EXPECT_EQ(complaintAbout("switch denial"),
+              "a.scenario:1: a value of denial is missing; there is error, silence; right would be: switch NAME VALUE");
+    EXPECT_THAT(complaintAbout("expect"), HasSubstr("what may be expected is missing; there is needs, asked, "));
+    EXPECT_THAT(complaintAbout("expect request com.x"), HasSubstr("a stage is missing; there is replacement, user"));
+}
+
+TEST(AComplaint, NamesTheRequestsThatAFaultCanBefall) {
+    EXPECT_THAT(
+        complaintAbout("fault next properties hollow"),
+        HasSubstr("\"properties\" is not a kind of request that can be hollow; there is activate, deactivate, any"));
+    EXPECT_THAT(complaintAbout("fault next deactivate noprompt"), HasSubstr("there is activate, any"));
+    EXPECT_EQ(complaintAbout("fault next any noprompt"), "none");
+}
+
 TEST(AComplaint, ShowsWhatATimeANumberAVersionAndAPathLookLike) {
     EXPECT_THAT(complaintAbout("advance soon"),
                 HasSubstr("\"soon\" is not a time; examples are 90s, 5m and 250ms; right would be: advance TIME"));
@@ -233,8 +253,22 @@ TEST(AComplaint, IsMadeOfAScenarioWithoutASingleStep) {
     EXPECT_EQ(complaintAbout("# nothing\n"), "a.scenario: it has no step");
 }
 
+TEST(AComplaint, IsMadeOfAFileThatIsNoText) {
+    EXPECT_EQ(complaintAbout(std::string_view{"\xFF\xFEr\0e\0", 6}), "a.scenario: it is no text in UTF-8");
+}
+
 TEST(AComplaint, IsMadeOfAFileThatCannotBeRead) {
-    EXPECT_THROW(readScenarioFile("/nowhere.scenario"), ScenarioError);
+    const auto complaintAboutFile = [](const std::string& path) -> std::string {
+        try {
+            readScenarioFile(path);
+        } catch (const ScenarioError& error) {
+            return error.what();
+        }
+        return "none";
+    };
+    EXPECT_EQ(complaintAboutFile("/nowhere.scenario"), "/nowhere.scenario: there is no such file");
+    EXPECT_EQ(complaintAboutFile("/"), "/: it is a folder");
+    EXPECT_EQ(complaintAboutFile("/proc/self/mem"), "/proc/self/mem: it cannot be read");
 }
 
 } // namespace

@@ -66,12 +66,12 @@ TEST_F(PlayingAScenario, EndsWithTwoWhereALineIsNotUnderstood) {
 
 TEST_F(PlayingAScenario, EndsWithTwoWhereThereIsNoSuchFile) {
     EXPECT_EQ(playFile("/nowhere.scenario"), 2);
-    EXPECT_EQ(errors, "sysextctl: /nowhere.scenario: it cannot be read\n");
+    EXPECT_EQ(errors, "sysextctl: /nowhere.scenario: there is no such file\n");
 }
 
 TEST_F(PlayingAScenario, EndsWithTwoWhereTheFileIsAFolder) {
     EXPECT_EQ(playFile("/"), 2);
-    EXPECT_EQ(errors, "sysextctl: /: it cannot be read\n");
+    EXPECT_EQ(errors, "sysextctl: /: it is a folder\n");
 }
 
 } // namespace simulator::tests
