@@ -7,6 +7,10 @@
 #include "simulator/sysextctl/Print.h"
 #include "simulator/sysextctl/ServiceError.h"
 
+#include <csignal>
+
+#include <unistd.h>
+
 namespace simulator::ctl {
 
 QString eventLine(qint64 time, const QString& identifier, const QString& text) {
@@ -14,11 +18,14 @@ QString eventLine(qint64 time, const QString& identifier, const QString& text) {
     return inSeconds(time) + u'\t' + oneLine(subject) + u'\t' + oneLine(text) + u'\n';
 }
 
-Watching::Watching(const QDBusConnection& bus) : control_{serviceName, objectPath, bus}, presence_{bus} {
+Watching::Watching(const QDBusConnection& bus)
+    : control_{serviceName, objectPath, bus}, presence_{bus}, reader_{STDOUT_FILENO, QSocketNotifier::Exception} {
     connect(&control_, &ComKelvraSimulator1ControlInterface::Event, this,
             [this](qlonglong time, const QString& identifier, const QString& text) {
                 write(eventLine(time, identifier, text));
             });
+    // As the next line would, which may be long in coming.
+    connect(&reader_, &QSocketNotifier::activated, this, [] { std::raise(SIGPIPE); });
     connect(&presence_, &ServicePresence::went, this, [this] { write("-\t-\tthe service is gone\n"); });
     connect(&presence_, &ServicePresence::came, this, [this] { write("-\t-\tthe service is there\n"); });
     connect(&presence_, &ServicePresence::busLost, this, [this] { end({exitCode::notDone, "the bus is gone"}); });

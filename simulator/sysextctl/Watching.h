@@ -8,6 +8,7 @@
 #include <QDBusConnection>
 #include <QEventLoop>
 #include <QObject>
+#include <QSocketNotifier>
 
 #include <optional>
 
@@ -16,7 +17,8 @@ namespace simulator::ctl {
 /// One line of what is watched: the clock in seconds, the extension if it is about one, what happened.
 QString eventLine(qint64 time, const QString& identifier, const QString& text);
 
-/// Prints what the service tells until the bus is gone; a service that dies and comes back is part of it.
+/// Prints what the service tells until the bus or whoever reads it is gone; a service that dies and comes back is part
+/// of it.
 class Watching : public QObject {
 public:
     explicit Watching(const QDBusConnection& bus);
@@ -30,6 +32,8 @@ private:
 
     ComKelvraSimulator1ControlInterface control_;
     ServicePresence presence_;
+    /// Speaks up when whoever reads what is written has gone.
+    QSocketNotifier reader_;
     QEventLoop loop_;
     std::optional<CommandFailure> failure_;
 };

@@ -106,9 +106,9 @@ TEST_F(Sysextctl, EndsWith1AndOneLineIfNothingWaits) {
 }
 
 TEST_F(Sysextctl, EndsWith2AndOneLineIfTheIdentifierIsUnknown) {
-    control().refuse("Deny", "UnknownIdentifier", "unknown identifier\n\"x\"");
-    EXPECT_EQ(outcomeOf({"deny", "x"}), (Outcome{2, "", "sysextctl: unknown identifier \"x\"\n"}));
-    EXPECT_EQ(outcomeOf({"wait", "x", "absent"}), (Outcome{2, "", "sysextctl: unknown identifier \"x\"\n"}));
+    control().refuse("Deny", "UnknownIdentifier", "x:\nno such extension");
+    EXPECT_EQ(outcomeOf({"deny", "x"}), (Outcome{2, "", "sysextctl: x: no such extension\n"}));
+    EXPECT_EQ(outcomeOf({"wait", "x", "absent"}), (Outcome{2, "", "sysextctl: x: no such extension\n"}));
 }
 
 TEST_F(Sysextctl, EndsWith2AndOneLineIfTheVerbIsUnknown) {
@@ -215,6 +215,11 @@ TEST_F(Sysextctl, WatchesWhatTheServiceTells) {
                                 "-\t-\tthe service is there\n");
 }
 
+TEST_F(Sysextctl, WatchesNoLongerWhenNobodyReads) {
+    Program program{"/bin/sh", {"-c", R"("$0" watch | head -n 1)", SYSEXTCTL}, bus().environment()};
+    EXPECT_EQ(outcomeOf(program), (Outcome{0, "-\t-\twatching\n", ""}));
+}
+
 TEST_F(Sysextctl, WatchesNoLongerWhenTheBusIsGone) {
     auto program = started({"watch"});
     ASSERT_TRUE(program.printed("-\t-\twatching\n"));
@@ -264,7 +269,8 @@ TEST_F(Sysextctl, ShowsASwitch) {
     control().switches = {{"denied", "11", {"11", "silent"}, "what a denied activation gets"}};
     EXPECT_EQ(outcomeOf({"switch", "denied"}),
               (Outcome{0, "denied\t11\t(11 | silent)\twhat a denied activation gets\n", ""}));
-    EXPECT_EQ(outcomeOf({"switch", "unknown"}), (Outcome{2, "", "sysextctl: unknown switch \"unknown\"\n"}));
+    EXPECT_EQ(outcomeOf({"switch", "unknown"}),
+              (Outcome{2, "", "sysextctl: unknown switch \"unknown\"; there is denied\n"}));
 }
 
 TEST_F(Sysextctl, ListsRequests) {
