@@ -16,6 +16,10 @@ namespace {
     throw CommandFailure{exitCode::notUnderstood, oneLine(line)};
 }
 
+QString withHelp(const QString& line, const Verb& verb) {
+    return QStringLiteral("%1; \"sysextctl %2 --help\" says more").arg(line, verb.name);
+}
+
 bool isOption(const QString& word) {
     return word.startsWith("--");
 }
@@ -30,6 +34,10 @@ bool Arguments::takeFlag(const QString& name) {
 }
 
 std::optional<QString> Arguments::takeValue(const QString& name) {
+    const auto assigned = name + u'=';
+    for (qsizetype index = 0; index < words_.size(); ++index) {
+        if (words_.at(index).startsWith(assigned)) return words_.takeAt(index).mid(assigned.size());
+    }
     const auto index = words_.indexOf(name);
     if (index < 0) return std::nullopt;
     if (index + 1 == words_.size()) rejectUse();
@@ -45,7 +53,8 @@ std::optional<qint64> Arguments::takeDuration(const QString& name) {
 
 void Arguments::expect(qsizetype least, qsizetype most) const {
     const auto option = std::find_if(words_.begin(), words_.end(), isOption);
-    if (option != words_.end()) notUnderstood(QStringLiteral("%1 knows no option \"%2\"").arg(verb_.name, *option));
+    if (option != words_.end())
+        notUnderstood(withHelp(QStringLiteral("%1 knows no option \"%2\"").arg(verb_.name, *option), verb_));
     if (words_.size() < least || words_.size() > most) rejectUse();
 }
 
@@ -64,7 +73,7 @@ void Arguments::reject(const QString& what, const QString& word, const QStringLi
 }
 
 void Arguments::rejectUse() const {
-    notUnderstood(QStringLiteral("usage: sysextctl %1 %2").arg(verb_.name, verb_.arguments).trimmed());
+    notUnderstood(withHelp(QStringLiteral("usage: sysextctl %1 %2").arg(verb_.name, verb_.arguments).trimmed(), verb_));
 }
 
 qint64 Arguments::durationOf(const QString& word) const {

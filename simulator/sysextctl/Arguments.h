@@ -16,7 +16,7 @@ public:
 
     /// Takes the option out of the arguments; says whether it was there.
     bool takeFlag(const QString& name);
-    /// Takes the option and the word after it out of the arguments; nothing if it was not there.
+    /// Takes the option and the word after it, or after its "=", out of the arguments; nothing if it was not there.
     std::optional<QString> takeValue(const QString& name);
     /// The same for a length of time, in milliseconds.
     std::optional<qint64> takeDuration(const QString& name);

@@ -32,7 +32,7 @@ Command readCommandLine(const QStringList& words) {
     const auto rest = words.mid(1);
     if (asksForHelp(first) || first == u"help") return helpFor(rest);
     const auto& verb = knownVerb(first);
-    if (!rest.isEmpty() && asksForHelp(rest.first())) return ShowHelp{verb.name};
+    if (rest.contains("--help") || (!rest.isEmpty() && asksForHelp(rest.first()))) return ShowHelp{verb.name};
     return verb.read(verb, rest);
 }
 

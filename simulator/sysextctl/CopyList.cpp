@@ -51,6 +51,13 @@ const QStringList& categories() {
     return all;
 }
 
+QStringList shortCategories() {
+    QStringList names;
+    for (const auto& category : categories())
+        names += category.mid(categoryPrefix.size());
+    return names;
+}
+
 QString categoryNamed(const QString& word) {
     if (categories().contains(word)) return word;
     const auto full = categoryPrefix + word;

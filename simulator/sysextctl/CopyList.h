@@ -11,6 +11,9 @@ namespace simulator::ctl {
 /// The full names of the categories, in the order of the list.
 const QStringList& categories();
 
+/// Their last parts, such as "cmio".
+QStringList shortCategories();
+
 /// The category's full name, given that or its last part ("cmio"); empty if there is no such category.
 QString categoryNamed(const QString& word);
 

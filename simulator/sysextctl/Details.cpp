@@ -11,6 +11,35 @@ QString text(std::string_view view) {
     return QString::fromUtf8(view.data(), static_cast<qsizetype>(view.size()));
 }
 
+constexpr auto beforeTheGrammar =
+    R"(With --bus the service plays the Mac, and what was installed on it before is lost; otherwise this process does, and
+touches nothing. In both cases the Mac begins with nothing installed and every setting at its default.
+
+Each line is one of these; # begins a comment, and a word that holds a blank stands in "quotes". NAME is an
+application. Where none is named it is "Driver Manager", which lies in /Applications and carries the drivers
+com.kelvra.driverkit.base and com.kelvra.driverkit.usb-to-poe and the camera com.kelvra.ip-camera.cmio, each 2.1/2105.
+REQUEST is what "called" called a request, or else its ID. The FILE of "profile" lies beside the scenario; any other
+FILE is an extension in its application, such as com.kelvra.driverkit.base.dext. PATH is one on the simulated disk.
+The first line that does not go as it says ends the scenario; so does an answer that no line expects.
+
+)";
+
+constexpr auto behindTheGrammar = R"(
+TIME is a number with ms, s, m, h or d; seconds if there is none. LACK is identifier, usage-description or seal.
+CATEGORY is cmio, endpoint_security, network_extension or unknown; a .systemextension alone has one. KIND is activate,
+deactivate, properties or any. STATE is validating, staging, activated waiting for user, activated enabled, activated
+disabled, terminating for upgrade via delegate, terminating for uninstall or terminated waiting to uninstall on reboot;
+"list" prints it. "sysextctl switch --help" tells of the switches, and "sysextctl fault --help" of what goes wrong.
+
+Example, more of which are in simulator/scenarios:
+  # The user denies the camera in System Settings.
+  activate com.kelvra.ip-camera.cmio
+  expect needs approval
+  deny com.kelvra.ip-camera.cmio
+  expect failed 11
+  expect copies com.kelvra.ip-camera.cmio none
+)";
+
 } // namespace
 
 const char* const requests =
@@ -25,7 +54,8 @@ extension; the reading of the simulated clock, in seconds, when it was asked; th
   authorization  waits for "authorize" or "refuse"
   removing       the copies are being taken away
   silent         will never be answered
-With --json it prints the same as an array of objects.
+With --json it prints an array of objects with number, kind, identifier, since (in milliseconds), application, stage,
+and client and token, which are how the application is called on the bus and how it calls the request.
 )";
 
 const char* const watch =
@@ -106,31 +136,7 @@ QString ofSwitch() {
 }
 
 QString ofPlay() {
-    return "With --bus the service plays the Mac, and what was installed on it before is lost; otherwise this process\n"
-           "does, and touches nothing. In both cases the Mac begins with nothing installed and every setting at its\n"
-           "default.\n\n"
-           "Each line is one of these; # begins a comment. NAME is an application. Where none is named it is\n"
-           "\"Driver Manager\", which lies in /Applications and carries the drivers com.kelvra.driverkit.base and\n"
-           "com.kelvra.driverkit.usb-to-poe and the camera com.kelvra.ip-camera.cmio, each 2.1/2105. REQUEST is\n"
-           "what \"called\" called a request, or else its ID. The first line that does not go as it says ends the\n"
-           "scenario; so does an answer that no line expects.\n\n" +
-           QString::fromStdString(scenario::grammar()) +
-           "\nTIME is a number with ms, s, m, h or d; seconds if there is none. LACK is identifier, usage-description "
-           "or\n"
-           "seal. CATEGORY is cmio, endpoint_security, network_extension or unknown; a .systemextension alone has "
-           "one.\n"
-           "KIND is activate, deactivate, properties or any. STATE is validating, staging, activated waiting for "
-           "user,\n"
-           "activated enabled, activated disabled, terminating for upgrade via delegate, terminating for uninstall or\n"
-           "terminated waiting to uninstall on reboot; \"list\" prints it. \"sysextctl switch --help\" tells of the\n"
-           "switches, and \"sysextctl fault --help\" of what goes wrong.\n\n"
-           "Example, more of which are in simulator/scenarios:\n"
-           "  # The user denies the camera in System Settings.\n"
-           "  activate com.kelvra.ip-camera.cmio\n"
-           "  expect needs approval\n"
-           "  deny com.kelvra.ip-camera.cmio\n"
-           "  expect failed 11\n"
-           "  expect copies com.kelvra.ip-camera.cmio none\n";
+    return QString{beforeTheGrammar} + QString::fromStdString(scenario::grammar()) + QString{behindTheGrammar};
 }
 
 } // namespace simulator::ctl::details

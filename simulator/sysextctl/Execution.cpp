@@ -171,9 +171,12 @@ void Execution::setProfile(const QString& file) {
 }
 
 void Execution::showSwitches(const QString& name) {
-    const auto switches = switchesNamed(answered(control_.ListSwitches()).value(), name);
-    if (!name.isEmpty() && switches.isEmpty())
-        throw CommandFailure{exitCode::notUnderstood, oneLine(QStringLiteral("unknown switch \"%1\"").arg(name))};
+    const auto all = answered(control_.ListSwitches()).value();
+    const auto switches = switchesNamed(all, name);
+    if (!name.isEmpty() && switches.isEmpty()) {
+        const auto problem = QStringLiteral("unknown switch \"%1\"; there is %2").arg(name, namesOf(all).join(", "));
+        throw CommandFailure{exitCode::notUnderstood, oneLine(problem)};
+    }
     say(switchesAsText(switches));
 }
 

@@ -1,5 +1,7 @@
 #include "simulator/sysextctl/FaultOrder.h"
 
+#include "simulator/core/RequestKind.h"
+#include "simulator/scenario/FaultWords.h"
 #include "simulator/sysextctl/Arguments.h"
 
 #include <utility>
@@ -8,9 +10,18 @@ namespace simulator::ctl {
 
 namespace {
 
+QStringList asList(const std::vector<std::string>& words) {
+    QStringList list;
+    for (const auto& word : words)
+        list += QString::fromStdString(word);
+    return list;
+}
+
+/// How the service calls the kind of request that the word stands for.
 QString kindOfRequest(const QString& word) {
-    if (word == u"activate") return QStringLiteral("activation");
-    if (word == u"deactivate") return QStringLiteral("deactivation");
+    for (const auto& known : scenario::requestWords) {
+        if (word == known.word && known.kind) return QString::fromStdString(std::string{nameOf(*known.kind)});
+    }
     return word;
 }
 
@@ -33,11 +44,15 @@ Command readFault(const Verb& verb, const QStringList& given) {
     const auto domain = arguments.takeValue("--domain");
     arguments.expect(3, 4);
     if (arguments.at(0) != u"next") arguments.rejectUse();
-    auto kind = kindOfRequest(arguments.oneOf(1, "kind of request", {"activate", "deactivate", "properties", "any"}));
+    const auto& request = arguments.oneOf(1, "kind of request", asList(scenario::requestWordsFor(Fault::Kind::error)));
+    auto kind = kindOfRequest(request);
     const auto& fault = arguments.at(2);
     const auto isError = fault != u"after" && !takesNothing(fault);
     if (isError) return readError(arguments, std::move(kind), domain.value_or(QString{}));
     if (domain || arguments.count() != (takesNothing(fault) ? 3 : 4)) arguments.rejectUse();
+    if (const auto known = faultKindNamed(fault.toStdString())) {
+        arguments.oneOf(1, "kind of " + fault + " request", asList(scenario::requestWordsFor(*known)));
+    }
     if (takesNothing(fault)) return OrderFault{std::move(kind), fault, {}, 0, {}, 0};
     return OrderFault{std::move(kind), "delay", {}, 0, {}, arguments.durationAt(3)};
 }

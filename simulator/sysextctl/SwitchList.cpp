@@ -15,6 +15,13 @@ QList<SwitchEntry> switchesNamed(const QList<SwitchEntry>& switches, const QStri
     return chosen;
 }
 
+QStringList namesOf(const QList<SwitchEntry>& switches) {
+    QStringList names;
+    for (const auto& entry : switches)
+        names += entry.name;
+    return names;
+}
+
 QString switchesAsText(const QList<SwitchEntry>& switches) {
     QString text;
     for (const auto& entry : switches)

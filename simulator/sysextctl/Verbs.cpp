@@ -19,7 +19,7 @@ Command readList(const Verb& verb, const QStringList& given) {
     arguments.expect(0, 1);
     if (arguments.count() == 0) return ListCopies{{}, form};
     const auto category = categoryNamed(arguments.at(0));
-    if (category.isEmpty()) arguments.reject("category", arguments.at(0), categories());
+    if (category.isEmpty()) arguments.reject("category", arguments.at(0), shortCategories());
     return ListCopies{category, form};
 }
 
@@ -69,6 +69,7 @@ Command readUninstall(const Verb& verb, const QStringList& given) {
 Command readApplications(const Verb& verb, const QStringList& given) {
     Arguments arguments{verb, given};
     arguments.expect(0, given.size());
+    if (given.contains(QString{})) arguments.rejectUse();
     return Applications{given};
 }
 
@@ -114,13 +115,17 @@ std::vector<Verb> verbsThatShow() {
     return {
         {Role::shows, "list", "[CATEGORY] [--json]", "shows every copy of every extension",
          "CATEGORY is cmio, driver_extension, endpoint_security or network_extension.\n"
-         "The stars say whether a copy is enabled and whether it runs.\n",
+         "The stars say whether a copy is enabled and whether it runs. With --json it prints an array of objects with\n"
+         "category, team, identifier, shortVersion, version, name, state, condition, enabled, active, number and\n"
+         "application, which is the bundle that it came from.\n",
          readList},
         {Role::shows, "requests", "[--json]", "shows what applications have asked and not been told yet",
          details::requests, readRequests},
-        {Role::shows, "wait", "ID STATE [--timeout S]", "waits until a copy is in a state",
+        {Role::shows, "wait", "ID STATE [--timeout TIME]", "waits until a copy is in a state",
          "STATE is absent, enabled, waiting, disabled or uninstalling; any copy of ID counts.\n"
-         "Ends with 1 if that does not happen within S seconds (30 if it is left out).\n",
+         "Ends with 1 if that does not happen within TIME (30 s if it is left out), which is a number with ms, s, m, "
+         "h\n"
+         "or d; seconds if there is none.\n",
          readWait},
         {Role::shows, "watch", "", "prints what happens as it happens, until it is interrupted", details::watch,
          readPlain<Watch>},
@@ -161,7 +166,10 @@ std::vector<Verb> verbsOfTheMachine() {
 std::vector<Verb> verbsOfItsRules() {
     return {
         {Role::machine, "applications", "[FOLDER...]", "sets the Applications folders, or shows them",
-         "An application may activate extensions only from inside one of them.\n", readApplications},
+         "An application may activate extensions only from inside one of them. The extensions that have an ID are\n"
+         "those of the applications there, and those that were ever on this Mac.\n"
+         "Example: sysextctl applications /Applications ~/Applications\n",
+         readApplications},
         {Role::machine, "developer", "[on|off]", "switches developer mode, or says whether it is on",
          details::developer, readDeveloper},
         {Role::machine, "profile", "[FILE | --remove]", "brings a management profile, takes it away, or prints it",
@@ -180,8 +188,8 @@ std::vector<Verb> verbsOfFaults() {
          "  CODE [TEXT] [--domain D]  fails with that error\n"
          "  after TIME                is answered that much later on the simulated clock\n"
          "  silent                    is never answered\n"
-         "  hollow                    finishes although nothing runs\n"
-         "  noprompt                  waits for the user without saying so\n"
+         "  hollow                    finishes although nothing runs; not of properties\n"
+         "  noprompt                  waits for the user without saying so; only of an activation\n"
          "  crash                     the service dies when it has begun\n"
          "Example: sysextctl fault next activate 8 \"code signature invalid\"\n",
          readFault},

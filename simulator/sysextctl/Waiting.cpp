@@ -64,7 +64,7 @@ void Waiting::checkIdentifier() {
         looking_ = false;
         if (answer.isError()) return fail(failureOf(answer.error()));
         if (answer.value().contains(wanted_.identifier)) return look();
-        fail({exitCode::notUnderstood, oneLine(QStringLiteral("unknown identifier \"%1\"").arg(wanted_.identifier))});
+        fail({exitCode::notUnderstood, oneLine(wanted_.identifier + ": no such extension")});
     });
 }
 

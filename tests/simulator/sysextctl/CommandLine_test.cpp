@@ -83,6 +83,7 @@ TEST(TheCommandLine, TakesATimeoutInSecondsWhereverItStands) {
     EXPECT_EQ(read<WaitFor>("wait x enabled --timeout 5").timeout, 5'000);
     EXPECT_EQ(read<WaitFor>("wait --timeout 0.25 x enabled").timeout, 250);
     EXPECT_EQ(read<WaitFor>("wait x enabled --timeout 2m").timeout, 120'000);
+    EXPECT_EQ(read<WaitFor>("wait x enabled --timeout=2m").timeout, 120'000);
 }
 
 TEST(TheCommandLine, ShowsOrSetsTheApplicationsFolders) {
@@ -142,6 +143,8 @@ TEST(TheCommandLine, GivesHelpForTheProgramAndForAVerb) {
     EXPECT_EQ(read<ShowHelp>("help").verb, "");
     EXPECT_EQ(read<ShowHelp>("help wait").verb, "wait");
     EXPECT_EQ(read<ShowHelp>("install --help").verb, "install");
+    EXPECT_EQ(read<ShowHelp>("fault next any --help").verb, "fault");
+    EXPECT_EQ(read<ShowHelp>("fault -h").verb, "fault");
 }
 
 TEST(TheCommandLine, SaysWhatItDoesNotKnow) {
@@ -156,17 +159,28 @@ TEST(TheCommandLine, SaysWhatItDoesNotKnow) {
               "unknown kind of request \"query\"; there is activate, deactivate, properties, any");
     EXPECT_EQ(refusedLine("fault next activate 8x"),
               "unknown fault \"8x\"; there is an error code, after, silent, hollow, noprompt, crash");
-    EXPECT_EQ(refusedLine("list --xml"), "list knows no option \"--xml\"");
+    EXPECT_EQ(refusedLine("fault next properties hollow"),
+              "unknown kind of hollow request \"properties\"; there is activate, deactivate, any");
+    EXPECT_EQ(refusedLine("list dext"),
+              "unknown category \"dext\"; there is cmio, driver_extension, endpoint_security, network_extension");
+    EXPECT_EQ(refusedLine("list --xml"), "list knows no option \"--xml\"; \"sysextctl list --help\" says more");
 }
 
 TEST(TheCommandLine, SaysHowAVerbIsUsedIfItsArgumentsAreTooFewOrTooMany) {
-    EXPECT_EQ(refusedLine("allow"), "usage: sysextctl allow ID");
-    EXPECT_EQ(refusedLine("allow x y"), "usage: sysextctl allow ID");
-    EXPECT_EQ(refusedLine("restart now"), "usage: sysextctl restart");
-    EXPECT_EQ(refusedLine("wait x"), "usage: sysextctl wait ID STATE [--timeout S]");
-    EXPECT_EQ(refusedLine("wait x absent --timeout"), "usage: sysextctl wait ID STATE [--timeout S]");
-    EXPECT_EQ(refusedLine("fault activate silent x"), "usage: sysextctl fault next KIND FAULT");
-    EXPECT_EQ(refusedLine("fault next activate silent x"), "usage: sysextctl fault next KIND FAULT");
+    const std::string wait = "usage: sysextctl wait ID STATE [--timeout TIME]; \"sysextctl wait --help\" says more";
+    const std::string fault = "usage: sysextctl fault next KIND FAULT; \"sysextctl fault --help\" says more";
+    EXPECT_EQ(refusedLine("allow"), "usage: sysextctl allow ID; \"sysextctl allow --help\" says more");
+    EXPECT_EQ(refusedLine("allow x y"), "usage: sysextctl allow ID; \"sysextctl allow --help\" says more");
+    EXPECT_EQ(refusedLine("restart now"), "usage: sysextctl restart; \"sysextctl restart --help\" says more");
+    EXPECT_EQ(refusedLine("wait x"), wait);
+    EXPECT_EQ(refusedLine("wait x absent --timeout"), wait);
+    EXPECT_EQ(refusedLine("fault activate silent x"), fault);
+    EXPECT_EQ(refusedLine("fault next activate silent x"), fault);
+}
+
+TEST(TheCommandLine, TakesNoEmptyTextForAFolder) {
+    EXPECT_EQ(refused({"applications", ""}).line,
+              "usage: sysextctl applications [FOLDER...]; \"sysextctl applications --help\" says more");
 }
 
 TEST(TheCommandLine, SaysWhatATimeLooksLike) {

@@ -1,9 +1,14 @@
 #include "simulator/core/Request.h"
 #include "simulator/core/Switch.h"
+#include "simulator/sysextctl/CopyList.h"
 #include "simulator/sysextctl/Help.h"
+#include "simulator/sysextctl/RequestList.h"
 #include "simulator/sysextctl/Verbs.h"
 #include "tests/simulator/support/Printing.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 
 #include <set>
@@ -41,6 +46,19 @@ TEST(TheHelpOfRequests, NamesEachStageInWhichOneIsListed) {
     for (auto stage = Stage::delayed; stage != Stage::ended; stage = static_cast<Stage>(static_cast<int>(stage) + 1))
         stages.insert(std::string{nameOf(stage)});
     EXPECT_EQ(stages, namesIn("requests"));
+}
+
+TEST(TheHelp, NamesEachKeyOfTheJson) {
+    const auto expectKeys = [](const QString& json, const QString& verb) {
+        const auto keys = QJsonDocument::fromJson(json.toUtf8()).array().at(0).toObject().keys();
+        EXPECT_FALSE(keys.isEmpty());
+        for (const auto& key : keys) {
+            const QRegularExpression word{"--json.*\\b" + key + "\\b"};
+            EXPECT_TRUE(word.match(help(verb).section("\n\n", 1).simplified()).hasMatch()) << key.toStdString();
+        }
+    };
+    expectKeys(copiesAsJson({CopyEntry{}}), "list");
+    expectKeys(requestsAsJson({RequestEntry{}}), "requests");
 }
 
 TEST(TheHelpOfSwitch, NamesEachSwitchWithItsValues) {
