@@ -1,37 +1,57 @@
 #pragma once
 
+#include <QByteArray>
+#include <QDBusConnection>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 namespace tests {
 
-/// A message bus of a test's own, from a dbus-daemon that ends with it.
+/// A message bus that no one else is on, from a dbus-daemon that ends with it. Needs a QCoreApplication.
 class PrivateBus {
 public:
-    /// Starts the daemon and returns once it listens.
-    PrivateBus();
+    /// Returns once the daemon listens. The environment is that of the services which the bus starts.
+    explicit PrivateBus(const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
+    ~PrivateBus();
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
-    /// Ends the daemon.
-    ~PrivateBus();
 
     const QString& address() const { return address_; }
 
-    /// Lets the daemon start `command` when somebody calls `name`. The commands inherit this process's environment.
-    void addActivatableService(const QString& name, const QString& command);
+    /// A new connection. Its name is needed only to close it early.
+    QDBusConnection connect();
 
-    /// Ends the daemon under its clients' feet, and returns once it has gone.
+    /// Lets the programs of other users connect to it, who cannot reach it otherwise.
+    void openToEveryone();
+
+    /// Has the bus start the program whenever the name is called and nobody owns it. To be called at most once, and
+    /// before the first call.
+    void makeActivatable(const QString& name, const QString& program);
+
+    /// The environment of a program that is to be on this bus.
+    QProcessEnvironment environment() const;
+
+    /// What the bus and the services that it started wrote to standard error.
+    QByteArray errors() const;
+
+    /// Ends the bus under its clients' feet, and waits until the service that it started has ended, too.
     void stop();
     /// Starts it again, at the same address.
     void start();
 
 private:
-    QString writeConfiguration() const;
+    QString path(const QString& name) const;
+    void writeConfiguration() const;
+    uint startedService();
 
     QTemporaryDir folder_;
     QProcess daemon_;
-    QString address_;
+    const QString address_;
+    QStringList connections_;
+    QString activatable_;
 };
 
 } // namespace tests

@@ -2,13 +2,11 @@
 
 #include "tests/simulator/support/Printing.h"
 
-#include "tests/simulator/support/PrivateBus.h"
 #include "tests/simulator/support/Program.h"
-#include "tests/simulator/support/QtMessages.h"
 #include "tests/simulator/support/ScriptedControl.h"
+#include "tests/simulator/support/TestApplication.h"
 #include "tests/simulator/support/Until.h"
-
-#include <QCoreApplication>
+#include "tests/support/PrivateBus.h"
 
 #include <csignal>
 #include <optional>
@@ -34,12 +32,8 @@ protected:
     }
 
 private:
-    int argc_ = 1;
-    char name_[6] = "tests";
-    char* argv_[2] = {name_, nullptr};
-    QCoreApplication application_{argc_, argv_};
-    QtMessages messages_;
-    PrivateBus bus_;
+    TestApplication application_;
+    ::tests::PrivateBus bus_;
     std::optional<ScriptedControl> control_;
 };
 

@@ -1,10 +1,10 @@
 #include "tests/simulator/support/Printing.h"
 
 #include "tests/simulator/SystemSettings/ShownWindow.h"
-#include "tests/simulator/support/PrivateBus.h"
 #include "tests/simulator/support/QtMessages.h"
 #include "tests/simulator/support/ScriptedControl.h"
 #include "tests/simulator/support/Until.h"
+#include "tests/support/PrivateBus.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -47,7 +47,7 @@ protected:
     SystemSettings() { control_.emplace(bus_.connect()); }
 
     ScriptedControl& control() { return *control_; }
-    PrivateBus& bus() { return bus_; }
+    ::tests::PrivateBus& bus() { return bus_; }
     settings::SettingsWindow& window() { return shown_->window(); }
 
     /// Shows the window, and waits until it shows what the service listed.
@@ -81,7 +81,7 @@ protected:
 private:
     OffscreenApplication application_;
     QtMessages messages_;
-    PrivateBus bus_;
+    ::tests::PrivateBus bus_;
     std::optional<ScriptedControl> control_;
     std::optional<ShownWindow> shown_;
 };

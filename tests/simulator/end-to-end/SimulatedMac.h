@@ -1,8 +1,8 @@
 #pragma once
 
 #include "tests/simulator/application/Asker.h"
-#include "tests/simulator/support/PrivateBus.h"
 #include "tests/simulator/support/Program.h"
+#include "tests/support/PrivateBus.h"
 
 #include <QString>
 #include <QStringList>
@@ -53,7 +53,7 @@ private:
 
     QTemporaryDir folder_;
     QString program_;
-    PrivateBus bus_;
+    ::tests::PrivateBus bus_;
 };
 
 } // namespace simulator::tests

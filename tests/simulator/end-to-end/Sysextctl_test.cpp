@@ -3,9 +3,7 @@
 #include "SimulatedMac.h"
 
 #include "tests/simulator/application/SampleBundle.h"
-#include "tests/simulator/support/QtMessages.h"
-
-#include <QCoreApplication>
+#include "tests/simulator/support/TestApplication.h"
 
 namespace simulator::tests {
 
@@ -26,11 +24,7 @@ protected:
     std::string list() { return mac.sysextctl("list").output; }
 
 private:
-    int argc_ = 1;
-    char name_[6] = "tests";
-    char* argv_[2] = {name_, nullptr};
-    QCoreApplication application_{argc_, argv_};
-    QtMessages messages_;
+    TestApplication application_;
 
 protected:
     SimulatedMac mac;

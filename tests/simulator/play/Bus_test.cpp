@@ -3,12 +3,11 @@
 #include "Simulator1Proxy.h"
 #include "simulator/bus/Names.h"
 #include "tests/simulator/support/Printing.h"
-#include "tests/simulator/support/PrivateBus.h"
 #include "tests/simulator/support/Program.h"
-#include "tests/simulator/support/QtMessages.h"
+#include "tests/simulator/support/TestApplication.h"
 #include "tests/simulator/support/Until.h"
+#include "tests/support/PrivateBus.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
@@ -52,15 +51,11 @@ protected:
     std::string errors;
 
 private:
-    int argc_ = 1;
-    char name_[6] = "tests";
-    char* argv_[2] = {name_, nullptr};
-    QCoreApplication application_{argc_, argv_};
-    QtMessages messages_;
+    TestApplication application_;
 
 protected:
     QTemporaryDir folder;
-    PrivateBus bus{serviceEnvironment()};
+    ::tests::PrivateBus bus{serviceEnvironment()};
 };
 
 class AScenarioOnTheBus : public OnTheBus {

@@ -2,9 +2,8 @@
 
 #include "tests/simulator/support/Printing.h"
 #include "tests/simulator/support/Program.h"
-#include "tests/simulator/support/QtMessages.h"
+#include "tests/simulator/support/TestApplication.h"
 
-#include <QCoreApplication>
 #include <QTemporaryFile>
 
 namespace simulator::tests {
@@ -38,11 +37,7 @@ protected:
     std::string errors;
 
 private:
-    int argc_ = 1;
-    char name_[6] = "tests";
-    char* argv_[2] = {name_, nullptr};
-    QCoreApplication application_{argc_, argv_};
-    QtMessages messages_;
+    TestApplication application_;
 };
 
 } // namespace

@@ -2,13 +2,12 @@
 
 #include "simulator/bus/Names.h"
 #include "tests/simulator/support/Printing.h"
-#include "tests/simulator/support/PrivateBus.h"
 #include "tests/simulator/support/Program.h"
-#include "tests/simulator/support/QtMessages.h"
 #include "tests/simulator/support/ScriptedControl.h"
+#include "tests/simulator/support/TestApplication.h"
 #include "tests/simulator/support/Until.h"
+#include "tests/support/PrivateBus.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryFile>
 
@@ -38,7 +37,7 @@ protected:
     Sysextctl() { control_.emplace(bus_.connect()).identifiers = QStringList{camera}; }
 
     ScriptedControl& control() { return *control_; }
-    PrivateBus& bus() { return bus_; }
+    ::tests::PrivateBus& bus() { return bus_; }
 
     Program started(const QStringList& arguments) { return {SYSEXTCTL, arguments, bus_.environment()}; }
 
@@ -53,12 +52,8 @@ protected:
     }
 
 private:
-    int argc_ = 1;
-    char name_[6] = "tests";
-    char* argv_[2] = {name_, nullptr};
-    QCoreApplication application_{argc_, argv_};
-    QtMessages messages_;
-    PrivateBus bus_;
+    TestApplication application_;
+    ::tests::PrivateBus bus_;
     std::optional<ScriptedControl> control_;
 };
 

@@ -91,7 +91,7 @@ protected:
         sqlite3_close(handle);
     }
 
-    PrivateBus own_;
+    ::tests::PrivateBus own_;
     QDBusConnection connection_ = own_.connect();
     QDBusServiceWatcher watcher_{serviceName, connection_};
 };

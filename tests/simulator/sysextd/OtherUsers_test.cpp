@@ -3,11 +3,10 @@
 #include "Simulator1Adaptor.h"
 #include "simulator/bus/Names.h"
 #include "simulator/sysextd/BusObject.h"
-#include "tests/simulator/support/PrivateBus.h"
-#include "tests/simulator/support/QtMessages.h"
+#include "tests/simulator/support/TestApplication.h"
 #include "tests/simulator/support/Until.h"
+#include "tests/support/PrivateBus.h"
 
-#include <QCoreApplication>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 
@@ -108,13 +107,9 @@ private:
         }
     }
 
-    int argc_ = 1;
-    char name_[6] = "tests";
-    char* argv_[2] = {name_, nullptr};
-    QCoreApplication application_{argc_, argv_};
-    QtMessages messages_;
+    TestApplication application_;
     QTemporaryDir folder_;
-    PrivateBus bus_;
+    ::tests::PrivateBus bus_;
     QDBusConnection connection_ = bus_.connect();
     std::optional<QDBusConnection> caller_;
     Service service_{folder_.filePath("store.sqlite").toStdString()};

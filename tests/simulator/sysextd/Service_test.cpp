@@ -1,8 +1,9 @@
 // The machine and its store, in this process.
 
-#include "simulator/sysextd/Service.h"
 #include "simulator/store/Store.h"
+#include "simulator/sysextd/Service.h"
 #include "tests/simulator/application/SampleBundle.h"
+#include "tests/simulator/support/TestApplication.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -20,7 +21,8 @@ protected:
     AServiceInThisProcess() {
         QDir{}.mkpath(applications());
         makeSampleBundle(bundle(), ASKER);
-        service.perform([&](Machine& machine) { return machine.setApplicationsFolders({applications().toStdString()}); });
+        service.perform(
+            [&](Machine& machine) { return machine.setApplicationsFolders({applications().toStdString()}); });
     }
 
     QString applications() const { return folder_.filePath("Applications"); }
@@ -37,10 +39,7 @@ protected:
     }
 
 private:
-    int argc_ = 1;
-    char name_[6] = "tests";
-    char* argv_[2] = {name_, nullptr};
-    QCoreApplication application_{argc_, argv_};
+    TestApplication application_;
     QTemporaryDir folder_;
     QString file_ = folder_.filePath("store.sqlite");
 

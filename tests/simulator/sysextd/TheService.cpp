@@ -15,7 +15,7 @@ TheService::TheService() {
     registerTypes();
     QDir{}.mkpath(applications());
     program_ = makeSampleBundle(applications() + "/Driver Manager.app", ASKER);
-    bus_ = std::make_unique<PrivateBus>(environment());
+    bus_ = std::make_unique<::tests::PrivateBus>(environment());
     bus_->makeActivatable(serviceName, SYSEXTD);
     connection_ = bus_->connect();
     control_ = std::make_unique<Control>(serviceName, objectPath, connection_);

@@ -3,10 +3,9 @@
 #include "Simulator1Proxy.h"
 #include "simulator/bus/Names.h"
 #include "tests/simulator/application/Asker.h"
-#include "tests/simulator/support/PrivateBus.h"
-#include "tests/simulator/support/QtMessages.h"
+#include "tests/simulator/support/TestApplication.h"
+#include "tests/support/PrivateBus.h"
 
-#include <QCoreApplication>
 #include <QDBusServiceWatcher>
 #include <QTemporaryDir>
 
@@ -30,7 +29,7 @@ protected:
     QString stateFolder() const { return folder_.path(); }
     /// Of the sample application.
     QString program() const { return program_; }
-    PrivateBus& bus() { return *bus_; }
+    ::tests::PrivateBus& bus() { return *bus_; }
     const QDBusConnection& connection() const { return connection_; }
     Control& control() { return *control_; }
     QProcessEnvironment environment() const;
@@ -57,14 +56,10 @@ protected:
     bool serviceIsGone();
 
 private:
-    int argc_ = 1;
-    char name_[6] = "tests";
-    char* argv_[2] = {name_, nullptr};
-    QCoreApplication application_{argc_, argv_};
-    QtMessages messages_;
+    TestApplication application_;
     QTemporaryDir folder_;
     QString program_;
-    std::unique_ptr<PrivateBus> bus_;
+    std::unique_ptr<::tests::PrivateBus> bus_;
     QDBusConnection connection_{QString{}};
     std::unique_ptr<Control> control_;
     /// Makes every change of the service's owner an event of this process, so that a test can wait for it.

@@ -113,14 +113,14 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsWhereThereIsNoService) {
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, StartsTheServiceWhereTheBusKnowsHow) {
-    bus.addActivatableService("com.kelvra.Simulator1", ONE_ANSWER_SERVICE);
+    bus.makeActivatable("com.kelvra.Simulator1", ONE_ANSWER_SERVICE);
     submit("camera");
     waitForAnswers(1);
     EXPECT_THAT(delegate->heard, ElementsAre("finished 0 for camera"));
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, FailsWhereTheServiceDoesNotStart) {
-    bus.addActivatableService("com.kelvra.Simulator1", "/bin/false");
+    bus.makeActivatable("com.kelvra.Simulator1", "/bin/false");
     submit("camera");
     expectOneFailure("The extension service did not take the request");
 }
