@@ -93,6 +93,8 @@ bool isForbidden(const Subject& subject) {
     return subject.settings->profile.forbids(subject.extension->team, subject.identifier);
 }
 
+constexpr std::string_view policyDescription = "The management profile does not allow the extension.";
+
 // clang-format off
 constexpr std::array lookups{
     Check{code::extensionNotFound,               "The application holds no extension of this identifier.",           isNotCarried},
@@ -110,7 +112,7 @@ constexpr std::array validations{
     Check{code::codeSignatureInvalid,    "The extension's files do not match its seal.",                             isUnsealedOrChanged},
     Check{code::validationFailed,        "The extension's Info.plist has no usage description.",                     hasNoUsageDescription},
     Check{code::validationFailed,        "The camera's Mach service name is not in its application group.",          isCameraOutsideItsGroup},
-    Check{code::forbiddenBySystemPolicy, "The management profile does not allow the extension.",                     isForbidden},
+    Check{code::forbiddenBySystemPolicy, policyDescription,                                                          isForbidden},
 };
 // clang-format on
 
@@ -143,6 +145,11 @@ std::optional<Failure> firstFailedLookup(const Subject& subject) {
 
 std::optional<Failure> firstFailedValidation(const Subject& subject) {
     return firstFailed(validations, subject);
+}
+
+std::optional<Failure> failedPolicy(const Extension& extension, const Settings& settings) {
+    if (!settings.profile.forbids(extension.team, extension.identifier)) return std::nullopt;
+    return failureWith(code::forbiddenBySystemPolicy, policyDescription);
 }
 
 } // namespace simulator

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/core/Copy.h"
 #include "simulator/core/Disk.h"
 #include "simulator/core/Failure.h"
 #include "simulator/core/Settings.h"
@@ -27,5 +28,8 @@ Subject subjectOf(const BundleOnDisk* bundle, const std::string& identifier, con
 std::optional<Failure> firstFailedLookup(const Subject& subject);
 /// Whether the extension is sound and allowed. It has passed the lookups. Nothing: it passes.
 std::optional<Failure> firstFailedValidation(const Subject& subject);
+
+/// Whether the management profile lets a copy of it be enabled; what is enabled already stays so. Nothing: it does.
+std::optional<Failure> failedPolicy(const Extension& extension, const Settings& settings);
 
 } // namespace simulator

@@ -40,6 +40,12 @@ Refusal Machine::nothingOf(const std::string& identifier, const std::string& wha
     return {Refusal::Kind::nothingWaiting, identifier + ": " + what};
 }
 
+/// What the profile forbids is nobody's to enable.
+std::optional<Refusal> Machine::policyAgainst(const Extension& extension) const {
+    if (!failedPolicy(extension, state_.settings)) return std::nullopt;
+    return Refusal{Refusal::Kind::forbiddenByProfile, extension.identifier + ": the management profile forbids it"};
+}
+
 void Machine::tell(const std::string& identifier, const std::string& text) {
     outbox_.events.push_back({state_.clock, identifier, text});
 }
@@ -136,9 +142,7 @@ void Machine::complete(std::int64_t copy) {
 Verdict Machine::allow(const std::string& identifier) {
     const Copy* const copy = copies_.waiting(identifier);
     if (!copy) return nothingOf(identifier, "nothing waits for approval");
-    if (state_.settings.profile.forbids(copy->extension.team, identifier)) {
-        return nothingOf(identifier, "the management profile forbids it");
-    }
+    if (auto refusal = policyAgainst(copy->extension)) return refusal;
     copies_.approve(copy->extension);
     complete(copy->number);
     return done;
@@ -190,6 +194,7 @@ Verdict Machine::disable(const std::string& identifier) {
 Verdict Machine::enable(const std::string& identifier) {
     const Copy* const copy = copies_.activated(identifier);
     if (!copy || copy->state != CopyState::disabled) return nothingOf(identifier, "not disabled");
+    if (auto refusal = policyAgainst(copy->extension)) return refusal;
     copies_.happen(copy->number, CopyEvent::switchedOn);
     return done;
 }
@@ -209,11 +214,7 @@ void Machine::finishWhatWasBegun() {
             copies_.happen(number, CopyEvent::dropped);
             break;
         case CopyState::staging:
-            if (steps_.needsApproval(*copy)) {
-                copies_.letWait(number);
-            } else {
-                copies_.activate(number, CopyEvent::approved);
-            }
+            finishStaging(*copy);
             break;
         case CopyState::terminatingForUninstall:
             copies_.happen(number, CopyEvent::stopped);
@@ -221,6 +222,16 @@ void Machine::finishWhatWasBegun() {
         default:
             break;
         }
+    }
+}
+
+void Machine::finishStaging(const Copy& copy) {
+    if (failedPolicy(copy.extension, state_.settings)) {
+        copies_.happen(copy.number, CopyEvent::dropped);
+    } else if (steps_.needsApproval(copy)) {
+        copies_.letWait(copy.number);
+    } else {
+        copies_.activate(copy.number, CopyEvent::approved);
     }
 }
 
@@ -249,6 +260,9 @@ Verdict Machine::install(const std::string& identifier, const Version& version, 
     }
     const std::optional<Extension> extension = catalog_.find(identifier);
     if (!extension) return nothingOf(identifier, {});
+    if (*where == CopyState::enabled) {
+        if (auto refusal = policyAgainst(*extension)) return refusal;
+    }
     if (state_.copies.size() >= limits::copies) return tooMany("too many copies are installed");
     if (isInstalled(*where)) supersede(identifier);
     copies_.clear(identifier, *where);

@@ -51,8 +51,7 @@ public:
     [[nodiscard]] Verdict answerReplacement(const std::string& client, const std::string& token, bool replace);
     void clientLeft(const std::string& client);
 
-    // The person at the machine.
-    /// What the profile forbids is not the person's to allow.
+    // The person at the machine. Nothing that the profile forbids is allowed, enabled or installed enabled.
     [[nodiscard]] Verdict allow(const std::string& identifier);
     [[nodiscard]] Verdict deny(const std::string& identifier);
     [[nodiscard]] Verdict authorize(const std::string& identifier);
@@ -71,7 +70,9 @@ public:
     /// Absolute paths, without links and without a slash at the end.
     [[nodiscard]] Verdict setApplicationsFolders(std::vector<std::string> folders);
     void setDeveloperMode(bool on);
-    /// A profile that allows what waits, or lets remove what an administrator was asked for, answers it.
+    /// A profile that allows what waits, or lets remove what an administrator was asked for, answers it. What it
+    /// forbids is never enabled while it is there: an activation that is under way fails with its next step, what waits
+    /// waits on, and what is enabled already runs on until it is switched off.
     void setProfile(Profile profile);
     /// Where the administrator's word is now given at once, it answers who waits for it.
     [[nodiscard]] Verdict setSwitch(const std::string& name, const std::string& value);
@@ -87,6 +88,8 @@ private:
     void complete(std::int64_t copy);
     void authorizeAll();
     void finishWhatWasBegun();
+    void finishStaging(const Copy& copy);
+    std::optional<Refusal> policyAgainst(const Extension& extension) const;
     Refusal nothingOf(const std::string& identifier, const std::string& what) const;
     void tell(const std::string& identifier, const std::string& text);
 

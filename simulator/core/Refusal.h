@@ -7,7 +7,7 @@ namespace simulator {
 
 /// Why the machine would not do what it was told; nothing was changed.
 struct Refusal {
-    enum class Kind { nothingWaiting, unknownIdentifier, invalidArgument, limitExceeded };
+    enum class Kind { nothingWaiting, unknownIdentifier, invalidArgument, limitExceeded, forbiddenByProfile };
 
     Kind kind = Kind::invalidArgument;
     /// One clear line.

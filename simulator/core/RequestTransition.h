@@ -8,7 +8,7 @@ namespace simulator {
 /// What happens to a request.
 enum class RequestEvent {
     delayPassed,
-    failed,            ///< a check, or an ordered error
+    failed,            ///< a check, an ordered error, or a profile that forbids it since
     alreadyActive,     ///< the very version is activated
     alreadyWaiting,    ///< the very version waits for the user
     hollow,            ///< an ordered fault
@@ -70,6 +70,7 @@ inline constexpr std::array requestTransitions{
     RequestTransition{Stage::validating,    RequestEvent::needsNoQuestion,    Stage::staging,       Reply::nothing},
     RequestTransition{Stage::replacement,   RequestEvent::replace,            Stage::staging,       Reply::nothing},
     RequestTransition{Stage::replacement,   RequestEvent::cancel,             Stage::ended,         Reply::canceled},
+    RequestTransition{Stage::staging,       RequestEvent::failed,             Stage::ended,         Reply::failed},
     RequestTransition{Stage::staging,       RequestEvent::needsApproval,      Stage::user,          Reply::needsApproval},
     RequestTransition{Stage::staging,       RequestEvent::needsHiddenPrompt,  Stage::user,          Reply::nothing},
     RequestTransition{Stage::staging,       RequestEvent::activated,          Stage::ended,         Reply::finished},

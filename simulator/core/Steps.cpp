@@ -124,8 +124,14 @@ bool Steps::needsApproval(const Copy& copy) const {
     return !copies_.isApproved(extension) || !state_.settings.isDefault(Switch::upgrade);
 }
 
+/// A profile may have arrived since the copy was validated.
 void Steps::stage(Request& request) {
-    if (!needsApproval(*copies_.find(request.copy))) {
+    const Copy& copy = *copies_.find(request.copy);
+    if (auto failure = failedPolicy(copy.extension, state_.settings)) {
+        requests_.take(request, RequestEvent::failed, std::move(*failure));
+        return;
+    }
+    if (!needsApproval(copy)) {
         const std::int64_t result = copies_.activate(request.copy, CopyEvent::approved);
         requests_.take(request, RequestEvent::activated, Finished{result});
         return;

@@ -125,6 +125,8 @@ QString errorName(Refusal::Kind kind) {
         return prefix + "InvalidArgument";
     case Refusal::Kind::limitExceeded:
         return prefix + "LimitExceeded";
+    case Refusal::Kind::forbiddenByProfile:
+        return prefix + "ForbiddenByProfile";
     }
     return prefix + "InvalidArgument";
 }

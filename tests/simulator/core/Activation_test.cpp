@@ -220,6 +220,34 @@ TEST_F(AnActivation, EndsWithTheClientThatWasAskedForReplacement) {
     EXPECT_THAT(mac.machine().requests(), IsEmpty());
 }
 
+TEST_F(AnActivation, FailsWithTenWhereverAProfileThatForbidsItFindsIt) {
+    Profile profile;
+    profile.allowsUserOverrides = false;
+    for (int steps = 0; steps < 3; ++steps) {
+        SampleMac another;
+        ASSERT_FALSE(another.machine().submit({"client", "a", sampleApplication, RequestKind::activation, camera}));
+        for (int step = 0; step < steps; ++step)
+            another.machine().step();
+        another.machine().setProfile(profile);
+        another.rest();
+        EXPECT_THAT(another.heard(), ElementsAre("a: failed 10")) << "after " << steps << " steps";
+        EXPECT_THAT(another.copies(), IsEmpty());
+    }
+}
+
+TEST_F(AnActivation, FailsWithTenWhenAProfileForbidsItWhileTheQuestionIsOpen) {
+    mac.install("2004", "enabled");
+    mac.activate("a");
+    Profile profile;
+    profile.allowsUserOverrides = false;
+    mac.machine().setProfile(profile);
+    mac.rest();
+    EXPECT_THAT(mac.heard(), ElementsAre("a: replace 2004 by 2105?"));
+    mac.answer("a", true);
+    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 10"));
+    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
+}
+
 TEST_F(AnActivation, AnswersNoOtherClient) {
     mac.activate("a");
     mac.mustDo(mac.machine().allow(camera));

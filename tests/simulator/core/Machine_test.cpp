@@ -12,6 +12,7 @@ constexpr auto nothingWaiting = Refusal::Kind::nothingWaiting;
 constexpr auto unknownIdentifier = Refusal::Kind::unknownIdentifier;
 constexpr auto invalidArgument = Refusal::Kind::invalidArgument;
 constexpr auto limitExceeded = Refusal::Kind::limitExceeded;
+constexpr auto forbiddenByProfile = Refusal::Kind::forbiddenByProfile;
 
 auto refusedAs(Refusal::Kind kind) {
     return Optional(Field("kind", &Refusal::kind, kind));
@@ -248,17 +249,83 @@ TEST_F(AMachine, CompletesWhatWaitsWhenAProfileAllowsIt) {
     EXPECT_THAT(mac.copies(driver), ElementsAre("2105 activated waiting for user"));
 }
 
-TEST_F(AMachine, LetsNobodyAllowWhatTheProfileForbids) {
-    mac.activate("a");
+/// A profile that allows nothing and leaves nothing to the user.
+Profile forbidding() {
     Profile profile;
     profile.allowsUserOverrides = false;
-    machine().setProfile(profile);
-    EXPECT_THAT(machine().allow(camera), refusedAs(nothingWaiting));
+    return profile;
+}
+
+TEST_F(AMachine, LetsWhatTheProfileForbidsWaitAndNobodyAllowIt) {
+    mac.activate("a");
+    machine().setProfile(forbidding());
+    mac.rest();
+    EXPECT_THAT(machine().allow(camera), refusedAs(forbiddenByProfile));
     EXPECT_THAT(mac.copies(), ElementsAre("2105 activated waiting for user"));
     EXPECT_THAT(machine().state().approvals, IsEmpty());
     machine().setProfile({});
     mac.mustDo(machine().allow(camera));
-    EXPECT_THAT(mac.copies(), ElementsAre("2105 activated enabled"));
+    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "a: finished 0"));
+}
+
+TEST_F(AMachine, LetsWhatTheProfileForbidsRunOnAndNobodySwitchItOnAgain) {
+    mac.install("1", "enabled");
+    machine().setProfile(forbidding());
+    machine().restart();
+    mac.comeBack();
+    EXPECT_THAT(mac.copies(), ElementsAre("1 activated enabled"));
+    mac.mustDo(machine().disable(camera));
+    EXPECT_THAT(machine().enable(camera), refusedAs(forbiddenByProfile));
+    EXPECT_THAT(mac.copies(), ElementsAre("1 activated disabled"));
+    machine().setProfile({});
+    mac.mustDo(machine().enable(camera));
+    EXPECT_THAT(mac.copies(), ElementsAre("1 activated enabled"));
+}
+
+TEST_F(AMachine, InstallsNothingEnabledThatTheProfileForbids) {
+    machine().setProfile(forbidding());
+    EXPECT_THAT(machine().install(camera, {"1", "1"}, "enabled"), refusedAs(forbiddenByProfile));
+    EXPECT_THAT(mac.copies(), IsEmpty());
+    mac.install("1", "waiting");
+    mac.install("2", "disabled");
+    EXPECT_THAT(mac.copies(), ElementsAre("1 activated waiting for user", "2 activated disabled"));
+}
+
+TEST_F(AMachine, LetsTheUserDenyWhatTheProfileForbids) {
+    mac.activate("a");
+    machine().setProfile(forbidding());
+    mac.mustDo(machine().deny(camera));
+    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "a: failed 11"));
+    EXPECT_THAT(mac.copies(), IsEmpty());
+}
+
+/// The machine goes down, or its service dies, when a copy of an approved extension is staged and not yet enabled, and
+/// a profile forbids it.
+class AMachineThatStagesWhatIsForbidden : public AMachine {
+protected:
+    AMachineThatStagesWhatIsForbidden() {
+        mac.install("2004", "enabled");
+        mac.activate("a");
+        EXPECT_EQ(machine().answerReplacement("client", "a", true), done);
+        machine().setProfile(forbidding());
+        EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled", "2105 staging"));
+    }
+};
+
+TEST_F(AMachineThatStagesWhatIsForbidden, FailsWithTen) {
+    mac.rest();
+    EXPECT_THAT(mac.heard(), ElementsAre("a: replace 2004 by 2105?", "a: failed 10"));
+    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
+}
+
+TEST_F(AMachineThatStagesWhatIsForbidden, DropsItWhenItRestarts) {
+    machine().restart();
+    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
+}
+
+TEST_F(AMachineThatStagesWhatIsForbidden, DropsItWhenItComesBack) {
+    mac.comeBack();
+    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
 }
 
 // Faults.

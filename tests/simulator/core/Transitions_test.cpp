@@ -86,6 +86,7 @@ validating, needs question -> replacement: asked for replacement
 validating, needs no question -> staging
 replacement, replace -> staging
 replacement, cancel -> ended: failed 11
+staging, failed -> ended: failed
 staging, needs approval -> user: needs approval
 staging, needs hidden prompt -> user
 staging, activated -> ended: finished 0 or 1

@@ -20,6 +20,7 @@ void RandomWalk::go(int steps) {
         hear();
         lookAtCopies();
         lookAtWaitingRequests();
+        lookAtWhatWasEnabled();
     }
 }
 
@@ -82,9 +83,6 @@ void RandomWalk::playThePerson() {
     const Verdict verdict = (machine_.get()->*deed.method)(identifier);
     if (verdict || !deed.cause) return;
     witness_.happened(*deed.cause, identifier);
-    if (deed.cause == Cause::allowed) {
-        EXPECT_FALSE(machine_->state().settings.profile.forbids(sampleTeam, identifier)) << "allowed, but forbidden";
-    }
 }
 
 void RandomWalk::rarely() {
@@ -270,6 +268,20 @@ void RandomWalk::lookAtWaitingRequests() {
         ASSERT_NE(copy, machine_->state().copies.end());
         EXPECT_EQ(copy->second.state, CopyState::waitingForUser);
     }
+}
+
+/// What the profile forbids runs on where it did, and is never enabled.
+void RandomWalk::lookAtWhatWasEnabled() {
+    std::set<std::int64_t> enabled;
+    for (const auto& [number, copy] : machine_->state().copies) {
+        if (copy.state != CopyState::enabled) continue;
+        enabled.insert(number);
+        if (enabled_.count(number) != 0) continue;
+        const Extension& extension = copy.extension;
+        EXPECT_FALSE(machine_->state().settings.profile.forbids(extension.team, extension.identifier))
+            << extension.identifier << " is enabled, and the profile forbids it";
+    }
+    enabled_ = std::move(enabled);
 }
 
 /// A copy that is being prepared has a request that prepares it.

@@ -67,6 +67,7 @@ private:
     void compare();
     void lookAtCopies();
     void lookAtWaitingRequests();
+    void lookAtWhatWasEnabled();
     void lookForOrphans(const std::map<std::string, int>& unfinished);
     State keptState();
 
@@ -79,6 +80,8 @@ private:
     std::map<std::string, Profile> profiles_{{"", Profile{}}};
     /// The copies that have outlived a restart which should have removed them.
     std::set<std::int64_t> lingered_;
+    /// The copies that were enabled after the last step.
+    std::set<std::int64_t> enabled_;
     std::set<const CopyTransition*> copyTransitions_;
     std::set<const RequestTransition*> requestTransitions_;
     int lastToken_ = 0;

@@ -26,6 +26,15 @@ TEST_F(TheControl, SaysWhyItRefuses) {
     EXPECT_EQ(errorOf(control().Advance(-1)), "InvalidArgument");
 }
 
+TEST_F(TheControl, RefusesToEnableWhatTheProfileForbids) {
+    must(control().SetProfile("<plist version=\"1.0\"><dict><key>AllowUserOverrides</key><false/></dict></plist>"));
+    must(control().Install(camera, "1.0", "1", "waiting"));
+    must(control().Install(driver, "1.0", "1", "disabled"));
+    EXPECT_EQ(errorOf(control().Allow(camera)), "ForbiddenByProfile");
+    EXPECT_EQ(errorOf(control().Enable(driver)), "ForbiddenByProfile");
+    EXPECT_EQ(errorOf(control().Install(driver, "1.0", "2", "enabled")), "ForbiddenByProfile");
+}
+
 TEST_F(TheControl, ListsCopiesByCategoryThenIdentifierThenAge) {
     must(control().Install(driver, "1.0", "1", "enabled"));
     must(control().Install(camera, "1.0", "2", "uninstalling"));
