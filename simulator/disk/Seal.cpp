@@ -31,17 +31,27 @@ std::optional<std::string> targetOf(const QFileInfo& link) {
     return target.string();
 }
 
-std::optional<std::string> digestOf(const QFileInfo& file) {
-    QCryptographicHash hash{QCryptographicHash::Sha256};
-    if (file.isSymLink()) {
-        const auto target = targetOf(file);
-        if (!target) return std::nullopt;
-        hash.addData(QByteArray::fromStdString(*target));
-    } else {
-        QFile contents;
-        if (!openRegularFile(contents, file.filePath()) || !hash.addData(&contents)) return std::nullopt;
-    }
+std::string hexOf(const QCryptographicHash& hash) {
     return hash.result().toHex().toStdString();
+}
+
+std::optional<std::string> digestOfLink(const QFileInfo& link) {
+    const auto target = targetOf(link);
+    if (!target) return std::nullopt;
+    QCryptographicHash hash{QCryptographicHash::Sha256};
+    hash.addData(QByteArray::fromStdString(*target));
+    return "link " + hexOf(hash);
+}
+
+std::optional<std::string> digestOfFile(const QFileInfo& file) {
+    QCryptographicHash hash{QCryptographicHash::Sha256};
+    QFile contents;
+    if (!openRegularFile(contents, file.filePath()) || !hash.addData(&contents)) return std::nullopt;
+    return hexOf(hash);
+}
+
+std::optional<std::string> digestOf(const QFileInfo& file) {
+    return file.isSymLink() ? digestOfLink(file) : digestOfFile(file);
 }
 
 } // namespace

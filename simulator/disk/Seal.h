@@ -13,7 +13,7 @@ namespace simulator {
 struct Seal {
     std::string team;
     PropertyList::Dictionary entitlements;
-    /// The SHA-256 of each file, by its path in the bundle.
+    /// The SHA-256 of each file, by its path in the bundle; of a link that of its target, after the word "link".
     std::map<std::string, std::string> files;
 };
 
@@ -21,8 +21,8 @@ struct Seal {
 std::optional<Seal> readSeal(const std::string& bundle);
 /// Answers with what went wrong; empty if it is written. It appears whole or not at all.
 std::string writeSeal(const std::string& bundle, const Seal& seal);
-/// Of every file in the bundle but its own seal. A link counts as a file that holds its target. Nothing if one cannot
-/// be read, as a pipe cannot.
+/// Of every file in the bundle but its own seal; a link is never the same as a file, whatever that holds. Nothing if
+/// one cannot be read, as a pipe cannot.
 std::optional<std::map<std::string, std::string>> digestsOf(const std::string& bundle);
 
 } // namespace simulator

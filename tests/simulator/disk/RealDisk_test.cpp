@@ -1,3 +1,4 @@
+#include "simulator/core/Machine.h"
 #include "simulator/disk/RealDisk.h"
 #include "simulator/disk/Seal.h"
 
@@ -56,6 +57,19 @@ protected:
     }
 
     void unlink(const QString& name) { QFile::remove(extension + "/Contents/" + name); }
+
+    /// The code that an activation of the extension fails with; 0 if it needs approval.
+    std::int64_t codeOfActivation() {
+        Machine machine{State{}, disk};
+        EXPECT_EQ(machine.setApplicationsFolders({folder.path().toStdString()}), done);
+        EXPECT_EQ(machine.submit({"client", "a", bundle.toStdString(), RequestKind::activation, identifier}), done);
+        while (machine.step()) {
+        }
+        const AnswerBody answer = machine.takeOutbox().answers.at(0).body;
+        if (const auto* const failure = std::get_if<Failure>(&answer)) return failure->code;
+        EXPECT_TRUE(std::holds_alternative<NeedsApproval>(answer));
+        return 0;
+    }
 
     BundleOnDisk read() { return disk.read(bundle.toStdString()).value(); }
     ExtensionOnDisk readExtension() { return read().extensions.at(0); }
@@ -164,6 +178,22 @@ TEST_F(ABundleOnDisk, MatchesItsSealWithItsLinksWhereverItIsMoved) {
     ASSERT_TRUE(QDir{}.rename(bundle, folder.filePath("Moved.app")));
     const auto moved = disk.read(folder.filePath("Moved.app").toStdString()).value();
     EXPECT_TRUE(moved.extensions.at(0).sealMatches);
+}
+
+TEST_F(ABundleOnDisk, FailsWithEightOnceAFileThatSaysTheSameIsInThePlaceOfALink) {
+    link("MacOS/camera", "link");
+    sealBoth();
+    EXPECT_EQ(codeOfActivation(), 0);
+    unlink("link");
+    write(extension + "/Contents/link", "MacOS/camera");
+    EXPECT_EQ(codeOfActivation(), code::codeSignatureInvalid);
+}
+
+TEST_F(ABundleOnDisk, FailsWithEightOnceALinkThatSaysTheSameIsInThePlaceOfAFile) {
+    sealBoth();
+    unlink("MacOS/camera");
+    link("code", "MacOS/camera");
+    EXPECT_EQ(codeOfActivation(), code::codeSignatureInvalid);
 }
 
 TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceALinkToAFileLeadsElsewhere) {
