@@ -11,7 +11,6 @@ struct Attributes {
     NSString* role = nil;
     NSString* label = nil;
     id value = nil;
-    id parent = nil;
 };
 
 std::map<id, Attributes>& allAttributes() {
@@ -86,11 +85,6 @@ std::vector<std::string>& announcements() {
 }
 
 - (void)setAccessibilityParent:(id)parent {
-    attributesOf(self).parent = parent;
-}
-
-- (id)accessibilityParent {
-    return attributesOf(self).parent;
 }
 
 - (NSArray*)accessibilityChildren {

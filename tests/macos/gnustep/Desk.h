@@ -26,11 +26,14 @@ struct MenuEntry {
     friend bool operator==(const MenuEntry&, const MenuEntry&) = default;
 };
 
-/// Something that a test does once something holds.
+/// Something that a test does once something holds, which is named for the failure where it never does.
 struct Step {
+    std::string awaited;
     std::function<bool()> holds;
     std::function<void()> act;
 };
+
+Step atOnce(std::function<void()> act);
 
 /// A person at the application: sees its window, points, presses keys, and waits for what comes of it. Made for the
 /// body of a test by run().
@@ -47,11 +50,17 @@ public:
     /// The application whose window it is.
     static int driverManager();
 
+    // Where the application waits of its own accord, for a long time, and nothing comes, the test fails and the program
+    // ends.
+
     /// Lets the application work until `holds` does. False if it still does not after a long time.
     [[nodiscard]] bool until(const std::function<bool()>& holds);
     /// The steps that follow while a button is held down or a menu is open, in order. The first comes once one is.
     void meanwhile(std::vector<Step> steps);
     bool meanwhileIsOver() const;
+    Step onceMenuIsOpen(std::function<void()> act) const;
+    /// Points at the item until the menu has taken notice.
+    Step onceAtItem(const std::string& title, std::function<void()> act);
 
     /// In reading order.
     std::vector<Element> elements() const;
@@ -68,6 +77,8 @@ public:
     bool offersServices() const;
     /// What the open menu offers; nothing if none is open.
     std::vector<std::string> menuItems() const;
+    /// The item of the open menu that would be chosen now; empty if there is none.
+    std::string highlightedItem() const;
     std::string title() const;
     /// The size of the window's content, in points.
     platform::ui::Size contentSize() const;
@@ -93,7 +104,6 @@ public:
     Rgb pixel(platform::ui::Point point);
 
 private:
-    std::string highlightedItem() const;
     /// In the scene's points.
     platform::ui::Point middleOfItem(const std::string& title) const;
     /// On the screen.

@@ -7,8 +7,12 @@
 #import <AppKit/AppKit.h>
 #import <GNUstepGUI/GSDisplayServer.h>
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <deque>
 #include <stdexcept>
 #include <utility>
@@ -31,10 +35,32 @@ bool& isTracking() {
     return tracking;
 }
 
+/// When it is too late for what is awaited.
+NSTimeInterval& patienceEnds() {
+    static NSTimeInterval end = 0;
+    return end;
+}
+
+void bePatient() {
+    patienceEnds() = [NSDate timeIntervalSinceReferenceDate] + longTime;
+}
+
+std::string awaited() {
+    if (!isTracking()) return "something to do, or the end of the application,";
+    return steps().empty() ? "the end of the press or of the menu" : steps().front().awaited;
+}
+
+[[noreturn]] void giveUp() {
+    ADD_FAILURE() << awaited() << " does not come";
+    std::fflush(nullptr);
+    std::_Exit(EXIT_FAILURE);
+}
+
 void takeSteps() {
     while (isTracking() && !steps().empty() && steps().front().holds()) {
         const auto act = steps().front().act;
         steps().pop_front();
+        bePatient();
         act();
     }
 }
@@ -120,6 +146,7 @@ platform::ui::Rect placeOf(const id element) {
 @interface TestApplication : NSApplication {
 @public
     Body body_;
+    bool hasTracked_;
 }
 @end
 
@@ -136,9 +163,17 @@ platform::ui::Rect placeOf(const id element) {
                         untilDate:(NSDate*)end
                            inMode:(NSString*)mode
                           dequeue:(BOOL)dequeue {
-    isTracking() = [mode isEqual:NSEventTrackingRunLoopMode];
+    const bool tracks = [mode isEqual:NSEventTrackingRunLoopMode];
+    // What is tracked gets events at intervals, which tell nothing.
+    if (!std::exchange(hasTracked_, tracks) || !tracks) bePatient();
+    isTracking() = tracks;
     takeSteps();
-    NSEvent* const event = [super nextEventMatchingMask:mask untilDate:end inMode:mode dequeue:dequeue];
+    NSEvent* event = nil;
+    do {
+        if ([NSDate timeIntervalSinceReferenceDate] >= patienceEnds()) giveUp();
+        NSDate* const limit = [NSDate dateWithTimeIntervalSinceReferenceDate:patienceEnds()];
+        event = [super nextEventMatchingMask:mask untilDate:[limit earlierDate:end] inMode:mode dequeue:dequeue];
+    } while (!event && [end timeIntervalSinceNow] > 0);
     isTracking() = false;
     return event;
 }
@@ -221,6 +256,18 @@ void Desk::meanwhile(std::vector<Step> followed) {
 
 bool Desk::meanwhileIsOver() const {
     return steps().empty();
+}
+
+Step atOnce(std::function<void()> act) {
+    return {"a press or a menu", [] { return true; }, std::move(act)};
+}
+
+Step Desk::onceMenuIsOpen(std::function<void()> act) const {
+    return {"an open menu", [this] { return !menuItems().empty(); }, std::move(act)};
+}
+
+Step Desk::onceAtItem(const std::string& title, std::function<void()> act) {
+    return {"the pointer at " + title, [this, title] { return isAtItem(title); }, std::move(act)};
 }
 
 std::vector<Element> Desk::elements() const {
@@ -330,13 +377,13 @@ void Desk::pointAt(const platform::ui::Point point) {
 
 void Desk::click(const std::string& label) {
     pointAt(middleOf(label));
-    meanwhile({{[] { return true; }, [this] { releaseButton(); }}});
+    meanwhile({atOnce([this] { releaseButton(); })});
     pressButton();
 }
 
 void Desk::choose(const std::string& label, const std::string& item) {
     pointAt(middleOf(label));
-    meanwhile({{[this, item] { return isAtItem(item); }, [this] { releaseButton(); }}});
+    meanwhile({onceAtItem(item, [this] { releaseButton(); })});
     pressButton();
 }
 

@@ -15,10 +15,10 @@ TEST_F(TheMenuOfACard, OffersToRefreshAndToRemove) {
     run([](Desk& desk) {
         std::vector<std::string> items;
         desk.pointAt(desk.middleOf("Camera Driver actions"));
-        desk.meanwhile({{[&] { return !desk.menuItems().empty(); }, [&] {
-                             items = desk.menuItems();
-                             desk.releaseButton();
-                         }}});
+        desk.meanwhile({desk.onceMenuIsOpen([&] {
+            items = desk.menuItems();
+            desk.releaseButton();
+        })});
         desk.pressButton();
         ASSERT_TRUE(desk.until([&] { return desk.meanwhileIsOver(); }));
         EXPECT_THAT(items, testing::ElementsAre("Refresh", "Remove"));
@@ -44,9 +44,9 @@ TEST_F(TheMenuOfACard, DeactivatesItsExtensionOnRemove) {
 TEST_F(TheMenuOfACard, IsOpenStillWhenTheWindowBehindItChanges) {
     run([this](Desk& desk) {
         desk.pointAt(desk.middleOf("Camera Driver actions"));
-        desk.meanwhile({{[&] { return !desk.menuItems().empty(); }, [&] { found(enabled(camera)); }},
-                        {[&] { return desk.shows("Enabled"); }, [] {}},
-                        {[&] { return desk.isAtItem("Remove"); }, [&] { desk.releaseButton(); }}});
+        desk.meanwhile({desk.onceMenuIsOpen([&] { found(enabled(camera)); }),
+                        {"a card that says Enabled", [&] { return desk.shows("Enabled"); }, [] {}},
+                        desk.onceAtItem("Remove", [&] { desk.releaseButton(); })});
         desk.pressButton();
         EXPECT_TRUE(isSubmitted(desk, "deactivation " + camera));
     });
@@ -56,19 +56,23 @@ class AMenu : public ScreenTest {
 protected:
     /// A menu whose item tells which number was on the screen that it is of.
     ui::View menu(const int number) {
-        return ui::Menu{"Menu", {ui::Button{ui::Label{"Item", "trash"}, [this, number] { chosen_.push_back(number); }}}};
+        return ui::Menu{"Menu",
+                        {ui::Button{ui::Label{"Item", "trash"}, [this, number] { chosen_.push_back(number); }}}};
     }
 
     std::vector<int> chosen_;
 };
 
 TEST_F(AMenu, KeepsTheHandlersThatItWasOpenedWithUntilItCloses) {
-    run([this](const int number) { return rows({menu(number), button(std::to_string(number))}); },
+    run(
+        [this](const int number) {
+            return rows({menu(number), button(std::to_string(number))});
+        },
         [this](Desk& desk) {
             desk.pointAt(desk.middleOf("Menu"));
-            desk.meanwhile({{[&] { return !desk.menuItems().empty(); }, [&] { change(1); }},
-                            {[&] { return desk.has("1"); }, [] {}},
-                            {[&] { return desk.isAtItem("Item"); }, [&] { desk.releaseButton(); }}});
+            desk.meanwhile({desk.onceMenuIsOpen([&] { change(1); }),
+                            {"the next scene", [&] { return desk.has("1"); }, [] {}},
+                            desk.onceAtItem("Item", [&] { desk.releaseButton(); })});
             desk.pressButton();
             ASSERT_TRUE(desk.until([&] { return chosen_.size() == 1; }));
             desk.tapKey("Tab"); // the next thing that a person does comes in a later turn of the main loop
@@ -80,7 +84,10 @@ TEST_F(AMenu, KeepsTheHandlersThatItWasOpenedWithUntilItCloses) {
 }
 
 TEST_F(AMenu, HasTheHandlersOfTheLatestSceneWhenItOpens) {
-    run([this](const int number) { return rows({menu(number), button(std::to_string(number))}); },
+    run(
+        [this](const int number) {
+            return rows({menu(number), button(std::to_string(number))});
+        },
         [this](Desk& desk) {
             change(1);
             ASSERT_TRUE(desk.until([&] { return desk.has("1"); }));
@@ -96,7 +103,7 @@ TEST_F(AMenu, ClosesWhenItsPlaceIsGone) {
     };
     run(screen, [this](Desk& desk) {
         desk.pointAt(desk.middleOf("Menu"));
-        desk.meanwhile({{[&] { return !desk.menuItems().empty(); }, [&] { change(1); }}});
+        desk.meanwhile({desk.onceMenuIsOpen([&] { change(1); })});
         desk.pressButton();
         ASSERT_TRUE(desk.until([&] { return desk.has("1") && desk.menuItems().empty(); }));
         desk.releaseButton();

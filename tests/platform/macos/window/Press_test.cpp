@@ -5,8 +5,6 @@ namespace {
 
 class APress : public WindowTest {
 protected:
-    static Step atOnce(std::function<void()> act) { return {[] { return true; }, std::move(act)}; }
-
     /// Whether the application goes on, and the camera was not asked to be activated.
     testing::AssertionResult wasNone(Desk& desk) const {
         desk.click("Activate Network Driver");
@@ -60,8 +58,9 @@ TEST_F(APress, CountsWhenItWentOutAndCameBack) {
 TEST_F(APress, OutlastsARebuildThatLeavesItsButton) {
     run([this](Desk& desk) {
         desk.pointAt(desk.middleOf("Activate Camera Driver"));
-        desk.meanwhile({atOnce([&] { found(enabled(network)); }),
-                        {[&] { return desk.shows("Enabled"); }, [&] { desk.releaseButton(); }}});
+        desk.meanwhile(
+            {atOnce([&] { found(enabled(network)); }),
+             {"a card that says Enabled", [&] { return desk.shows("Enabled"); }, [&] { desk.releaseButton(); }}});
         desk.pressButton();
         EXPECT_TRUE(isSubmitted(desk, "activation " + camera));
     });
@@ -71,7 +70,8 @@ TEST_F(APress, IsCancelledWhenItsButtonGoes) {
     run([this](Desk& desk) {
         desk.pointAt(desk.middleOf("Activate Camera Driver"));
         desk.meanwhile({atOnce([&] { found(enabled(camera)); }),
-                        {[&] { return !desk.has("Activate Camera Driver"); }, [&] { desk.releaseButton(); }}});
+                        {"a card without its button", [&] { return !desk.has("Activate Camera Driver"); },
+                         [&] { desk.releaseButton(); }}});
         desk.pressButton();
         ASSERT_TRUE(desk.until([&] { return desk.meanwhileIsOver(); }));
         EXPECT_TRUE(wasNone(desk));

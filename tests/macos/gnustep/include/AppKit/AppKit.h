@@ -63,7 +63,6 @@ extern NSFontTextStyle const NSFontTextStyleTitle3;
 - (void)setAccessibilityValue:(id)value;
 - (id)accessibilityValue;
 - (void)setAccessibilityParent:(id)parent;
-- (id)accessibilityParent;
 - (NSArray*)accessibilityChildren;
 - (NSRect)accessibilityFrame;
 @end
