@@ -33,6 +33,8 @@
 @public
     platform::SceneMenu* owner_; // nil once its place is gone
     bool isOpen_;
+    // Itself, while its menu is open: whoever follows the menu, and tells what was chosen, comes back to the button.
+    platform::Retained<NSObject> kept_;
 }
 @end
 
@@ -49,29 +51,32 @@
     return !platform::isClicking();
 }
 
-// A menu may outlast its place while it closes, and the button with it.
-- (void)mouseDown:(NSEvent*)event {
-    const auto kept = platform::retain(self);
-    [super mouseDown:event];
-}
-
 - (void)menuWillOpen:(NSMenu*)menu {
     isOpen_ = true;
+    kept_ = platform::retain<NSObject>(self);
 }
 
-// What was chosen may not have been told yet: the items stay until it has.
+// What was chosen may not have been told yet: the button and its items stay as they are until the main loop goes on as
+// usual, which is after that.
 - (void)menuDidClose:(NSMenu*)menu {
     isOpen_ = false;
-    [self performSelectorOnMainThread:@selector(fill)
+    [self performSelectorOnMainThread:@selector(settle)
                            withObject:nil
                         waitUntilDone:NO
-                                modes:@[ NSRunLoopCommonModes ]];
+                                modes:@[ NSDefaultRunLoopMode ]];
 }
 
-- (void)fill {
+- (void)settle {
+    if (isOpen_) return;
     platform::guarded([&] {
         if (owner_) owner_->fill();
     });
+    kept_ = {};
+}
+
+- (void)dealloc {
+    [[self menu] setDelegate:nil];
+    [super dealloc];
 }
 
 - (NSRect)focusRingMaskBounds {
@@ -126,9 +131,7 @@ SceneMenu::SceneMenu(const ImageStore& images) : SceneControl{images}, view_{std
 }
 
 SceneMenu::~SceneMenu() {
-    KelvraSceneMenu* const button = view_->button.get();
-    button->owner_ = nullptr;
-    [[button menu] setDelegate:nil];
+    view_->button.get()->owner_ = nullptr;
 }
 
 Native SceneMenu::view() const {

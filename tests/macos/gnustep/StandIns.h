@@ -25,11 +25,16 @@ void whenWorkIsDone(std::function<void()> told);
 /// How many objects of each class were made and are alive, since the main function began.
 std::map<std::string, long> liveObjects();
 
-/// Has menus tell their delegates that they open and close. Called once, before there is one.
+/// Has menus tell their delegates that they open and close, and whoever opens one by a key come back when it is closed.
+/// Called once, before there is one.
 void announceMenus();
 
 /// The NSMenu that is open; null if there is none.
 void* openMenu();
+
+/// When a menu has closed next, and its delegate knows, but before what was chosen is told: acts, lets the main loop turn
+/// once as it does while a menu is tracked, and then acts again.
+void onceMenuHasClosed(std::function<void()> act, std::function<void()> then);
 
 /// Has the main loop look again at its events when it has just read what the display sent. Called once, with a display.
 void attendToDisplay();

@@ -60,6 +60,7 @@ __attribute__((objc_root_class))
 @interface NSObject<NSObject>
 + (instancetype)alloc;
 - (instancetype)init;
+- (void)dealloc;
 + (Class)class;
 - (void)performSelectorOnMainThread:(SEL)selector
                          withObject:(nullable id)object
@@ -129,6 +130,7 @@ struct NSFastEnumerationState {
 @end
 
 typedef NSString* NSRunLoopMode;
+extern const NSRunLoopMode NSDefaultRunLoopMode;
 extern const NSRunLoopMode NSRunLoopCommonModes;
 
 typedef NSString* NSErrorDomain;
