@@ -21,7 +21,7 @@
 }
 
 - (BOOL)acceptsFirstResponder {
-    return !platform::isClicking();
+    return owner_ && owner_->acceptsFocus();
 }
 
 // A press may outlast its place, and the button with it.

@@ -13,12 +13,13 @@
 #include <utility>
 #include <vector>
 
-/// What paints a scene and holds its controls. Focus that is on no control rests here; keys never reach it: they go
-/// from control to control.
+/// What paints a scene and holds its controls. Focus that is on no control rests here; neither keys, which go from control
+/// to control, nor clicks bring it.
 @interface KelvraSceneView : NSView {
 @public
     std::function<void()> paint_;
     platform::Retained<NSArray> readingOrder_;
+    bool takesFocus_;
 }
 @end
 
@@ -33,7 +34,7 @@
 }
 
 - (BOOL)acceptsFirstResponder {
-    return YES;
+    return takesFocus_ || !platform::isClicking();
 }
 
 - (BOOL)canBecomeKeyView {
@@ -162,9 +163,15 @@ private:
         const auto heir = std::find_if(controls_.begin(), controls_.end(), [&](const auto& control) {
             return place && control->control().place == *place;
         });
-        NSView* const next = heir == controls_.end() ? view_.get() : nativeOf(**heir);
-        NSWindow* const window = [view_.get() window];
-        if ([window firstResponder] != next) [window makeFirstResponder:next];
+        if (heir == controls_.end()) return restFocus();
+        if ([[view_.get() window] firstResponder] != nativeOf(**heir)) (*heir)->takeFocus();
+    }
+
+    /// Focus is on no control.
+    void restFocus() {
+        view_.get()->takesFocus_ = true;
+        [[view_.get() window] makeFirstResponder:view_.get()];
+        view_.get()->takesFocus_ = false;
     }
 
     const SceneControl* focusedControl() const {

@@ -29,6 +29,11 @@ public:
 
     const ui::Control& control() const { return control_; }
 
+    /// Gives the view keyboard focus.
+    void takeFocus();
+    /// Whether the view accepts focus that is offered now: not from a click, which leaves it where it is.
+    bool acceptsFocus() const;
+
     /// The shape of the focus ring, in the view's points, and where it lies.
     void fillFocusRingMask() const;
     ui::Rect focusRingBounds() const;
@@ -44,9 +49,10 @@ private:
     const ImageStore& images_;
     ui::Control control_;
     ui::Rect hitArea_;
+    bool takesFocus_ = false;
 };
 
-/// Whether focus that is offered now comes by a click, which leaves it where it is.
+/// Whether a button of the mouse has just gone down.
 bool isClicking();
 
 } // namespace platform

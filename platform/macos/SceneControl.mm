@@ -31,6 +31,18 @@ void SceneControl::dismiss() {
     [static_cast<NSControl*>(view()) removeFromSuperview];
 }
 
+void SceneControl::takeFocus() {
+    NSView* const native = static_cast<NSView*>(view());
+    takesFocus_ = true;
+    [[native window] makeFirstResponder:native];
+    takesFocus_ = false;
+}
+
+// While something is pressed a rebuild may give focus, too.
+bool SceneControl::acceptsFocus() const {
+    return takesFocus_ || !isClicking();
+}
+
 void SceneControl::fillFocusRingMask() const {
     [NSGraphicsContext saveGraphicsState];
     NSAffineTransform* const toScene = [NSAffineTransform transform];

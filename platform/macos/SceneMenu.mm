@@ -48,7 +48,7 @@
 }
 
 - (BOOL)acceptsFirstResponder {
-    return !platform::isClicking();
+    return owner_ && owner_->acceptsFocus();
 }
 
 - (void)menuWillOpen:(NSMenu*)menu {

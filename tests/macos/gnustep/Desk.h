@@ -92,6 +92,8 @@ public:
     void pressButton() { display_.pressButton(); }
     void releaseButton() { display_.releaseButton(); }
     void click(const std::string& label);
+    /// Clicks where no control is. False if the application does not see to it.
+    [[nodiscard]] bool clickBeside(platform::ui::Point point);
     /// Points at the item of the open menu, and tells whether the menu has taken notice.
     bool isAtItem(const std::string& title);
     /// Draws the pointer from the menu of that label to the item, and releases it there.

@@ -147,6 +147,7 @@ platform::ui::Rect placeOf(const id element) {
 @public
     Body body_;
     bool hasTracked_;
+    int releases_; // of the mouse, that nothing tracked
 }
 @end
 
@@ -157,6 +158,7 @@ platform::ui::Rect placeOf(const id element) {
         std::exchange(body_, nullptr)();
     else
         [super sendEvent:event];
+    if ([event type] == NSLeftMouseUp) ++releases_;
 }
 
 - (NSEvent*)nextEventMatchingMask:(NSUInteger)mask
@@ -379,6 +381,15 @@ void Desk::click(const std::string& label) {
     pointAt(middleOf(label));
     meanwhile({atOnce([this] { releaseButton(); })});
     pressButton();
+}
+
+bool Desk::clickBeside(const platform::ui::Point point) {
+    const int& releases = static_cast<TestApplication*>(NSApp)->releases_;
+    const int before = releases;
+    pointAt(point);
+    pressButton();
+    releaseButton();
+    return until([&] { return releases != before; });
 }
 
 void Desk::choose(const std::string& label, const std::string& item) {

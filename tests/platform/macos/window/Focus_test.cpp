@@ -73,6 +73,27 @@ TEST_F(Focus, GoesOnInTheSameCardWhenItsControlIsGone) {
     });
 }
 
+TEST_F(Focus, IsNotTakenByAClickOnTheGround) {
+    run([](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Activate Camera Driver"));
+        ASSERT_TRUE(desk.clickBeside({20, 215}));
+        EXPECT_EQ(desk.focused(), "Activate Camera Driver");
+    });
+}
+
+TEST_F(Focus, GoesOnWhileAnotherControlIsPressed) {
+    run([this](Desk& desk) {
+        ASSERT_TRUE(tabTo(desk, "Activate Camera Driver"));
+        desk.pointAt(desk.middleOf("Activate Network Driver"));
+        desk.meanwhile({atOnce([&] { found(enabled(camera)); }),
+                        {"a card that says Enabled", [&] { return desk.shows("Enabled"); },
+                         [&] { desk.releaseButton(); }}});
+        desk.pressButton();
+        ASSERT_TRUE(isSubmitted(desk, "activation " + network));
+        EXPECT_EQ(desk.focused(), "Camera Driver actions");
+    });
+}
+
 class FocusOnAScreen : public ScreenTest {
 protected:
     ui::View row(const std::string& first, const std::string& second) {
