@@ -1,5 +1,7 @@
 #include "simulator/SystemSettings/Appearance.h"
 
+#include "simulator/SystemSettings/Roles.h"
+
 #include <QApplication>
 #include <QLabel>
 #include <QPalette>
@@ -69,6 +71,7 @@ void useAppearance(QApplication& application) {
     QApplication::setPalette(lightPalette());
     QApplication::setFont(fontOf(13));
     application.setStyleSheet(styleSheet);
+    useRoles();
 }
 
 } // namespace simulator::settings

@@ -25,7 +25,7 @@ QFont fontOf(int size, QFont::Weight weight = QFont::Normal);
 /// A plain text that steps back behind others.
 void makeQuiet(QLabel& text, int size);
 
-/// Light colours, one style and one typeface, whatever the desktop's are.
+/// Light colours, one style and one typeface, whatever the desktop's are; and roles for assistive technology.
 void useAppearance(QApplication& application);
 
 } // namespace simulator::settings

@@ -23,8 +23,11 @@ QString sentence(const QuestionContent& question) {
 } // namespace
 
 AuthorizationSheet::AuthorizationSheet(QWidget& window)
-    : QWidget{&window}, heading_{"An administrator has to agree"}, refuse_{"Refuse"}, authorize_{"Authorize"} {
-    setAccessibleName(heading_.text());
+    : QWidget{&window},
+      heading_{"An administrator has to agree"},
+      identifier_{fontOf(13), color::quietText},
+      refuse_{"Refuse"},
+      authorize_{"Authorize"} {
     arrange();
     connect(&authorize_, &QPushButton::clicked, this, [this] { emit authorized(question_.identifier); });
     connect(&refuse_, &QPushButton::clicked, this, [this] { emit refused(question_.identifier); });
@@ -34,7 +37,8 @@ AuthorizationSheet::AuthorizationSheet(QWidget& window)
 void AuthorizationSheet::ask(const QuestionContent& question) {
     if (isVisible() && question == question_) return;
     question_ = question;
-    text_.setText(QStringLiteral("%1\n%2").arg(sentence(question), question.identifier));
+    text_.setText(sentence(question));
+    identifier_.setText(question.identifier);
     authorize_.setAccessibleName("Authorize " + question.name);
     refuse_.setAccessibleName("Refuse " + question.name);
     show();
@@ -62,7 +66,8 @@ void AuthorizationSheet::arrange() {
     layout_.setContentsMargins(0, 0, 0, 0);
     layout_.addWidget(&card_, 0, Qt::AlignHCenter | Qt::AlignTop);
     card_.setProperty("role", "sheet");
-    card_.setMinimumWidth(380);
+    card_.setAccessibleName(heading_.text());
+    card_.setFixedWidth(380);
     arrangeCard();
 }
 
@@ -72,11 +77,14 @@ void AuthorizationSheet::arrangeCard() {
     cardLayout_.setSpacing(8);
     cardLayout_.addWidget(&heading_);
     cardLayout_.addWidget(&text_);
+    cardLayout_.addWidget(&identifier_);
     cardLayout_.addSpacing(8);
     cardLayout_.addLayout(&buttons_);
     heading_.setTextFormat(Qt::PlainText);
     heading_.setFont(fontOf(14, QFont::DemiBold));
     makeQuiet(text_, 13);
+    text_.setWordWrap(true);
+    text_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
     buttons_.addStretch();
     authorize_.setProperty("leading", true);
     for (auto* button : {&refuse_, &authorize_}) {

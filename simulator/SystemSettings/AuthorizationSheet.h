@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/SystemSettings/ElidedText.h"
 #include "simulator/SystemSettings/PrivacyPage.h"
 
 #include <QFrame>
@@ -40,6 +41,7 @@ private:
     QVBoxLayout cardLayout_;
     QLabel heading_;
     QLabel text_;
+    ElidedText identifier_;
     QHBoxLayout buttons_;
     QPushButton refuse_;
     QPushButton authorize_;

@@ -4,8 +4,19 @@
 
 namespace simulator::settings {
 
+namespace {
+
+/// What has focus while it is hidden would hand it to any control that comes next.
+void offerControl(QWidget& control, bool shown) {
+    if (!shown) control.clearFocus();
+    control.setVisible(shown);
+}
+
+} // namespace
+
 ExtensionRow::ExtensionRow(const ExtensionContent& content)
     : name_{fontOf(13, QFont::DemiBold), color::text},
+      version_{fontOf(13), color::quietText},
       identifier_{fontOf(11), color::quietText},
       deny_{"Deny"},
       allow_{"Allow"} {
@@ -24,6 +35,7 @@ void ExtensionRow::display(const ExtensionContent& content) {
     version_.setText(content.version);
     identifier_.setText(content.identifier);
     status_.display(content.standing, content.status);
+    setAccessibleName(QStringLiteral("%1 %2, %3").arg(content.name, content.version, content.status));
     nameControls();
     offer(content.standing);
 }
@@ -55,7 +67,6 @@ void ExtensionRow::arrange() {
     heading_.addWidget(&version_);
     heading_.addStretch();
     texts_.addWidget(&identifier_);
-    makeQuiet(version_, 13);
     inner_.addWidget(&status_);
     inner_.addSpacing(4);
     allow_.setProperty("leading", true);
@@ -76,12 +87,10 @@ void ExtensionRow::nameControls() {
 void ExtensionRow::offer(Standing standing) {
     const auto waits = standing == Standing::waiting;
     const auto canSwitch = standing == Standing::enabled || standing == Standing::disabled;
-    const auto hadFocus = allow_.hasFocus() || deny_.hasFocus();
     toggle_.setChecked(standing == Standing::enabled);
-    toggle_.setVisible(canSwitch);
-    if (hadFocus && canSwitch) toggle_.setFocus(Qt::OtherFocusReason);
-    allow_.setVisible(waits);
-    deny_.setVisible(waits);
+    offerControl(toggle_, canSwitch);
+    offerControl(allow_, waits);
+    offerControl(deny_, waits);
 }
 
 } // namespace simulator::settings

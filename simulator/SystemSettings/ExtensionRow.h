@@ -24,7 +24,7 @@ public:
     explicit ExtensionRow(const ExtensionContent& content);
 
     qlonglong number() const { return content_.number; }
-    /// Keyboard focus stays in the row where what had it is no longer offered.
+    /// What is no longer offered gives keyboard focus up.
     void display(const ExtensionContent& content);
     /// A hairline above, between this row and the one before.
     void separate(bool fromRowAbove);
@@ -50,7 +50,7 @@ private:
     QVBoxLayout texts_;
     QHBoxLayout heading_;
     ElidedText name_;
-    QLabel version_;
+    ElidedText version_;
     ElidedText identifier_;
     StatusText status_;
     QPushButton deny_;

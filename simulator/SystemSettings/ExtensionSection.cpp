@@ -26,6 +26,7 @@ ExtensionSection::ExtensionSection() {
 
 void ExtensionSection::display(const SectionContent& content) {
     title_.setText(content.title);
+    card_.setAccessibleName(content.title);
     empty_.setText(content.textIfEmpty);
     empty_.setVisible(content.extensions.empty());
     Rows before;

@@ -93,6 +93,7 @@ void SettingsWindow::connectClient() {
 
 void SettingsWindow::showLists(const QList<CopyEntry>& copies, const QList<RequestEntry>& requests) {
     const auto content = pageOf(copies);
+    rememberFocus();
     cameras_.display(content.cameras);
     drivers_.display(content.drivers);
     others_.display(content.others);
@@ -104,9 +105,10 @@ void SettingsWindow::showLists(const QList<CopyEntry>& copies, const QList<Reque
 }
 
 void SettingsWindow::showAbsence(const QString& reason) {
-    showQuestion(std::nullopt);
+    rememberFocus();
     showSections(false);
     notice_.offerStart(reason);
+    showQuestion(std::nullopt);
 }
 
 void SettingsWindow::showSections(bool shown) {
@@ -116,13 +118,18 @@ void SettingsWindow::showSections(bool shown) {
 }
 
 void SettingsWindow::showQuestion(const std::optional<QuestionContent>& question) {
-    if (question && sheet_.isHidden()) focusBeforeQuestion_ = focusWidget();
+    // Nothing that has focus is disabled or hidden, as the toolkit would then send focus on its own way.
+    if (question) sheet_.ask(*question);
     scroll_.setEnabled(!question);
     footer_.setEnabled(!question);
-    if (question) return sheet_.ask(*question);
+    if (question) return;
+    focusPlace_.restore(page_);
     sheet_.hide();
-    if (focusBeforeQuestion_) focusBeforeQuestion_->setFocus();
-    focusBeforeQuestion_.clear();
+}
+
+/// While a question is open, that is where focus was before.
+void SettingsWindow::rememberFocus() {
+    if (sheet_.isHidden()) focusPlace_ = {focusWidget(), controlsOfExtensions()};
 }
 
 void SettingsWindow::orderTabs() {
@@ -131,10 +138,18 @@ void SettingsWindow::orderTabs() {
         setTabOrder(previous, next);
         previous = next;
     };
-    for (auto* section : {&cameras_, &drivers_, &others_})
-        for (auto* control : section->controls())
-            append(control);
+    for (auto* control : controlsOfExtensions())
+        append(control);
     append(&restart_);
+}
+
+std::vector<QWidget*> SettingsWindow::controlsOfExtensions() {
+    std::vector<QWidget*> all;
+    for (auto* section : {&cameras_, &drivers_, &others_}) {
+        const auto controls = section->controls();
+        all.insert(all.end(), controls.begin(), controls.end());
+    }
+    return all;
 }
 
 } // namespace simulator::settings

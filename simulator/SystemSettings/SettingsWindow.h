@@ -3,18 +3,19 @@
 #include "simulator/SystemSettings/AuthorizationSheet.h"
 #include "simulator/SystemSettings/ControlClient.h"
 #include "simulator/SystemSettings/ExtensionSection.h"
+#include "simulator/SystemSettings/FocusPlace.h"
 #include "simulator/SystemSettings/NoticeLine.h"
 
 #include <QDBusConnection>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <optional>
+#include <vector>
 
 namespace simulator::settings {
 
@@ -40,7 +41,9 @@ private:
     void showAbsence(const QString& reason);
     void showSections(bool shown);
     void showQuestion(const std::optional<QuestionContent>& question);
+    void rememberFocus();
     void orderTabs();
+    std::vector<QWidget*> controlsOfExtensions();
 
     ControlClient client_;
     QVBoxLayout layout_;
@@ -57,7 +60,8 @@ private:
     QLabel hint_;
     QPushButton restart_;
     AuthorizationSheet sheet_;
-    QPointer<QWidget> focusBeforeQuestion_;
+    /// Before the lists last changed, or the question was asked.
+    FocusPlace focusPlace_;
 };
 
 } // namespace simulator::settings
