@@ -20,7 +20,7 @@ void RandomWalk::go(int steps) {
         hear();
         lookAtCopies();
         lookAtWaitingRequests();
-        lookAtWhatWasEnabled();
+        consent_.look(*machine_);
     }
 }
 
@@ -83,6 +83,7 @@ void RandomWalk::playThePerson() {
     const Verdict verdict = (machine_.get()->*deed.method)(identifier);
     if (verdict || !deed.cause) return;
     witness_.happened(*deed.cause, identifier);
+    if (deed.cause == Cause::allowed) consent_.given(identifier);
 }
 
 void RandomWalk::rarely() {
@@ -173,8 +174,11 @@ void RandomWalk::orderAFault() {
 void RandomWalk::install() {
     static const std::vector<std::string> conditions{"enabled", "waiting", "disabled", "uninstalling"};
     const std::string identifier = anIdentifier();
-    const Verdict verdict = machine_->install(identifier, {"0", std::to_string(pick(3))}, conditions[pick(4)]);
-    if (!verdict) witness_.happened(Cause::superseded, identifier);
+    const std::string version = std::to_string(pick(3));
+    const std::string& condition = conditions[pick(4)];
+    if (machine_->install(identifier, {"0", version}, condition)) return;
+    witness_.happened(Cause::superseded, identifier);
+    if (condition == "enabled" || condition == "disabled") consent_.given(identifier);
 }
 
 void RandomWalk::uninstall() {
@@ -268,20 +272,6 @@ void RandomWalk::lookAtWaitingRequests() {
         ASSERT_NE(copy, machine_->state().copies.end());
         EXPECT_EQ(copy->second.state, CopyState::waitingForUser);
     }
-}
-
-/// What the profile forbids runs on where it did, and is never enabled.
-void RandomWalk::lookAtWhatWasEnabled() {
-    std::set<std::int64_t> enabled;
-    for (const auto& [number, copy] : machine_->state().copies) {
-        if (copy.state != CopyState::enabled) continue;
-        enabled.insert(number);
-        if (enabled_.count(number) != 0) continue;
-        const Extension& extension = copy.extension;
-        EXPECT_FALSE(machine_->state().settings.profile.forbids(extension.team, extension.identifier))
-            << extension.identifier << " is enabled, and the profile forbids it";
-    }
-    enabled_ = std::move(enabled);
 }
 
 /// A copy that is being prepared has a request that prepares it.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/core/Machine.h"
+#include "tests/simulator/sample/Consent.h"
 #include "tests/simulator/sample/FakeDisk.h"
 #include "tests/simulator/sample/Witness.h"
 
@@ -67,7 +68,6 @@ private:
     void compare();
     void lookAtCopies();
     void lookAtWaitingRequests();
-    void lookAtWhatWasEnabled();
     void lookForOrphans(const std::map<std::string, int>& unfinished);
     State keptState();
 
@@ -76,12 +76,11 @@ private:
     FakeDisk disk_;
     std::unique_ptr<Machine> machine_;
     Witness witness_{disk_};
+    Consent consent_;
     /// Those that were brought so far, by their source.
     std::map<std::string, Profile> profiles_{{"", Profile{}}};
     /// The copies that have outlived a restart which should have removed them.
     std::set<std::int64_t> lingered_;
-    /// The copies that were enabled after the last step.
-    std::set<std::int64_t> enabled_;
     std::set<const CopyTransition*> copyTransitions_;
     std::set<const RequestTransition*> requestTransitions_;
     int lastToken_ = 0;

@@ -61,6 +61,7 @@ struct Witness::Look {
             lookAtConsent();
         } else {
             EXPECT_TRUE(request.causes.count(Cause::authorized)) << "nobody authorised it";
+            EXPECT_FALSE(isAnyIn(machine, request.identifier, isInstalled)) << "it is still there";
         }
     }
 
