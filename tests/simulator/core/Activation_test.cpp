@@ -138,6 +138,15 @@ TEST_F(AnActivation, OfADriverInUseLetsTheOldOneRunOnUntilTheRestart) {
     EXPECT_THAT(mac.copies(driver), ElementsAre("2105 activated enabled"));
 }
 
+TEST_F(AnActivation, OfAnIdleDriverStopsTheOldOneAtOnce) {
+    mac.install("2004", "enabled", driver);
+    mac.activate("a", driver);
+    mac.answer("a", true);
+    EXPECT_THAT(mac.heard(), ElementsAre("a: replace 2004 by 2105?", "a: finished 0"));
+    EXPECT_THAT(mac.copies(driver),
+                ElementsAre("2004 terminated waiting to uninstall on reboot", "2105 activated enabled"));
+}
+
 TEST_F(AnActivation, OfACameraNeverWaitsForARestart) {
     mac.set("driver", "in-use");
     mac.install("2004", "enabled");

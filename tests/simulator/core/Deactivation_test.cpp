@@ -41,6 +41,13 @@ TEST_F(AnAuthorizedDeactivation, OfADriverInUseCompletesAfterTheRestart) {
     EXPECT_THAT(mac.copies(driver), ElementsAre("2105 terminated waiting to uninstall on reboot"));
 }
 
+TEST_F(AnAuthorizedDeactivation, OfAnIdleDriverCompletesAtOnce) {
+    mac.install("2105", "enabled", driver);
+    mac.deactivate("a", driver);
+    EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
+    EXPECT_THAT(mac.copies(driver), ElementsAre("2105 terminated waiting to uninstall on reboot"));
+}
+
 TEST_F(AnAuthorizedDeactivation, ForgetsTheApproval) {
     mac.install("2105", "enabled");
     mac.deactivate("a");

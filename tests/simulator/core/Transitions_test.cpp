@@ -9,6 +9,10 @@
 namespace simulator {
 namespace {
 
+std::string textOfSwitch(const SwitchRow& row) {
+    return std::string{row.name} + ": " + std::string{row.byDefault} + ", or " + std::string{row.otherwise};
+}
+
 template <typename Table>
 std::string linesOf(const Table& table) {
     std::string lines = "\n";
@@ -166,6 +170,22 @@ TEST(TheTableOfRequests, SaysNothingToAClientThatLeft) {
             EXPECT_EQ(row.reply, Reply::nothing);
         }
     }
+}
+
+TEST(TheTableOfSwitches, HasWhatNoSourceSettlesWithTheUsualAnswerFirst) {
+    std::string lines = "\n";
+    for (const SwitchRow& row : switches)
+        lines += textOfSwitch(row) + "\n";
+    EXPECT_EQ(lines, R"(
+authorization: asked, or granted
+denial: error, or silence
+driver: idle, or in-use
+properties: empty, or error
+refusal: 13, or 11
+restart: clean, or lingers
+second: supersedes, or fails
+upgrade: approved, or asked
+)");
 }
 
 TEST(TheTablesOfSwitchesAndFaults, StandInTheOrderOfTheirKinds) {
