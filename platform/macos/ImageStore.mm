@@ -43,10 +43,11 @@ void drawOver(NSImage* const image, const NSRect rect) {
                  hints:nil];
 }
 
-/// The symbol in `color`, of that size.
-Retained<NSImage> tinted(NSImage* const symbol, const NSSize size, const ui::Color& color) {
-    const NSRect whole = NSMakeRect(0, 0, size.width, size.height);
-    Retained<NSImage> image{[[NSImage alloc] initWithSize:size]};
+/// The symbol in `color`, a point for each pixel that it will cover: how many pixels an image has that one draws in is
+/// for the system to say, but it has one a point at least.
+Retained<NSImage> tinted(NSImage* const symbol, const NSSize pixels, const ui::Color& color) {
+    const NSRect whole = NSMakeRect(0, 0, pixels.width, pixels.height);
+    Retained<NSImage> image{[[NSImage alloc] initWithSize:pixels]};
     [image.get() lockFocus];
     drawOver(symbol, whole);
     [toNSColor(color) set];
@@ -79,11 +80,14 @@ ui::Size ImageStore::size(const ui::ImageReference& image) const {
     return {[found size].width, [found size].height};
 }
 
-void ImageStore::draw(const ui::ImageReference& image, const ui::Rect& rect, const ui::Color& color) const {
+void ImageStore::draw(const ui::ImageReference& image, const ui::Rect& rect, const ui::Color& color,
+                      const double scale) const {
     NSImage* const found = static_cast<NSImage*>(this->image(image));
     if (!found || rect.width <= 0 || rect.height <= 0) return;
     const NSRect target = toNSRect(rect);
-    drawOver(isSymbol(image) ? tinted(found, target.size, color).get() : found, target);
+    if (!isSymbol(image)) return drawOver(found, target);
+    const NSSize pixels = NSMakeSize(rect.width * scale, rect.height * scale);
+    drawOver(tinted(found, pixels, color).get(), target);
 }
 
 } // namespace platform

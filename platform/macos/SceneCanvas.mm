@@ -47,8 +47,9 @@
     });
 }
 
+// To assistive technology a control may be nothing and its cell all.
 - (NSArray*)accessibilityChildren {
-    return readingOrder_.get();
+    return NSAccessibilityUnignoredChildren(readingOrder_.get());
 }
 
 @end

@@ -97,6 +97,14 @@ std::vector<std::string>& announcements() {
 
 @end
 
+// A control is nothing to assistive technology: its cell is the button.
+NSArray* NSAccessibilityUnignoredChildren(NSArray* children) {
+    NSMutableArray* const unignored = [NSMutableArray array];
+    for (id child in children)
+        [unignored addObject:[child isKindOfClass:[NSControl class]] ? [child cell] : child];
+    return unignored;
+}
+
 void NSAccessibilityPostNotification(id, NSString*) {
 }
 

@@ -110,10 +110,18 @@ NSMenu* openMenu() {
     return static_cast<NSMenu*>(standin::openMenu());
 }
 
+/// What is told of a cell is told of its control, which the cell does not know before it has drawn.
+id toldOf(const id element) {
+    if (![element isKindOfClass:[NSCell class]]) return element;
+    for (NSControl* control in [sceneView() subviews])
+        if ([control cell] == element) return control;
+    return nil;
+}
+
 NSControl* controlOf(const std::string& label) {
     for (id element in [sceneView() accessibilityChildren]) {
-        const bool isControl = [element isKindOfClass:[NSControl class]];
-        if (isControl && platform::textOf([element accessibilityLabel]) == label) return element;
+        const bool isControl = [element isKindOfClass:[NSCell class]];
+        if (isControl && platform::textOf([toldOf(element) accessibilityLabel]) == label) return toldOf(element);
     }
     throw std::out_of_range{"no control is called " + label};
 }
@@ -274,10 +282,12 @@ Step Desk::onceAtItem(const std::string& title, std::function<void()> act) {
 
 std::vector<Element> Desk::elements() const {
     std::vector<Element> elements;
-    for (id element in [sceneView() accessibilityChildren])
+    for (id child in [sceneView() accessibilityChildren]) {
+        const id element = toldOf(child);
         elements.push_back({platform::textOf([element accessibilityRole]),
                             platform::textOf([element accessibilityLabel]),
                             platform::textOf([element accessibilityValue]), placeOf(element)});
+    }
     return elements;
 }
 

@@ -20,6 +20,7 @@ extern const NSAccessibilityNotificationUserInfoKey NSAccessibilityAnnouncementK
 extern const NSAccessibilityNotificationUserInfoKey NSAccessibilityPriorityKey;
 enum NSAccessibilityPriorityLevel : NSInteger { NSAccessibilityPriorityHigh = 90 };
 
+NSArray* NSAccessibilityUnignoredChildren(NSArray* originalChildren);
 void NSAccessibilityPostNotification(id element, NSAccessibilityNotificationName notification);
 void NSAccessibilityPostNotificationWithUserInfo(
     id element, NSAccessibilityNotificationName notification,
