@@ -1,5 +1,7 @@
 #include "simulator/disk/PropertyList.h"
 
+#include "simulator/disk/BinaryList.h"
+
 #include <plist/plist.h>
 
 #include <cstdint>
@@ -108,6 +110,7 @@ std::optional<PropertyList> PropertyList::parse(const std::string& bytes) {
     plist_t root = nullptr;
     const auto length = static_cast<std::uint32_t>(bytes.size());
     if (plist_is_binary(bytes.data(), length)) {
+        if (!isModestBinaryList(bytes, deepest)) return std::nullopt;
         plist_from_bin(bytes.data(), length, &root);
     } else {
         plist_from_xml(bytes.data(), length, &root);

@@ -95,6 +95,24 @@ TEST_F(ABadCall, ThatIsTooLargeIsRefused) {
               invalidArgument);
 }
 
+/// A binary list of lists, each of which holds the next one twice, and the last one a truth.
+QByteArray aListOfMoreThanAnyMemoryHolds() {
+    constexpr char values = 60;
+    QByteArray bytes = "bplist00";
+    QByteArray offsets;
+    for (char next = 1; next <= values; ++next) {
+        offsets += static_cast<char>(bytes.size());
+        bytes += next < values ? '\xa2' + QByteArray(2, next) : QByteArray{"\x09"};
+    }
+    const auto table = static_cast<char>(bytes.size());
+    const QByteArray zeros(7, '\0');
+    return bytes + offsets + zeros.first(6) + "\x01\x01" + zeros + values + zeros + '\0' + zeros + table;
+}
+
+TEST_F(ABadCall, WithAProfileThatCannotBeReadIsRefused) {
+    EXPECT_EQ(errorOfControl("SetProfile", {aListOfMoreThanAnyMemoryHolds()}), invalidArgument);
+}
+
 TEST_F(ABadCall, IsQuotedInOneShortLine) {
     const QString text = program_.call(message("SetSwitch", {"a\nb" + huge, "x"})).errorMessage();
     EXPECT_EQ(text.size(), 200);

@@ -1,0 +1,96 @@
+#include "simulator/disk/PropertyList.h"
+
+#include <cstdint>
+
+namespace simulator {
+namespace {
+
+using testing::ElementsAre;
+
+std::string bigEndian(std::uint64_t number, int size) {
+    std::string bytes;
+    for (int shift = 8 * (size - 1); shift >= 0; shift -= 8)
+        bytes += static_cast<char>(number >> shift & 0xffU);
+    return bytes;
+}
+
+/// A reference to a value of the list by its place in it.
+std::string reference(std::uint64_t value) {
+    return bigEndian(value, 3);
+}
+
+std::string text(const std::string& characters) {
+    return "\x5f\x12" + bigEndian(characters.size(), 4) + characters;
+}
+
+/// A binary list of these values; the first one holds the others.
+std::string binaryList(const std::vector<std::string>& values) {
+    std::string bytes = "bplist00";
+    std::string offsets;
+    for (const std::string& value : values) {
+        offsets += bigEndian(bytes.size(), 4);
+        bytes += value;
+    }
+    const std::uint64_t table = bytes.size();
+    return bytes + offsets + std::string(6, '\0') + "\x04\x03" + bigEndian(values.size(), 8) + bigEndian(0, 8) +
+           bigEndian(table, 8);
+}
+
+/// {"key": ["text", "text"]}
+std::string anHonestList() {
+    return binaryList(
+        {"\xd1" + reference(1) + reference(2), text("key"), "\xa2" + reference(3) + reference(3), text("text")});
+}
+
+TEST(ABinaryList, IsReadWithValuesThatStandInSeveralPlaces) {
+    const auto list = PropertyList::parse(anHonestList());
+    ASSERT_TRUE(list);
+    EXPECT_THAT((*list)["key"].texts(), ElementsAre("text", "text"));
+}
+
+TEST(ABinaryList, IsNoneThatIsDeeperThanAnyReaderGoes) {
+    std::vector<std::string> values;
+    for (std::uint64_t level = 1; level < 130'000; ++level)
+        values.push_back("\xa1" + reference(level));
+    values.push_back("\x09");
+    EXPECT_FALSE(PropertyList::parse(binaryList(values)));
+}
+
+TEST(ABinaryList, IsNoneThatHoldsItself) {
+    EXPECT_FALSE(PropertyList::parse(binaryList({"\xa1" + reference(0)})));
+}
+
+TEST(ABinaryList, IsNoneThatStandsForMoreValuesThanAnyMemoryHolds) {
+    std::vector<std::string> values;
+    for (std::uint64_t level = 1; level < 60; ++level)
+        values.push_back("\xa2" + reference(level) + reference(level));
+    values.push_back("\x09");
+    EXPECT_FALSE(PropertyList::parse(binaryList(values)));
+}
+
+TEST(ABinaryList, IsNoneThatStandsForMoreTextThanAnyMemoryHolds) {
+    std::string many = "\xaf\x12" + bigEndian(100'000, 4);
+    for (int i = 0; i < 100'000; ++i)
+        many += reference(1);
+    EXPECT_FALSE(PropertyList::parse(binaryList({many, text(std::string(500'000, 'x'))})));
+}
+
+TEST(ABinaryList, IsNoneWithACharacterThatIsNoneInAKey) {
+    EXPECT_FALSE(PropertyList::parse(
+        binaryList({"\xd1" + reference(1) + reference(2), text(std::string{"a\0b", 3}), text("text")})));
+}
+
+TEST(ABinaryList, MayBeDamagedInAnyOneByteOrCutShortAnywhere) {
+    const std::string honest = anHonestList();
+    for (std::size_t position = 0; position < honest.size(); ++position) {
+        (void)PropertyList::parse(honest.substr(0, position));
+        for (int byte = 0; byte < 256; ++byte) {
+            std::string damaged = honest;
+            damaged[position] = static_cast<char>(byte);
+            (void)PropertyList::parse(damaged);
+        }
+    }
+}
+
+} // namespace
+} // namespace simulator
