@@ -9,7 +9,9 @@ std::string textOf(const LogArgument& argument) {
     return std::to_string(std::get<std::int64_t>(argument));
 }
 
-bool isPlaceholder(const std::string_view text) { return text.starts_with("%@") || text.starts_with("%d"); }
+bool isPlaceholder(const std::string_view text) {
+    return text.starts_with("%@") || text.starts_with("%d");
+}
 
 } // namespace
 

@@ -58,8 +58,7 @@ private:
         bool subscribed;
     };
 
-    std::shared_ptr<std::vector<std::shared_ptr<Slot>>> slots_ =
-        std::make_shared<std::vector<std::shared_ptr<Slot>>>();
+    std::shared_ptr<std::vector<std::shared_ptr<Slot>>> slots_ = std::make_shared<std::vector<std::shared_ptr<Slot>>>();
 };
 
 /// An object whose published fields announce each change before it happens.

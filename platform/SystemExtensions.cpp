@@ -5,7 +5,8 @@
 namespace platform {
 
 OSSystemExtensionRequest::OSSystemExtensionRequest(const Kind kind, std::string identifier, const DispatchQueue queue)
-    : kind_{kind}, identifier_{std::move(identifier)}, queue_{queue} {}
+    : kind_{kind}, identifier_{std::move(identifier)}, queue_{queue} {
+}
 
 namespace {
 

@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-/// What paints a scene and holds its controls. Focus that is on no control rests here; neither keys, which go from control
-/// to control, nor clicks bring it.
+/// What paints a scene and holds its controls. Focus that is on no control rests here; neither keys, which go from
+/// control to control, nor clicks bring it.
 @interface KelvraSceneView : NSView {
 @public
     std::function<void()> paint_;

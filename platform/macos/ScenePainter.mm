@@ -12,7 +12,8 @@ namespace platform {
 namespace {
 
 /// The shape on the pixel grid, its outline moved inwards by `inset`.
-NSBezierPath* outline(const ui::PixelGrid& grid, const ui::ShapeKind shape, const ui::Rect& rect, const double inset = 0) {
+NSBezierPath* outline(const ui::PixelGrid& grid, const ui::ShapeKind shape, const ui::Rect& rect,
+                      const double inset = 0) {
     const NSRect area = NSInsetRect(toNSRect(grid.snapped(rect)), inset, inset);
     switch (shape) {
     case ui::ShapeKind::circle:

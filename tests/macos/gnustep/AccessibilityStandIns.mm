@@ -32,7 +32,8 @@ void replace(T& kept, const T value) {
 void forget(const id object) {
     const auto found = allAttributes().find(object);
     if (found == allAttributes().end()) return;
-    for (const id kept : {static_cast<id>(found->second.role), static_cast<id>(found->second.label), found->second.value})
+    for (const id kept :
+         {static_cast<id>(found->second.role), static_cast<id>(found->second.label), found->second.value})
         [kept release];
     allAttributes().erase(found);
 }

@@ -169,10 +169,7 @@ platform::ui::Rect placeOf(const id element) {
     if ([event type] == NSLeftMouseUp) ++releases_;
 }
 
-- (NSEvent*)nextEventMatchingMask:(NSUInteger)mask
-                        untilDate:(NSDate*)end
-                           inMode:(NSString*)mode
-                          dequeue:(BOOL)dequeue {
+- (NSEvent*)nextEventMatchingMask:(NSUInteger)mask untilDate:(NSDate*)end inMode:(NSString*)mode dequeue:(BOOL)dequeue {
     const bool tracks = [mode isEqual:NSEventTrackingRunLoopMode];
     // What is tracked gets events at intervals, which tell nothing.
     if (!std::exchange(hasTracked_, tracks) || !tracks) bePatient();
@@ -321,7 +318,8 @@ std::vector<MenuEntry> Desk::mainMenu() const {
     std::vector<MenuEntry> entries;
     for (NSMenuItem* menu in [[NSApp mainMenu] itemArray]) {
         for (NSMenuItem* item in [[menu submenu] itemArray])
-            entries.push_back({platform::textOf([menu title]), [item isSeparatorItem] ? "-" : platform::textOf([item title]), keyOf(item)});
+            entries.push_back({platform::textOf([menu title]),
+                               [item isSeparatorItem] ? "-" : platform::textOf([item title]), keyOf(item)});
     }
     return entries;
 }
@@ -422,7 +420,8 @@ Picture Desk::picture(const int above) {
     finishDrawing();
     const NSSize size = [sceneView() frame].size;
     const int top = static_cast<int>(-[sceneView() bounds].origin.y) - above;
-    return display_.picture(nativeOf(window()), 0, top, static_cast<int>(size.width), static_cast<int>(size.height) - top);
+    return display_.picture(nativeOf(window()), 0, top, static_cast<int>(size.width),
+                            static_cast<int>(size.height) - top);
 }
 
 Rgb Desk::pixel(const platform::ui::Point point) {

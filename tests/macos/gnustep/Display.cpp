@@ -34,7 +34,7 @@ Display::~Display() {
 }
 
 void Display::movePointer(const int x, const int y) {
-    // A motion to where the pointer is would be an event all the same, and many of them keep an application from the rest.
+    // A motion to where the pointer is would be an event too, and many of them keep an application from the rest.
     if (pointer() == Position{x, y}) return;
     XTestFakeMotionEvent(native(display_), -1, x, y, CurrentTime);
     XSync(native(display_), False);

@@ -115,8 +115,8 @@ void performInCommonModes(id self, SEL command, SEL selector, id object, BOOL wa
 @implementation NSObject (CommonModes)
 
 + (void)load {
-    const Method method =
-        class_getInstanceMethod(self, @selector(performSelectorOnMainThread:withObject:waitUntilDone:modes:));
+    const SEL perform = @selector(performSelectorOnMainThread:withObject:waitUntilDone:modes:);
+    const Method method = class_getInstanceMethod(self, perform);
     original() =
         reinterpret_cast<Perform>(method_setImplementation(method, reinterpret_cast<IMP>(performInCommonModes)));
 }

@@ -32,8 +32,8 @@ void announceMenus();
 /// The NSMenu that is open; null if there is none.
 void* openMenu();
 
-/// When a menu has closed next, and its delegate knows, but before what was chosen is told: acts, lets the main loop turn
-/// once as it does while a menu is tracked, and then acts again.
+/// When a menu has closed next, and its delegate knows, but before what was chosen is told: acts, lets the main loop
+/// turn once as it does while a menu is tracked, and then acts again.
 void onceMenuHasClosed(std::function<void()> act, std::function<void()> then);
 
 /// Has the main loop look again at its events when it has just read what the display sent. Called once, with a display.

@@ -150,8 +150,8 @@ TEST(TheTableOfRequests, HasNothingAfterTheEnd) {
 
 TEST(TheTableOfRequests, EndsWithEveryAnswerButQuestionAndApproval) {
     for (const RequestTransition& row : requestTransitions) {
-        const bool isLast = row.reply != Reply::nothing && row.reply != Reply::replacementAsked &&
-                            row.reply != Reply::needsApproval;
+        const bool isLast =
+            row.reply != Reply::nothing && row.reply != Reply::replacementAsked && row.reply != Reply::needsApproval;
         if (isLast) {
             EXPECT_EQ(row.to, Stage::ended);
         }

@@ -24,7 +24,7 @@ void RandomWalk::go(int steps) {
     }
 }
 
-// What is done ---------------------------------------------------------------------------------------------------------
+// What is done -------------------------------------------------------------------------------------------------------
 
 std::uint32_t RandomWalk::pick(std::uint32_t below) {
     return std::uniform_int_distribution<std::uint32_t>{0, below - 1}(random_);
@@ -72,12 +72,10 @@ void RandomWalk::playThePerson() {
         Verdict (Machine::*method)(const std::string&);
         std::optional<Cause> cause;
     };
-    static constexpr std::array<Deed, 6> deeds{Deed{&Machine::allow, Cause::allowed},
-                                               Deed{&Machine::deny, Cause::denied},
-                                               Deed{&Machine::authorize, Cause::authorized},
-                                               Deed{&Machine::refuse, Cause::refused},
-                                               Deed{&Machine::disable, std::nullopt},
-                                               Deed{&Machine::enable, std::nullopt}};
+    static constexpr std::array<Deed, 6> deeds{
+        Deed{&Machine::allow, Cause::allowed},        Deed{&Machine::deny, Cause::denied},
+        Deed{&Machine::authorize, Cause::authorized}, Deed{&Machine::refuse, Cause::refused},
+        Deed{&Machine::disable, std::nullopt},        Deed{&Machine::enable, std::nullopt}};
     const Deed& deed = deeds[pick(deeds.size())];
     const std::string identifier = anIdentifier();
     const Verdict verdict = (machine_.get()->*deed.method)(identifier);
@@ -215,7 +213,7 @@ void RandomWalk::comeBack() {
     witness_.forgetAll();
 }
 
-// What is looked at ----------------------------------------------------------------------------------------------------
+// What is looked at --------------------------------------------------------------------------------------------------
 
 State RandomWalk::keptState() {
     State state = keeper_.kept();

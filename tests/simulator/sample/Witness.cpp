@@ -180,8 +180,8 @@ void Witness::hear(const Answer& answer, const Machine& machine) {
     const auto open = open_.find({answer.client, answer.token});
     ASSERT_NE(open, open_.end()) << "an answer to a request that had ended or was never asked";
     std::visit(Look{open->second, machine, disk_}, answer.body);
-    const bool isLast = !std::holds_alternative<NeedsApproval>(answer.body) &&
-                        !std::holds_alternative<ReplacementAsked>(answer.body);
+    const bool isLast =
+        !std::holds_alternative<NeedsApproval>(answer.body) && !std::holds_alternative<ReplacementAsked>(answer.body);
     if (isLast) open_.erase(open);
 }
 

@@ -20,7 +20,8 @@ public:
     /// The disk that the machine reads; it must outlive the witness.
     explicit Witness(const Disk& disk) : disk_{disk} {}
 
-    /// A request was taken. Of what is open for its extension, a later one may end the earlier, and the other way round.
+    /// A request was taken. Of what is open for its extension, a later one may end the earlier, and the other way
+    /// round.
     void submitted(const Submission& submission, const Machine& machine);
     /// Something happened to the open requests of an extension; of all where the identifier is empty.
     void happened(Cause cause, const std::string& identifier = {});

@@ -1,9 +1,9 @@
 // The service is killed again and again while many have it do something, and comes back each time.
 
-#include "tests/simulator/sysextd/Load.h"
-#include "tests/simulator/sysextd/TheService.h"
 #include "tests/simulator/support/Program.h"
 #include "tests/simulator/support/Until.h"
+#include "tests/simulator/sysextd/Load.h"
+#include "tests/simulator/sysextd/TheService.h"
 
 #include <QDBusConnectionInterface>
 #include <QFile>

@@ -155,9 +155,7 @@ public:
         return lines.join(", ").toStdString();
     }
 
-    std::string account() const override {
-        return Worker::account() + lastLines_.join('\n').toStdString() + '\n';
-    }
+    std::string account() const override { return Worker::account() + lastLines_.join('\n').toStdString() + '\n'; }
 
 private:
     void beginWaiting() {
@@ -190,8 +188,7 @@ private:
 
     void beginDisabled() {
         const CopyTexts copies{answered()};
-        pick(random_, 3) == 0 ? deactivate()
-                              : call(control().Enable(identifier_), copies.inCondition("enabled"));
+        pick(random_, 3) == 0 ? deactivate() : call(control().Enable(identifier_), copies.inCondition("enabled"));
     }
 
     void install() {

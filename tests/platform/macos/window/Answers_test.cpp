@@ -32,7 +32,8 @@ TEST_F(TheApplication, LogsEachErrorAndLetsTheUserTryAgain) {
             const auto code = static_cast<long>(message.code);
             const std::string description = "error " + std::to_string(code);
             failWith(desk, standin::serviceDomain(), code, description.c_str());
-            EXPECT_TRUE(comesToLog(desk, "Sysex request failed: " + description + " (" + std::string{message.text} + ")"));
+            EXPECT_TRUE(
+                comesToLog(desk, "Sysex request failed: " + description + " (" + std::string{message.text} + ")"));
         }
         EXPECT_TRUE(desk.has("Activate Camera Driver"));
     });

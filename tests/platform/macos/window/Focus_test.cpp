@@ -85,9 +85,9 @@ TEST_F(Focus, GoesOnWhileAnotherControlIsPressed) {
     run([this](Desk& desk) {
         ASSERT_TRUE(tabTo(desk, "Activate Camera Driver"));
         desk.pointAt(desk.middleOf("Activate Network Driver"));
-        desk.meanwhile({atOnce([&] { found(enabled(camera)); }),
-                        {"a card that says Enabled", [&] { return desk.shows("Enabled"); },
-                         [&] { desk.releaseButton(); }}});
+        desk.meanwhile(
+            {atOnce([&] { found(enabled(camera)); }),
+             {"a card that says Enabled", [&] { return desk.shows("Enabled"); }, [&] { desk.releaseButton(); }}});
         desk.pressButton();
         ASSERT_TRUE(isSubmitted(desk, "activation " + network));
         EXPECT_EQ(desk.focused(), "Camera Driver actions");

@@ -49,19 +49,21 @@ TEST_F(TheScene, TellsWhatEachOfItIsInReadingOrder) {
         std::vector<std::string> seen;
         for (const Element& element : desk.elements())
             seen.push_back(element.role + ": " + (element.label.empty() ? element.value : element.label));
-        EXPECT_THAT(seen, testing::ElementsAre(
-                              "NSAccessibilityImageRole: Attention",
-                              "NSAccessibilityStaticTextRole: Both drivers need to be activated to run the camera",
-                              "NSAccessibilityImageRole: Camera Driver, not enabled",
-                              "NSAccessibilityStaticTextRole: Camera Driver",
-                              "NSAccessibilityStaticTextRole: Not installed",
-                              "NSAccessibilityButtonRole: Activate Camera Driver",
-                              "NSAccessibilityMenuButtonRole: Camera Driver actions",
-                              "NSAccessibilityImageRole: Network Driver, not enabled",
-                              "NSAccessibilityStaticTextRole: Network Driver",
-                              "NSAccessibilityStaticTextRole: Not installed",
-                              "NSAccessibilityButtonRole: Activate Network Driver",
-                              "NSAccessibilityMenuButtonRole: Network Driver actions"));
+        const std::vector<std::string> expected{
+            "NSAccessibilityImageRole: Attention",
+            "NSAccessibilityStaticTextRole: Both drivers need to be activated to run the camera",
+            "NSAccessibilityImageRole: Camera Driver, not enabled",
+            "NSAccessibilityStaticTextRole: Camera Driver",
+            "NSAccessibilityStaticTextRole: Not installed",
+            "NSAccessibilityButtonRole: Activate Camera Driver",
+            "NSAccessibilityMenuButtonRole: Camera Driver actions",
+            "NSAccessibilityImageRole: Network Driver, not enabled",
+            "NSAccessibilityStaticTextRole: Network Driver",
+            "NSAccessibilityStaticTextRole: Not installed",
+            "NSAccessibilityButtonRole: Activate Network Driver",
+            "NSAccessibilityMenuButtonRole: Network Driver actions",
+        };
+        EXPECT_EQ(seen, expected);
     });
 }
 
@@ -104,8 +106,7 @@ void expect(const ui::Scene& scene, const std::vector<ui::SceneNode>& nodes, std
     for (const ui::SceneNode& node : nodes) {
         if (const auto* text = std::get_if<ui::TextRun>(&node.value)) rects.push_back(text->rect);
         if (const auto* clip = std::get_if<ui::Clip>(&node.value)) expect(scene, clip->content, rects);
-        if (const auto* control = std::get_if<ui::Control>(&node.value))
-            rects.push_back(ui::hitArea(scene, *control));
+        if (const auto* control = std::get_if<ui::Control>(&node.value)) rects.push_back(ui::hitArea(scene, *control));
         if (const auto* image = std::get_if<ui::ImageRun>(&node.value); image && !image->accessibleName.empty())
             rects.push_back(image->rect);
     }

@@ -9,8 +9,7 @@ namespace {
 
 testing::AssertionResult comes(Desk& desk, const std::function<bool()>& holds, const std::string& what) {
     if (desk.until(holds)) return testing::AssertionSuccess();
-    return testing::AssertionFailure() << what << " does not come; there is "
-                                       << testing::PrintToString(desk.texts());
+    return testing::AssertionFailure() << what << " does not come; there is " << testing::PrintToString(desk.texts());
 }
 
 } // namespace
@@ -44,9 +43,8 @@ testing::AssertionResult WindowTest::comesToHave(Desk& desk, const std::string& 
 }
 
 void WindowTest::found(const Copy& copy) const {
-    const auto properties =
-        standin::makeProperties(copy.identifier.c_str(), "2.1", copy.version.c_str(), copy.isEnabled,
-                                copy.isAwaitingUserApproval, copy.isUninstalling);
+    const auto properties = standin::makeProperties(copy.identifier.c_str(), "2.1", copy.version.c_str(),
+                                                    copy.isEnabled, copy.isAwaitingUserApproval, copy.isUninstalling);
     service_.found(service_.latest("properties " + copy.identifier), standin::makeArray({properties}));
 }
 

@@ -37,8 +37,8 @@ protected:
 
     /// Runs `body` in front of the application's window.
     static void run(const Body& body);
-    /// Runs `body` in front of the application's window; then the application has to end by itself, and the program with
-    /// it.
+    /// Runs `body` in front of the application's window; then the application has to end by itself, and the program
+    /// with it.
     static void runToItsEnd(const Body& body);
 
     /// How often this was submitted: "<kind> <identifier>".
