@@ -57,7 +57,7 @@ TEST_F(AnApplicationOnASimulatedMac, HasItsRemovalAuthorizedInSystemSettings) {
     ShownWindow settings{mac.connect()};
     application.tell("submit a deactivation com.kelvra.driverkit.usb-to-poe");
     ASSERT_TRUE(settings.untilShown("Authorize Network"));
-    EXPECT_TRUE(settings.says("Driver Manager wants to remove Network.\ncom.kelvra.driverkit.usb-to-poe"));
+    EXPECT_TRUE(settings.says("Driver Manager wants to remove Network."));
     settings.press("Authorize Network");
     EXPECT_TRUE(application.hears("a finished 0"));
     EXPECT_TRUE(settings.untilSaid("Removed at restart"));
