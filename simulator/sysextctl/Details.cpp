@@ -121,7 +121,8 @@ const char* const profile = R"(FILE is a property list, or a .mobileconfig that 
   AllowedTeamIdentifiers     teams of which each extension is
   AllowUserOverrides         if false, an activation of what is not allowed so fails with 10
   RemovableSystemExtensions  identifiers by team, which are removed without an administrator
-A profile that arrives answers what waits. --remove takes it away; without an argument it is printed.
+A profile that arrives answers what waits. Where it forbids an extension, "allow", "enable" and "install" do not enable
+it, and say so. --remove takes the profile away; without an argument it is printed.
 Example: sysextctl profile simulator/scenarios/allow-team.mobileconfig
 )";
 
