@@ -4,7 +4,7 @@
 
 #include <utility>
 
-// For sources in Objective-C++ alone; every other header of this folder is plain C++.
+// For sources in Objective-C++ alone.
 
 #if __has_feature(objc_arc)
 #error "Retained counts references itself: compile without automatic reference counting"

@@ -1,3 +1,4 @@
+import re
 import tempfile
 import unittest
 from pathlib import Path, PurePath
@@ -19,6 +20,13 @@ class TheDocuments(unittest.TestCase):
 
     def test_name_paths_that_are_there(self):
         self.assertEqual([], every(documents.unknown_paths))
+
+    def test_name_the_headers_of_the_mac_that_are_not_plain_cpp(self):
+        headers = [path for path in tree.files(".h") if path.parts[:2] == ("platform", "macos")]
+        native = {path.name for path in headers if "#import" in (tree.ROOT / path).read_text()}
+        text = (tree.ROOT / "docs/architecture.md").read_text()
+        exceptions = re.search(r"headers of `platform/macos` are plain C\+\+, but for ([^;]*);", text)
+        self.assertEqual(native, set(re.findall(r"`(\w+\.h)`", exceptions[1] if exceptions else "")))
 
     def test_open_with_a_picture_and_two_commands(self):
         text = (tree.ROOT / "README.md").read_text()
