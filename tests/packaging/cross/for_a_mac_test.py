@@ -110,6 +110,17 @@ class TestsForAMac(ConfiguredForAMac):
             with self.subTest(program):
                 self.assertTrue((self.build / program).is_dir())
 
+    def test_are_those_of_its_own_sources_too_that_need_no_part_to_be_played(self):
+        self.configure()
+        folder = support.ROOT / "tests/platform/macos/services"
+        played = {file for file in folder.glob("*_test.*") if "ServicesTest.h" in file.read_text()}
+        played.add(folder / "BundleWithoutList_test.mm")
+        wanted = {*folder.glob("*_test.*"), support.ROOT / "tests/platform/text/Text_test.cpp"} - played
+        self.assertGreater(len(wanted), 4)
+        commands = json.loads(self.text("compile_commands.json"))
+        compiled = {pathlib.Path(command["file"]) for command in commands if "_tests_fake.dir" not in command["command"]}
+        self.assertEqual(wanted - compiled, set())
+
 
 if __name__ == "__main__":
     unittest.main()

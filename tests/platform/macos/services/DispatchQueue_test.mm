@@ -1,8 +1,11 @@
 #include "platform/DispatchQueue.h"
 
-#include "tests/platform/macos/services/ServicesTest.h"
+#include "tests/platform/macos/services/MainQueue.h"
 
-#include <stdexcept>
+#import <Foundation/Foundation.h>
+
+#include <memory>
+#include <string>
 
 namespace platform {
 namespace {

@@ -1,5 +1,6 @@
 #include "platform/macos/NativeText.h"
-#include "tests/platform/macos/services/ServicesTest.h"
+
+#include <gmock/gmock.h>
 
 namespace platform {
 namespace {

@@ -2,18 +2,10 @@
 
 #include "tests/macos/gnustep/ScriptedExtensions.h"
 #include "tests/macos/gnustep/StandIns.h"
+#include "tests/platform/macos/services/MainQueue.h"
 
 #import <Foundation/Foundation.h>
 
 #include <gmock/gmock.h>
 
-namespace platform {
-
-/// Runs what waits in the main queue, and what that work adds, until nothing does. Fails where that has no end.
-inline void runMainQueue() {
-    constexpr int enough = 10'000;
-    for (int turns = 0; standin::runMainQueue(); ++turns)
-        ASSERT_LT(turns, enough) << "something waits in the main queue, and is not run";
-}
-
-} // namespace platform
+// For the tests in which a part of the system is played, and which a Mac cannot run.
