@@ -55,10 +55,10 @@ std::string textOf(plist_t node) {
     return {bytes, length};
 }
 
-std::string integerOf(plist_t node) {
+PropertyList::Integer integerOf(plist_t node) {
     std::uint64_t number = 0;
     plist_get_uint_val(node, &number);
-    return std::to_string(static_cast<std::int64_t>(number));
+    return {std::to_string(static_cast<std::int64_t>(number))};
 }
 
 bool truthOf(plist_t node) {
@@ -88,6 +88,7 @@ PropertyList valueOf(plist_t node, int depth) {
 struct NodeOfValue {
     Node operator()(std::monostate) const { return Node{plist_new_string("")}; }
     Node operator()(const std::string& text) const { return Node{plist_new_string(text.c_str())}; }
+    Node operator()(const PropertyList::Integer& integer) const { return operator()(integer.text); }
     Node operator()(bool truth) const { return Node{plist_new_bool(truth ? 1 : 0)}; }
     Node operator()(const PropertyList::Array& array) const {
         Node node{plist_new_array()};
@@ -136,6 +137,7 @@ bool PropertyList::isTrue() const {
 
 const std::string& PropertyList::text() const {
     static const std::string none;
+    if (const auto* const integer = std::get_if<Integer>(&value_)) return integer->text;
     const auto* const text = std::get_if<std::string>(&value_);
     return text ? *text : none;
 }

@@ -8,15 +8,19 @@
 
 namespace simulator {
 
-/// A property list as a value: what this program reads of one. An integer is kept as its decimal text, everything
-/// else that is neither text, truth, list nor dictionary is nothing.
+/// A property list as a value: what this program reads of one. An integer is kept as its decimal text, which is
+/// written as a text; everything else that is neither text, truth, list nor dictionary is nothing.
 class PropertyList {
 public:
     using Array = std::vector<PropertyList>;
     using Dictionary = std::map<std::string, PropertyList>;
+    struct Integer {
+        std::string text;
+    };
 
     PropertyList() = default;
     PropertyList(std::string text) : value_{std::move(text)} {}
+    PropertyList(Integer integer) : value_{std::move(integer)} {}
     PropertyList(bool truth) : value_{truth} {}
     PropertyList(Array array) : value_{std::move(array)} {}
     PropertyList(Dictionary dictionary) : value_{std::move(dictionary)} {}
@@ -34,8 +38,12 @@ public:
     }
 
     bool isDictionary() const { return std::holds_alternative<Dictionary>(value_); }
+    bool isArray() const { return std::holds_alternative<Array>(value_); }
+    /// An integer is none.
+    bool isText() const { return std::holds_alternative<std::string>(value_); }
+    bool isTruth() const { return std::holds_alternative<bool>(value_); }
     bool isTrue() const;
-    /// Empty where there is none of that kind.
+    /// Empty where there is none of that kind; an integer's is its decimal text.
     const std::string& text() const;
     const Array& array() const;
     const Dictionary& dictionary() const;
@@ -45,7 +53,7 @@ public:
     std::vector<std::string> texts() const;
 
 private:
-    std::variant<std::monostate, std::string, bool, Array, Dictionary> value_;
+    std::variant<std::monostate, std::string, Integer, bool, Array, Dictionary> value_;
 };
 
 } // namespace simulator

@@ -51,8 +51,8 @@ struct Doing {
     }
     Verdict operator()(const SetProfile& deed) const {
         auto profile = readProfile(deed.contents);
-        if (!profile) throw NotDone{"it is no property list that speaks of system extensions"};
-        machine.setProfile(std::move(*profile));
+        if (const auto* const refusal = std::get_if<Refusal>(&profile)) return *refusal;
+        machine.setProfile(std::get<Profile>(std::move(profile)));
         return done;
     }
     Verdict operator()(const Advance& deed) const { return machine.advance(deed.milliseconds); }

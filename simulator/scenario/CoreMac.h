@@ -9,11 +9,12 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <variant>
 
 namespace simulator::scenario {
 
-/// Reads a management profile; nothing if it is none.
-using ProfileReader = std::function<std::optional<Profile>(const std::string& contents)>;
+/// Reads a management profile, or says why it is none.
+using ProfileReader = std::function<std::variant<Profile, Refusal>(const std::string& contents)>;
 
 /// A Mac in this process: the state machine with its own clock, a disk in memory, and applications that only ask. A
 /// service that dies comes back at once with the state that was kept, and without the requests.

@@ -223,8 +223,8 @@ void BusObject::SetProfile(const QByteArray& profile) {
     perform([&](Machine& machine) -> Verdict {
         if (static_cast<std::size_t>(profile.size()) > limits::profile) return invalid("the profile is too long");
         auto read = readProfile(profile.toStdString());
-        if (!read) return invalid("the profile is no property list that speaks of system extensions");
-        machine.setProfile(std::move(*read));
+        if (const auto* const refusal = std::get_if<Refusal>(&read)) return *refusal;
+        machine.setProfile(std::get<Profile>(std::move(read)));
         return done;
     });
 }

@@ -86,6 +86,11 @@ TEST(AScenarioThatIsPlayed, ReadsTheProfilesBesideIt) {
               "as it says");
 }
 
+TEST(AScenarioThatIsPlayed, SaysWhyAProfileIsRefused) {
+    EXPECT_EQ(played("profile plain-road.scenario\n"),
+              "1: \"profile plain-road.scenario\": the profile is no property list");
+}
+
 TEST(AScenarioThatIsPlayed, GoesOnWithTheStoreAloneWhenTheServiceDied) {
     EXPECT_EQ(played("fault next activate crash\n"
                      "activate com.kelvra.ip-camera.cmio\n"

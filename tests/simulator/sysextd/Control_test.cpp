@@ -26,6 +26,15 @@ TEST_F(TheControl, SaysWhyItRefuses) {
     EXPECT_EQ(errorOf(control().Advance(-1)), "InvalidArgument");
 }
 
+TEST_F(TheControl, KeepsTheProfileThatItHasWhereAnotherIsMalformed) {
+    const QByteArray profile = "<plist version=\"1.0\"><dict><key>AllowUserOverrides</key><true/></dict></plist>";
+    must(control().SetProfile(profile));
+    auto reply = control().SetProfile(QByteArray{profile}.replace("<true/>", "<integer>1</integer>"));
+    EXPECT_EQ(errorOf(reply), "InvalidArgument");
+    EXPECT_EQ(reply.error().message(), "the profile is malformed: AllowUserOverrides has to be true or false");
+    EXPECT_EQ(must(control().GetProfile()).value(), profile);
+}
+
 TEST_F(TheControl, RefusesToEnableWhatTheProfileForbids) {
     must(control().SetProfile("<plist version=\"1.0\"><dict><key>AllowUserOverrides</key><false/></dict></plist>"));
     must(control().Install(camera, "1.0", "1", "waiting"));
