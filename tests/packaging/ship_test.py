@@ -119,17 +119,23 @@ class ADryRun(built.WithBuild):
         shutil.rmtree(self.place / "build")
         shutil.rmtree(self.tools)
         answer = self.ship("--dry-run")
-        self.assertEqual(answer.returncode, 0)
+        self.assertEqual(answer.returncode, 3)
         told = answer.stderr.splitlines()
         self.assertEqual(len(told), 5)
         self.assertTrue(all(line.startswith("ship: would stop: build/") for line in told), told)
         self.assertEqual(len(signatures([shlex.split(line) for line in answer.stdout.splitlines()])), 5)
 
+    def test_ends_with_three_for_anything_that_would_stop(self):
+        built.write_profile(self.profile, Entitlements={})
+        self.assertEqual(self.ship("--dry-run", *self.options()).returncode, 3)
+        built.write_profile(self.profile)
+        self.assertEqual(self.ship("--dry-run", *self.options(notary_profile=None)).returncode, 3)
+
     def test_tells_everything_that_would_stop_and_not_only_the_first(self):
         extensions.change(self.extensions / BASE, CFBundleVersion="1.0")
         shutil.rmtree(self.extensions / CAMERA)
         answer = self.ship("--dry-run", *self.options(identity=None))
-        self.assertEqual(answer.returncode, 0)
+        self.assertEqual(answer.returncode, 3)
         self.assertEqual(len(answer.stderr.splitlines()), 3)
 
 

@@ -3,6 +3,7 @@ import os
 import pathlib
 import plistlib
 import re
+import shlex
 import shutil
 import subprocess
 import tempfile
@@ -70,6 +71,31 @@ class ABundleForAMac(ConfiguredForAMac):
         self.configure(DRIVER_MANAGER_EXTENSIONS=folder)
         there = {str(file.relative_to(folder)) for file in folder.rglob("*")}
         self.assertEqual(self.files("Library/SystemExtensions"), there)
+
+
+class TheWorkflow(ConfiguredForAMac):
+    """Its steps up to the dry run, on a build for a Mac that holds all but what is compiled."""
+
+    def test_ends_its_dry_run_with_nothing_that_would_stop(self):
+        self.run_here(self.step("tests/packaging/placeholders"))
+        configuration = [word for word in self.step("cmake --preset ship") if "=" in word]
+        self.configure(**dict(word.split("=", 1) for word in configuration))
+        answer = self.run_here([*self.step("packaging/macos/ship"), str(self.build)])
+        self.assertEqual((answer.returncode, answer.stderr), (0, ""))
+
+    def step(self, beginning):
+        """The words of the command that begins so, with the placeholders in a folder of the test's own."""
+        workflow = (support.ROOT / ".github/workflows/build.yml").read_text()
+        text = re.sub(r"\\\n", " ", workflow)
+        commands = re.findall(rf"^ *(?:- run: )?({re.escape(beginning)}\b.*)$", text, re.MULTILINE)
+        self.assertEqual(len(commands), 1, commands)
+        words = shlex.split(commands[0])
+        return [re.sub(r"(\$PWD/)?build/placeholders", str(self.place / "placeholders"), word) for word in words]
+
+    def run_here(self, command):
+        return subprocess.run(
+            command, cwd=support.ROOT, stdout=subprocess.PIPE, stderr=subprocess.PIPE, universal_newlines=True
+        )
 
 
 class ThePresets(unittest.TestCase):
