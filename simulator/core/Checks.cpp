@@ -43,8 +43,10 @@ bool lacksEntitlement(const Subject& subject) {
 bool isOutsideApplications(const Subject& subject) {
     if (subject.settings->developerMode) return false;
     const auto& folders = subject.settings->applicationsFolders;
-    return std::none_of(folders.begin(), folders.end(),
-                        [&](const std::string& folder) { return startsWith(subject.bundle->path, folder + "/"); });
+    return std::none_of(folders.begin(), folders.end(), [&](const std::string& folder) {
+        const bool endsInSlash = !folder.empty() && folder.back() == '/';
+        return startsWith(subject.bundle->path, endsInSlash ? folder : folder + "/");
+    });
 }
 
 bool hasNoIdentifier(const Subject& subject) {

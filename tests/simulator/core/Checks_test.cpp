@@ -94,6 +94,12 @@ TEST_F(ACheck, OfThePlaceGoesByTheFoldersThatWereSet) {
     EXPECT_THAT(mac.heard(), ElementsAre("a: failed 3", "b: needs approval"));
 }
 
+TEST_F(ACheck, OfThePlaceTakesAnyWhereTheFolderIsTheRoot) {
+    mac.mustDo(mac.machine().setApplicationsFolders({"/"}));
+    mac.activate("a");
+    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval"));
+}
+
 TEST_F(ACheck, OfWhoAsksComesFirst) {
     mac.application().mayInstallExtensions = false;
     mac.activate("a", "com.example.unknown");
