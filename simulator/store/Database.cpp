@@ -41,6 +41,8 @@ std::string reasonOf(int code, const char* message) {
         return "it is damaged";
     case SQLITE_IOERR:
         return "the disk cannot be read or written";
+    case SQLITE_ERROR: // no statement is at fault: a table or a column that it names is missing
+        return std::string{"it is damaged: "} + message;
     default:
         return message;
     }

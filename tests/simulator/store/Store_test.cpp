@@ -177,6 +177,14 @@ TEST_F(AStore, WithARowThatMakesNoSenseIsLeftAlone) {
     EXPECT_EQ(whyNotOpened(), file.string() + ": it is damaged: a row makes no sense");
 }
 
+TEST_F(AStore, WithoutATableIsLeftAlone) {
+    Store{file}.save(aBusyState());
+    tamper("DROP TABLE copy");
+    const std::string before = bytes();
+    EXPECT_EQ(whyNotOpened(), lineWith("it is damaged: no such table: copy"));
+    EXPECT_TRUE(bytes() == before);
+}
+
 TEST_F(AStore, SaysThatItsFolderCannotBeCreated) {
     std::ofstream{folder / "state"} << "a file";
     EXPECT_THAT(whyNotOpened(), HasSubstr("store.sqlite: its folder cannot be created: "));
