@@ -75,7 +75,7 @@ void BusObject::clientLeft(const QString& name) {
 
 bool BusObject::mayCall() {
     const QString client = message().service();
-    if (!clients_.client(client).isOurs) {
+    if (!clients_.isOurs(client)) {
         sendErrorReply(QString{errorPrefix} + "NotPermitted", "only the user whose machine it is may use it");
         return false;
     }
@@ -104,7 +104,7 @@ void BusObject::Submit(const QString& token, const QString& kind, const QString&
         const auto known = requestKindNamed(kind.toStdString());
         if (!known) return invalid("'" + kind + "' is no kind of request");
         const QString client = message().service();
-        return machine.submit({client.toStdString(), token.toStdString(), clients_.client(client).bundle.toStdString(),
+        return machine.submit({client.toStdString(), token.toStdString(), clients_.bundleOf(client).toStdString(),
                                *known, identifier.toStdString()});
     });
 }

@@ -12,14 +12,6 @@
 
 namespace simulator {
 
-/// A program on the bus.
-struct Client {
-    /// It runs as the user whose machine it is.
-    bool isOurs = false;
-    /// The application bundle that its program lies in; empty if it lies in none.
-    QString bundle;
-};
-
 /// Who is on the bus, as the bus itself and the system say, not as they say themselves.
 class Clients : public QObject {
     Q_OBJECT
@@ -28,18 +20,28 @@ public:
     /// owner: the user whose machine it is.
     Clients(const QDBusConnection& bus, uid_t owner);
 
-    /// name: the unique name of the connection. From then on its leaving is told. One that has left already is no
-    /// one's.
-    Client client(const QString& name);
+    /// Whether it runs as the user whose machine it is. name: the unique name of the connection, whose leaving is told
+    /// from then on. One that has left already is no one's.
+    bool isOurs(const QString& name);
+    /// The application bundle that its program lies in now, for it may be moved while it runs; empty if it lies in
+    /// none.
+    QString bundleOf(const QString& name);
 
 signals:
     /// A client that was asked about has left the bus.
     void left(const QString& name);
 
 private:
-    void forget(const QString& name);
+    /// What stays as it is as long as it is on the bus.
+    struct Client {
+        uid_t user = 0;
+        uint process = 0;
+    };
+
     /// Nothing if it is not on the bus.
+    std::optional<Client> client(const QString& name);
     std::optional<Client> lookUp(const QString& name) const;
+    void forget(const QString& name);
 
     QDBusConnection bus_;
     uid_t owner_;

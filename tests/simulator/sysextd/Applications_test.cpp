@@ -4,6 +4,7 @@
 #include "tests/simulator/support/Until.h"
 #include "tests/simulator/sysextd/TheService.h"
 
+#include <QDir>
 #include <QSignalSpy>
 
 namespace simulator::tests {
@@ -84,6 +85,36 @@ TEST_F(TheService, FailsAnActivationFromOutsideTheApplicationsFolder) {
     asker->tell(activateCamera);
     EXPECT_TRUE(asker->hears("a failed OSSystemExtensionErrorDomain 3 "
                              "(The application must be in an Applications folder.)"));
+}
+
+class AMovedApplication : public TheService {
+protected:
+    /// The sample application asks, is moved to this bundle while it runs, and activates the camera as "b".
+    std::unique_ptr<Asker> activatingFrom(const QString& bundle) {
+        auto asker = application();
+        asker->tell(QString{"submit a properties "} + camera);
+        EXPECT_TRUE(asker->hears("a found"));
+        QDir{}.mkpath(QFileInfo{bundle}.path());
+        EXPECT_TRUE(QDir{}.rename(applications() + "/Driver Manager.app", bundle));
+        asker->tell(QString{"submit b activation "} + camera);
+        return asker;
+    }
+};
+
+TEST_F(AMovedApplication, IsFoundInAnotherFolder) {
+    EXPECT_TRUE(activatingFrom(stateFolder() + "/Downloads/Driver Manager.app")
+                    ->hears("b failed OSSystemExtensionErrorDomain 3 "
+                            "(The application must be in an Applications folder.)"));
+}
+
+TEST_F(AMovedApplication, IsFoundInsideAnotherApplication) {
+    EXPECT_TRUE(activatingFrom(applications() + "/Suite.app/Contents/Applications/Driver Manager.app")
+                    ->hears("b failed OSSystemExtensionErrorDomain 1 "
+                            "(The application lies inside another application.)"));
+}
+
+TEST_F(AMovedApplication, IsFoundUnderAnotherName) {
+    EXPECT_TRUE(activatingFrom(applications() + "/Drivers.app")->hears("b needs approval"));
 }
 
 TEST_F(TheService, EndsTheRequestsOfAClientThatLeavesTheBus) {
