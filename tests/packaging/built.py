@@ -20,7 +20,7 @@ GRANTED = {
 }
 
 # What every Unix has, and ship calls.
-UNIX = ("cat", "cp", "dirname", "find", "grep", "ln", "mkdir", "mv", "rm", "sed", "touch")
+UNIX = ("cat", "cp", "dirname", "grep", "ln", "mkdir", "mv", "rm", "sed", "touch")
 
 
 def write_profile(file, **changes):

@@ -35,6 +35,19 @@ class Shipping(built.WithBuild):
         camera = f"{CARRIED}/{CAMERA}"
         self.assertEqual(signed[1:4], [f"{camera}/{library}", f"{camera}/{framework}", camera])
 
+    def test_signs_nested_bundles_and_helpers_as_what_they_were_and_with_what_they_were_entitled_to(self):
+        service, helper = "Contents/XPCServices/Codec.xpc", "Contents/Helpers/a tool"
+        for file in (f"{service}/Contents/MacOS/serve", helper):
+            (self.extensions / CAMERA / file).parent.mkdir(parents=True)
+            (self.extensions / CAMERA / file).write_bytes(bytes.fromhex("cffaedfe 0c000001"))
+        info = plistlib.dumps({"CFBundleExecutable": "serve"})
+        (self.extensions / CAMERA / service / "Contents/Info.plist").write_bytes(info)
+        commands, _ = self.shipped()
+        nested = signatures(commands)[1:3]
+        self.assertEqual([command[-1] for command in nested], [f"{CARRIED}/{CAMERA}/{code}" for code in (helper, service)])
+        for command in nested:
+            self.assertIn("--preserve-metadata=identifier,entitlements", command)
+
     def test_gives_each_signature_the_identity_a_time_and_where_code_runs_the_hardened_runtime(self):
         commands, _ = self.shipped()
         for command in signatures(commands):
