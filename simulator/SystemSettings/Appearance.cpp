@@ -32,8 +32,8 @@ QPushButton[leading="true"] { background: #0067f4; border-color: #0067f4; color:
 QPushButton[leading="true"]:hover { background: #0a72ff; }
 QPushButton[leading="true"]:pressed { background: #0054c8; }
 QPushButton[leading="true"]:disabled { background: #b9d3fa; border-color: #b9d3fa; }
-QPushButton:focus { border: 2px solid #7fb3fa; padding: 3px 13px; }
-QPushButton[leading="true"]:focus { border: 2px solid #9cc5fb; }
+QPushButton:focus { border: 2px solid #0067f4; padding: 3px 13px; }
+QPushButton[leading="true"]:focus { border: 2px solid #00204f; }
 QFrame[role="card"] { background: #ffffff; border: 1px solid #e2e2e6; border-radius: 10px; }
 QFrame[role="line"] { background: #ececef; border: none; }
 QFrame[role="notice"] { background: #fff6e0; border: 1px solid #f2ddb0; border-radius: 10px; }

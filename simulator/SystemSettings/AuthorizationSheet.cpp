@@ -25,7 +25,7 @@ QString sentence(const QuestionContent& question) {
 AuthorizationSheet::AuthorizationSheet(QWidget& window)
     : QWidget{&window},
       heading_{"An administrator has to agree"},
-      identifier_{fontOf(13), color::quietText},
+      identifier_{fontOf(13), color::quietText, Qt::ElideMiddle},
       refuse_{"Refuse"},
       authorize_{"Authorize"} {
     arrange();

@@ -35,13 +35,13 @@ ControlClient::ControlClient(QDBusConnection bus)
     connect(&control_, &ComKelvraSimulator1ControlInterface::Changed, this, &ControlClient::refresh);
     connect(&presence_, &ServicePresence::came, this, &ControlClient::refresh);
     connect(&presence_, &ServicePresence::went, this, [this] { lose(notRunning); });
-    connect(&presence_, &ServicePresence::busLost, this, [this] { lose(noBus); });
+    connect(&presence_, &ServicePresence::busLost, this, &ControlClient::loseBus);
 }
 
 void ControlClient::refresh() {
     changedMeanwhile_ = refreshing_;
     if (refreshing_) return;
-    if (!bus_.isConnected()) return lose(noBus);
+    if (!bus_.isConnected()) return loseBus();
     refreshing_ = true;
     lostMeanwhile_ = false;
     whenAnswered(control_.ListCopies(), *this, [this](const QDBusPendingReply<QList<CopyEntry>>& answer) {
@@ -101,7 +101,11 @@ void ControlClient::refreshFailed(const QDBusError& error) {
 void ControlClient::lose(const QString& reason) {
     changedMeanwhile_ = false;
     lostMeanwhile_ = true;
-    emit absent(reason);
+    emit absent(reason, bus_.isConnected());
+}
+
+void ControlClient::loseBus() {
+    lose(noBus);
 }
 
 void ControlClient::send(const QDBusPendingCall& call) {

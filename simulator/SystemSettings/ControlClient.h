@@ -31,8 +31,9 @@ public:
 
 signals:
     void listed(const QList<simulator::CopyEntry>& copies, const QList<simulator::RequestEntry>& requests);
-    /// The service is not there, for that reason. What was listed is no longer so.
-    void absent(const QString& reason);
+    /// The service is not there, for that reason. What was listed is no longer so. Without its bus it cannot be started
+    /// again.
+    void absent(const QString& reason, bool canBeStarted);
     /// What was asked for was not done, for that reason.
     void refused(const QString& reason);
 
@@ -40,6 +41,7 @@ private:
     void listRequests(const QList<CopyEntry>& copies);
     void refreshFailed(const QDBusError& error);
     void lose(const QString& reason);
+    void loseBus();
     void send(const QDBusPendingCall& call);
 
     QDBusConnection bus_;

@@ -6,7 +6,8 @@
 
 namespace simulator::settings {
 
-ElidedText::ElidedText(const QFont& font, const QColor& color) : color_{color} {
+ElidedText::ElidedText(const QFont& font, const QColor& color, Qt::TextElideMode elision)
+    : color_{color}, elision_{elision} {
     setFont(font);
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -20,7 +21,7 @@ QSize ElidedText::minimumSizeHint() const {
 void ElidedText::paintEvent(QPaintEvent*) {
     QPainter painter{this};
     painter.setPen(color_);
-    const auto shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    const auto shown = fontMetrics().elidedText(text(), elision_, width());
     painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
     setToolTip(shown == text() ? QString{} : text());
 }

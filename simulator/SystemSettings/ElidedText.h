@@ -4,11 +4,11 @@
 
 namespace simulator::settings {
 
-/// One line of plain text that gives way to its neighbours: what does not fit ends in an ellipsis, and is the tool tip.
-/// Assistive technology reads all of it.
+/// One line of plain text that gives way to its neighbours: where not all of it fits there is an ellipsis, and all of
+/// it is the tool tip. Assistive technology reads all of it.
 class ElidedText : public QLabel {
 public:
-    explicit ElidedText(const QFont& font, const QColor& color);
+    ElidedText(const QFont& font, const QColor& color, Qt::TextElideMode elision = Qt::ElideRight);
 
     QSize minimumSizeHint() const override;
 
@@ -17,6 +17,7 @@ protected:
 
 private:
     QColor color_;
+    Qt::TextElideMode elision_;
 };
 
 } // namespace simulator::settings

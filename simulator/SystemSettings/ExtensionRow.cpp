@@ -17,7 +17,7 @@ void offerControl(QWidget& control, bool shown) {
 ExtensionRow::ExtensionRow(const ExtensionContent& content)
     : name_{fontOf(13, QFont::DemiBold), color::text},
       version_{fontOf(13), color::quietText},
-      identifier_{fontOf(11), color::quietText},
+      identifier_{fontOf(11), color::quietText, Qt::ElideMiddle},
       deny_{"Deny"},
       allow_{"Allow"} {
     arrange();

@@ -104,10 +104,10 @@ void SettingsWindow::showLists(const QList<CopyEntry>& copies, const QList<Reque
     showQuestion(questionOf(requests, copies));
 }
 
-void SettingsWindow::showAbsence(const QString& reason) {
+void SettingsWindow::showAbsence(const QString& reason, bool canBeStarted) {
     rememberFocus();
     showSections(false);
-    notice_.offerStart(reason);
+    canBeStarted ? notice_.offerStart(reason) : notice_.tell(reason);
     showQuestion(std::nullopt);
 }
 

@@ -38,7 +38,7 @@ private:
     void connectClient();
 
     void showLists(const QList<CopyEntry>& copies, const QList<RequestEntry>& requests);
-    void showAbsence(const QString& reason);
+    void showAbsence(const QString& reason, bool canBeStarted);
     void showSections(bool shown);
     void showQuestion(const std::optional<QuestionContent>& question);
     void rememberFocus();

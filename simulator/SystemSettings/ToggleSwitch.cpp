@@ -14,8 +14,7 @@ constexpr qreal trackWidth = 38;
 constexpr qreal ring = 3;
 constexpr qreal knobInset = 2;
 
-constexpr QColor trackOff{209, 209, 214};
-constexpr QColor focusRing{127, 179, 250};
+constexpr QColor trackOff{142, 142, 147};
 
 } // namespace
 
@@ -44,7 +43,7 @@ void ToggleSwitch::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF track{ring, ring, trackWidth, trackHeight};
     if (hasFocus()) {
-        painter.setPen(QPen{focusRing, 2});
+        painter.setPen(QPen{color::accent, 2});
         painter.drawRoundedRect(track.adjusted(-2, -2, 2, 2), trackHeight / 2 + 2, trackHeight / 2 + 2);
     }
     painter.setPen(Qt::NoPen);

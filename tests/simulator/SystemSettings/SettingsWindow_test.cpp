@@ -216,6 +216,7 @@ TEST_F(SystemSettings, SaysSoIfTheBusIsGone) {
     open();
     bus().stop();
     EXPECT_TRUE(untilSaid("There is no session bus, so there is no simulated Mac."));
+    EXPECT_FALSE(shows("Start the simulated Mac"));
 }
 
 TEST_F(SystemSettings, AsksTheAdministratorsQuestionOverEverythingElse) {
