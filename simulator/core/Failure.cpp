@@ -42,4 +42,8 @@ Failure failureWith(std::int64_t code, std::string_view description) {
     return {std::string{extensionErrorDomain}, code, std::string{description}};
 }
 
+Failure failureOfSecond() {
+    return failureWith(code::requestSuperseded, "An earlier request for the same extension is still open.");
+}
+
 } // namespace simulator

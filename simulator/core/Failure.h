@@ -39,5 +39,7 @@ std::string_view usualDescription(std::int64_t code);
 /// An error of the extensions' domain with its usual description.
 Failure failureWith(std::int64_t code);
 Failure failureWith(std::int64_t code, std::string_view description);
+/// Of a request that fails because it came second, on a system that goes on with the first.
+Failure failureOfSecond();
 
 } // namespace simulator

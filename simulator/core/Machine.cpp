@@ -102,7 +102,7 @@ void Machine::makeWayFor(Request& request) {
     if (state_.settings.isDefault(Switch::second)) {
         supersede(request.identifier);
     } else {
-        request.doomed = failureWith(code::requestSuperseded);
+        request.doomed = failureOfSecond();
     }
 }
 

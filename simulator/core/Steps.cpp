@@ -80,10 +80,9 @@ void Steps::beginActivation(Request& request, const Subject& subject) {
     const Copy* const active = copies_.activated(request.identifier);
     const Copy* const waiting = copies_.waiting(request.identifier);
     const bool isActive = active && active->version == version;
-    if (isActive && !state_.settings.developerMode) {
-        requests_.take(request, RequestEvent::alreadyActive, Finished{});
-    } else if (!isActive && waiting && waiting->version == version) {
-        waitWith(request, *waiting, subject);
+    const bool waits = !isActive && waiting && waiting->version == version;
+    if (waits || (isActive && !state_.settings.developerMode)) {
+        keep(request, waits ? *waiting : *active, subject);
     } else {
         const Extension extension{found.team, request.identifier, found.name, *found.category,
                                   subject.bundle->identifier};
@@ -93,11 +92,13 @@ void Steps::beginActivation(Request& request, const Subject& subject) {
 }
 
 /// The copy need not be staged anew, but may have been damaged or forbidden since it was.
-void Steps::waitWith(Request& request, const Copy& waiting, const Subject& subject) {
+void Steps::keep(Request& request, const Copy& copy, const Subject& subject) {
     if (auto failure = firstFailedValidation(subject)) {
         requests_.take(request, RequestEvent::failed, std::move(*failure));
+    } else if (isActivated(copy.state)) {
+        requests_.take(request, RequestEvent::alreadyActive, Finished{});
     } else {
-        request.copy = waiting.number;
+        request.copy = copy.number;
         askTheUser(request, RequestEvent::alreadyWaiting);
     }
 }

@@ -28,7 +28,7 @@ private:
     void checkAsOrdered(Request& request);
     void checkActivation(Request& request);
     void beginActivation(Request& request, const Subject& subject);
-    void waitWith(Request& request, const Copy& waiting, const Subject& subject);
+    void keep(Request& request, const Copy& copy, const Subject& subject);
     /// openly: what happens where no fault keeps the prompt away.
     void askTheUser(Request& request, RequestEvent openly);
     void checkDeactivation(Request& request);

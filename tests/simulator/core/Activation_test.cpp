@@ -67,6 +67,14 @@ TEST_F(AnActivation, OfTheActiveVersionFinishesWithoutQuestionOrApproval) {
     EXPECT_THAT(mac.copies(), ElementsAre("2105 activated enabled"));
 }
 
+TEST_F(AnActivation, OfTheVersionThatIsSwitchedOffFinishesAndLeavesItOff) {
+    mac.install("2105", "disabled");
+    setVersion(mac.application(), "0.0", "2105");
+    mac.activate("a");
+    EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
+    EXPECT_THAT(mac.copies(), ElementsAre("2105 activated disabled"));
+}
+
 TEST_F(AnActivation, OfTheActiveVersionAsksAllTheSameInDeveloperMode) {
     mac.activate("a");
     mac.mustDo(mac.machine().allow(camera));
@@ -186,6 +194,14 @@ TEST_F(AnActivation, FailsItselfOnASystemThatKeepsTheOlderRequest) {
     EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "b: failed 12"));
     mac.mustDo(mac.machine().allow(camera));
     EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
+}
+
+TEST_F(AnActivation, ThatFailsForAnOlderOneIsNotToldOfALaterOne) {
+    mac.set("second", "fails");
+    mac.activate("a");
+    mac.activate("b");
+    EXPECT_EQ(std::get<Failure>(mac.answers().back().body),
+              failureWith(12, "An earlier request for the same extension is still open."));
 }
 
 TEST_F(AnActivation, LeavesThatOfAnotherExtensionAlone) {

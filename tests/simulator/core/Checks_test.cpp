@@ -121,14 +121,6 @@ TEST_F(ACheck, RefusesTheExtensionOfAnotherApplication) {
     EXPECT_THAT(mac.heard(), ElementsAre("b: failed 4"));
 }
 
-TEST_F(ACheck, FindsAnExtensionThatWasDamagedSinceOnlyWhenItIsActivatedAnew) {
-    mac.activate("a");
-    mac.mustDo(mac.machine().allow(camera));
-    mac.application().extensions[0].sealMatches = false;
-    mac.activate("b");
-    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "a: finished 0", "b: finished 0"));
-}
-
 TEST_F(ACheck, ComesBeforeTheReplacementQuestion) {
     mac.install("2004", "enabled");
     mac.application().extensions[0].sealMatches = false;
@@ -164,6 +156,52 @@ TEST_F(ACheck, FindsThatTheVersionThatWaitsWasDamagedSince) {
     EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "b: failed 8"));
     EXPECT_THAT(mac.copies(), ElementsAre("2105 activated waiting for user"));
 }
+
+/// The very version that the application carries is activated, or was and is switched off.
+class ACheckOfWhatIsThere : public ACheck, public testing::WithParamInterface<const char*> {
+protected:
+    ACheckOfWhatIsThere() {
+        mac.install("2105", GetParam());
+        setVersion(mac.application(), "0.0", "2105");
+    }
+
+    void expectOnlyThatItFailsWith(const std::string& code) {
+        const std::vector<std::string> copies = mac.copies();
+        mac.activate("a");
+        EXPECT_THAT(mac.heard(), ElementsAre("a: failed " + code));
+        EXPECT_EQ(mac.copies(), copies);
+    }
+};
+
+TEST_P(ACheckOfWhatIsThere, FindsThatItWasDamagedSince) {
+    mac.application().extensions[0].sealMatches = false;
+    expectOnlyThatItFailsWith("8");
+}
+
+TEST_P(ACheckOfWhatIsThere, FindsThatItIsNoLongerValidForItsCategory) {
+    mac.application().extensions[0].hasUsageDescription = false;
+    expectOnlyThatItFailsWith("9");
+}
+
+TEST_P(ACheckOfWhatIsThere, FindsThatItWasForbiddenSince) {
+    mac.machine().setProfile(forbidding());
+    expectOnlyThatItFailsWith("10");
+}
+
+TEST_P(ACheckOfWhatIsThere, FindsThatItWasDamagedSinceInDeveloperModeToo) {
+    mac.machine().setDeveloperMode(true);
+    mac.application().extensions[0].sealMatches = false;
+    expectOnlyThatItFailsWith("8");
+}
+
+TEST_P(ACheckOfWhatIsThere, FindsThatItWasForbiddenSinceInDeveloperModeToo) {
+    mac.machine().setDeveloperMode(true);
+    mac.machine().setProfile(forbidding());
+    expectOnlyThatItFailsWith("10");
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, ACheckOfWhatIsThere, testing::Values("enabled", "disabled"),
+                         [](const auto& which) { return std::string{which.param}; });
 
 TEST_F(ACheck, SaysWhyInItsDescription) {
     mac.application().mayInstallExtensions = false;

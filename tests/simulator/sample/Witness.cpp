@@ -58,6 +58,7 @@ struct Witness::Look {
         } else if (request.kind == RequestKind::activation) {
             EXPECT_TRUE(isAnyIn(machine, request.identifier, isActivated)) << "nothing is activated";
             EXPECT_TRUE(!request.neededApproval || request.causes.count(Cause::allowed)) << "nobody allowed it";
+            EXPECT_FALSE(isForbidden()) << "the profile forbids it";
             lookAtConsent();
         } else {
             EXPECT_TRUE(request.causes.count(Cause::authorized)) << "nobody authorised it";
@@ -96,7 +97,7 @@ struct Witness::Look {
         case code::codeSignatureInvalid:
             return mayBeFoundUnfit() && !carried()->sealMatches;
         case code::forbiddenBySystemPolicy:
-            return mayBeFoundUnfit() && machine.state().settings.profile.forbids(sampleTeam, request.identifier);
+            return mayBeFoundUnfit() && isForbidden();
         case code::requestCanceled:
             return was(Cause::denied) || was(Cause::canceled) || was(Cause::refused) || was(Cause::withdrawn);
         case code::requestSuperseded:
@@ -119,6 +120,8 @@ struct Witness::Look {
         }
         return false;
     }
+
+    bool isForbidden() const { return machine.state().settings.profile.forbids(sampleTeam, request.identifier); }
 
     /// Once it waits for the user it has passed the checks.
     bool mayBeFoundUnfit() const {
