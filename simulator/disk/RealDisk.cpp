@@ -1,5 +1,6 @@
 #include "simulator/disk/RealDisk.h"
 
+#include "simulator/disk/BundleContents.h"
 #include "simulator/disk/PropertyListFile.h"
 #include "simulator/disk/Seal.h"
 
@@ -57,7 +58,7 @@ ExtensionOnDisk readExtension(const QFileInfo& folder) {
     const std::string path = folder.filePath().toStdString();
     ExtensionOnDisk extension;
     extension.fileName = folder.fileName().toStdString();
-    readInfo(extension, readPropertyList(path + "/Contents/Info.plist").value_or(PropertyList{}), folder);
+    readInfo(extension, readPropertyList(contentsOf(path) + "/Info.plist").value_or(PropertyList{}), folder);
     readSealOf(extension, path);
     return extension;
 }

@@ -1,5 +1,6 @@
 #include "simulator/disk/Seal.h"
 
+#include "simulator/disk/BundleContents.h"
 #include "simulator/disk/PropertyListFile.h"
 #include "simulator/disk/RegularFile.h"
 
@@ -15,8 +16,11 @@ namespace simulator {
 
 namespace {
 
-constexpr auto sealFile = "Contents/_SimulatedSignature.plist";
 constexpr auto everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+
+std::string sealFileOf(const std::string& bundle) {
+    return contentsOf(bundle) + "/_SimulatedSignature.plist";
+}
 
 /// A link to one is none.
 bool isFolder(const QFileInfo& file) {
@@ -57,7 +61,7 @@ std::optional<std::string> digestOf(const QFileInfo& file) {
 } // namespace
 
 std::optional<Seal> readSeal(const std::string& bundle) {
-    const auto list = readPropertyList(bundle + "/" + sealFile);
+    const auto list = readPropertyList(sealFileOf(bundle));
     if (!list || !list->isDictionary()) return std::nullopt;
     Seal seal;
     seal.team = (*list)["team"].text();
@@ -73,23 +77,22 @@ std::string writeSeal(const std::string& bundle, const Seal& seal) {
         files[path] = digest;
     const PropertyList list{
         PropertyList::Dictionary{{"team", seal.team}, {"entitlements", seal.entitlements}, {"files", files}}};
-    QSaveFile file{QString::fromStdString(bundle + "/" + sealFile)};
+    QSaveFile file{QString::fromStdString(sealFileOf(bundle))};
     const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(QByteArray::fromStdString(list.toXml())) >= 0;
     return isWritten && file.commit() ? std::string{} : file.errorString().toStdString();
 }
 
 std::optional<std::map<std::string, std::string>> digestsOf(const std::string& bundle) {
     const QDir root{QFileInfo{QString::fromStdString(bundle)}.absoluteFilePath()};
+    const QString seal = root.relativeFilePath(QString::fromStdString(sealFileOf(root.path().toStdString())));
     std::map<std::string, std::string> digests;
     QDirIterator files{root.path(), everything, QDirIterator::Subdirectories};
     while (files.hasNext()) {
-        const QString path = files.next();
-        if (isFolder(files.fileInfo())) continue;
-        const std::string name = root.relativeFilePath(path).toStdString();
-        if (name == sealFile) continue;
+        const QString name = root.relativeFilePath(files.next());
+        if (isFolder(files.fileInfo()) || name == seal) continue;
         auto digest = digestOf(files.fileInfo());
         if (!digest) return std::nullopt;
-        digests[name] = std::move(*digest);
+        digests[name.toStdString()] = std::move(*digest);
     }
     return digests;
 }

@@ -1,3 +1,4 @@
+#include "simulator/disk/BundleContents.h"
 #include "simulator/disk/Seal.h"
 
 #include <QCommandLineParser>
@@ -36,7 +37,8 @@ simulator::PropertyList::Dictionary entitlementsFrom(const QStringList& argument
 }
 
 int sealBundle(const QString& bundle, const QString& team, const QStringList& entitlements) {
-    if (!QFileInfo{bundle + "/Contents/Info.plist"}.isFile()) return complain(failed, bundle + ": not a bundle");
+    const QString contents = QString::fromStdString(simulator::contentsOf(bundle.toStdString()));
+    if (!QFileInfo{contents + "/Info.plist"}.isFile()) return complain(failed, bundle + ": not a bundle");
     auto files = simulator::digestsOf(bundle.toStdString());
     if (!files) return complain(failed, bundle + ": a file cannot be read");
     const simulator::Seal seal{team.toStdString(), entitlementsFrom(entitlements), std::move(*files)};

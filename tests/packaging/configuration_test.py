@@ -1,12 +1,16 @@
 import pathlib
 import plistlib
+import re
 import shutil
 import subprocess
+import sys
 import tempfile
 import unittest
 
 import extensions
 import support
+
+SEAL = "_SimulatedSignature.plist"
 
 # The payload's keys, as they are documented, beside those of every payload.
 POLICY_KEYS = {
@@ -173,6 +177,14 @@ class TheFolderOfExtensions(WithConfiguration):
         self.assertEqual(self.embedded(), there - {"README.md"})
         folder = self.build / "Driver Manager.app/Contents/Library/SystemExtensions"
         self.assertEqual((folder / executable.relative_to(self.folder)).stat().st_mode & 0o777, 0o755)
+
+    @unittest.skipIf(sys.platform == "darwin", "a Mac has signatures of its own, and no seals")
+    def test_is_sealed_in_the_root_of_a_driver_that_is_flat_and_in_the_contents_of_another_extension(self):
+        self.assert_configures(EXTENSIONS=self.folder)
+        rules = "".join(file.read_text() for name in ("build.ninja", "build.make") for file in self.build.rglob(name))
+        seals = set(re.findall(r"SystemExtensions/([\w.-]+(?:/Contents)?/_SimulatedSignature\.plist)", rules))
+        expected = {str(extensions.contents(pathlib.Path(name)) / SEAL) for name in extensions.ENTITLEMENTS}
+        self.assertEqual(seals, expected)
 
     def test_keeps_its_links(self):
         framework = self.folder / extensions.CAMERA / "Contents/Frameworks/Codec.framework"

@@ -59,10 +59,10 @@ protected:
     void unlink(const QString& name) { QFile::remove(extension + "/Contents/" + name); }
 
     /// The code that an activation of the extension fails with; 0 if it needs approval.
-    std::int64_t codeOfActivation() {
+    std::int64_t codeOfActivation(const std::string& which = identifier) {
         Machine machine{State{}, disk};
         EXPECT_EQ(machine.setApplicationsFolders({folder.path().toStdString()}), done);
-        EXPECT_EQ(machine.submit({"client", "a", bundle.toStdString(), RequestKind::activation, identifier}), done);
+        EXPECT_EQ(machine.submit({"client", "a", bundle.toStdString(), RequestKind::activation, which}), done);
         while (machine.step()) {
         }
         const AnswerBody answer = machine.takeOutbox().answers.at(0).body;
@@ -262,6 +262,65 @@ TEST_F(ABundleOnDisk, ReadsAVersionThatIsANumberAsItsText) {
         extension + "/Contents/Info.plist",
         R"(<?xml version="1.0"?><plist version="1.0"><dict><key>CFBundleVersion</key><integer>2105</integer></dict></plist>)");
     EXPECT_EQ(readExtension().version, "2105");
+}
+
+/// A driver that keeps its Info.plist, its executable and its seal beside each other, in no Contents folder.
+class AFlatDriver : public ABundleOnDisk {
+protected:
+    void SetUp() override {
+        ABundleOnDisk::SetUp();
+        write(driver + "/Info.plist", listOf({{"CFBundleIdentifier", "com.example.driver"},
+                                              {"CFBundleVersion", "2105"},
+                                              {"OSBundleUsageDescription", "To reach the camera."}}));
+        write(driver + "/com.example.driver", "code");
+    }
+
+    void sealAll() {
+        ASSERT_EQ(seal({driver, "--team", "TEAM"}), 0);
+        sealBoth();
+    }
+
+    QString driver = bundle + "/Contents/Library/SystemExtensions/com.example.driver.dext";
+};
+
+TEST_F(AFlatDriver, IsReadFromItsRoot) {
+    sealAll();
+    ASSERT_THAT(read().extensions, SizeIs(2));
+    const ExtensionOnDisk found = read().extensions.at(1);
+    EXPECT_EQ(found.identifier, "com.example.driver");
+    EXPECT_EQ(found.version, "2105");
+    EXPECT_EQ(found.category, Category::driver);
+    EXPECT_TRUE(found.hasUsageDescription);
+    EXPECT_EQ(found.team, "TEAM");
+    EXPECT_TRUE(found.sealMatches);
+}
+
+TEST_F(AFlatDriver, IsSealedInItsRootAlone) {
+    sealAll();
+    EXPECT_TRUE(QFileInfo::exists(driver + "/_SimulatedSignature.plist"));
+    EXPECT_FALSE(QFileInfo::exists(driver + "/Contents"));
+}
+
+TEST_F(AFlatDriver, IsActivated) {
+    sealAll();
+    EXPECT_EQ(codeOfActivation("com.example.driver"), 0);
+}
+
+TEST_F(AFlatDriver, MatchesItsSealWhenItIsSealedAgain) {
+    sealAll();
+    sealAll();
+    EXPECT_EQ(codeOfActivation("com.example.driver"), 0);
+}
+
+TEST_F(AFlatDriver, FailsWithEightOnceAFileIsChanged) {
+    sealAll();
+    write(driver + "/com.example.driver", "mode");
+    EXPECT_EQ(codeOfActivation("com.example.driver"), code::codeSignatureInvalid);
+}
+
+TEST_F(AFlatDriver, FailsWithEightUntilItIsSealed) {
+    sealBoth();
+    EXPECT_EQ(codeOfActivation("com.example.driver"), code::codeSignatureInvalid);
 }
 
 TEST_F(ABundleOnDisk, IsFoundInItsFolderAndNothingElseIs) {
