@@ -141,6 +141,11 @@ Subject subjectOf(const BundleOnDisk* bundle, const std::string& identifier, con
     return {bundle, identifier, &settings, bundle ? findExtension(*bundle, identifier) : nullptr};
 }
 
+bool isCarried(const Subject& subject) {
+    if (isNotCarried(subject) || isOfAnotherTeam(subject)) return false;
+    return hasNoIdentifier(subject) || !isMisnamed(subject);
+}
+
 std::optional<Failure> firstFailedLookup(const Subject& subject) {
     return firstFailed(lookups, subject);
 }

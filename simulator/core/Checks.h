@@ -24,6 +24,9 @@ struct Subject {
 /// The subject of a request. All that is given must outlive it.
 Subject subjectOf(const BundleOnDisk* bundle, const std::string& identifier, const Settings& settings);
 
+/// Whether the application carries the extension, under its own name and of its own team.
+bool isCarried(const Subject& subject);
+
 /// Whether the application may ask, and what it asks for is there. Nothing: it passes.
 std::optional<Failure> firstFailedLookup(const Subject& subject);
 /// Whether the extension is sound and allowed. It has passed the lookups. Nothing: it passes.

@@ -72,8 +72,11 @@ Verdict Machine::submit(const Submission& submission) {
     request.kind = submission.kind;
     request.identifier = submission.identifier;
     request.due = state_.clock;
-    orderFaultOf(request);
-    if (request.kind != RequestKind::properties) makeWayFor(request);
+    request.isForeign = steps_.isForeign(request);
+    if (!request.isForeign) {
+        orderFaultOf(request);
+        makeWayFor(request);
+    }
     if (!request.application.empty() && state_.applications.size() < limits::applications) {
         state_.applications.insert(request.application);
     }
@@ -98,7 +101,7 @@ void Machine::orderFaultOf(Request& request) {
 
 /// Only one activation or deactivation of an extension is under way at a time.
 void Machine::makeWayFor(Request& request) {
-    if (!requests_.pending(request.identifier)) return;
+    if (request.kind == RequestKind::properties || !requests_.pending(request.identifier)) return;
     if (state_.settings.isDefault(Switch::second)) {
         supersede(request.identifier);
     } else {

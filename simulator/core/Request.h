@@ -48,6 +48,8 @@ struct Request {
     std::int64_t result = 0;
     /// What it fails with as soon as it is looked at.
     std::optional<Failure> doomed;
+    /// When it was made, the extension was not its program's to ask for. It fails, and is in no one's way until then.
+    bool isForeign = false;
     std::optional<Fault> fault;
 };
 

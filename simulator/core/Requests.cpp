@@ -145,7 +145,7 @@ Request* Requests::inStage(Stage stage, const std::string& identifier) {
 
 Request* Requests::pending(const std::string& identifier) {
     return firstWhere([&](const Request& request) {
-        return request.kind != RequestKind::properties && request.stage != Stage::silent &&
+        return request.kind != RequestKind::properties && request.stage != Stage::silent && !request.isForeign &&
                request.identifier == identifier;
     });
 }

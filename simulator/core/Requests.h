@@ -31,7 +31,8 @@ public:
     /// The oldest request in this stage, of that extension or of any; null if there is none.
     Request* inStage(Stage stage);
     Request* inStage(Stage stage, const std::string& identifier);
-    /// An activation or deactivation of the extension that will still be answered; null if there is none.
+    /// An activation or deactivation of the extension that will still be answered, and is not foreign; null if there is
+    /// none.
     Request* pending(const std::string& identifier);
     std::size_t countOf(const std::string& client) const;
 

@@ -66,7 +66,7 @@ void Steps::checkActivation(Request& request) {
     const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
     if (auto failure = firstFailedLookup(subject)) {
         requests_.take(request, RequestEvent::failed, std::move(*failure));
-    } else if (isOfAnotherOwner(request.identifier, *bundle)) {
+    } else if (request.isForeign || isOfAnotherOwner(request.identifier, *bundle)) {
         requests_.take(request, RequestEvent::failed,
                        failureWith(code::extensionNotFound, "The extension belongs to another application."));
     } else {
@@ -155,7 +155,7 @@ void Steps::checkDeactivation(Request& request) {
     const std::optional<BundleOnDisk> bundle = bundleOf(request);
     const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
     const Copy* const installed = copies_.replaceable(request.identifier);
-    if (!subject.extension || !installed || isOfAnotherOwner(request.identifier, *bundle)) {
+    if (!subject.extension || !installed || request.isForeign || isOfAnotherOwner(request.identifier, *bundle)) {
         requests_.take(request, RequestEvent::failed, failureWith(code::extensionNotFound));
         return;
     }
@@ -182,6 +182,14 @@ void Steps::checkProperties(Request& request) {
     } else {
         requests_.take(request, RequestEvent::listed, FoundProperties{std::move(records)});
     }
+}
+
+bool Steps::isForeign(const Request& request) const {
+    if (request.kind == RequestKind::properties) return false;
+    const std::optional<BundleOnDisk> bundle = bundleOf(request);
+    const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
+    const bool holdsIt = request.kind == RequestKind::activation ? isCarried(subject) : subject.extension != nullptr;
+    return !holdsIt || isOfAnotherOwner(request.identifier, *bundle);
 }
 
 bool Steps::isOfAnotherOwner(const std::string& identifier, const BundleOnDisk& bundle) const {

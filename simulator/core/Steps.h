@@ -17,6 +17,9 @@ public:
     bool take();
     /// Goes on with a deactivation that an administrator has authorised.
     void beginRemoval(Request& request);
+    /// Whether it is an activation or deactivation by a program which does not carry the extension, or to which what is
+    /// installed does not belong.
+    bool isForeign(const Request& request) const;
     /// Whether the user must be asked before a staged copy is enabled.
     bool needsApproval(const Copy& copy) const;
 

@@ -8,8 +8,24 @@
 
 namespace simulator {
 
+namespace {
+
+constexpr auto otherApplication = "/Applications/Other.app";
+
+/// Another application of the same maker that carries a camera of the same identifier.
+BundleOnDisk otherBundle() {
+    BundleOnDisk other = sampleBundle();
+    other.path = otherApplication;
+    other.identifier = "com.example.other";
+    other.extensions.pop_back();
+    return other;
+}
+
+} // namespace
+
 RandomWalk::RandomWalk(unsigned seed, Keeper& keeper) : random_{seed}, keeper_{keeper} {
     disk_.put(sampleBundle());
+    disk_.put(otherBundle());
     machine_ = std::make_unique<Machine>(State{}, disk_);
     keeper_.keep(machine_->state(), {});
 }
@@ -37,6 +53,11 @@ std::string RandomWalk::anIdentifier() {
 
 std::string RandomWalk::aClient() {
     return "client" + std::to_string(pick(3));
+}
+
+std::string RandomWalk::anApplication() {
+    if (pick(20) == 0) return {};
+    return pick(8) == 0 ? otherApplication : sampleApplication;
 }
 
 void RandomWalk::doSomething() {
@@ -111,8 +132,7 @@ void RandomWalk::rarely() {
 
 /// No answer comes out of the submission itself.
 void RandomWalk::submit(RequestKind kind) {
-    const std::string application = pick(20) == 0 ? "" : sampleApplication;
-    const Submission submission{aClient(), std::to_string(++lastToken_), application, kind, anIdentifier()};
+    const Submission submission{aClient(), std::to_string(++lastToken_), anApplication(), kind, anIdentifier()};
     if (!machine_->submit(submission)) witness_.submitted(submission, *machine_);
     const Outbox outbox = takeOutbox();
     for (const Answer& answer : outbox.answers) {

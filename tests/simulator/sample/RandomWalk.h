@@ -46,6 +46,8 @@ private:
     std::uint32_t pick(std::uint32_t below);
     std::string anIdentifier();
     std::string aClient();
+    /// The path of a bundle; now and then empty.
+    std::string anApplication();
 
     void doSomething();
     void playThePerson();

@@ -26,6 +26,30 @@ bool isReported(CopyState state) {
     return state != CopyState::validating && state != CopyState::staging;
 }
 
+bool changesWhatIsThere(RequestKind kind) {
+    return kind != RequestKind::properties;
+}
+
+/// The extension as the bundle holds it; nothing if it holds none.
+std::optional<ExtensionOnDisk> extensionIn(const std::optional<BundleOnDisk>& bundle, const std::string& identifier) {
+    if (!bundle) return std::nullopt;
+    for (const ExtensionOnDisk& extension : bundle->extensions) {
+        if (extension.identifier == identifier) return extension;
+    }
+    return std::nullopt;
+}
+
+/// Whether the application of that bundle has no business with the extension.
+bool isForeign(const std::optional<BundleOnDisk>& bundle, const std::string& identifier, const Machine& machine) {
+    if (!extensionIn(bundle, identifier)) return true;
+    const auto& copies = machine.state().copies;
+    return std::any_of(copies.begin(), copies.end(), [&](const auto& entry) {
+        const Extension& extension = entry.second.extension;
+        return extension.identifier == identifier && isInstalled(entry.second.state) &&
+               extension.owner != bundle->identifier;
+    });
+}
+
 } // namespace
 
 struct Witness::Look {
@@ -101,7 +125,7 @@ struct Witness::Look {
         case code::requestCanceled:
             return was(Cause::denied) || was(Cause::canceled) || was(Cause::refused) || was(Cause::withdrawn);
         case code::requestSuperseded:
-            return was(Cause::superseded);
+            return !request.isForeign && was(Cause::superseded);
         case code::authorizationRequired:
             return was(Cause::refused);
         default:
@@ -112,9 +136,9 @@ struct Witness::Look {
     bool hasNothingToActOn() const {
         switch (request.kind) {
         case RequestKind::activation:
-            return !carried();
+            return request.isForeign;
         case RequestKind::deactivation:
-            return !carried() || !isAnyIn(machine, request.identifier, isInstalled);
+            return request.isForeign || !isAnyIn(machine, request.identifier, isInstalled);
         case RequestKind::properties:
             return !isAnyIn(machine, request.identifier, isReported);
         }
@@ -128,14 +152,8 @@ struct Witness::Look {
         return request.kind == RequestKind::activation && carried() && !request.neededApproval;
     }
 
-    /// The extension as the application holds it; nothing if it holds none.
     std::optional<ExtensionOnDisk> carried() const {
-        const std::optional<BundleOnDisk> bundle = disk.read(request.application);
-        if (!bundle) return std::nullopt;
-        for (const ExtensionOnDisk& extension : bundle->extensions) {
-            if (extension.identifier == request.identifier) return extension;
-        }
-        return std::nullopt;
+        return extensionIn(disk.read(request.application), request.identifier);
     }
 
     /// Who was asked whether the new copy may take the place of the old one has said so.
@@ -149,16 +167,32 @@ void Witness::submitted(const Submission& submission, const Machine& machine) {
     request.kind = submission.kind;
     request.identifier = submission.identifier;
     request.application = submission.application;
+    request.isForeign =
+        changesWhatIsThere(request.kind) && isForeign(disk_.read(request.application), request.identifier, machine);
     for (const auto& [number, taken] : machine.requests()) {
         if (taken.client == submission.client && taken.token == submission.token) request.fault = taken.fault;
     }
+    EXPECT_FALSE(request.isForeign && request.fault) << "it took a fault that was ordered for an owner";
     const Settings& settings = machine.state().settings;
     if (settings.valueOf(Switch::authorization) == "granted" ||
         settings.profile.letsRemove(sampleTeam, request.identifier)) {
         request.causes.insert(Cause::authorized);
     }
+    if (changesWhatIsThere(request.kind) && !request.isForeign) contend(request, machine);
     open_[{submission.client, submission.token}] = request;
-    if (request.kind != RequestKind::properties) happened(Cause::superseded, request.identifier);
+}
+
+void Witness::contend(Open& later, const Machine& machine) {
+    const bool laterGoesOn = machine.state().settings.valueOf(Switch::second) == "supersedes";
+    for (auto& [name, earlier] : open_) {
+        if (earlier.identifier != later.identifier || !changesWhatIsThere(earlier.kind) || earlier.isForeign) continue;
+        (laterGoesOn ? earlier : later).causes.insert(Cause::superseded);
+    }
+    if (laterGoesOn) return;
+    for (const auto& [number, taken] : machine.requests()) {
+        const bool isAbandoned = taken.client.empty() && changesWhatIsThere(taken.kind) && !taken.isForeign;
+        if (isAbandoned && taken.identifier == later.identifier) later.causes.insert(Cause::superseded);
+    }
 }
 
 void Witness::happened(Cause cause, const std::string& identifier) {
@@ -182,6 +216,7 @@ void Witness::hear(const Answer& answer, const Machine& machine) {
     ++answers_;
     const auto open = open_.find({answer.client, answer.token});
     ASSERT_NE(open, open_.end()) << "an answer to a request that had ended or was never asked";
+    EXPECT_TRUE(!open->second.isForeign || std::holds_alternative<Failure>(answer.body)) << "it is another's";
     std::visit(Look{open->second, machine, disk_}, answer.body);
     const bool isLast =
         !std::holds_alternative<NeedsApproval>(answer.body) && !std::holds_alternative<ReplacementAsked>(answer.body);

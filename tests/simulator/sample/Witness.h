@@ -20,8 +20,7 @@ public:
     /// The disk that the machine reads; it must outlive the witness.
     explicit Witness(const Disk& disk) : disk_{disk} {}
 
-    /// A request was taken. Of what is open for its extension, a later one may end the earlier, and the other way
-    /// round.
+    /// A request was taken.
     void submitted(const Submission& submission, const Machine& machine);
     /// Something happened to the open requests of an extension; of all where the identifier is empty.
     void happened(Cause cause, const std::string& identifier = {});
@@ -39,12 +38,18 @@ private:
         RequestKind kind = RequestKind::properties;
         std::string identifier;
         std::string application;
+        /// It changes an extension, which was not its application's to change when it asked.
+        bool isForeign = false;
         std::optional<Fault> fault;
         std::set<Cause> causes;
         bool wasAsked = false;
         bool neededApproval = false;
     };
     using Name = std::pair<std::string, std::string>;
+
+    /// Of what is open for an extension, a later request ends the earlier, or the other way round; whose client has
+    /// left is in the way still.
+    void contend(Open& later, const Machine& machine);
 
     /// Looks at one kind of answer.
     struct Look;
