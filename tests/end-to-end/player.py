@@ -18,6 +18,8 @@ SCENARIOS = Path(__file__).resolve().parents[2] / "simulator/scenarios"
 CARDS = {CAMERA: "Camera Driver", NETWORK: "Network Driver"}
 MANAGED = (BASE, CAMERA, NETWORK)
 
+WORKING = ("checking", "validating", "staging", "removing")  # the stages that a request leaves by itself
+
 NEEDS_APPROVAL = "Sysex request needs user approval."
 UNKNOWN_ERROR = "An unknown error occurred."
 FAILURES = {
@@ -190,6 +192,7 @@ class Player:
             program.quit()
 
     def expect_nothing_heard(self, program):
+        self.requests_at_rest()
         if heard := program.answers_left():
             raise AssertionError(f"{program.name} hears {heard}")
 
@@ -392,12 +395,14 @@ class Player:
             raise AssertionError(f"there is {self.copies(identifier)}")
 
     def expect_requests(self, count):
-        if len(self.requests()) != (0 if count == "none" else int(count)):
-            raise AssertionError(f"there is {self.requests()}")
+        requests = self.requests_at_rest()
+        if len(requests) != (0 if count == "none" else int(count)):
+            raise AssertionError(f"there is {requests}")
 
     def expect_request(self, identifier, stage):
-        if (identifier, stage) not in self.requests():
-            raise AssertionError(f"there is {self.requests()}")
+        requests = self.requests_at_rest()
+        if (identifier, stage) not in requests:
+            raise AssertionError(f"there is {requests}")
 
     def copies(self, identifier):
         copies = json.loads("\n".join(self.mac.says("list", "--json")))
@@ -406,6 +411,13 @@ class Player:
             for copy in copies
             if copy["identifier"] == identifier
         ]
+
+    def requests_at_rest(self):
+        """The open requests, once none goes on by itself: the service takes a step between any two questions."""
+        before = None
+        while (now := self.requests()) != before or any(stage in WORKING for _, stage in now):
+            before = now
+        return now
 
     def requests(self):
         requests = json.loads("\n".join(self.mac.says("requests", "--json")))
