@@ -7,8 +7,9 @@
 
 namespace platform {
 
-/// Letters, marks and numbers of any script.
-bool isAlphanumeric(char32_t scalar);
+/// `text` without what stands before its first alphanumeric and after its last; empty if it has none. Alphanumerics
+/// are the letters, marks and numbers of any script.
+std::string_view trimmedToAlphanumerics(std::string_view text);
 
 /// User-perceived characters, not bytes and not code points.
 std::size_t characterCount(std::string_view text);

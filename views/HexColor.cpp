@@ -1,7 +1,6 @@
 #include "views/HexColor.h"
 
 #include "platform/Text.h"
-#include "views/Utf8.h"
 
 #include <cstdint>
 #include <limits>
@@ -17,14 +16,6 @@ struct Components {
     std::uint64_t green;
     std::uint64_t blue;
 };
-
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && !platform::isAlphanumeric(firstScalar(text).value))
-        text.remove_prefix(firstScalar(text).length);
-    while (!text.empty() && !platform::isAlphanumeric(lastScalar(text).value))
-        text.remove_suffix(lastScalar(text).length);
-    return text;
-}
 
 /// The digit's value; -1 if it is none.
 int hexDigit(const char character) {
@@ -72,7 +63,7 @@ double unit(const std::uint64_t component) {
 } // namespace
 
 platform::ui::Color hexColor(const std::string_view text) {
-    const std::string_view digits = trimmed(text);
+    const std::string_view digits = platform::trimmedToAlphanumerics(text);
     const Components components = componentsOf(scanHexadecimal(digits), platform::characterCount(digits));
     return {unit(components.red), unit(components.green), unit(components.blue), unit(components.opacity)};
 }

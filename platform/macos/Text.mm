@@ -1,16 +1,13 @@
 #include "platform/Text.h"
 
 #include "platform/macos/NativeText.h"
+#include "platform/macos/Unicode.h"
 
 #include <algorithm>
 
 namespace platform {
 
 namespace {
-
-bool isScalar(const char32_t value) {
-    return value <= 0x10FFFF && (value < 0xD800 || value > 0xDFFF);
-}
 
 bool isLineBreakOfTwo(NSString* const text, const NSUInteger at) {
     return at + 1 < [text length] && [text characterAtIndex:at] == '\r' && [text characterAtIndex:at + 1] == '\n';
@@ -24,9 +21,21 @@ NSUInteger endOfCharacter(NSString* const text, const NSUInteger at) {
 
 } // namespace
 
-bool isAlphanumeric(const char32_t scalar) {
+std::string_view trimmedToAlphanumerics(const std::string_view text) {
     @autoreleasepool {
-        return isScalar(scalar) && [[NSCharacterSet alphanumericCharacterSet] longCharacterIsMember:scalar];
+        NSCharacterSet* const alphanumerics = [NSCharacterSet alphanumericCharacterSet];
+        std::size_t first = text.size();
+        std::size_t end = first;
+        for (std::size_t at = 0; at < text.size();) {
+            const Scalar scalar = firstScalar(text.substr(at));
+            const std::size_t next = at + scalar.length;
+            if ([alphanumerics longCharacterIsMember:scalar.value]) {
+                first = std::min(first, at);
+                end = next;
+            }
+            at = next;
+        }
+        return text.substr(first, end - first);
     }
 }
 

@@ -7,13 +7,7 @@ namespace platform {
 
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
-
-/// A scalar at the start of a text, and how many units of the text it takes.
-struct Scalar {
-    char32_t value = replacement;
-    std::size_t length = 1;
-};
+constexpr Scalar replacement{0xFFFD, 1};
 
 bool isSurrogate(const char32_t unit) {
     return unit >= 0xD800 && unit <= 0xDFFF;
@@ -29,27 +23,6 @@ std::size_t sequenceLength(const unsigned lead) {
     if (lead >= 0xC2 && lead < 0xE0) return 2;
     if (lead >= 0xE0 && lead < 0xF0) return 3;
     return lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
-}
-
-Scalar firstScalar(const std::string_view utf8) {
-    constexpr std::array<char32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
-    const unsigned lead = byteAt(utf8, 0);
-    const std::size_t length = sequenceLength(lead);
-    if (length == 0 || length > utf8.size()) return {};
-    char32_t value = length == 1 ? lead : lead & (0x7FU >> length);
-    for (std::size_t at = 1; at < length; ++at) {
-        if ((byteAt(utf8, at) & 0xC0U) != 0x80) return {};
-        value = value << 6U | (byteAt(utf8, at) & 0x3FU);
-    }
-    if (value < least.at(length) || value > 0x10FFFF || isSurrogate(value)) return {};
-    return {value, length};
-}
-
-Scalar firstScalar(const std::u16string_view utf16) {
-    const char32_t unit = utf16.front();
-    if (!isSurrogate(unit)) return {unit, 1};
-    if (unit >= 0xDC00 || utf16.size() < 2 || utf16[1] < 0xDC00 || utf16[1] > 0xDFFF) return {};
-    return {0x10000 + ((unit - 0xD800) << 10U) + (utf16[1] - 0xDC00U), 2};
 }
 
 void append(std::u16string& text, const char32_t scalar) {
@@ -93,6 +66,27 @@ To converted(From text) {
 }
 
 } // namespace
+
+Scalar firstScalar(const std::string_view utf8) {
+    constexpr std::array<char32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
+    const unsigned lead = byteAt(utf8, 0);
+    const std::size_t length = sequenceLength(lead);
+    if (length == 0 || length > utf8.size()) return replacement;
+    char32_t value = length == 1 ? lead : lead & (0x7FU >> length);
+    for (std::size_t at = 1; at < length; ++at) {
+        if ((byteAt(utf8, at) & 0xC0U) != 0x80) return replacement;
+        value = value << 6U | (byteAt(utf8, at) & 0x3FU);
+    }
+    if (value < least.at(length) || value > 0x10FFFF || isSurrogate(value)) return replacement;
+    return {value, length};
+}
+
+Scalar firstScalar(const std::u16string_view utf16) {
+    const char32_t unit = utf16.front();
+    if (!isSurrogate(unit)) return {unit, 1};
+    if (unit >= 0xDC00 || utf16.size() < 2 || utf16[1] < 0xDC00 || utf16[1] > 0xDFFF) return replacement;
+    return {0x10000 + ((unit - 0xD800) << 10U) + (utf16[1] - 0xDC00U), 2};
+}
 
 std::u16string utf16Of(const std::string_view utf8) {
     return converted<std::u16string>(utf8);

@@ -34,7 +34,7 @@ LAYERS = {
     "platform/ui": Layer(),
     "platform/posix": Layer(sees=("platform",), system=POSIX),
     "platform/linux": Layer(
-        sees=("platform", "platform/ui", "platform/posix"), system=(*QT, "plist/", *POSIX)
+        sees=("platform", "platform/ui", "platform/posix"), system=(*QT, "plist/", "unicode/", *POSIX)
     ),
     "platform/macos": Layer(sees=("platform", "platform/ui", "platform/posix"), system=EVERYTHING),
     "simulator": Layer(sees=("simulator/bus", "simulator/core", "simulator/scenario"), system=EVERYTHING),

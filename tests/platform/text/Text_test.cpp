@@ -7,37 +7,37 @@
 namespace platform {
 namespace {
 
-std::u32string alphanumericsOf(std::u32string text) {
-    std::erase_if(text, [](const char32_t scalar) { return !isAlphanumeric(scalar); });
-    return text;
+TEST(ATrimmedText, KeepsTheLettersMarksAndNumbersOfAnyScript) {
+    for (const std::string kept : {"a",      "Z",          "\u00E9", "\u03B1", "\u0416", "\u5B57", "\u05D0",
+                                   "\uAC00", "\U00010400", "\u02B0",                                         // letters
+                                   "0",      "9",          "\u0663", "\u00B2", "\u00BD", "\u2167", "\u3007", // numbers
+                                   "\u0301", "\u20DD",     "\u0903", "\uFE0F"})                              // marks
+        EXPECT_EQ(trimmedToAlphanumerics("-" + kept + "-"), kept);
 }
 
-std::u32string othersOf(std::u32string text) {
-    std::erase_if(text, [](const char32_t scalar) { return isAlphanumeric(scalar); });
-    return text;
+TEST(ATrimmedText, LosesPunctuationSymbolsAndSpacesAtEitherEnd) {
+    for (const std::string lost : {"#", "-", "_", " ", ".", "\t", "\n", "\u00A0", "\u2003", "\u20AC", "+", "\u200D",
+                                   "\uFFFD", "\uFEFF", "\U0001F600"})
+        EXPECT_EQ(trimmedToAlphanumerics(lost + "a1" + lost), "a1") << lost;
 }
 
-TEST(AnAlphanumeric, IsALetterOfAnyScript) {
-    EXPECT_EQ(othersOf(U"aZ\u00E9\u03B1\u0416\u5B57\u05D0\uAC00\U00010400\u02B0"), U"");
+TEST(ATrimmedText, LosesBytesThatAreNoUtf8) {
+    for (const std::string lost : {"\x80", "\xFF", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82"})
+        EXPECT_EQ(trimmedToAlphanumerics(lost + "a1" + lost), "a1");
 }
 
-TEST(AnAlphanumeric, IsANumberOfAnyKind) {
-    EXPECT_EQ(othersOf(U"09\u0663\u00B2\u00BD\u2167\u3007"), U"");
+TEST(ATrimmedText, KeepsWhatIsInside) {
+    EXPECT_EQ(trimmedToAlphanumerics("(a - \xFF\U0001F600 b)"), "a - \xFF\U0001F600 b");
 }
 
-TEST(AnAlphanumeric, IsACombiningMark) {
-    EXPECT_EQ(othersOf(U"\u0301\u20DD\u0903\uFE0F"), U"");
+TEST(ATrimmedText, GoesOnAfterAZeroByte) {
+    using namespace std::string_view_literals;
+    EXPECT_EQ(trimmedToAlphanumerics("\0a\0b\0"sv), "a\0b"sv);
 }
 
-TEST(AnAlphanumeric, IsNoPunctuationSymbolOrSpace) {
-    EXPECT_EQ(alphanumericsOf(U"#-_ .\t\n\u00A0\u2003\u20AC+\u200D\uFFFD\uFEFF\U0001F600"), U"");
-    EXPECT_FALSE(isAlphanumeric(U'\0'));
-}
-
-TEST(AnAlphanumeric, IsNothingThatIsNoScalarOfUnicode) {
-    EXPECT_FALSE(isAlphanumeric(char32_t{0xD800}));
-    EXPECT_FALSE(isAlphanumeric(char32_t{0x110000}));
-    EXPECT_FALSE(isAlphanumeric(char32_t{0xFFFFFFFF}));
+TEST(ATrimmedText, IsEmptyWithoutAnAlphanumeric) {
+    for (const std::string text : {"", "#", "-\u2026-"})
+        EXPECT_EQ(trimmedToAlphanumerics(text), "");
 }
 
 TEST(ACharacterCount, IsZeroForNoText) {
@@ -51,6 +51,10 @@ TEST(ACharacterCount, CountsPlainLetters) {
 TEST(ACharacterCount, CountsALetterWithItsMarksOnce) {
     EXPECT_EQ(characterCount("e\u0301"), 1U);
     EXPECT_EQ(characterCount("abcde\u0301\u0323"), 5U);
+}
+
+TEST(ACharacterCount, CountsAMarkOfAnotherScriptWithTheDigitBeforeIt) {
+    EXPECT_EQ(characterCount("123\u094D"), 3U);
 }
 
 TEST(ACharacterCount, CountsAFamilyOfEmojiOnce) {
@@ -75,11 +79,14 @@ TEST(ACharacterCount, CountsAHangulSyllableOfJamoOnce) {
 
 TEST(ACharacterCount, CountsALineBreakOfTwoOnce) {
     EXPECT_EQ(characterCount("\r\n"), 1U);
+    EXPECT_EQ(characterCount("\n\r\r\n\r\n"), 4U);
+    EXPECT_EQ(characterCount("\u00E9\r\n"), 2U);
 }
 
 TEST(ACharacterCount, GoesOnAfterAZeroByte) {
     using namespace std::string_view_literals;
     EXPECT_EQ(characterCount("a\0b"sv), 3U);
+    EXPECT_EQ(characterCount("\u00E9\0b"sv), 3U);
 }
 
 TEST(ACharacterCount, CountsEachByteThatIsNoUtf8) {
