@@ -5,7 +5,6 @@
 
 #include <string>
 #include <string_view>
-#include <variant>
 
 namespace model {
 
@@ -28,7 +27,7 @@ std::int64_t buildNumber(const platform::NSBundle& bundle) {
     if (!dictionary) stop(bundle, bundle.infoProblem());
     const auto entry = dictionary->find(std::string{buildKey});
     if (entry == dictionary->end()) stopForBuild(bundle, "is missing");
-    const auto* const text = std::get_if<std::string>(&entry->second);
+    const auto& text = entry->second;
     if (!text) stopForBuild(bundle, "is not a text");
     const auto build = decimalInteger(*text);
     if (!build) stopForBuild(bundle, "is not a decimal integer of at most 64 bits");

@@ -85,20 +85,13 @@ std::string_view stateText(const SysExtInfo& record) {
     return "";
 }
 
-std::string_view spelled(const bool flag) {
+std::string spelled(const bool flag) {
     return flag ? "true" : "false";
 }
 
 std::string diagnosticLine(const SysExtInfo& record) {
-    std::string line;
-    for (const std::string_view piece :
-         {std::string_view{record.id}, std::string_view{" "}, std::string_view{record.version},
-          std::string_view{" State: "}, std::string_view{record.state}, std::string_view{" ["}, spelled(record.enabled),
-          std::string_view{" "}, spelled(record.awaiting), std::string_view{" "}, spelled(record.uninst),
-          std::string_view{"]"}}) {
-        line += piece;
-    }
-    return line;
+    return record.id + " " + record.version + " State: " + record.state + " [" + spelled(record.enabled) + " " +
+           spelled(record.awaiting) + " " + spelled(record.uninst) + "]";
 }
 
 } // namespace

@@ -2,17 +2,13 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
-#include <variant>
 
 namespace platform {
 
-/// A property-list number. Its value is not kept: that it is no text is all that anyone asks.
-struct NumberObject {};
-/// A property-list value that is neither text nor number.
-struct OtherObject {};
-
-using InfoValue = std::variant<std::string, NumberObject, OtherObject>;
+/// A text of a property list. None stands for a value of any other kind: that it is no text is all that anyone asks.
+using InfoValue = std::optional<std::string>;
 using InfoDictionary = std::map<std::string, InfoValue>;
 
 /// A bundle on disk. It reads its information dictionary once, when it is made; a value, cheap to copy.

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -52,19 +53,10 @@ Plist parse(const std::string& bytes) {
 }
 
 InfoValue valueOf(plist_t node) {
-    switch (plist_get_node_type(node)) {
-    case PLIST_STRING: {
-        std::uint64_t length = 0;
-        const char* const text = plist_get_string_ptr(node, &length);
-        return std::string{text, static_cast<std::size_t>(length)};
-    }
-    case PLIST_BOOLEAN:
-    case PLIST_UINT:
-    case PLIST_REAL:
-        return NumberObject{};
-    default:
-        return OtherObject{};
-    }
+    if (plist_get_node_type(node) != PLIST_STRING) return std::nullopt;
+    std::uint64_t length = 0;
+    const char* const text = plist_get_string_ptr(node, &length);
+    return std::string{text, static_cast<std::size_t>(length)};
 }
 
 InfoDictionary dictionaryOf(plist_t root) {

@@ -4,6 +4,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <optional>
 #include <utility>
 
 namespace platform {
@@ -13,8 +14,7 @@ namespace {
 /// A number stays a number: only what is written as text is one.
 InfoValue valueOf(const id object) {
     if ([object isKindOfClass:[NSString class]]) return textOf(object);
-    if ([object isKindOfClass:[NSNumber class]]) return NumberObject{};
-    return OtherObject{};
+    return std::nullopt;
 }
 
 std::shared_ptr<const InfoDictionary> dictionaryOf(NSDictionary* const info) {

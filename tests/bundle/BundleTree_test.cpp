@@ -29,9 +29,7 @@ std::string textIn(const NSBundle& read, const std::string& key) {
     const auto* const dictionary = read.infoDictionary();
     if (dictionary == nullptr) return read.infoProblem();
     const auto found = dictionary->find(key);
-    if (found == dictionary->end()) return "missing";
-    const auto* const text = std::get_if<std::string>(&found->second);
-    return text == nullptr ? "no text" : *text;
+    return found == dictionary->end() ? "missing" : found->second.value_or("no text");
 }
 
 std::set<std::string> namesIn(const fs::path& folder) {

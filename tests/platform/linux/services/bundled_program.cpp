@@ -8,6 +8,6 @@ int main() {
     const auto& bundle = platform::NSBundle::mainBundle();
     const auto* const dictionary = bundle.infoDictionary();
     if (dictionary == nullptr) return 1;
-    const auto& version = std::get<std::string>(dictionary->at("CFBundleVersion"));
+    const auto version = dictionary->at("CFBundleVersion").value();
     std::printf("%s of %s\n", version.c_str(), bundle.infoFile().c_str());
 }

@@ -10,7 +10,7 @@ using ABundle = BundleOnDisk;
 TEST_F(ABundle, KeepsATextAText) {
     const NSBundle bundle = read(listOf("<key>CFBundleVersion</key><string>2105</string>"));
     ASSERT_TRUE(bundle.infoDictionary());
-    EXPECT_EQ(std::get<std::string>(bundle.infoDictionary()->at("CFBundleVersion")), "2105");
+    EXPECT_EQ(bundle.infoDictionary()->at("CFBundleVersion"), "2105");
 }
 
 TEST_F(ABundle, TellsANumberFromAText) {
@@ -18,14 +18,14 @@ TEST_F(ABundle, TellsANumberFromAText) {
         listOf("<key>CFBundleVersion</key><integer>2105</integer><key>A</key><real>1.5</real><key>B</key><true/>"));
     ASSERT_TRUE(bundle.infoDictionary());
     for (const char* key : {"CFBundleVersion", "A", "B"})
-        EXPECT_TRUE(std::holds_alternative<NumberObject>(bundle.infoDictionary()->at(key))) << key;
+        EXPECT_EQ(bundle.infoDictionary()->at(key), std::nullopt) << key;
 }
 
 TEST_F(ABundle, KnowsThatAnythingElseIsNeither) {
     const NSBundle bundle = read(listOf("<key>A</key><array/><key>B</key><dict/><key>C</key><data/>"));
     ASSERT_TRUE(bundle.infoDictionary());
     for (const char* key : {"A", "B", "C"})
-        EXPECT_TRUE(std::holds_alternative<OtherObject>(bundle.infoDictionary()->at(key))) << key;
+        EXPECT_EQ(bundle.infoDictionary()->at(key), std::nullopt) << key;
 }
 
 TEST_F(ABundle, HasItsImagesWhereTheSystemSays) {
