@@ -67,7 +67,7 @@ void DriverLoadingViewModel::requestNeedsUserApproval(const OSSystemExtensionReq
 
 void DriverLoadingViewModel::requestDidFinishWithResult(const OSSystemExtensionRequest& /*request*/,
                                                         const OSSystemExtensionRequestResult result) {
-    platform::log("Sysex request finished: %d", {static_cast<std::int64_t>(result)});
+    platform::log("Sysex request finished: %d", {std::to_string(static_cast<std::int64_t>(result))});
     switch (result) {
     case OSSystemExtensionRequestResult::willCompleteAfterReboot:
         move(LoadingTrigger::afterReboot);

@@ -4,10 +4,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace platform {
 
-/// A text of a property list. None stands for a value of any other kind: that it is no text is all that anyone asks.
+/// The text of a property list's value; none where the value is no text: a number, a flag, a list.
 using InfoValue = std::optional<std::string>;
 using InfoDictionary = std::map<std::string, InfoValue>;
 
@@ -19,7 +20,11 @@ public:
 
     /// A bundle with this dictionary; null where there is none, and `problem` then says why, in a few words.
     NSBundle(std::string infoFile, std::shared_ptr<const InfoDictionary> dictionary, std::string problem,
-             std::string resourcePath);
+             std::string resourcePath)
+        : infoFile_{std::move(infoFile)},
+          dictionary_{std::move(dictionary)},
+          problem_{std::move(problem)},
+          resourcePath_{std::move(resourcePath)} {}
 
     /// Null if the bundle has none that can be read; infoProblem() then says why.
     const InfoDictionary* infoDictionary() const { return dictionary_.get(); }

@@ -2,31 +2,15 @@
 
 namespace platform {
 
-namespace {
-
-std::string textOf(const LogArgument& argument) {
-    if (const auto* text = std::get_if<std::string_view>(&argument)) return std::string{*text};
-    return std::to_string(std::get<std::int64_t>(argument));
-}
-
-bool isPlaceholder(const std::string_view text) {
-    return text.starts_with("%@") || text.starts_with("%d");
-}
-
-} // namespace
-
-std::string composeLogLine(const std::string_view format, const std::initializer_list<LogArgument> arguments) {
+std::string composeLogLine(std::string_view format, const std::initializer_list<std::string_view> arguments) {
+    constexpr std::size_t placeholderLength = 2;
     std::string line;
-    const auto* next = arguments.begin();
-    for (std::size_t at = 0; at < format.size();) {
-        if (next != arguments.end() && isPlaceholder(format.substr(at))) {
-            line += textOf(*next++);
-            at += 2;
-        } else {
-            line += format[at++];
-        }
+    for (const auto argument : arguments) {
+        const auto placeholder = format.find('%');
+        line.append(format.substr(0, placeholder)).append(argument);
+        format.remove_prefix(placeholder + placeholderLength);
     }
-    return line;
+    return line.append(format);
 }
 
 } // namespace platform

@@ -7,7 +7,7 @@
 #include "platform/linux/QtMetrics.h"
 #include "platform/linux/SceneAccessibility.h"
 #include "platform/linux/TerminationSignals.h"
-#include "platform/posix/StandardDescriptors.h"
+#include "platform/posix/StandardStreams.h"
 #include "platform/ui/SceneHost.h"
 
 #include <QApplication>
@@ -50,7 +50,7 @@ int showAndRun(const char* title, const ui::WindowGroup& scene) {
 
 int runApplication(int argc, char** argv, const char* title, NSApplicationDelegate& delegate,
                    const ui::WindowGroup& scene) {
-    occupyStandardDescriptors();
+    prepareStandardStreams();
     TerminationSignals termination;
     chooseStyle();
     // The application takes nothing on its command line, nor does the toolkit on its behalf.

@@ -8,12 +8,10 @@
 #include "platform/macos/MainWindow.h"
 #include "platform/macos/Retained.h"
 #include "platform/macos/TurnEnd.h"
-#include "platform/posix/StandardDescriptors.h"
+#include "platform/posix/StandardStreams.h"
 #include "platform/ui/SceneHost.h"
 
 #import <AppKit/AppKit.h>
-
-#include <csignal>
 
 /// Hands what the application decides on to ours.
 @interface KelvraApplicationDelegate : NSObject <NSApplicationDelegate> {
@@ -64,9 +62,7 @@ void showAndRun(const char* title, NSApplicationDelegate& delegate, const ui::Wi
 } // namespace
 
 int runApplication(int, char**, const char* title, NSApplicationDelegate& delegate, const ui::WindowGroup& scene) {
-    occupyStandardDescriptors();
-    // The system raises it on the process, on any of its threads: the thread that writes cannot keep it off.
-    std::signal(SIGPIPE, SIG_IGN);
+    prepareStandardStreams();
     @autoreleasepool {
         NSApplication* const application = [NSApplication sharedApplication];
         [application setActivationPolicy:NSApplicationActivationPolicyRegular];

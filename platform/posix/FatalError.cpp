@@ -1,6 +1,6 @@
 #include "platform/FatalError.h"
 
-#include "platform/posix/LineWriter.h"
+#include "platform/posix/StandardStreams.h"
 
 #include <unistd.h>
 

@@ -8,6 +8,6 @@ int main() {
     const auto& bundle = platform::NSBundle::mainBundle();
     const auto* const dictionary = bundle.infoDictionary();
     if (dictionary == nullptr) return 1;
-    const auto version = dictionary->at("CFBundleVersion").value();
+    const std::string version = dictionary->at("CFBundleVersion").value_or("no text");
     std::printf("%s of %s\n", version.c_str(), bundle.infoFile().c_str());
 }

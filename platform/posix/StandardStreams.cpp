@@ -1,10 +1,9 @@
-#include "platform/posix/LineWriter.h"
-
-#include "platform/posix/QuietPipes.h"
+#include "platform/posix/StandardStreams.h"
 
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <fcntl.h>
 #include <poll.h>
 #include <string>
@@ -55,12 +54,21 @@ ssize_t writeOnce(const int descriptor, const std::string_view piece) {
 
 } // namespace
 
+void prepareStandardStreams() {
+    std::signal(SIGPIPE, SIG_IGN);
+    // An open takes the lowest free descriptor, so a free one below the third is taken in turn.
+    int opened = 0;
+    do {
+        opened = open("/dev/null", O_RDWR);
+    } while (opened >= 0 && opened <= STDERR_FILENO);
+    if (opened >= 0) close(opened);
+}
+
 void LineWriter::write(const std::string_view line) {
     std::string bytes;
     if (lineIsOpen_) bytes += '\n';
     bytes += line;
     bytes += '\n';
-    const QuietPipes quiet;
     const Unwaiting unwaiting{descriptor_};
     writePieces(unwaiting.get(), bytes);
 }

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string_view>
+
+// Standard input, output and error of a program whose reader may be slow, or gone, or never there.
+
+namespace platform {
+
+/// Makes the standard descriptors safe to use. Called first in main.
+///
+/// SIGPIPE is ignored from here on: a write to a pipe that nobody reads fails instead. And each of the three that the
+/// program was started without becomes /dev/null: otherwise the first file or socket that it opens would take the
+/// place, and what is printed would go there.
+void prepareStandardStreams();
+
+/// Writes lines to a descriptor without ever waiting for whoever reads it, and without failing: a line or the end of a
+/// line that the descriptor does not take at once is dropped. The descriptor's flags stay as they are. A line whose end
+/// was dropped is closed before the next, so that two lines never run into one.
+class LineWriter {
+public:
+    /// The descriptor is the caller's; it may be closed.
+    explicit LineWriter(int descriptor) : descriptor_{descriptor} {}
+
+    /// Writes `line` and a line feed.
+    void write(std::string_view line);
+
+private:
+    void writePieces(int descriptor, std::string_view bytes);
+
+    int descriptor_;
+    bool lineIsOpen_ = false;
+};
+
+} // namespace platform

@@ -1,0 +1,209 @@
+#include "platform/posix/StandardStreams.h"
+
+#include "platform/Output.h"
+#include "tests/support/Descriptors.h"
+
+#include <cstdio>
+#include <initializer_list>
+#include <string>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <termios.h>
+
+namespace platform {
+namespace {
+
+using tests::makePipe;
+using tests::makeTerminal;
+using tests::readAvailable;
+using tests::ReplacedDescriptor;
+
+bool isNullDevice(const int descriptor) {
+    struct stat opened {};
+    struct stat device {};
+    return fstat(descriptor, &opened) == 0 && stat("/dev/null", &device) == 0 && opened.st_rdev == device.st_rdev;
+}
+
+/// Runs `check` in a program that was started without the descriptors of `closed`, after it prepared them, and returns
+/// whether it held there.
+template <typename Check>
+bool holdsInAProgramWithout(const std::initializer_list<int> closed, const Check check) {
+    const auto child = fork();
+    if (child == 0) {
+        for (const int descriptor : closed)
+            close(descriptor);
+        prepareStandardStreams();
+        _exit(check() ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+const std::string longLine(200'000, 'x');
+
+TEST(ALine, EndsWithALineFeed) {
+    const auto pipe = makePipe();
+    LineWriter writer{pipe.writer.get()};
+    writer.write("one");
+    writer.write("");
+    EXPECT_EQ(readAvailable(pipe.reader.get()), "one\n\n");
+}
+
+TEST(ALine, MayHoldAnyBytes) {
+    using namespace std::string_view_literals;
+    const auto pipe = makePipe();
+    LineWriter{pipe.writer.get()}.write("a\0b\xFF"sv);
+    EXPECT_EQ(readAvailable(pipe.reader.get()), std::string("a\0b\xFF\n"sv));
+}
+
+TEST(ALine, IsDroppedByAClosedDescriptor) {
+    auto pipe = makePipe();
+    const int number = pipe.writer.get();
+    pipe.writer.close();
+    LineWriter{number}.write("one");
+    EXPECT_EQ(readAvailable(pipe.reader.get()), "");
+}
+
+TEST(ALine, IsDroppedByADescriptorForReading) {
+    const auto pipe = makePipe();
+    LineWriter{pipe.reader.get()}.write("one");
+    EXPECT_EQ(readAvailable(pipe.reader.get()), "");
+}
+
+TEST(ALine, IsWrittenWholeToAFile) {
+    std::FILE* const file = std::tmpfile();
+    LineWriter{fileno(file)}.write(longLine);
+    EXPECT_EQ(lseek(fileno(file), 0, SEEK_END), static_cast<off_t>(longLine.size() + 1));
+    std::fclose(file);
+}
+
+TEST(ALine, IsDroppedByAPipeThatNobodyReads) {
+    auto pipe = makePipe();
+    pipe.reader.close();
+    EXPECT_TRUE(holdsInAProgramWithout({}, [&pipe] {
+        LineWriter{pipe.writer.get()}.write("one");
+        return true;
+    }));
+}
+
+class AFullPipe : public testing::Test {
+protected:
+    /// Writes more lines of a kilobyte than the pipe holds.
+    void fill() {
+        for (int i = 0; i < 1000; ++i)
+            writer.write(std::string(1023, 'x'));
+    }
+    std::string read() const { return readAvailable(pipe.reader.get()); }
+
+    const tests::Pipe pipe = makePipe();
+    LineWriter writer{pipe.writer.get()};
+};
+
+TEST_F(AFullPipe, DropsALineWithoutWaiting) {
+    fill();
+    const auto taken = read();
+    EXPECT_LT(taken.size(), 1000U * 1024U);
+    EXPECT_EQ(taken.size() % 1024, 0U);
+}
+
+TEST_F(AFullPipe, DropsTheEndOfALongLine) {
+    writer.write(longLine);
+    const auto taken = read();
+    EXPECT_GT(taken.size(), 0U);
+    EXPECT_EQ(taken, longLine.substr(0, taken.size()));
+}
+
+TEST_F(AFullPipe, NeverGluesTwoLinesTogether) {
+    writer.write(longLine);
+    read();
+    writer.write("next");
+    EXPECT_EQ(read(), "\nnext\n");
+    writer.write("and next");
+    EXPECT_EQ(read(), "and next\n");
+}
+
+TEST_F(AFullPipe, TakesLinesAgainOnceItIsRead) {
+    fill();
+    read();
+    writer.write("again");
+    EXPECT_EQ(read(), "again\n");
+}
+
+TEST(ATerminal, TakesLines) {
+    const auto terminal = makeTerminal();
+    LineWriter{terminal.program.get()}.write("one");
+    EXPECT_EQ(readAvailable(terminal.screen.get()), "one\r\n");
+}
+
+TEST(ATerminal, ThatNobodyReadsStallsNothing) {
+    const auto terminal = makeTerminal();
+    LineWriter writer{terminal.program.get()};
+    for (int i = 0; i < 10'000; ++i)
+        writer.write(std::string(100, 'x'));
+    EXPECT_LT(readAvailable(terminal.screen.get()).size(), 10'000U * 102U);
+}
+
+TEST(ATerminal, ThatAPersonStoppedStallsNothing) {
+    const auto terminal = makeTerminal();
+    tcflow(terminal.program.get(), TCOOFF);
+    LineWriter{terminal.program.get()}.write("one");
+    EXPECT_EQ(readAvailable(terminal.screen.get()), "");
+}
+
+TEST(ADescriptor, KeepsItsFlags) {
+    const auto pipe = makePipe();
+    const auto terminal = makeTerminal();
+    for (const int descriptor : {pipe.writer.get(), terminal.program.get()}) {
+        const int before = fcntl(descriptor, F_GETFL);
+        LineWriter{descriptor}.write(longLine);
+        EXPECT_EQ(fcntl(descriptor, F_GETFL), before);
+    }
+}
+
+TEST(APrintedLine, GoesToStandardOutput) {
+    const auto pipe = makePipe();
+    {
+        const ReplacedDescriptor replaced{STDOUT_FILENO, pipe.writer.get()};
+        printLine("one");
+        printLine("two");
+    }
+    EXPECT_EQ(readAvailable(pipe.reader.get()), "one\ntwo\n");
+}
+
+TEST(APrintedLine, ComesAgainAfterStandardOutputWasClosedForAWhile) {
+    const auto pipe = makePipe();
+    {
+        const ReplacedDescriptor closed{STDOUT_FILENO, ReplacedDescriptor::closed};
+        printLine("one");
+    }
+    {
+        const ReplacedDescriptor replaced{STDOUT_FILENO, pipe.writer.get()};
+        printLine("two");
+    }
+    EXPECT_EQ(readAvailable(pipe.reader.get()), "two\n");
+}
+
+TEST(AStandardDescriptor, ThatIsClosedBecomesTheNullDevice) {
+    EXPECT_TRUE(
+        holdsInAProgramWithout({0, 1, 2}, [] { return isNullDevice(0) && isNullDevice(1) && isNullDevice(2); }));
+    EXPECT_TRUE(holdsInAProgramWithout({1}, [] { return isNullDevice(1); }));
+}
+
+TEST(AStandardDescriptor, ThatIsOpenStaysAsItIs) {
+    const auto pipe = tests::makePipe();
+    EXPECT_TRUE(holdsInAProgramWithout({1}, [&pipe] {
+        dup2(pipe.writer.get(), STDERR_FILENO);
+        prepareStandardStreams();
+        return write(STDERR_FILENO, "kept", 4) == 4 && tests::readAvailable(pipe.reader.get()) == "kept";
+    }));
+}
+
+TEST(AStandardDescriptor, CostsNoOther) {
+    const int firstFree = dup(STDIN_FILENO);
+    close(firstFree);
+    EXPECT_TRUE(holdsInAProgramWithout({0, 1}, [firstFree] { return fcntl(firstFree, F_GETFD) == -1; }));
+}
+
+} // namespace
+} // namespace platform
