@@ -1,28 +1,72 @@
 #include "platform/linux/SimulatorManager.h"
 
-#include "platform/linux/ExitStatus.h"
-#include "platform/linux/SimulatorClient.h"
-
 #include <QCoreApplication>
+#include <QDBusError>
+#include <QDBusPendingCallWatcher>
+#include <QPointer>
+#include <QVariantList>
 
+#include <limits>
+#include <mutex>
+#include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace platform {
 
 namespace {
 
-/// Calls the delegate with one answer. A question's answer goes back through `client`, if that still lives.
+constexpr QLatin1String service{"com.kelvra.Simulator1"};
+constexpr QLatin1String servicePath{"/com/kelvra/Simulator1"};
+
+constexpr QLatin1String daemon{"org.freedesktop.DBus"};
+constexpr QLatin1String daemonPath{"/org/freedesktop/DBus"};
+constexpr QLatin1String localInterface{"org.freedesktop.DBus.Local"};
+
+/// Without it a call fails after 25 s, and what is answered later is dropped.
+constexpr int noTimeLimit = std::numeric_limits<int>::max();
+
+QString nameOf(const OSSystemExtensionRequest::Kind kind) {
+    switch (kind) {
+    case OSSystemExtensionRequest::Kind::properties:
+        return QStringLiteral("properties");
+    case OSSystemExtensionRequest::Kind::activation:
+        return QStringLiteral("activation");
+    case OSSystemExtensionRequest::Kind::deactivation:
+        return QStringLiteral("deactivation");
+    }
+    return {};
+}
+
+QString nameOf(const OSSystemExtensionReplacementAction action) {
+    return action == OSSystemExtensionReplacementAction::replace ? QStringLiteral("replace") : QStringLiteral("cancel");
+}
+
+QString serviceWentAway() {
+    return QStringLiteral("The extension service went away before it answered.");
+}
+
+bool isError(const QDBusMessage& reply) {
+    return reply.type() == QDBusMessage::ErrorMessage;
+}
+
+/// The unique name that owns the service's name on a bus; empty if there is none.
+QString ownerOn(const QDBusConnection& connection) {
+    auto question = QDBusMessage::createMethodCall(daemon, daemonPath, daemon, QStringLiteral("GetNameOwner"));
+    question << QString{service};
+    const auto reply = connection.call(question, QDBus::Block, noTimeLimit);
+    return isError(reply) ? QString{} : reply.arguments().value(0).toString();
+}
+
+/// Calls the delegate with one answer, and `reply` with its own to a question.
 struct Delivery {
     OSSystemExtensionRequestDelegate* delegate;
     const OSSystemExtensionRequest& request;
-    const QString& token;
-    SimulatorClient* client;
+    std::function<void(OSSystemExtensionReplacementAction)> reply;
 
     void operator()(const ReplacementAsked& asked) const {
-        const auto action =
-            delegate ? delegate->requestActionForReplacingExtension(request, asked.existing, asked.replacement)
-                     : OSSystemExtensionReplacementAction::cancel;
-        if (client) client->answerReplacement(token, action);
+        reply(delegate ? delegate->requestActionForReplacingExtension(request, asked.existing, asked.replacement)
+                       : OSSystemExtensionReplacementAction::cancel);
     }
     void operator()(const NeedsApproval&) const {
         if (delegate) delegate->requestNeedsUserApproval(request);
@@ -38,50 +82,152 @@ struct Delivery {
     }
 };
 
-} // namespace
-
-SimulatorManager::SimulatorManager(QString busAddress) : busAddress_{std::move(busAddress)} {
+QString sessionBusAddress() {
+    auto address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    if (!address.isEmpty()) return address;
+    const auto runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR", QStringLiteral("/run/user/%1").arg(getuid()));
+    return QStringLiteral("unix:path=%1/bus").arg(runtimeFolder);
 }
 
-SimulatorManager::~SimulatorManager() = default;
+} // namespace
 
-void SimulatorManager::submitRequest(Request request) {
-    if (!client_ || !client_->isConnected()) connectToBus();
-    const auto token = QString::number(++lastToken_);
-    const auto kind = request->kind();
-    const auto identifier = QString::fromStdString(request->identifier());
-    requests_.emplace(token, std::move(request));
-    client_->submit(token, kind, identifier);
+OSSystemExtensionManager& OSSystemExtensionManager::sharedManager() {
+    static SimulatorManager manager{sessionBusAddress()};
+    static std::once_flag announced;
+    std::call_once(announced, [] { qAddPostRoutine([] { manager.close(); }); });
+    return manager;
+}
+
+SimulatorManager::SimulatorManager(QString busAddress)
+    : busAddress_{std::move(busAddress)},
+      connectionName_{QStringLiteral("simulator manager %1").arg(reinterpret_cast<quintptr>(this))} {
+}
+
+SimulatorManager::~SimulatorManager() {
+    close();
 }
 
 void SimulatorManager::close() {
-    client_.reset();
-    requests_.clear();
+    connected_ = false;
+    owner_.clear();
+    pending_.clear();
+    connection_ = QDBusConnection{QString{}};
+    QDBusConnection::disconnectFromBus(connectionName_);
+}
+
+void SimulatorManager::submitRequest(std::shared_ptr<OSSystemExtensionRequest> request) {
+    if (!connected_) connectToBus();
+    const auto token = QString::number(++lastToken_);
+    const QVariantList arguments{token, nameOf(request->kind()), QString::fromStdString(request->identifier())};
+    pending_.emplace(token, Pending{std::move(request), {}});
+    if (!connected_) {
+        return fail(token, QStringLiteral("There is no session bus: %1").arg(connection_.lastError().message()));
+    }
+    call(QStringLiteral("Submit"), arguments,
+         [this, token](const QDBusMessage& reply) { submissionReplied(token, reply); });
 }
 
 void SimulatorManager::connectToBus() {
-    client_ = std::make_shared<SimulatorClient>(
-        busAddress_, SimulatorClient::Listener{
-                         [this](const QString& token, SimulatorAnswer answer) { answered(token, std::move(answer)); },
-                         [] { QCoreApplication::exit(exitStatusOfRestart); }});
+    close();
+    connection_ = QDBusConnection::connectToBus(busAddress_, connectionName_);
+    connected_ = connection_.isConnected();
+    if (!connected_) return;
+    listen();
+    // Asked before the first submission, it is known before any signal of a service that runs already; one that starts
+    // later announces itself as nameOwnerChanged.
+    owner_ = ownerOn(connection_);
 }
 
-void SimulatorManager::answered(const QString& token, SimulatorAnswer answer) {
-    const auto found = requests_.find(token);
-    if (found == requests_.end()) return;
-    const auto request = found->second;
-    if (isLast(answer)) requests_.erase(found);
-    deliver(token, request, std::move(answer));
+// A connection by the service's name would look up its owner anew for each signal's rule, and would pass on signals
+// that anyone sends to this client alone. So signals are taken from anyone, and their sender is looked at here.
+void SimulatorManager::listen() {
+    connection_.connect({}, daemonPath, daemon, QStringLiteral("NameOwnerChanged"), {service}, {}, this,
+                        SLOT(nameOwnerChanged(QDBusMessage)));
+    connection_.connect({}, {}, localInterface, QStringLiteral("Disconnected"), this, SLOT(busDisconnected()));
+    connection_.connect({}, servicePath, service, {}, this, SLOT(serviceSignalled(QDBusMessage)));
+}
+
+void SimulatorManager::call(const QString& method, const QVariantList& arguments,
+                            std::function<void(const QDBusMessage&)> replied) {
+    auto message = QDBusMessage::createMethodCall(service, servicePath, service, method);
+    message.setArguments(arguments);
+    const auto* const watcher = new QDBusPendingCallWatcher{connection_.asyncCall(message, noTimeLimit), this};
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [replied = std::move(replied)](QDBusPendingCallWatcher* const finished) {
+                finished->deleteLater();
+                replied(finished->reply());
+            });
+}
+
+void SimulatorManager::submissionReplied(const QString& token, const QDBusMessage& reply) {
+    if (isError(reply)) {
+        fail(token, QStringLiteral("The extension service did not take the request: %1").arg(reply.errorMessage()));
+    } else if (reply.service() != owner_) {
+        fail(token, serviceWentAway());
+    } else if (const auto found = pending_.find(token); found != pending_.end()) {
+        found->second.acceptedBy = reply.service();
+    }
+}
+
+void SimulatorManager::answerReplacement(const QString& token, const OSSystemExtensionReplacementAction action) {
+    if (pending_.find(token) == pending_.end()) return;
+    call(QStringLiteral("AnswerReplacement"), {token, nameOf(action)}, [this, token](const QDBusMessage& reply) {
+        if (!isError(reply)) return;
+        fail(token, QStringLiteral("The extension service did not take the answer to its question: %1")
+                        .arg(reply.errorMessage()));
+    });
+}
+
+void SimulatorManager::nameOwnerChanged(const QDBusMessage& signal) {
+    if (signal.service() != daemon || signal.signature() != QLatin1String{"sss"}) return;
+    const auto arguments = signal.arguments();
+    if (arguments.at(0).toString() != service) return;
+    const auto gone = arguments.at(1).toString();
+    owner_ = arguments.at(2).toString();
+    failWhere([&](const Pending& pending) { return !gone.isEmpty() && pending.acceptedBy == gone; }, serviceWentAway());
+}
+
+void SimulatorManager::busDisconnected() {
+    connected_ = false;
+    failWhere([](const Pending&) { return true; },
+              QStringLiteral("The session bus went away before the extension service answered."));
+}
+
+void SimulatorManager::serviceSignalled(const QDBusMessage& signal) {
+    if (signal.service() != owner_) return;
+    if (signal.member() == QLatin1String{"Restarting"} && signal.signature().isEmpty()) {
+        QCoreApplication::exit(exitStatusOfRestart);
+    } else if (auto received = readAnswer(signal)) {
+        answer(received->token, std::move(received->answer));
+    }
 }
 
 // The work holds the request, which therefore lives until its last answer was delivered.
-void SimulatorManager::deliver(const QString& token, const Request& request, SimulatorAnswer answer) {
-    request->queue().async(
-        [token, request, answer = std::move(answer), client = std::weak_ptr<SimulatorClient>{client_}] {
-            const auto delegate = request->delegate();
-            const auto connected = client.lock();
-            std::visit(Delivery{delegate.get(), *request, token, connected.get()}, answer);
-        });
+void SimulatorManager::answer(const QString& token, SimulatorAnswer answer) {
+    const auto found = pending_.find(token);
+    if (found == pending_.end()) return;
+    const auto request = found->second.request;
+    if (isLast(answer)) pending_.erase(found);
+    request->queue().async([manager = QPointer{this}, token, request, answer = std::move(answer)] {
+        const auto delegate = request->delegate();
+        std::visit(Delivery{delegate.get(), *request,
+                            [&](const OSSystemExtensionReplacementAction action) {
+                                if (manager) manager->answerReplacement(token, action);
+                            }},
+                   answer);
+    });
+}
+
+void SimulatorManager::fail(const QString& token, const QString& description) {
+    answer(token, unknownError(description));
+}
+
+void SimulatorManager::failWhere(const std::function<bool(const Pending&)>& which, const QString& description) {
+    std::vector<QString> tokens;
+    for (const auto& [token, pending] : pending_)
+        if (which(pending)) tokens.push_back(token);
+    for (const auto& token : tokens)
+        fail(token, description);
 }
 
 } // namespace platform

@@ -1,4 +1,4 @@
-#include "platform/linux/ExitStatus.h"
+#include "platform/linux/SimulatorManager.h"
 #include "tests/support/Descriptors.h"
 #include "tests/support/EventLoop.h"
 #include "tests/support/PrivateBus.h"

@@ -1,5 +1,5 @@
 #include "SystemExtensionsTest.h"
-#include "platform/linux/ExitStatus.h"
+#include "platform/linux/SimulatorManager.h"
 
 namespace platform {
 namespace {
