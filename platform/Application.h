@@ -19,7 +19,7 @@ public:
 
 /// Runs the application on the calling thread, which becomes the main thread: opens the one window of `scene`, titled
 /// `title`, shows its content and handles events until the application ends. The delegate outlives the call. Returns
-/// the exit status: 0 after the last window was closed, 128 and the signal's number after SIGINT or SIGTERM.
+/// the exit status, 0 after the last window was closed. A signal ends the process as signals do, at any moment.
 int runApplication(int argc, char** argv, const char* title, NSApplicationDelegate& delegate,
                    const ui::WindowGroup& scene);
 

@@ -6,7 +6,6 @@
 #include "platform/linux/MainWindow.h"
 #include "platform/linux/QtMetrics.h"
 #include "platform/linux/SceneAccessibility.h"
-#include "platform/linux/TerminationSignals.h"
 #include "platform/posix/StandardStreams.h"
 #include "platform/ui/SceneHost.h"
 
@@ -17,11 +16,6 @@
 namespace platform {
 
 namespace {
-
-/// What a shell reports of a process that the signal killed.
-constexpr int statusOfSignal(const int signal) {
-    return 128 + signal;
-}
 
 /// Work that is posted to the main loop runs after what is going on has returned, and after what was posted before.
 void atEndOfTurn(std::function<void()> work) {
@@ -51,12 +45,10 @@ int showAndRun(const char* title, const ui::WindowGroup& scene) {
 int runApplication(int argc, char** argv, const char* title, NSApplicationDelegate& delegate,
                    const ui::WindowGroup& scene) {
     prepareStandardStreams();
-    TerminationSignals termination;
     chooseStyle();
     // The application takes nothing on its command line, nor does the toolkit on its behalf.
     int nameOnly = std::min(argc, 1);
     QApplication application{nameOnly, argv};
-    termination.watch([](const int signal) { QCoreApplication::exit(statusOfSignal(signal)); });
     quitAfterLastWindow(application, delegate);
     return showAndRun(title, scene);
 }

@@ -121,6 +121,20 @@ TEST_F(TheRunningApplication, StaysAliveWhereNobodyReadsWhatItPrints) {
     expectThatItIsAlive();
 }
 
+TEST_F(TheRunningApplication, EndsByASignalAlsoWhileTheBusKeepsItWaiting) {
+    const QString path = runtimeFolder.filePath("silent");
+    const auto silent = tests::listenAt(path.toStdString());
+    auto environment = application.processEnvironment();
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
+    application.setProcessEnvironment(environment);
+    application.start(bundle + executable, QStringList{});
+    const tests::Descriptor waiting{accept(silent.get(), nullptr, nullptr)};
+    application.terminate();
+    ASSERT_TRUE(application.waitForFinished());
+    EXPECT_EQ(application.exitStatus(), QProcess::CrashExit);
+    EXPECT_EQ(application.exitCode(), SIGTERM);
+}
+
 TEST_F(TheRunningApplication, NeverPrintsToAnotherFileWhereStandardOutputIsClosed) {
     application.setChildProcessModifier([] { close(STDOUT_FILENO); });
     start();

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <string>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 #include <utility>
 
@@ -53,6 +55,17 @@ inline Terminal makeTerminal() {
     const char* const name = ptsname(screen.get());
     Descriptor program{open(name, O_RDWR | O_NOCTTY)};
     return {std::move(screen), std::move(program)};
+}
+
+/// A socket that others connect to at `path`. Whoever does waits until it is accepted, and for every answer.
+inline Descriptor listenAt(const std::string& path) {
+    Descriptor listener{socket(AF_UNIX, SOCK_STREAM, 0)};
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(std::data(address.sun_path), sizeof address.sun_path - 1);
+    EXPECT_EQ(bind(listener.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(listen(listener.get(), 1), 0);
+    return listener;
 }
 
 /// Puts another descriptor in the place of one, standard output say, or closes it, and puts the old one back at the

@@ -116,18 +116,20 @@ TEST_F(TheApplicationOfADelegateThatStays, GoesOnWithoutAWindow) {
     EXPECT_EQ(stays_.asked, 1);
 }
 
-TEST_F(TheRunningApplication, EndsBySignalsWithTheStatusThatAShellReports) {
-    EXPECT_EQ(run([](MainWindow&) { std::raise(SIGTERM); }), 128 + SIGTERM);
-    EXPECT_EQ(run([](MainWindow&) { std::raise(SIGINT); }), 128 + SIGINT);
+TEST_F(TheRunningApplication, EndsBySignalsAsEveryProgramDoes) {
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        EXPECT_EXIT(run([signal](MainWindow&) { std::raise(signal); }), testing::KilledBySignal(signal), "");
 }
 
-TEST_F(TheRunningApplication, LeavesSignalsAsTheyWereWhenItHasEnded) {
-    run([](MainWindow& window) { window.close(); });
-    sigset_t blocked;
-    sigemptyset(&blocked);
-    pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
-    EXPECT_FALSE(sigismember(&blocked, SIGINT));
-    EXPECT_FALSE(sigismember(&blocked, SIGTERM));
+TEST_F(TheRunningApplication, EndsBySignalsBeforeItsMainLoop) {
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    const auto lastView = [] {
+        std::raise(SIGTERM);
+        std::_Exit(0);
+        return content();
+    };
+    EXPECT_EXIT(run([](MainWindow&) {}, lastView), testing::KilledBySignal(SIGTERM), "");
 }
 
 TEST_F(TheRunningApplication, TakesNothingOnItsCommandLine) {
