@@ -104,6 +104,13 @@ class ASessionWithABusOfItsOwn(SessionTest):
         self.desktop.display.close_window(TITLE)
         self.expect_end(0)
 
+    def test_says_with_what_status_the_application_ended(self):
+        session = self.open_session()
+        os.kill(session.number_of(TITLE), signal.SIGTERM)
+        self.assertEqual(143, session.wait_for_end())
+        session.wait_for_last_line()
+        self.assertEqual(["session: the application ended with status 143"], session.errors)
+
     def test_goes_on_without_the_window_of_system_settings(self):
         self.open_session()
         self.desktop.display.close_window(SETTINGS)
