@@ -13,7 +13,6 @@ SYSTEM = re.compile(
     r"^[ \t]*#[ \t]*(?:el)?if(?:n?def)?\b.*(?:__APPLE__|__linux__|__linux|__unix__|_WIN32|_WIN64|__MACH__|TARGET_OS_|Q_OS_)",
     re.MULTILINE,
 )
-RAW_NEW = re.compile(r"(?<!operator )\bnew\b(?!\s*[>)])")
 
 
 def sources():
@@ -24,13 +23,6 @@ def asks_for_the_system(path, text):
     if path.parts[0] == "platform":
         return []
     return [f"{path}:{cpp.line_at(text, found.start())}" for found in SYSTEM.finditer(cpp.without_comments(text))]
-
-
-def raw_news(path, text):
-    if path.suffix in (".mm", ".m"):
-        return []
-    text = re.sub(r"^[ \t]*#.*", "", cpp.code(text), flags=re.MULTILINE)
-    return [f"{path}:{cpp.line_at(text, found.start())}" for found in RAW_NEW.finditer(text)]
 
 
 def long_functions(path, text):
@@ -64,9 +56,6 @@ def every(check, found):
 class TheCode(unittest.TestCase):
     def test_does_not_ask_for_the_system_outside_platform(self):
         self.assertEqual([], every(asks_for_the_system, sources()))
-
-    def test_has_no_raw_new(self):
-        self.assertEqual([], every(raw_news, sources()))
 
     def test_has_no_long_file(self):
         kept = tree.files(*cpp.SUFFIXES, ".py", ".cmake", ".txt", ".xml") + tree.scripts()
@@ -102,19 +91,6 @@ class TheSearchForTheSystem(unittest.TestCase):
 
     def test_lets_other_questions_be(self):
         self.assertFalse(self.found("app/main.cpp", "#ifdef NDEBUG\n#endif\n// #ifdef __APPLE__\n"))
-
-
-class TheSearchForNew(unittest.TestCase):
-    def found(self, text):
-        return bool(raw_news(PurePath("app/main.cpp"), text))
-
-    def test_finds_it(self):
-        for line in ("auto x = new Thing;", "new QLabel{parent};", "take(new(std::nothrow) Thing);", "::new (p) Thing;"):
-            self.assertTrue(self.found(line), line)
-
-    def test_is_not_fooled_by_words(self):
-        for line in ("// a new thing", 'print("new");', "#include <new>", "int renew = newest;", "void* operator new(size_t);"):
-            self.assertFalse(self.found(line), line)
 
 
 class TheMeasureOfFunctions(unittest.TestCase):
