@@ -64,11 +64,13 @@ ui::EdgeInsets MainWindow::safeArea() const {
 }
 
 void MainWindow::present(const ui::Scene& scene) {
-    if (scene.size != state_->size) {
-        state_->size = scene.size;
-        [state_->window.get() setContentSize:NSMakeSize(scene.size.width, scene.safeArea.top + scene.size.height)];
+    @autoreleasepool {
+        if (scene.size != state_->size) {
+            state_->size = scene.size;
+            [state_->window.get() setContentSize:NSMakeSize(scene.size.width, scene.safeArea.top + scene.size.height)];
+        }
+        state_->canvas.present(scene);
     }
-    state_->canvas.present(scene);
 }
 
 void MainWindow::show() {

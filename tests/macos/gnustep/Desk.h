@@ -83,7 +83,7 @@ public:
     /// The size of the window's content, in points.
     platform::ui::Size contentSize() const;
 
-    /// Whether the window is in front and painted.
+    /// Whether the window is in front, where it is brought if need be, and painted.
     bool isReady();
 
     /// Where the control of that label is, in the scene's points.

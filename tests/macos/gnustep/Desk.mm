@@ -1,7 +1,9 @@
 #include "tests/macos/gnustep/Desk.h"
 
 #include "app/DriverManagerApp.h"
+#include "platform/macos/CallbackGuard.h"
 #include "platform/macos/NativeText.h"
+#include "tests/macos/gnustep/ScriptedExtensions.h"
 #include "tests/macos/gnustep/StandIns.h"
 
 #import <AppKit/AppKit.h>
@@ -154,12 +156,30 @@ platform::ui::Rect placeOf(const id element) {
 @interface TestApplication : NSApplication {
 @public
     Body body_;
+    bool hasLaunched_;
     bool hasTracked_;
     int releases_; // of the mouse, that nothing tracked
 }
 @end
 
 @implementation TestApplication
+
+// The system launches an application once, and here one follows the other. What GNUstep lets go of later may draw in a
+// window: it goes first.
+- (void)run {
+    @autoreleasepool {
+        if (std::exchange(hasLaunched_, true))
+            [[NSNotificationCenter defaultCenter] postNotificationName:NSApplicationDidFinishLaunchingNotification
+                                                                object:self];
+        [super run];
+    }
+}
+
+// What GNUstep shows a menu in outlives it and refers to it.
+- (void)setMainMenu:(NSMenu*)menu {
+    [menu retain];
+    [super setMainMenu:menu];
+}
 
 - (void)sendEvent:(NSEvent*)event {
     if ([event type] == NSApplicationDefined && [event data1] == runBody)
@@ -196,29 +216,42 @@ namespace macos_tests {
 
 namespace {
 
-/// Makes the application that is about to run.
+/// Done once, before there is an application.
+bool isPrepared() {
+    standin::failOnComplaints();
+    standin::keepToOneself();
+    [TestApplication sharedApplication];
+    standin::announceMenus();
+    standin::attendToDisplay();
+    return true;
+}
+
+/// Makes an application, and a system that knows of no other before it.
 void prepareDesk() {
     @autoreleasepool {
-        standin::failOnComplaints();
-        standin::keepToOneself();
-        [TestApplication sharedApplication];
-        standin::announceMenus();
-        standin::attendToDisplay();
+        static const bool prepared = isPrepared();
+        static_cast<void>(prepared);
+        standin::ScriptedExtensions::shared().forget();
+        standin::loggedLines().clear();
+        standin::announcements().clear();
     }
 }
 
-} // namespace
+/// Runs the body in front of the window, and tells what it throws: an application that is left by an exception could
+/// not be run again.
+void runInFront(const std::function<void(Desk&)>& body) {
+    Desk desk;
+    if (!desk.until([&] { return desk.isReady(); }))
+        ADD_FAILURE() << "the window did not come to the front";
+    else if (!platform::guarded([&] { body(desk); }))
+        ADD_FAILURE() << standin::loggedLines().back();
+}
 
-int Desk::runToItsEnd(const std::function<void(Desk&)>& started, const Application& application) {
+/// Runs the application, and the body inside its main loop.
+int runWith(Body body, const Desk::Application& application) {
     prepareDesk();
     standin::whenWorkIsDone(wake);
-    static_cast<TestApplication*>(NSApp)->body_ = [&] {
-        Desk desk;
-        if (desk.until([&] { return desk.isReady(); }))
-            started(desk);
-        else
-            throw std::runtime_error{"the window did not come to the front"};
-    };
+    static_cast<TestApplication*>(NSApp)->body_ = std::move(body);
     @autoreleasepool {
         post(runBody);
     }
@@ -228,13 +261,19 @@ int Desk::runToItsEnd(const std::function<void(Desk&)>& started, const Applicati
     return status;
 }
 
+} // namespace
+
+int Desk::runToItsEnd(const std::function<void(Desk&)>& body, const Application& application) {
+    return runWith([&] { runInFront(body); }, application);
+}
+
 int Desk::run(const std::function<void(Desk&)>& body, const Application& application) {
-    const auto bodyAndEnd = [&](Desk& desk) {
-        body(desk);
+    const auto bodyAndEnd = [&] {
+        runInFront(body);
         [NSApp stop:nil];
         wake();
     };
-    return runToItsEnd(bodyAndEnd, application);
+    return runWith(bodyAndEnd, application);
 }
 
 int Desk::driverManager() {
@@ -371,8 +410,11 @@ platform::ui::Size Desk::contentSize() const {
 }
 
 bool Desk::isReady() {
-    if (![window() isVisible] || ![window() isKeyWindow] || !display_.shows(nativeOf(window()))) return false;
-    return pixel({1, 1}) != Rgb{};
+    if (![window() isVisible] || !display_.shows(nativeOf(window()))) return false;
+    // The application knows of keys that it gets before it gets them.
+    const bool getsKeys = [window() isKeyWindow] && display_.isFocused(nativeOf(window()));
+    if (!getsKeys) display_.activate(nativeOf(window()));
+    return getsKeys && pixel({1, 1}) != Rgb{};
 }
 
 platform::ui::Point Desk::middleOf(const std::string& label) const {

@@ -64,12 +64,22 @@ void Display::tapKey(const std::string& key, const std::vector<std::string>& mod
     XSync(native(display_), False);
 }
 
+void Display::activate(const unsigned long window) {
+    constexpr long person = 2;
+    askWindowManager("_NET_ACTIVE_WINDOW", window, person);
+}
+
 void Display::closeWindow(const unsigned long window) {
+    askWindowManager("_NET_CLOSE_WINDOW", window, 0);
+}
+
+void Display::askWindowManager(const char* const what, const unsigned long window, const long detail) {
     XEvent event{};
     event.xclient.type = ClientMessage;
     event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(native(display_), "_NET_CLOSE_WINDOW", False);
+    event.xclient.message_type = XInternAtom(native(display_), what, False);
     event.xclient.format = 32;
+    event.xclient.data.l[0] = detail;
     XSendEvent(native(display_), DefaultRootWindow(native(display_)), False,
                SubstructureNotifyMask | SubstructureRedirectMask, &event);
     XSync(native(display_), False);
@@ -78,6 +88,13 @@ void Display::closeWindow(const unsigned long window) {
 bool Display::shows(const unsigned long window) {
     XWindowAttributes attributes{};
     return XGetWindowAttributes(native(display_), window, &attributes) != 0 && attributes.map_state == IsViewable;
+}
+
+bool Display::isFocused(const unsigned long window) const {
+    ::Window focused{};
+    int revert = 0;
+    XGetInputFocus(native(display_), &focused, &revert);
+    return focused == window;
 }
 
 Display::Position Display::positionOf(const unsigned long window) const {

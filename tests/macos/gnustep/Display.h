@@ -42,11 +42,15 @@ public:
     void releaseButton();
     /// Taps a key, while the modifiers are held down, all by their X names.
     void tapKey(const std::string& key, const std::vector<std::string>& modifiers = {});
-    /// Asks the window manager to close the window.
+    // Asked of the window manager.
+
+    void activate(unsigned long window);
     void closeWindow(unsigned long window);
 
     /// Whether the window is on the screen.
     bool shows(unsigned long window);
+    /// Whether it gets the keys.
+    bool isFocused(unsigned long window) const;
     Position positionOf(unsigned long window) const;
     /// Waits until the display has done all that was asked of it by way of another connection, an X Display.
     static void finish(void* connection);
@@ -55,6 +59,7 @@ public:
 
 private:
     Position pointer() const;
+    void askWindowManager(const char* what, unsigned long window, long detail);
 
     void* display_;
 };

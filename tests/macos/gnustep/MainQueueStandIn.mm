@@ -11,16 +11,20 @@ std::function<void()>& told() {
     return function;
 }
 
-void tell() {
-    if (told()) told()();
-}
-
+/// How much work waits.
 std::size_t& waiting() {
     static std::size_t count = 0;
     return count;
 }
 
-NSArray* commonModes() {
+void tell() {
+    --waiting();
+    if (told()) told()();
+}
+
+/// The modes that these stand for: GNUstep has a name for the common ones and no such modes.
+NSArray* realModes(NSArray* const modes) {
+    if (![modes containsObject:NSRunLoopCommonModes]) return modes;
     return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
 }
 
@@ -28,8 +32,12 @@ NSArray* commonModes() {
 
 namespace standin {
 
+bool isAtRest() {
+    return waiting() == 0;
+}
+
 bool runMainQueue() {
-    if (waiting() == 0) return false;
+    if (isAtRest()) return false;
     @autoreleasepool {
         [[NSRunLoop mainRunLoop] runMode:NSDefaultRunLoopMode beforeDate:[NSDate distantPast]];
     }
@@ -70,7 +78,6 @@ void whenWorkIsDone(std::function<void()> function) {
 @implementation StandInWork
 
 - (void)run {
-    --waiting();
     work_(context_);
 }
 
@@ -82,15 +89,14 @@ dispatch_queue_t dispatch_get_main_queue(void) {
 }
 
 void dispatch_async_f(dispatch_queue_t, void* context, dispatch_function_t work) {
-    ++waiting();
     StandInWork* const posted = [[[StandInWork alloc] init] autorelease];
     posted->work_ = work;
     posted->context_ = context;
     [posted performSelectorOnMainThread:@selector(run) withObject:nil waitUntilDone:NO modes:@[ NSRunLoopCommonModes ]];
 }
 
-// GNUstep has a name for the common modes and no such modes, and does not put off what the main thread puts off before
-// its loop runs.
+// GNUstep does what the main thread puts off at once if its loop does not run yet, and else after whatever the display
+// has sent by then.
 
 namespace {
 
@@ -101,24 +107,24 @@ Perform& original() {
     return perform;
 }
 
-void performInCommonModes(id self, SEL command, SEL selector, id object, BOOL wait, NSArray* modes) {
-    if (wait || ![modes containsObject:NSRunLoopCommonModes])
-        return original()(self, command, selector, object, wait, modes);
+void putOff(id self, SEL command, SEL selector, id object, BOOL wait, NSArray* modes) {
+    if (wait) return original()(self, command, selector, object, wait, modes);
     static NSUInteger place = 0; // what was put off first is done first
+    ++waiting();
     NSRunLoop* const loop = [NSRunLoop mainRunLoop];
-    [loop performSelector:selector target:self argument:object order:++place modes:commonModes()];
-    [loop performSelector:@selector(tell) target:[StandInTeller teller] argument:nil order:++place modes:commonModes()];
+    NSArray* const real = realModes(modes);
+    [loop performSelector:selector target:self argument:object order:++place modes:real];
+    [loop performSelector:@selector(tell) target:[StandInTeller teller] argument:nil order:++place modes:real];
 }
 
 } // namespace
 
-@implementation NSObject (CommonModes)
+@implementation NSObject (PutOff)
 
 + (void)load {
     const SEL perform = @selector(performSelectorOnMainThread:withObject:waitUntilDone:modes:);
     const Method method = class_getInstanceMethod(self, perform);
-    original() =
-        reinterpret_cast<Perform>(method_setImplementation(method, reinterpret_cast<IMP>(performInCommonModes)));
+    original() = reinterpret_cast<Perform>(method_setImplementation(method, reinterpret_cast<IMP>(putOff)));
 }
 
 @end

@@ -16,10 +16,13 @@ std::vector<std::string>& loggedLines();
 /// What assistive technology was asked to speak, oldest first.
 std::vector<std::string>& announcements();
 
-/// Runs the work that waits in the main queue; false if there was none.
-bool runMainQueue();
+// Work waits in the main queue, or was put off to the end of a turn.
 
-/// Called after each piece of work of the main queue, and after each one that was put off to the end of a turn.
+/// Runs the work that waits; false if there was none.
+bool runMainQueue();
+/// Whether none waits.
+bool isAtRest();
+/// Called after each piece of work.
 void whenWorkIsDone(std::function<void()> told);
 
 /// How many objects of each class were made and are alive, since the main function began.
