@@ -1,12 +1,6 @@
 #include "platform/linux/BundleReader.h"
 
-#include <plist/plist.h>
-
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
 #include <set>
 #include <string>
 
@@ -20,7 +14,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::Not;
-using testing::StartsWith;
 
 const fs::path bundle = BUNDLE;
 const fs::path extensions = bundle / "Contents" / "Library" / "SystemExtensions";
@@ -43,16 +36,6 @@ std::set<std::string> drawingsIn(const fs::path& folder) {
     auto names = namesIn(folder);
     std::erase_if(names, [](const std::string& name) { return fs::path{name}.extension() != ".svg"; });
     return names;
-}
-
-std::string machServiceName(const fs::path& extension) {
-    std::ifstream file{extension / "Contents" / "Info.plist", std::ios::binary};
-    const std::string bytes{std::istreambuf_iterator<char>{file}, {}};
-    plist_t root = nullptr;
-    plist_from_xml(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
-    const std::unique_ptr<void, decltype(&plist_free)> owned{root, plist_free};
-    const auto name = plist_access_path(root, 2, "CMIOExtension", "CMIOExtensionMachServiceName");
-    return name == nullptr ? "missing" : plist_get_string_ptr(name, nullptr);
 }
 
 TEST(TheBundle, SaysWhatItIs) {
@@ -104,11 +87,6 @@ TEST(AnExtensionOfTheBundle, SaysWhatItIsFor) {
         EXPECT_THAT(textIn(read, key), Not(testing::AnyOf(IsEmpty(), "missing", "no text"))) << name;
         EXPECT_EQ(textIn(read, "CFBundlePackageType"), isDriver ? "DEXT" : "SYSX");
     }
-}
-
-TEST(TheCameraExtension, HasItsServiceInTheGroupOfItsTeam) {
-    EXPECT_THAT(machServiceName(extensions / "com.kelvra.ip-camera.cmio.systemextension"),
-                StartsWith("KELVRA0001.com.kelvra.ip-camera."));
 }
 
 } // namespace

@@ -8,6 +8,8 @@ from screen import Atspi
 TITLE = "Driver Manager"
 BUNDLE = BUILD / "Driver Manager.app"
 
+RESTARTED = 75  # the exit status of an application that ended with the Mac
+
 NOT_INSTALLED = "Not installed"
 NOTHING_INSTALLED = "Both drivers need to be activated to run the camera"
 AWAITING = "Open Privacy & Security in System Settings to allow the extensions."
@@ -48,11 +50,9 @@ class Cards:
         """Waits until a card's icon is told as that of an enabled extension, or of one that is not."""
         self.screen.wait_for_node(f"{name}, {'enabled' if enabled else 'not enabled'}", Atspi.Role.IMAGE)
 
-    def icon_is_dark(self, name, display):
-        """Whether the disc around a card's icon is black."""
-        icon = next(node for node in self.screen.nodes() if node.get_name().startswith(f"{name}, "))
-        place = icon.get_extents(Atspi.CoordType.SCREEN)
-        return sum(display.picture().pixel(place.x - 4, place.y + place.height // 2)) < 3 * 128
+    def action(self, name):
+        """The title of the button on a card, or None."""
+        return next((title for title in ("Activate", "Upgrade") if self.has_button(title, name)), None)
 
     def press(self, title, name):
         """Presses the button of that title on a card."""

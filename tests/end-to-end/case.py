@@ -4,19 +4,45 @@ import unittest
 
 from application import NOT_INSTALLED, Application, executable
 from desktop import BUILD, NO_SERVICES, SERVICES, Desktop
-from mac import NETWORK, Mac
 from program import QuietProgram
 from screen import Screen
 
 
+SETTINGS = "System Settings"
+BASE = "com.kelvra.driverkit.base"
+CAMERA = "com.kelvra.ip-camera.cmio"
+NETWORK = "com.kelvra.driverkit.usb-to-poe"
+
+
+class Mac:
+    """The simulated Mac of a desktop, by its command line."""
+
+    def __init__(self, desktop):
+        self.desktop = desktop
+        self.does("applications", BUILD)
+
+    def says(self, *words):
+        """What the command line prints. It must not fail."""
+        program = self.desktop.run(BUILD / "bin/sysextctl", *words)
+        if program.status != 0:
+            raise AssertionError(f"sysextctl {' '.join(map(str, words))} ends with {program.status}\n{program.said()}")
+        return program.output
+
+    does = says
+
+
 class DesktopTest(unittest.TestCase):
-    """A desktop on whose bus no service can be started."""
+    """A desktop on whose bus no service can be started. The tests of a class share it, one after the other."""
 
     services = NO_SERVICES
 
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = Desktop(cls.services)
+        cls.addClassCleanup(cls.desktop.close)
+
     def setUp(self):
-        self.desktop = Desktop(self.services)
-        self.addCleanup(self.desktop.close)
+        self.addCleanup(self.desktop.clear)
 
     def open_application(self, command=None, **options):
         return self.desktop.start(command or [executable()], program=Application, **options)
@@ -53,4 +79,6 @@ class MacTest(DesktopTest):
         application.end()
 
     def open_settings(self):
-        return Screen(self.desktop.start([BUILD / "bin/SystemSettings"], program=QuietProgram))
+        settings = Screen(self.desktop.start([BUILD / "bin/SystemSettings"], program=QuietProgram))
+        self.desktop.display.wait_until_active(SETTINGS)  # a window that comes up closes the menu of another
+        return settings

@@ -1,6 +1,7 @@
 """A desktop of its own for one test: a display, a window manager, a session bus and assistive technology."""
 
 import os
+import shutil
 import tempfile
 from pathlib import Path
 
@@ -31,6 +32,7 @@ class Desktop:
         self.start(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
         self.bus.wait_for("org.a11y.Bus")
         os.environ.update(self.environment)
+        self.own = len(self.programs)
 
     def make_environment(self):
         for name in FOREIGN:
@@ -60,15 +62,25 @@ class Desktop:
         program.wait_for_last_line()
         return program
 
-    def close(self):
-        """Ends everything, and fails if a program has complained of what the test did not expect."""
-        self.bus.close()
-        self.display.close()
-        for program in reversed(self.programs):
-            program.end()
-        for program in self.programs:
-            program.wait_for_last_line()
-        self.temporary.cleanup()
-        unusual = [f"{program.name}: {line}" for program in self.programs for line in program.unusual_errors()]
+    def clear(self):
+        """Makes it as new: ends what was started on it and forgets the Mac. Fails if a program has complained of what
+        the test did not expect."""
+        self.end(self.programs[self.own :])
+        self.bus.kill_service()
+        shutil.rmtree(self.folder / "state", ignore_errors=True)
+        unusual = [f"{program.name}: {line}" for program in self.programs for line in program.take_unusual_errors()]
+        del self.programs[self.own :]
         if unusual:
             raise AssertionError("\n".join(["unexpected lines on the error output:", *unusual]))
+
+    def close(self):
+        self.bus.close()
+        self.display.close()
+        self.end(self.programs)
+        self.temporary.cleanup()
+
+    def end(self, programs):
+        for program in reversed(programs):
+            program.end()
+        for program in programs:
+            program.wait_for_last_line()

@@ -2,12 +2,10 @@ import re
 import unittest
 from pathlib import Path
 
-from application import NOT_INSTALLED
-from case import MacTest
+from application import NOT_INSTALLED, RESTARTED
+from case import CAMERA, MacTest
 from desktop import BUILD
-from mac import CAMERA
 
-RESTARTED = 75  # the exit status of an application that ended with the Mac
 ROOT = Path(__file__).resolve().parents[2]
 
 

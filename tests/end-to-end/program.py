@@ -84,6 +84,24 @@ class Program:
         self.seen[id(lines)] = len(lines)
         return sorted(lines[seen:])
 
+    def next_line(self, lines):
+        """Waits for the line after those that were taken before."""
+        place = self.seen.get(id(lines), 0)
+        wait_until(lambda: len(lines) > place, lambda: f"{self.name} prints another line\n{self.said()}")
+        self.seen[id(lines)] = place + 1
+        return lines[place]
+
+    def wait_for_next(self, text):
+        """Takes the lines of its output up to the next one that holds the text."""
+        while text not in self.next_line(self.output):
+            pass
+
+    def lines_left(self, lines):
+        """The lines that it has printed until now and nobody took."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return lines[self.seen.get(id(lines), 0) :]
+
     def wait_for_end(self):
         """Waits until it has ended and all that it printed is read; gives its status, negative for a signal."""
         wait_until(lambda: self.status is not None, lambda: f"{self.name} ends\n{self.said()}")
@@ -102,9 +120,11 @@ class Program:
             self.process.terminate()
             self.wait_for_end()
 
-    def unusual_errors(self):
-        """The lines of its error output that it should not have written."""
-        return [line for line in self.errors if not line.startswith(self.usual_errors)]
+    def take_unusual_errors(self):
+        """The lines of its error output that it should not have written; each is given once."""
+        unusual = [line for line in self.errors if not line.startswith(self.usual_errors)]
+        self.errors.clear()
+        return unusual
 
     def said(self):
         return "\n".join(["  output:", *self.output[-20:], "  errors:", *self.errors[-20:]])

@@ -1,11 +1,14 @@
+import os
+import signal
 import unittest
 
-from application import ALL_SET, AWAITING, NOT_INSTALLED, NOTHING_INSTALLED, TITLE
-from case import MacTest
-from mac import BASE, CAMERA, NETWORK
+from application import ALL_SET, AWAITING, NOT_INSTALLED, NOTHING_INSTALLED
+from bus import SERVICE
+from case import CAMERA, NETWORK, MacTest
 
 AWAITS = "n/a State: Await approval [false true false]"
 ENABLED = "2.1/2105 State: Enabled [true false false]"
+UNKNOWN_ERROR = "(An unknown error occurred.)"
 
 
 class TheRoad(MacTest):
@@ -19,14 +22,14 @@ class TheRoad(MacTest):
         self.expect_output(application, f"{CAMERA} {AWAITS}")
         self.expect_look(application, AWAITING, "Await approval", NOT_INSTALLED)
         self.expect_new_look(AWAITING, "Await approval", NOT_INSTALLED)
-        self.expect_icon(application, "Camera Driver", dark=False)
+        application.wait_for_icon("Camera Driver", enabled=False)
 
         settings.press("Allow Camera")
         self.expect_log(application, "Sysex request finished: 0")
         self.expect_output(application, f"{CAMERA} {ENABLED}")
         self.expect_look(application, NOTHING_INSTALLED, "Enabled", NOT_INSTALLED)
         self.expect_new_look(NOTHING_INSTALLED, "Enabled", NOT_INSTALLED)
-        self.expect_icon(application, "Camera Driver", dark=True)
+        application.wait_for_icon("Camera Driver", enabled=True)
         self.assertFalse(application.has_button("Activate", "Camera Driver"))
 
         application.press("Activate", "Network Driver")
@@ -40,15 +43,7 @@ class TheRoad(MacTest):
         self.expect_output(application, f"{CAMERA} {ENABLED}", f"{NETWORK} {ENABLED}")
         self.expect_look(application, ALL_SET, "Enabled", "Enabled")
         self.expect_new_look(ALL_SET, "Enabled", "Enabled")
-        self.expect_icon(application, "Network Driver", dark=True)
-
-    def expect_icon(self, application, name, dark):
-        application.wait_for_icon(name, enabled=dark)
-        display = self.desktop.display
-        display.raise_window(TITLE)
-        application.screen.wait_for(
-            lambda: application.icon_is_dark(name, display) == dark, f"the icon of {name} is {'dark' if dark else 'light'}"
-        )
+        application.wait_for_icon("Network Driver", enabled=True)
 
 
 class TheMenu(MacTest):
@@ -83,31 +78,41 @@ class TheMenu(MacTest):
         self.expect_new_look(NOTHING_INSTALLED, NOT_INSTALLED, "Enabled")
 
 
-class AnOlderBuild(MacTest):
-    def test_is_upgraded_in_place(self):
-        self.mac.does("install", CAMERA, "2.0", "2004")
-        application = self.open_application()
-        self.expect_output(application, f"{CAMERA} 2.0/2004 State: Enabled [true false false]")
-        application.press("Upgrade", "Camera Driver")
-        self.expect_log(
-            application,
-            f"Sysex identifier {CAMERA}",
-            f"Sysex replacement request: <{CAMERA} 2.0/2004> <{CAMERA} 2.1/2105>",
-            "Sysex request finished: 0",
-        )
-        self.expect_output(application, f"{CAMERA} 2.1/2105 State: Enabled [true false true]")
-        application.screen.wait_for(lambda: not application.has_button("Upgrade", "Camera Driver"), "no more upgrade")
-        self.expect_new_look(NOTHING_INSTALLED, "Enabled", NOT_INSTALLED)
+class AServiceThatDies(MacTest):
+    def setUp(self):
+        super().setUp()
+        self.application = self.open_application()
+        self.expect_look(self.application, NOTHING_INSTALLED, NOT_INSTALLED, NOT_INSTALLED)
 
+    def expect_failure(self):
+        """One line that says what happened, and nothing that is asked again by itself."""
+        self.application.wait_for_line(UNKNOWN_ERROR, self.application.errors)
+        self.assertFalse(self.desktop.bus.has(SERVICE))
+        self.assertEqual(1, sum("Sysex identifier" in line for line in self.application.errors))
 
-class TheBaseDriver(MacTest):
-    def test_is_queried_and_never_shown(self):
-        self.mac.does("install", BASE, "2.1", "2105")
-        self.mac.does("install", NETWORK, "2.1", "2105")
-        application = self.open_application()
-        self.expect_output(application, f"{BASE} {ENABLED}", f"{NETWORK} {ENABLED}")
-        self.expect_look(application, NOTHING_INSTALLED, NOT_INSTALLED, "Enabled")
-        self.assertEqual(["Camera Driver", "Network Driver"], application.cards())
+    def test_before_it_answers_fails_the_request_and_the_next_press_works(self):
+        service = self.desktop.bus.process_of(SERVICE)
+        os.kill(service, signal.SIGSTOP)
+        self.application.press("Activate", "Camera Driver")
+        self.application.wait_for_line(f"Sysex identifier {CAMERA}", self.application.errors)
+        os.kill(service, signal.SIGKILL)
+        self.desktop.bus.wait_for_end_of(SERVICE)
+        self.expect_failure()
+        self.application.press("Activate", "Camera Driver")
+        self.application.wait_for_line("Sysex request needs user approval.", self.application.errors)
+        self.expect_look(self.application, AWAITING, "Await approval", NOT_INSTALLED)
+
+    def test_while_the_user_is_asked_fails_the_request_and_the_next_press_works(self):
+        self.application.press("Activate", "Camera Driver")
+        self.application.wait_for_state("Camera Driver", "Await approval")
+        self.desktop.bus.kill_service()
+        self.expect_failure()
+        self.assertEqual("Await approval", self.application.state("Camera Driver"))
+        self.application.press("Activate", "Camera Driver")
+        lines = f"Sysex identifier {CAMERA}", "Sysex request needs user approval."
+        self.application.screen.wait_for(lambda: self.application.errors[-2:] == list(lines), "the next press works")
+        self.mac.does("allow", CAMERA)
+        self.application.wait_for_state("Camera Driver", "Enabled")
 
 
 if __name__ == "__main__":

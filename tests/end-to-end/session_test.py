@@ -8,14 +8,12 @@ from gi.repository import GLib
 import screen
 from application import ALL_SET, NOT_INSTALLED, NOTHING_INSTALLED, TITLE, Cards
 from bus import SERVICE
-from case import DesktopTest
+from case import CAMERA, NETWORK, SETTINGS, DesktopTest
 from desktop import BUILD
 from events import wait_until
-from mac import CAMERA, NETWORK
 from program import Program
 
 SESSION = Path(__file__).resolve().parents[2] / "tools/session"
-SETTINGS = "System Settings"
 NO_BUS = {"DBUS_SESSION_BUS_ADDRESS": "", "XDG_RUNTIME_DIR": ""}
 
 
