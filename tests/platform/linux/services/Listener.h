@@ -8,17 +8,16 @@
 
 namespace tests {
 
-/// Writes down what it is told, a line each, and answers questions as it was told to.
-class RecordingDelegate final : public platform::OSSystemExtensionRequestDelegate {
+/// Writes down what it is told, a line each.
+class Listener final : public platform::OSSystemExtensionRequestDelegate {
 public:
     using Request = platform::OSSystemExtensionRequest;
     using Properties = platform::OSSystemExtensionProperties;
-    using Action = platform::OSSystemExtensionReplacementAction;
 
-    Action requestActionForReplacingExtension(const Request& request, const Properties& existing,
-                                              const Properties& replacement) override {
-        hear("replace " + existing.description + " by " + replacement.description, request);
-        return action;
+    platform::OSSystemExtensionReplacementAction
+    requestActionForReplacingExtension(const Request& request, const Properties&, const Properties&) override {
+        hear("asked", request);
+        return platform::OSSystemExtensionReplacementAction::replace;
     }
     void requestNeedsUserApproval(const Request& request) override { hear("approve", request); }
     void requestDidFinishWithResult(const Request& request,
@@ -34,7 +33,6 @@ public:
         hear("found " + std::to_string(properties.size()), request);
     }
 
-    Action action = Action::replace;
     /// "<what> for <identifier>", in order.
     std::vector<std::string> heard;
     std::vector<platform::Error> errors;
