@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "platform/ui/WindowGroup.h"
+#include "platform/ui/SceneHost.h"
 
 namespace app {
 

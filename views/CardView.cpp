@@ -1,12 +1,6 @@
 #include "views/CardView.h"
 
-#include "platform/ui/Button.h"
-#include "platform/ui/EmptyView.h"
-#include "platform/ui/HStack.h"
-#include "platform/ui/Menu.h"
-#include "platform/ui/Spacer.h"
-#include "platform/ui/Text.h"
-#include "platform/ui/VStack.h"
+#include "platform/ui/Elements.h"
 #include "views/KelvraButton.h"
 #include "views/KelvraIcon.h"
 
@@ -21,18 +15,16 @@ View CardView::body() const {
 }
 
 View CardView::row() const {
-    return HStack{VerticalAlignment::center,
-                  KelvraIcon{sei.iconName, sei.enabled}
-                      .body()
-                      .accessibilityLabel(sei.driverName + (sei.enabled ? ", enabled" : ", not enabled"))
-                      .padding(Edge::trailing, 8),
-                  textBlock(),
-                  Spacer{},
-                  actionSlot(),
-                  menu()}
+    return HStack{VerticalAlignment::center, icon(), textBlock(), Spacer{}, actionSlot(), menu()}
         .padding(Edge::vertical, 5)
         .padding(Edge::horizontal, 24)
         .frame({.maxWidth = infinity});
+}
+
+View CardView::icon() const {
+    return View{KelvraIcon{sei.iconName, sei.enabled}}
+        .accessibilityLabel(sei.driverName + (sei.enabled ? ", enabled" : ", not enabled"))
+        .padding(Edge::trailing, 8);
 }
 
 View CardView::textBlock() const {
@@ -55,15 +47,15 @@ View CardView::actionSlot() const {
 }
 
 View CardView::actionButton(const char* title) const {
-    return Button{title, [card = *this] { card.activate(card.sei.id); }}
+    return Button{title, [activate = activate, id = sei.id] { activate(id); }}
         .buttonStyle(KelvraButton{})
         .accessibilityLabel(std::string{title} + " " + sei.driverName);
 }
 
 View CardView::menu() const {
     return Menu{"",
-                {Button{Label{"Refresh", "arrow.clockwise.circle"}, [card = *this] { card.enumerate(); }},
-                 Button{Label{"Remove", "trash"}, [card = *this] { card.deactivate(card.sei.id); }}}}
+                {Button{Label{"Refresh", "arrow.clockwise.circle"}, enumerate},
+                 Button{Label{"Remove", "trash"}, [deactivate = deactivate, id = sei.id] { deactivate(id); }}}}
         .frame({.width = 10})
         .menuStyle(BorderlessButtonMenuStyle{})
         .accessibilityLabel(sei.driverName + " actions");

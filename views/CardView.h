@@ -23,6 +23,7 @@ struct CardView {
 
 private:
     platform::ui::View row() const;
+    platform::ui::View icon() const;
     platform::ui::View textBlock() const;
     platform::ui::View actionSlot() const;
     platform::ui::View actionButton(const char* title) const;

@@ -2,13 +2,7 @@
 
 #include "model/BuildNumber.h"
 #include "platform/Bundle.h"
-#include "platform/ui/Divider.h"
-#include "platform/ui/EmptyView.h"
-#include "platform/ui/ForEach.h"
-#include "platform/ui/Observing.h"
-#include "platform/ui/Spacer.h"
-#include "platform/ui/VStack.h"
-#include "platform/ui/ZStack.h"
+#include "platform/ui/Elements.h"
 #include "views/CardView.h"
 #include "views/StatusView.h"
 
@@ -29,8 +23,8 @@ constexpr Color borderColor{0.8588, 0.8588, 0.8588, 1};
 
 } // namespace
 
-DriverLoadingView::operator View() const {
-    return observing(viewModel, [screen = *this] { return screen.body(); });
+View DriverLoadingView::body() const {
+    return observing(viewModel, [self = *this] { return self.screen(); });
 }
 
 InstallStatus DriverLoadingView::installStatus() const {
@@ -44,13 +38,12 @@ InstallStatus DriverLoadingView::installStatus() const {
     return InstallStatus::nothingInstalled;
 }
 
-View DriverLoadingView::body() const {
+View DriverLoadingView::screen() const {
     return VStack{HorizontalAlignment::center,
                   StatusView{.installStatus = installStatus(),
                              .notActivatedText = "Both drivers need to be activated to run the camera",
                              .activatedText = "Woohoo, you are all set!",
-                             .orangeText = "Open Privacy & Security in System Settings to allow the extensions."}
-                      .body(),
+                             .orangeText = "Open Privacy & Security in System Settings to allow the extensions."},
                   Spacer{}, cardBlock(), Spacer{}}
         .frame({.width = 450, .height = 230});
 }
@@ -73,7 +66,8 @@ View DriverLoadingView::cardList() const {
 View DriverLoadingView::row(const std::size_t index) const {
     const SysExtInfo& info = viewModel->sei().at(index);
     if (info.id == cardlessBundleId) return EmptyView{};
-    return Group{card(info), index < viewModel->sei().size() - 1 ? View{Divider{}} : View{EmptyView{}}};
+    if (index == viewModel->sei().size() - 1) return Group{card(info)};
+    return Group{card(info), Divider{}};
 }
 
 View DriverLoadingView::card(const SysExtInfo& sei) const {
@@ -81,8 +75,7 @@ View DriverLoadingView::card(const SysExtInfo& sei) const {
                     .activate = [model = viewModel](const std::string& id) { model->activateExt(id); },
                     .deactivate = [model = viewModel](const std::string& id) { model->deactivateExt(id); },
                     .enumerate = [model = viewModel] { model->enumerate(); },
-                    .version = model::buildNumber(platform::NSBundle::mainBundle())}
-        .body();
+                    .version = model::buildNumber(platform::NSBundle::mainBundle())};
 }
 
 } // namespace views

@@ -16,12 +16,12 @@ struct DriverLoadingView {
     /// Left out of what decides the install status.
     std::string baseBundleId;
 
-    /// The screen, evaluated anew after each change of the model.
-    operator platform::ui::View() const;
-    /// The screen as the model is now.
+    /// Evaluated anew after each change of the model.
     platform::ui::View body() const;
 
 private:
+    /// The screen as the model is now.
+    platform::ui::View screen() const;
     model::InstallStatus installStatus() const;
     platform::ui::View cardBlock() const;
     platform::ui::View cardList() const;

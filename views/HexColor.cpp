@@ -2,8 +2,10 @@
 
 #include "platform/Text.h"
 
+#include <charconv>
 #include <cstdint>
 #include <limits>
+#include <system_error>
 
 namespace views {
 
@@ -17,30 +19,12 @@ struct Components {
     std::uint64_t blue;
 };
 
-/// The digit's value; -1 if it is none.
-int hexDigit(const char character) {
-    if (character >= '0' && character <= '9') return character - '0';
-    if (character >= 'a' && character <= 'f') return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F') return character - 'A' + 10;
-    return -1;
-}
-
-bool hasPrefix(const std::string_view text) {
-    return text.size() > 2 && (text.starts_with("0x") || text.starts_with("0X")) && hexDigit(text[2]) >= 0;
-}
-
 /// The number at the start of `text`, as far as its digits go; 0 if there is none, the greatest if it is too great.
 std::uint64_t scanHexadecimal(std::string_view text) {
-    constexpr auto greatest = std::numeric_limits<std::uint64_t>::max();
-    if (hasPrefix(text)) text.remove_prefix(2);
+    if (text.starts_with("0x") || text.starts_with("0X")) text.remove_prefix(2);
     std::uint64_t value = 0;
-    for (const char character : text) {
-        const int digit = hexDigit(character);
-        if (digit < 0) break;
-        if (value > greatest >> 4) return greatest;
-        value = value << 4 | static_cast<std::uint64_t>(digit);
-    }
-    return value;
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), value, 16);
+    return end.ec == std::errc::result_out_of_range ? std::numeric_limits<std::uint64_t>::max() : value;
 }
 
 Components componentsOf(const std::uint64_t value, const std::size_t characters) {

@@ -1,7 +1,5 @@
 #include "views/KelvraButton.h"
 
-#include "platform/ui/Shape.h"
-
 namespace views {
 
 using namespace platform::ui;

@@ -1,14 +1,14 @@
 #include "views/KelvraIcon.h"
 
-#include "platform/ui/Image.h"
-#include "platform/ui/Shape.h"
+#include "platform/ui/Elements.h"
 
 namespace views {
 
 using namespace platform::ui;
 
 View KelvraIcon::body() const {
-    return dark ? KelvraIconDark{iconName}.body() : KelvraIconDefault{iconName}.body();
+    if (dark) return KelvraIconDark{iconName};
+    return KelvraIconDefault{iconName};
 }
 
 View KelvraIconDefault::body() const {

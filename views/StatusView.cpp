@@ -1,9 +1,6 @@
 #include "views/StatusView.h"
 
-#include "platform/ui/HStack.h"
-#include "platform/ui/Image.h"
-#include "platform/ui/Spacer.h"
-#include "platform/ui/Text.h"
+#include "platform/ui/Elements.h"
 #include "views/HexColor.h"
 
 namespace views {

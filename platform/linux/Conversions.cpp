@@ -1,6 +1,6 @@
 #include "platform/linux/Conversions.h"
 
-#include "platform/ui/PixelGrid.h"
+#include "platform/ui/Painting.h"
 
 #include <QWidget>
 

@@ -27,13 +27,13 @@ MainWindow::MainWindow(const QString& title, const ImageStore& images)
     : QWidget{nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                            Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint},
       canvas_{*this, images} {
-    useLightAppearance(*this);
     setWindowTitle(title);
     setWindowIcon(applicationIcon(images));
     canvas_.setFocus();
 }
 
 void MainWindow::present(const ui::Scene& scene) {
+    if (scene.preferredColorScheme == ui::ColorScheme::light) useLightAppearance(*this);
     const QSize size{static_cast<int>(std::ceil(scene.size.width)), static_cast<int>(std::ceil(scene.size.height))};
     setFixedSize(size);
     canvas_.setGeometry(QRect{QPoint{}, size});

@@ -3,8 +3,7 @@
 #include "platform/linux/AccessibilityEvents.h"
 #include "platform/linux/Conversions.h"
 #include "platform/linux/ScenePainter.h"
-#include "platform/ui/Focus.h"
-#include "platform/ui/HitArea.h"
+#include "platform/ui/Interaction.h"
 
 #include <QFocusEvent>
 
@@ -83,7 +82,8 @@ void SceneCanvas::followControls(const ui::Scene& before) {
 
 DeletedLater<SceneControl> SceneCanvas::takeControl(const ui::Control& control) {
     const auto same = std::find_if(controls_.begin(), controls_.end(), [&](const auto& candidate) {
-        return candidate && candidate->control().place == control.place && candidate->control().role == control.role;
+        return candidate && candidate->control().place == control.place &&
+               candidate->control().kind.index() == control.kind.index();
     });
     if (same != controls_.end()) return std::move(*same);
     auto made = SceneControl::make(control, *this, images_);

@@ -9,10 +9,12 @@
 namespace platform {
 
 DeletedLater<SceneControl> SceneControl::make(const ui::Control& control, QWidget& canvas, const ImageStore& images) {
-    if (control.role == ui::Control::Role::button) {
-        return DeletedLater<SceneControl>{std::make_unique<SceneButton>(canvas).release()};
-    }
-    return DeletedLater<SceneControl>{std::make_unique<SceneMenu>(canvas, images).release()};
+    using Made = DeletedLater<SceneControl>;
+    const auto button = [&](const ui::PushButton&) { return Made{std::make_unique<SceneButton>(canvas).release()}; };
+    const auto menu = [&](const ui::PullDownMenu&) {
+        return Made{std::make_unique<SceneMenu>(canvas, images).release()};
+    };
+    return std::visit(ui::Cases{button, menu}, control.kind);
 }
 
 SceneControl::SceneControl(QWidget& canvas) : QAbstractButton{&canvas} {

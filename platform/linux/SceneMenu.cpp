@@ -35,7 +35,8 @@ void SceneMenu::keyPressEvent(QKeyEvent* event) {
 
 void SceneMenu::open() {
     if (openMenu()) return;
-    popup_.reset(std::make_unique<MenuPopup>(*this, control().items, images_).release());
+    popup_.reset(
+        std::make_unique<MenuPopup>(*this, std::get<ui::PullDownMenu>(control().kind).items, images_).release());
     const QPointF below = toQRectF(control().rect).bottomLeft() + QPointF{0, gapBelowIndicator};
     popup_->popup(parentWidget()->mapToGlobal(below).toPoint());
 }

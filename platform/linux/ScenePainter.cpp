@@ -3,9 +3,10 @@
 #include "platform/linux/Conversions.h"
 #include "platform/linux/ImageStore.h"
 #include "platform/linux/LightAppearance.h"
-#include "platform/ui/ControlLook.h"
+#include "platform/ui/Painting.h"
 
 #include <QFontMetricsF>
+#include <QPainterPath>
 
 namespace platform {
 
@@ -18,6 +19,22 @@ constexpr double focusLine = 2;
 QPainterPath roundedRect(const QRectF& rect, const double radius) {
     QPainterPath path;
     path.addRoundedRect(rect, radius, radius);
+    return path;
+}
+
+QPainterPath pathOf(const ui::Outline& outline) {
+    const QRectF area = toQRectF(outline.rect);
+    QPainterPath path;
+    switch (outline.shape) {
+    case ui::ShapeKind::rectangle:
+        path.addRect(area);
+        break;
+    case ui::ShapeKind::circle:
+        path.addEllipse(area);
+        break;
+    case ui::ShapeKind::capsule:
+        return roundedRect(area, outline.cornerRadius());
+    }
     return path;
 }
 
@@ -34,38 +51,15 @@ void ScenePainter::paint(const std::vector<ui::SceneNode>& nodes) {
         std::visit([this](const auto& value) { paint(value); }, node.value);
 }
 
-QPainterPath ScenePainter::outline(const ui::ShapeKind shape, const ui::Rect& rect, const double margin) const {
-    const auto withMargin = [margin](const ui::Rect& snapped) {
-        return toQRectF(snapped).adjusted(-margin, -margin, margin, margin);
-    };
-    const QRectF area = withMargin(grid_.snapped(rect));
-    QPainterPath path;
-    switch (shape) {
-    case ui::ShapeKind::rectangle:
-        path.addRect(area);
-        break;
-    case ui::ShapeKind::circle:
-        path.addEllipse(withMargin(grid_.snappedSquare(rect)));
-        break;
-    case ui::ShapeKind::capsule:
-        path = roundedRect(area, std::min(area.width(), area.height()) / 2);
-        break;
-    }
-    return path;
-}
-
 void ScenePainter::paint(const ui::Fill& fill) {
-    painter_.fillPath(outline(fill.shape, fill.rect), toQColor(fill.color));
+    painter_.fillPath(pathOf(ui::outlineOf(fill.shape, fill.rect, grid_)), toQColor(fill.color));
 }
 
 void ScenePainter::paint(const ui::Stroke& stroke) {
-    const double half = stroke.lineWidth / 2;
-    const ui::Rect outer{stroke.rect.x - half, stroke.rect.y - half, stroke.rect.width + stroke.lineWidth,
-                         stroke.rect.height + stroke.lineWidth};
-    const double line = grid_.lineWidth(stroke.lineWidth);
-    QPen pen{toQColor(stroke.color), line, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin};
+    const ui::StrokedOutline outline = ui::outlineOf(stroke, grid_);
+    QPen pen{toQColor(stroke.color), outline.lineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin};
     pen.setMiterLimit(10);
-    painter_.strokePath(outline(stroke.shape, outer, -line / 2), pen);
+    painter_.strokePath(pathOf(outline.path), pen);
 }
 
 void ScenePainter::paint(const ui::TextRun& run) {
@@ -88,17 +82,19 @@ void ScenePainter::paint(const ui::ImageRun& run) {
 }
 
 void ScenePainter::paint(const ui::MenuIndicator& indicator) {
-    const QRectF area = toQRectF(indicator.rect);
-    const QPointF tip{area.center().x(), grid_.snapped(area.center().y() + 2)};
-    QPainterPath chevron{tip + QPointF{-3.5, -3.5}};
-    chevron.lineTo(tip);
-    chevron.lineTo(tip + QPointF{3.5, -3.5});
-    painter_.strokePath(chevron, QPen{toQColor(indicator.color), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin});
+    const ui::IndicatorLine line = ui::lineOf(indicator, grid_);
+    QPolygonF chevron;
+    for (const ui::Point& point : line.points)
+        chevron << QPointF{point.x, point.y};
+    QPainterPath path;
+    path.addPolygon(chevron);
+    painter_.strokePath(path,
+                        QPen{toQColor(indicator.color), line.lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin});
 }
 
 void ScenePainter::paint(const ui::Clip& clip) {
     painter_.save();
-    painter_.setClipPath(outline(clip.shape, clip.rect), Qt::IntersectClip);
+    painter_.setClipPath(pathOf(ui::outlineOf(clip.shape, clip.rect, grid_)), Qt::IntersectClip);
     paint(clip.content);
     painter_.restore();
 }
@@ -108,13 +104,11 @@ void ScenePainter::paint(const ui::Control& control) {
 }
 
 void ScenePainter::paintFocusRing(const ui::Control& control) {
-    const ui::ControlLook look = ui::lookOf(control);
+    const ui::Outline look = ui::lookOf(control);
     const double line = grid_.lineWidth(focusLine);
-    const double margin = grid_.lineWidth(focusGap) + line / 2;
-    const QPainterPath ring = look.shape == ui::ShapeKind::rectangle
-                                  ? roundedRect(outline(look.shape, look.rect, margin).boundingRect(), 4)
-                                  : outline(look.shape, look.rect, margin);
-    painter_.strokePath(ring, QPen{accentColor, line});
+    const ui::Outline ring = ui::outlineOf(look.shape, look.rect, grid_).grown(grid_.lineWidth(focusGap) + line / 2);
+    const bool isRound = ring.shape != ui::ShapeKind::rectangle;
+    painter_.strokePath(isRound ? pathOf(ring) : roundedRect(toQRectF(ring.rect), 4), QPen{accentColor, line});
 }
 
 } // namespace platform

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "platform/ui/PixelGrid.h"
+#include "platform/ui/Painting.h"
 #include "platform/ui/Scene.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 namespace platform {
 
@@ -28,9 +27,6 @@ private:
     void paint(const ui::MenuIndicator& indicator);
     void paint(const ui::Clip& clip);
     void paint(const ui::Control& control);
-
-    /// The shape on the pixel grid, its outline moved outwards by `margin`.
-    QPainterPath outline(ui::ShapeKind shape, const ui::Rect& rect, double margin = 0) const;
 
     QPainter& painter_;
     const ImageStore& images_;

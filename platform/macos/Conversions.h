@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/ui/Color.h"
-#include "platform/ui/Font.h"
 #include "platform/ui/Geometry.h"
+#include "platform/ui/Style.h"
 
 #import <AppKit/AppKit.h>
 

@@ -5,6 +5,9 @@
 #include "platform/macos/Retained.h"
 #include "platform/macos/SceneCanvas.h"
 
+#include <optional>
+#include <utility>
+
 namespace platform {
 
 namespace {
@@ -20,10 +23,14 @@ Retained<NSWindow> makeWindow(const std::string& title) {
     [window.get() setReleasedWhenClosed:NO];
     [window.get() setTitle:toNSString(title)];
     [window.get() setTitlebarAppearsTransparent:YES];
-    [window.get() setAppearance:[NSAppearance appearanceNamed:NSAppearanceNameAqua]];
     // Every start is a first start: nothing is kept of a window.
     [window.get() setRestorable:NO];
     return window;
+}
+
+/// None is the desktop's.
+NSAppearance* appearanceOf(const std::optional<ui::ColorScheme> scheme) {
+    return scheme == ui::ColorScheme::light ? [NSAppearance appearanceNamed:NSAppearanceNameAqua] : nil;
 }
 
 } // namespace
@@ -44,6 +51,7 @@ struct MainWindow::State {
     Retained<NSWindow> window;
     SceneCanvas canvas;
     ui::Size size;
+    std::optional<ui::ColorScheme> colorScheme;
 };
 
 MainWindow::MainWindow(const std::string& title, const ImageStore& images) {
@@ -65,6 +73,8 @@ ui::EdgeInsets MainWindow::safeArea() const {
 
 void MainWindow::present(const ui::Scene& scene) {
     @autoreleasepool {
+        if (std::exchange(state_->colorScheme, scene.preferredColorScheme) != scene.preferredColorScheme)
+            [state_->window.get() setAppearance:appearanceOf(scene.preferredColorScheme)];
         if (scene.size != state_->size) {
             state_->size = scene.size;
             [state_->window.get() setContentSize:NSMakeSize(scene.size.width, scene.safeArea.top + scene.size.height)];

@@ -79,7 +79,7 @@ void SceneButton::dismiss() {
 
 void SceneButton::press() const {
     // A copy: the handler may bring a scene that replaces it.
-    const auto run = control().action.run;
+    const auto run = std::get<ui::PushButton>(control().kind).action.run;
     if (run) run();
 }
 

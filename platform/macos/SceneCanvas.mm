@@ -6,8 +6,7 @@
 #include "platform/macos/SceneControl.h"
 #include "platform/macos/SceneElement.h"
 #include "platform/macos/ScenePainter.h"
-#include "platform/ui/Focus.h"
-#include "platform/ui/HitArea.h"
+#include "platform/ui/Interaction.h"
 
 #include <algorithm>
 #include <utility>
@@ -57,8 +56,6 @@
 namespace platform {
 
 namespace {
-
-constexpr ui::Color windowGround{236 / 255.0, 236 / 255.0, 236 / 255.0, 1};
 
 using Controls = std::vector<std::unique_ptr<SceneControl>>;
 
@@ -119,7 +116,7 @@ private:
     }
 
     void paint() const {
-        [toNSColor(windowGround) set];
+        [toNSColor(ui::windowGround) set];
         NSRectFill([view_.get() bounds]);
         ScenePainter{images_, ui::PixelGrid{[[view_.get() window] backingScaleFactor]}}.paint(scene_.nodes);
     }
@@ -141,7 +138,7 @@ private:
     std::unique_ptr<SceneControl> takeControl(const ui::Control& control) {
         const auto same = std::find_if(controls_.begin(), controls_.end(), [&](const auto& candidate) {
             return candidate && candidate->control().place == control.place &&
-                   candidate->control().role == control.role;
+                   candidate->control().kind.index() == control.kind.index();
         });
         if (same != controls_.end()) return std::move(*same);
         auto made = SceneControl::make(control, images_);

@@ -5,13 +5,15 @@
 #include "platform/macos/SceneButton.h"
 #include "platform/macos/SceneMenu.h"
 #include "platform/macos/ScenePainter.h"
-#include "platform/ui/ControlLook.h"
+#include "platform/ui/Painting.h"
 
 namespace platform {
 
 std::unique_ptr<SceneControl> SceneControl::make(const ui::Control& control, const ImageStore& images) {
-    if (control.role == ui::Control::Role::button) return std::make_unique<SceneButton>(images);
-    return std::make_unique<SceneMenu>(images);
+    using Made = std::unique_ptr<SceneControl>;
+    const auto button = [&](const ui::PushButton&) { return Made{std::make_unique<SceneButton>(images)}; };
+    const auto menu = [&](const ui::PullDownMenu&) { return Made{std::make_unique<SceneMenu>(images)}; };
+    return std::visit(ui::Cases{button, menu}, control.kind);
 }
 
 SceneControl::~SceneControl() = default;

@@ -148,7 +148,7 @@ void SceneMenu::fill() const {
     KelvraSceneMenu* const button = view_->button.get();
     if (button->isOpen_) return;
     clear([button menu]);
-    for (const ui::MenuItem& item : control().items)
+    for (const ui::MenuItem& item : std::get<ui::PullDownMenu>(control().kind).items)
         offer([button menu], item, images());
 }
 

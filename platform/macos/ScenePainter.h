@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ui/PixelGrid.h"
+#include "platform/ui/Painting.h"
 #include "platform/ui/Scene.h"
 
 namespace platform {

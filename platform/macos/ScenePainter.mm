@@ -3,23 +3,19 @@
 #include "platform/macos/Conversions.h"
 #include "platform/macos/ImageStore.h"
 #include "platform/macos/TextLine.h"
-#include "platform/ui/ControlLook.h"
-
-#include <algorithm>
+#include "platform/ui/Painting.h"
 
 namespace platform {
 
 namespace {
 
-/// The shape on the pixel grid, its outline moved inwards by `inset`.
-NSBezierPath* outline(const ui::PixelGrid& grid, const ui::ShapeKind shape, const ui::Rect& rect,
-                      const double inset = 0) {
-    const NSRect area = NSInsetRect(toNSRect(grid.snapped(rect)), inset, inset);
-    switch (shape) {
+NSBezierPath* pathOf(const ui::Outline& outline) {
+    const NSRect area = toNSRect(outline.rect);
+    switch (outline.shape) {
     case ui::ShapeKind::circle:
-        return [NSBezierPath bezierPathWithOvalInRect:NSInsetRect(toNSRect(grid.snappedSquare(rect)), inset, inset)];
+        return [NSBezierPath bezierPathWithOvalInRect:area];
     case ui::ShapeKind::capsule: {
-        const CGFloat radius = std::min(area.size.width, area.size.height) / 2;
+        const CGFloat radius = outline.cornerRadius();
         return [NSBezierPath bezierPathWithRoundedRect:area xRadius:radius yRadius:radius];
     }
     case ui::ShapeKind::rectangle:
@@ -37,17 +33,14 @@ void ScenePainter::paint(const std::vector<ui::SceneNode>& nodes) const {
 
 void ScenePainter::paint(const ui::Fill& fill) const {
     [toNSColor(fill.color) set];
-    [outline(grid_, fill.shape, fill.rect) fill];
+    [pathOf(ui::outlineOf(fill.shape, fill.rect, grid_)) fill];
 }
 
 void ScenePainter::paint(const ui::Stroke& stroke) const {
-    const double half = stroke.lineWidth / 2;
-    const ui::Rect outer{stroke.rect.x - half, stroke.rect.y - half, stroke.rect.width + stroke.lineWidth,
-                         stroke.rect.height + stroke.lineWidth};
-    const double line = grid_.lineWidth(stroke.lineWidth);
-    NSBezierPath* const path = outline(grid_, stroke.shape, outer, line / 2);
+    const ui::StrokedOutline outline = ui::outlineOf(stroke, grid_);
+    NSBezierPath* const path = pathOf(outline.path);
     [toNSColor(stroke.color) set];
-    [path setLineWidth:line];
+    [path setLineWidth:outline.lineWidth];
     [path setMiterLimit:10];
     [path stroke];
 }
@@ -61,13 +54,13 @@ void ScenePainter::paint(const ui::ImageRun& run) const {
 }
 
 void ScenePainter::paint(const ui::MenuIndicator& indicator) const {
-    const double x = indicator.rect.x + indicator.rect.width / 2;
-    const double y = grid_.snapped(indicator.rect.y + indicator.rect.height / 2 + 2);
+    const ui::IndicatorLine line = ui::lineOf(indicator, grid_);
+    const auto [start, tip, end] = line.points;
     NSBezierPath* const chevron = [NSBezierPath bezierPath];
-    [chevron moveToPoint:NSMakePoint(x - 3.5, y - 3.5)];
-    [chevron lineToPoint:NSMakePoint(x, y)];
-    [chevron lineToPoint:NSMakePoint(x + 3.5, y - 3.5)];
-    [chevron setLineWidth:1.5];
+    [chevron moveToPoint:NSMakePoint(start.x, start.y)];
+    [chevron lineToPoint:NSMakePoint(tip.x, tip.y)];
+    [chevron lineToPoint:NSMakePoint(end.x, end.y)];
+    [chevron setLineWidth:line.lineWidth];
     [chevron setLineCapStyle:NSLineCapStyleRound];
     [chevron setLineJoinStyle:NSLineJoinStyleRound];
     [toNSColor(indicator.color) set];
@@ -76,7 +69,7 @@ void ScenePainter::paint(const ui::MenuIndicator& indicator) const {
 
 void ScenePainter::paint(const ui::Clip& clip) const {
     [NSGraphicsContext saveGraphicsState];
-    [outline(grid_, clip.shape, clip.rect) addClip];
+    [pathOf(ui::outlineOf(clip.shape, clip.rect, grid_)) addClip];
     paint(clip.content);
     [NSGraphicsContext restoreGraphicsState];
 }
@@ -86,9 +79,9 @@ void ScenePainter::paint(const ui::Control& control) const {
 }
 
 void ScenePainter::fillLook(const ui::Control& control) const {
-    const ui::ControlLook look = ui::lookOf(control);
+    const ui::Outline look = ui::lookOf(control);
     [[NSColor blackColor] set];
-    [outline(grid_, look.shape, look.rect) fill];
+    [pathOf(ui::outlineOf(look.shape, look.rect, grid_)) fill];
 }
 
 } // namespace platform

@@ -17,6 +17,10 @@ struct Point {
     friend bool operator==(const Point&, const Point&) = default;
 };
 
+constexpr Point operator+(const Point a, const Point b) {
+    return {a.x + b.x, a.y + b.y};
+}
+
 struct Size {
     double width = 0;
     double height = 0;
@@ -28,11 +32,13 @@ struct Rect {
     double y = 0;
     double width = 0;
     double height = 0;
-    double maxX() const { return x + width; }
-    double maxY() const { return y + height; }
-    bool contains(const Point point) const {
-        return point.x >= x && point.x < maxX() && point.y >= y && point.y < maxY();
-    }
+    constexpr double maxX() const { return x + width; }
+    constexpr double maxY() const { return y + height; }
+    constexpr Point origin() const { return {x, y}; }
+    constexpr Point center() const { return {x + width / 2, y + height / 2}; }
+    constexpr Size size() const { return {width, height}; }
+    /// Each edge moved inwards, or outwards where `by` is negative.
+    constexpr Rect inset(const double by) const { return {x + by, y + by, width - 2 * by, height - 2 * by}; }
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 
@@ -45,22 +51,13 @@ struct EdgeInsets {
 };
 
 enum class Axis { horizontal, vertical };
+
+/// Where something lies in something wider.
 enum class HorizontalAlignment { leading, center, trailing };
-enum class VerticalAlignment { top, center, bottom };
-
-struct Alignment {
-    HorizontalAlignment horizontal = HorizontalAlignment::center;
-    VerticalAlignment vertical = VerticalAlignment::center;
-
-    static const Alignment center;
-    static const Alignment leading;
-    static const Alignment trailing;
-    friend bool operator==(const Alignment&, const Alignment&) = default;
-};
-
-inline constexpr Alignment Alignment::center{HorizontalAlignment::center, VerticalAlignment::center};
-inline constexpr Alignment Alignment::leading{HorizontalAlignment::leading, VerticalAlignment::center};
-inline constexpr Alignment Alignment::trailing{HorizontalAlignment::trailing, VerticalAlignment::center};
+/// Where something lies in something higher: no screen asks for more.
+enum class VerticalAlignment { center };
+/// Both at once. What is called after one edge is centered along the other axis.
+using Alignment = HorizontalAlignment;
 
 enum class Edge { all, horizontal, vertical, trailing };
 

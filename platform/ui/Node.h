@@ -1,96 +1,150 @@
 #pragma once
 
-#include "platform/ui/Color.h"
-#include "platform/ui/Font.h"
-#include "platform/ui/Geometry.h"
-#include "platform/ui/LayoutNode.h"
-#include "platform/ui/View.h"
+#include "platform/ui/Elements.h"
+#include "platform/ui/Scene.h"
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
-// What a view is made of. Only the elements and modifiers of the toolkit include this.
+// What a view is made of, and how it is laid out. Only the elements and modifiers of the toolkit include this.
 
 namespace platform::ui {
 
+class Box;
 class Metrics;
+class SceneWriter;
+
+/// A size offered. An unset length asks for what the view would take of its own accord. Lengths are finite.
+struct Proposal {
+    std::optional<double> width = std::nullopt;
+    std::optional<double> height = std::nullopt;
+    friend bool operator==(const Proposal&, const Proposal&) = default;
+};
+
+/// What a scene depends on besides its view: who is told before a change, and the subscriptions that a layout began.
+struct Observation {
+    std::function<void()> changed;
+    std::vector<std::shared_ptr<void>> subscriptions = {};
+};
 
 /// What flows down the tree to the views that do not set their own.
 struct Environment {
+    /// Never null.
     const Metrics* metrics;
+    /// Null for a layout that is made once.
+    Observation* observation = nullptr;
     Font font = Font::body;
     /// Takes the place of the font's own weight.
     std::optional<FontWeight> fontWeight = std::nullopt;
     Color foreground = Color::black;
-    std::shared_ptr<const ButtonStyle> buttonStyle = nullptr;
+    ButtonStyle buttonStyle = nullptr;
     /// The axis of the innermost stack around a view.
     Axis stackAxis = Axis::vertical;
     std::string accessibleName = {};
     bool announced = false;
 };
 
-/// Collects a description line by line.
-class Description {
+/// One element or modifier of a description. Immutable. A layout asks it for three things:
+///
+///   1. resolve   from parents to children   it makes the boxes that stand for it, each in its environment
+///   2. size      from children to parents   a parent proposes a size, the box chooses its own
+///   3. place     from parents to children   the parent says where, the box writes what is seen into the scene
+///
+/// A node that stands for others, as a group does, makes their boxes and needs no size nor place.
+class Node : public std::enable_shared_from_this<Node> {
 public:
-    void line(const std::string& text) { text_ += std::string(2 * depth_, ' ') + text + "\n"; }
-    void modifier(const std::string& text) { line("  ." + text); }
-    void children(const std::vector<View>& views);
-    void child(const View& view) { children({view}); }
-    const std::string& text() const { return text_; }
-
-private:
-    std::string text_;
-    std::size_t depth_ = 0;
-};
-
-/// One element or modifier of a description. Immutable.
-class Node {
-public:
-    Node() = default;
+    explicit Node(std::vector<View> children = {}) : children_{std::move(children)} {}
     Node(const Node&) = delete;
     Node& operator=(const Node&) = delete;
     virtual ~Node() = default;
 
-    /// Appends what is laid out for this node: one member, none for an empty view, several for a group.
-    virtual void resolve(const Environment& environment, std::vector<LayoutMember>& members) const = 0;
-    virtual void describe(Description& description) const = 0;
-    virtual void visitChildren(const std::function<void(const View&)>&) const {}
-    /// Calls `changed` before each change of what this node observes, for as long as the result lives; null if it
-    /// observes nothing.
-    virtual std::shared_ptr<void> subscribe(const std::function<void()>& /*changed*/) const { return nullptr; }
-};
-
-/// What a view lays out, as one: its only member, or its members one above the other.
-std::unique_ptr<LayoutNode> resolveOne(const View& view, const Environment& environment);
-
-/// A modifier around one view.
-class ModifierNode : public Node {
-public:
-    explicit ModifierNode(View content) : content_{std::move(content)} {}
-
-    void resolve(const Environment& environment, std::vector<LayoutMember>& members) const override;
-    void describe(Description& description) const override;
-    void visitChildren(const std::function<void(const View&)>& visit) const override { visit(content_); }
+    /// Appends the boxes that stand for this node: one, none for an empty view, several for a group.
+    virtual void resolve(const Environment& environment, std::vector<Box>& boxes) const;
+    /// The size that its box chooses when offered `proposal`; never infinite, never NaN.
+    virtual Size size(Box&, const Proposal&) const { return {}; }
+    /// Writes what is seen of its box, which has chosen `frame` for `proposal`.
+    virtual void place(Box&, const Rect& /*frame*/, const Proposal&, SceneWriter&) const {}
+    /// Whether its box stands in a stack as a line of text does.
+    virtual bool isText(const Box&) const { return false; }
+    /// The minimum length along the stack, of a spacer.
+    virtual std::optional<double> spacerMinimum() const { return std::nullopt; }
 
 protected:
-    /// The layout of the modified view; by default the modifier has no effect on it.
-    virtual std::unique_ptr<LayoutNode> wrap(std::unique_ptr<LayoutNode> content, const Environment&) const {
-        return content;
-    }
-    /// The environment of what is inside.
-    virtual Environment inside(const Environment& environment) const { return environment; }
-    /// What was applied, as it is written in code.
-    virtual std::string text() const = 0;
+    /// The boxes of all children, in one list; each knows the position of its child.
+    std::vector<Box> members(const Environment& environment) const;
+    const std::vector<View>& children() const { return children_; }
 
 private:
-    View content_;
+    std::vector<View> children_;
 };
+
+/// A modifier around one view, its content, of the same size unless it says otherwise.
+class Modifier : public Node {
+public:
+    explicit Modifier(View content) : Node{{std::move(content)}} {}
+
+    void resolve(const Environment& environment, std::vector<Box>& boxes) const override;
+    Size size(Box& box, const Proposal& proposal) const override;
+    void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override;
+    bool isText(const Box& box) const override;
+
+protected:
+    /// With `behind`, which is painted and read before the content.
+    Modifier(View behind, View content) : Node{{std::move(behind), std::move(content)}} {}
+};
+
+/// One node being laid out. Made anew for each layout; remembers its size per proposal, so that the cost of a layout
+/// grows with the number of nodes.
+class Box {
+public:
+    Box(std::shared_ptr<const Node> node, Environment environment, std::vector<Box> inside = {})
+        : node_{std::move(node)}, environment_{std::move(environment)}, inside_{std::move(inside)} {}
+
+    const Environment& environment() const { return environment_; }
+    std::vector<Box>& inside() { return inside_; }
+    /// Of a modifier: what it modifies, the last of what is inside.
+    Box& content() { return inside_.back(); }
+    const Box& content() const { return inside_.back(); }
+
+    Size size(const Proposal& proposal);
+    /// Writes it with its top left at `origin`, as large as it chose for `proposal`.
+    void place(Point origin, const Proposal& proposal, SceneWriter& scene);
+
+    bool isText() const { return node_->isText(*this); }
+    std::optional<double> spacerMinimum() const { return node_->spacerMinimum(); }
+
+    /// It is the `step`th child, or in it, of the node farther out.
+    void standAt(std::uint32_t step);
+    /// The steps up to here lead to a row.
+    void beginRow() { path_.rowLength = 1; }
+    /// Whether no step leads to it: it stands for its node alone.
+    bool isAlone() const { return path_.steps.empty(); }
+
+private:
+    std::shared_ptr<const Node> node_;
+    Environment environment_;
+    std::vector<Box> inside_;
+    /// The steps that lead to it from the box around it.
+    Place path_;
+    std::vector<std::pair<Proposal, Size>> sizes_;
+};
+
+/// The box of a view as one: its only one, or its members one above the other.
+Box boxOf(const View& view, const Environment& environment);
 
 template <typename NodeType, typename... Arguments>
 View makeView(Arguments&&... arguments) {
     return View{std::make_shared<const NodeType>(std::forward<Arguments>(arguments)...)};
 }
+
+/// The sum of two lengths, never beyond the greatest finite one.
+double sumOf(double a, double b);
+/// How far inside `outer` something as long as `inner` begins.
+double offset(HorizontalAlignment alignment, double outer, double inner);
+double centered(double outer, double inner);
+/// Where in `outer` something as large as `inner` has its top left.
+Point offset(Alignment alignment, Size outer, Size inner);
 
 } // namespace platform::ui

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/ui/Color.h"
-#include "platform/ui/Font.h"
 #include "platform/ui/Geometry.h"
+#include "platform/ui/Style.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -27,7 +27,7 @@ struct ImageReference {
     friend bool operator==(const ImageReference&, const ImageReference&) = default;
 };
 
-/// A shape filled. A circle is the largest that fits the rectangle, centred; a capsule has round ends.
+/// A shape filled. A circle is the largest that fits the rectangle, centered; a capsule has round ends.
 struct Fill {
     Rect rect;
     ShapeKind shape = ShapeKind::rectangle;
@@ -35,7 +35,7 @@ struct Fill {
     friend bool operator==(const Fill&, const Fill&) = default;
 };
 
-/// A shape's outline, the line centred on it.
+/// A shape's outline, the line centered on it.
 struct Stroke {
     Rect rect;
     ShapeKind shape = ShapeKind::rectangle;
@@ -61,8 +61,16 @@ struct ImageRun {
     Rect rect;
     ImageReference image;
     Color color;
+    /// Empty for an image that only decorates.
     std::string accessibleName;
     friend bool operator==(const ImageRun&, const ImageRun&) = default;
+};
+
+/// The small downward arrow of a menu.
+struct MenuIndicator {
+    Rect rect;
+    Color color;
+    friend bool operator==(const MenuIndicator&, const MenuIndicator&) = default;
 };
 
 struct SceneNode;
@@ -81,6 +89,7 @@ struct Action {
     friend bool operator==(const Action&, const Action&) { return true; }
 };
 
+/// What a menu offers, with the symbol that stands before its title.
 struct MenuItem {
     std::string title;
     ImageReference image;
@@ -88,8 +97,9 @@ struct MenuItem {
     friend bool operator==(const MenuItem&, const MenuItem&) = default;
 };
 
-/// Where in the tree of views a control stands; the same place in two scenes is the same control. The first
-/// `rowLength` steps lead to the row (the card) that holds it; 0 where no row does.
+/// Where in the tree of views a control stands; the same place in two scenes is the same control. Places of one scene
+/// differ, and compare in painting order. The first `rowLength` steps lead to the row (the card) that holds it; 0 where
+/// no row does.
 struct Place {
     std::vector<std::uint32_t> steps;
     std::size_t rowLength = 0;
@@ -97,27 +107,27 @@ struct Place {
     friend bool operator==(const Place&, const Place&) = default;
 };
 
-/// A button or a menu. The content is what is painted for it; its accessible name is never empty.
-struct Control {
-    enum class Role { button, menu };
-    Role role = Role::button;
-    Rect rect;
-    Place place;
-    std::string title;
-    std::string accessibleName;
-    /// What a button does when pressed.
+/// A control that runs its action once for each press.
+struct PushButton {
     Action action;
-    /// What a menu offers.
-    std::vector<MenuItem> items;
-    std::vector<SceneNode> content;
-    friend bool operator==(const Control& a, const Control& b);
+    friend bool operator==(const PushButton&, const PushButton&) = default;
 };
 
-/// The small downward arrow of a menu.
-struct MenuIndicator {
+/// A control that opens a menu of its items.
+struct PullDownMenu {
+    std::vector<MenuItem> items;
+    friend bool operator==(const PullDownMenu&, const PullDownMenu&) = default;
+};
+
+/// A button or a menu. The content is what is painted for it; its accessible name is never empty.
+struct Control {
     Rect rect;
-    Color color;
-    friend bool operator==(const MenuIndicator&, const MenuIndicator&) = default;
+    Place place;
+    std::string accessibleName;
+    /// Visited, so that a third kind cannot be forgotten.
+    std::variant<PushButton, PullDownMenu> kind;
+    std::vector<SceneNode> content;
+    friend bool operator==(const Control& a, const Control& b);
 };
 
 struct SceneNode {
@@ -125,18 +135,22 @@ struct SceneNode {
     friend bool operator==(const SceneNode&, const SceneNode&) = default;
 };
 
+/// All that a window shows. `size` is what lies inside the safe area; where a screen prefers no color scheme, the
+/// desktop's is right.
 struct Scene {
     Size size;
     EdgeInsets safeArea;
     std::vector<SceneNode> nodes;
+    std::optional<ColorScheme> preferredColorScheme = std::nullopt;
     friend bool operator==(const Scene&, const Scene&) = default;
 };
 
-/// The controls in reading order. The pointers live as long as the scene does, unchanged.
-std::vector<const Control*> controlsOf(const Scene& scene);
-std::vector<const Control*> controlsOf(Scene&&) = delete;
-
-/// The scene as text, a line a node, for people and tests: `text 44,13.5 300x15 callout black "Woohoo"`.
-std::string describe(const Scene& scene);
+/// One function for each alternative of a variant: `std::visit(Cases{[](const PushButton&) {...}, ...}, control.kind)`.
+template <typename... Functions>
+struct Cases : Functions... {
+    using Functions::operator()...;
+};
+template <typename... Functions>
+Cases(Functions...) -> Cases<Functions...>;
 
 } // namespace platform::ui

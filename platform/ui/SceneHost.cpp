@@ -1,10 +1,48 @@
 #include "platform/ui/SceneHost.h"
 
-#include "platform/ui/Layout.h"
 #include "platform/ui/Node.h"
-#include "platform/ui/RememberedMetrics.h"
+#include "platform/ui/SceneWriter.h"
 
 namespace platform::ui {
+
+namespace {
+
+Scene layout(const View& view, const std::optional<Size> size, const Environment& environment,
+             const EdgeInsets safeArea) {
+    Box root = boxOf(view, environment);
+    const Size area = size ? *size : root.size({});
+    const Proposal offered{area.width, area.height};
+    SceneWriter scene{area, safeArea};
+    root.place(offset(Alignment::center, area, root.size(offered)), offered, scene);
+    return scene.finish();
+}
+
+/// Stands for its body, which it evaluates when it is resolved.
+class ObservingNode : public Node {
+public:
+    ObservingNode(Subscribe subscribe, std::function<View()> body)
+        : subscribe_{std::move(subscribe)}, body_{std::move(body)} {}
+
+    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
+        if (auto* const observation = environment.observation)
+            observation->subscriptions.push_back(subscribe_(observation->changed));
+        body_().node().resolve(environment, boxes);
+    }
+
+private:
+    Subscribe subscribe_;
+    std::function<View()> body_;
+};
+
+} // namespace
+
+Scene layout(const View& view, const std::optional<Size> size, const Metrics& metrics, const EdgeInsets safeArea) {
+    return layout(view, size, Environment{&metrics}, safeArea);
+}
+
+View observing(Subscribe subscribe, std::function<View()> body) {
+    return makeView<ObservingNode>(std::move(subscribe), std::move(body));
+}
 
 struct SceneHost::State : std::enable_shared_from_this<State> {
     State(View view, const Metrics& source, const EdgeInsets insets, Schedule whenTurnEnds, Show showScene)
@@ -14,14 +52,14 @@ struct SceneHost::State : std::enable_shared_from_this<State> {
           schedule{std::move(whenTurnEnds)},
           show{std::move(showScene)} {}
 
-    Scene layOut() const { return layout(content, std::nullopt, metrics, safeArea); }
-
-    void observe(const View& view) {
-        const auto changed = [state = weak_from_this()] {
+    /// What was observed before is observed until it is observed anew.
+    Scene layOut() {
+        Observation next{[state = weak_from_this()] {
             if (const auto self = state.lock()) self->scheduleRebuild();
-        };
-        if (auto subscription = view.node().subscribe(changed)) subscriptions.push_back(std::move(subscription));
-        view.node().visitChildren([this](const View& child) { observe(child); });
+        }};
+        Scene laidOut = layout(content, std::nullopt, Environment{&metrics, &next}, safeArea);
+        observation = std::move(next);
+        return laidOut;
     }
 
     void scheduleRebuild() {
@@ -46,13 +84,12 @@ struct SceneHost::State : std::enable_shared_from_this<State> {
     Show show;
     Scene scene;
     bool rebuildScheduled = false;
-    std::vector<std::shared_ptr<void>> subscriptions;
+    Observation observation;
 };
 
 SceneHost::SceneHost(const WindowGroup& group, const Metrics& metrics, const EdgeInsets safeArea, Schedule schedule,
                      Show show)
     : state_{std::make_shared<State>(group.content(), metrics, safeArea, std::move(schedule), std::move(show))} {
-    state_->observe(state_->content);
     state_->scene = state_->layOut();
 }
 

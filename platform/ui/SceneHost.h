@@ -1,15 +1,32 @@
 #pragma once
 
 #include "platform/ui/Metrics.h"
-#include "platform/ui/Scene.h"
 #include "platform/ui/View.h"
-#include "platform/ui/WindowGroup.h"
 
 #include <functional>
 #include <memory>
-#include <vector>
+#include <optional>
+#include <utility>
+
+// The second stage, once and for as long as a window lives.
 
 namespace platform::ui {
+
+/// Lays `view` out, centered in a safe area of `size`, or of the view's own size if none is given. A pure function of
+/// its arguments; bodies of observing views are evaluated once.
+Scene layout(const View& view, std::optional<Size> size, const Metrics& metrics, EdgeInsets safeArea = {});
+
+/// The scene of an application: a window that shows what the builder yields. The builder is called each time the
+/// platform asks the scene for its content, and only then; a change of an observed object does not call it.
+class WindowGroup {
+public:
+    explicit WindowGroup(std::function<View()> content) : content_{std::move(content)} {}
+
+    View content() const { return content_(); }
+
+private:
+    std::function<View()> content_;
+};
 
 /// The content of one window: asks the window group for it once, when it is made, and keeps its scene true to what it
 /// observes. Any number of changes within one turn of the main loop cost one rebuild, at the end of that turn. Main

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "platform/ui/Color.h"
-#include "platform/ui/Font.h"
 #include "platform/ui/Geometry.h"
+#include "platform/ui/Style.h"
 
+#include <concepts>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,7 +16,8 @@
 namespace platform::ui {
 
 class Node;
-class ButtonStyle;
+class View;
+struct ButtonStyleConfiguration;
 
 /// A length that is set is the frame's own; an infinite one takes what is offered; an unset one is the content's.
 struct FixedFrame {
@@ -33,30 +35,40 @@ struct FlexibleFrame {
     Alignment alignment = Alignment::center;
 };
 
-enum class ColorScheme { light };
-/// How far a background goes: on under every safe-area edge that the view touches, or no further than the view.
-enum class SafeAreaEdges { all, none };
 /// A look for group boxes, of which the screens have none.
 struct DefaultGroupBoxStyle {};
 /// Menus without border, as a small indicator.
 struct BorderlessButtonMenuStyle {};
+/// A rectangle with round ends, for clipping.
+struct Capsule {};
+struct Circle;
 
 /// What the platform adds to a view of its own accord where no length is given.
 inline constexpr double defaultPadding = 16;
 
-struct Capsule;
-struct Circle;
+/// What describes itself by other views: a screen or a part of one.
+template <typename Description>
+concept HasBody = requires(const Description& description) {
+    { description.body() } -> std::same_as<View>;
+};
+
+/// The look of a button as a function of what it is given.
+using ButtonStyle = std::function<View(const ButtonStyleConfiguration&)>;
 
 class View {
 public:
     explicit View(std::shared_ptr<const Node> node) : node_{std::move(node)} {}
+    /// Whatever has a body is a view, so that screens nest as they read.
+    template <HasBody Description>
+    View(const Description& description) : View{description.body()} {}
 
     View frame(const FixedFrame& frame) const;
     View frame(const FlexibleFrame& frame) const;
     View padding(double length = defaultPadding) const { return padding(Edge::all, length); }
     View padding(Edge edges, double length = defaultPadding) const;
-    View background(Color color, SafeAreaEdges edges = SafeAreaEdges::all) const;
-    /// `behind` is offered this view's size and centred on it.
+    /// On under every safe-area edge that the view touches.
+    View background(Color color) const;
+    /// `behind` is offered this view's size and centered on it.
     View background(const View& behind) const;
     /// A rectangle's outline over the view, inset by half its width.
     View border(Color color, double width = 1) const;
@@ -67,27 +79,27 @@ public:
     View foregroundColor(Color color) const;
     View font(Font font) const;
     View fontWeight(FontWeight weight) const;
-    View buttonStyle(std::shared_ptr<const ButtonStyle> style) const;
+    View buttonStyle(ButtonStyle style) const;
+    /// Whatever makes a body of a button's configuration is a style.
     template <typename Style>
-    View buttonStyle(Style style) const {
-        return buttonStyle(std::shared_ptr<const ButtonStyle>{std::make_shared<const Style>(std::move(style))});
+    requires requires(const Style& style, const ButtonStyleConfiguration& button) { style.makeBody(button); }
+    View buttonStyle(const Style& style) const {
+        return buttonStyle([style](const ButtonStyleConfiguration& button) { return style.makeBody(button); });
     }
-    View menuStyle(BorderlessButtonMenuStyle) const;
-    View groupBoxStyle(DefaultGroupBoxStyle) const;
-    View preferredColorScheme(ColorScheme scheme) const;
+    View menuStyle(BorderlessButtonMenuStyle) const { return *this; }
+    View groupBoxStyle(DefaultGroupBoxStyle) const { return *this; }
     /// The name of a control or an image for assistive technology.
     View accessibilityLabel(std::string label) const;
     /// Changes of the texts inside are announced to assistive technology.
     View accessibilityAnnounced() const;
 
+    /// Asks the window that shows the view for these colors.
+    View preferredColorScheme(ColorScheme scheme) const;
+
     const Node& node() const { return *node_; }
-    const std::shared_ptr<const Node>& sharedNode() const { return node_; }
 
 private:
     std::shared_ptr<const Node> node_;
 };
-
-/// The description as text, a node a line, its modifiers below it in the order applied, its children indented.
-std::string describe(const View& view);
 
 } // namespace platform::ui

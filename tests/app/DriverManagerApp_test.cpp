@@ -47,7 +47,9 @@ TEST_F(TheApplication, ReturnsTheStatusOfThePlatform) {
 }
 
 TEST_F(TheApplication, ShowsALightScreen) {
-    EXPECT_NE(describe(DriverManagerApp{}.body().content()).find(".preferredColorScheme light"), std::string::npos);
+    run([](RunningApplication& application) {
+        EXPECT_EQ(application.window.scene().preferredColorScheme, platform::ui::ColorScheme::light);
+    });
 }
 
 TEST_F(TheApplication, MakesANewModelAndAsksAnewEachTimeItsSceneIsAskedForItsContent) {

@@ -1,6 +1,7 @@
 #include "tests/support/FakeWindow.h"
 
 #include "platform/Application.h"
+#include "platform/ui/Interaction.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -15,13 +16,6 @@ std::function<void(RunningApplication&)>& applicationBody() {
     return body;
 }
 
-void collectTexts(const std::vector<ui::SceneNode>& nodes, std::vector<std::string>& texts) {
-    for (const ui::SceneNode& node : nodes) {
-        if (const auto* run = std::get_if<ui::TextRun>(&node.value)) texts.push_back(run->text);
-        if (const auto* clip = std::get_if<ui::Clip>(&node.value)) collectTexts(clip->content, texts);
-    }
-}
-
 } // namespace
 
 FakeWindow::FakeWindow(const ui::WindowGroup& group, const ui::EdgeInsets safeArea)
@@ -31,7 +25,8 @@ FakeWindow::FakeWindow(const ui::WindowGroup& group, const ui::EdgeInsets safeAr
 
 std::vector<std::string> FakeWindow::texts() const {
     std::vector<std::string> texts;
-    collectTexts(scene().nodes, texts);
+    for (const ui::Readable& readable : ui::readingOrder(scene()))
+        if (const auto* text = std::get_if<const ui::TextRun*>(&readable)) texts.push_back((*text)->text);
     return texts;
 }
 
@@ -49,12 +44,12 @@ const ui::Control& FakeWindow::control(const std::string& accessibleName) const 
 }
 
 void FakeWindow::press(const std::string& accessibleName) {
-    const ui::Action action = control(accessibleName).action;
-    action.run();
+    const ui::PushButton button = std::get<ui::PushButton>(control(accessibleName).kind);
+    button.action.run();
 }
 
 void FakeWindow::choose(const std::string& accessibleName, const std::string& item) {
-    const auto& items = control(accessibleName).items;
+    const auto& items = std::get<ui::PullDownMenu>(control(accessibleName).kind).items;
     const auto chosen =
         std::find_if(items.begin(), items.end(), [&](const ui::MenuItem& menuItem) { return menuItem.title == item; });
     if (chosen == items.end()) throw std::out_of_range{"no item " + item};

@@ -32,6 +32,10 @@ Coverage round(const double distance) {
     return {std::clamp(0.5 - distance, 0.0, 1.0), true};
 }
 
+bool contains(const ui::Rect& rect, const ui::Point point) {
+    return point.x >= rect.x && point.x < rect.maxX() && point.y >= rect.y && point.y < rect.maxY();
+}
+
 double onPixels(const double position) {
     return std::floor(position + 0.5);
 }
@@ -212,7 +216,7 @@ std::vector<std::string> PlainPicture::differences(const Seen& seen, const std::
         for (int x = 0; x < width_ && found.size() < enough; ++x) {
             const ui::Point middle{x + 0.5 - safeArea_.leading, y + 0.5 - safeArea_.top};
             const bool isLeftOut = std::any_of(leftOut.begin(), leftOut.end(),
-                                               [&](const ui::Rect& rect) { return rect.contains(middle); });
+                                               [&](const ui::Rect& rect) { return contains(rect, middle); });
             if (isLeftOut || isNear(seen(x, y), at(x, y))) continue;
             std::ostringstream text;
             text << x - safeArea_.leading << ',' << y - safeArea_.top << " is " << written(seen(x, y)) << " and not "

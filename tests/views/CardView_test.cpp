@@ -1,7 +1,8 @@
 #include "views/CardView.h"
 
-#include "platform/ui/Layout.h"
+#include "platform/ui/SceneHost.h"
 #include "tests/support/FakeWindow.h"
+#include "tests/support/SceneText.h"
 
 #include <limits>
 #include <vector>
@@ -40,7 +41,7 @@ protected:
     std::vector<std::string> controls(const SysExtInfo& sei) { return window(sei).controls(); }
     std::string scene(const SysExtInfo& sei, const double height = 50.5) {
         const platform::fake::FixedMetrics metrics;
-        return describe(layout(card(sei).body(), platform::ui::Size{400, height}, metrics));
+        return platform::fake::textOf(layout(card(sei).body(), platform::ui::Size{400, height}, metrics));
     }
 
     std::vector<std::string> calls_;
@@ -132,55 +133,16 @@ TEST_F(ACard, KeepsItsLayoutWhereItsTextsAreEmpty) {
     sei.state.clear();
     const platform::fake::FixedMetrics metrics;
     const auto scene = layout(card(sei).body(), platform::ui::Size{400, 100}, metrics);
-    EXPECT_EQ(describe(scene), "fill rectangle 0,20 400x60 white\n"
-                               "clip circle 24,30 40x40\n"
-                               "  fill rectangle 24,30 40x40 black\n"
-                               "  image 33,39 22x22 \"VideoCameraDark\" named \", enabled\"\n"
-                               "text 80,31.5 0x18.75 title3 semibold black \"\"\n"
-                               "text 80,52.25 0x16.25 body semibold gray \"\"\n"
-                               "menu 366,42 10x16 \" actions\"\n"
-                               "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
-                               "  item \"Remove\" \"trash\"\n"
-                               "  indicator 366,42 10x16 black\n");
-}
-
-TEST_F(ACard, AppliesItsModifiersInOrder) {
-    EXPECT_EQ(describe(card(camera(true, build)).body()),
-              "HStack center\n"
-              "  HStack center\n"
-              "    Image \"VideoCameraDark\"\n"
-              "      .resizable\n"
-              "      .frame width 22 height 22 center\n"
-              "      .padding all 9\n"
-              "      .background black under safe area\n"
-              "      .clipShape circle\n"
-              "      .accessibilityLabel \"Camera Driver, enabled\"\n"
-              "      .padding trailing 8\n"
-              "    VStack center\n"
-              "      Text verbatim \"Camera Driver\"\n"
-              "        .font title3\n"
-              "        .fontWeight semibold\n"
-              "        .frame width greatest leading\n"
-              "      Text verbatim \"Enabled\"\n"
-              "        .fontWeight semibold\n"
-              "        .foregroundColor gray\n"
-              "        .frame width greatest leading\n"
-              "      .frame width 180 leading\n"
-              "      .foregroundColor black\n"
-              "    Spacer\n"
-              "    HStack center\n"
-              "      EmptyView\n"
-              "    Menu localized \"\"\n"
-              "      Button Label localized \"Refresh\" system \"arrow.clockwise.circle\"\n"
-              "      Button Label localized \"Remove\" system \"trash\"\n"
-              "      .frame width 10 center\n"
-              "      .menuStyle BorderlessButtonMenuStyle\n"
-              "      .accessibilityLabel \"Camera Driver actions\"\n"
-              "    .padding vertical 5\n"
-              "    .padding horizontal 24\n"
-              "    .frame maxWidth infinity center\n"
-              "  .frame maxWidth infinity maxHeight 60 center\n"
-              "  .background white under safe area\n");
+    EXPECT_EQ(platform::fake::textOf(scene), "fill rectangle 0,20 400x60 white\n"
+                                             "clip circle 24,30 40x40\n"
+                                             "  fill rectangle 24,30 40x40 black\n"
+                                             "  image 33,39 22x22 \"VideoCameraDark\" named \", enabled\"\n"
+                                             "text 80,31.5 0x18.75 title3 semibold black \"\"\n"
+                                             "text 80,52.25 0x16.25 body semibold gray \"\"\n"
+                                             "menu 366,42 10x16 \" actions\"\n"
+                                             "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
+                                             "  item \"Remove\" \"trash\"\n"
+                                             "  indicator 366,42 10x16 black\n");
 }
 
 TEST_F(ACard, ShowsItsTextsAsTheyStand) {

@@ -1,9 +1,11 @@
 #include "views/DriverLoadingView.h"
 
-#include "platform/ui/Layout.h"
+#include "platform/ui/Interaction.h"
+#include "platform/ui/SceneHost.h"
 #include "tests/support/DriverLoadingViewModelTestAccess.h"
 #include "tests/support/FakeServices.h"
 #include "tests/support/FakeWindow.h"
+#include "tests/support/SceneText.h"
 
 #include <array>
 
@@ -41,7 +43,8 @@ protected:
     }
     std::string scene(std::vector<SysExtInfo> records, std::string baseBundleId = baseId) const {
         const platform::fake::FixedMetrics metrics;
-        return describe(layout(screenOf(std::move(records), std::move(baseBundleId)), std::nullopt, metrics));
+        return platform::fake::textOf(
+            layout(screenOf(std::move(records), std::move(baseBundleId)), std::nullopt, metrics));
     }
     std::vector<std::string> texts(std::vector<SysExtInfo> records, std::string baseBundleId = baseId) const {
         const View screen = screenOf(std::move(records), std::move(baseBundleId));
@@ -221,7 +224,7 @@ TEST_F(TheScreen, KeepsItsModelAliveInEachCallback) {
     {
         const View screen = screenOf({base_, camera_, network_});
         const FakeWindow window{WindowGroup{[screen] { return screen; }}};
-        press = controlsOf(window.scene()).front()->action;
+        press = std::get<platform::ui::PushButton>(controlsOf(window.scene()).front()->kind).action;
     }
     model_.reset();
     EXPECT_FALSE(model.expired());
@@ -256,40 +259,6 @@ TEST_F(TheScreen, CostsOneRebuildForTenThousandInstancesInOneAnswer) {
     platform::fake::drainMainQueue();
     window.endTurn();
     EXPECT_EQ(window.rebuilds(), 1);
-}
-
-TEST_F(TheScreen, AppliesItsModifiersInOrder) {
-    EXPECT_EQ(describe(screenOf({base_}).body()),
-              "VStack center\n"
-              "  HStack center\n"
-              "    Image system \"exclamationmark.circle.fill\"\n"
-              "      .resizable\n"
-              "      .frame width 20 height 20 center\n"
-              "      .foregroundColor black\n"
-              "      .accessibilityLabel \"Attention\"\n"
-              "    Text verbatim \"Both drivers need to be activated to run the camera\"\n"
-              "      .foregroundColor black\n"
-              "      .accessibilityAnnounced\n"
-              "    Spacer\n"
-              "    .frame width infinity height 40 center\n"
-              "    .padding horizontal 16\n"
-              "    .background 230/198/105 under safe area\n"
-              "    .font callout\n"
-              "  Spacer\n"
-              "  ZStack center\n"
-              "    VStack center\n"
-              "      Spacer\n"
-              "      ForEach\n"
-              "        EmptyView\n"
-              "      Spacer\n"
-              "      .frame maxWidth infinity maxHeight infinity leading\n"
-              "      .background white under safe area\n"
-              "      .border 218.994/218.994/218.994 2\n"
-              "    .frame width 400 height 134 trailing\n"
-              "    .padding all 16\n"
-              "    .groupBoxStyle DefaultGroupBoxStyle\n"
-              "  Spacer\n"
-              "  .frame width 450 height 230 center\n");
 }
 
 } // namespace

@@ -1,18 +1,12 @@
 #include "views/HexColor.h"
 
+#include "tests/support/SceneText.h"
+
 #include <iomanip>
 #include <optional>
 #include <random>
 #include <sstream>
 #include <string>
-
-namespace platform::ui {
-
-void PrintTo(const Color& color, std::ostream* out) {
-    *out << color.red * 255 << "/" << color.green * 255 << "/" << color.blue * 255 << "@" << color.opacity * 255;
-}
-
-} // namespace platform::ui
 
 namespace views {
 namespace {

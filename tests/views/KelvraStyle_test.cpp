@@ -1,6 +1,7 @@
-#include "platform/ui/Layout.h"
-#include "platform/ui/Text.h"
+#include "platform/ui/Elements.h"
+#include "platform/ui/SceneHost.h"
 #include "tests/support/FixedMetrics.h"
+#include "tests/support/SceneText.h"
 #include "views/KelvraButton.h"
 #include "views/KelvraIcon.h"
 
@@ -9,7 +10,7 @@ namespace {
 
 std::string scene(const platform::ui::View& view) {
     const platform::fake::FixedMetrics metrics;
-    return describe(layout(view, platform::ui::Size{40, 40}, metrics));
+    return platform::fake::textOf(layout(view, platform::ui::Size{40, 40}, metrics));
 }
 
 TEST(TheIcon, IsTheNamedAssetInARingWhereItIsNotDark) {
@@ -33,37 +34,6 @@ TEST(TheIcon, HasItsRingOrDiscAtFullSizeWhetherItsImageIsThereOrMissing) {
         EXPECT_EQ(sizeOf("Huge", dark), (platform::ui::Size{40, 40}));
         EXPECT_EQ(sizeOf("Missing", dark), (platform::ui::Size{40, 40}));
     }
-}
-
-TEST(TheIcon, AppliesTheModifiersOfTheDarkVariantInOrder) {
-    EXPECT_EQ(describe(KelvraIconDark{"Ethernet"}.body()), "Image \"EthernetDark\"\n"
-                                                           "  .resizable\n"
-                                                           "  .frame width 22 height 22 center\n"
-                                                           "  .padding all 9\n"
-                                                           "  .background black under safe area\n"
-                                                           "  .clipShape circle\n");
-}
-
-TEST(TheIcon, AppliesTheModifiersOfTheDefaultVariantInOrder) {
-    EXPECT_EQ(describe(KelvraIconDefault{"Ethernet"}.body()), "Image \"Ethernet\"\n"
-                                                              "  .resizable\n"
-                                                              "  .frame width 22 height 22 center\n"
-                                                              "  .padding all 9\n"
-                                                              "  .background of\n"
-                                                              "  Circle\n"
-                                                              "    .stroke black 2\n"
-                                                              "    .padding all 2\n");
-}
-
-TEST(TheButtonStyle, AppliesItsModifiersInOrder) {
-    EXPECT_EQ(describe(KelvraButton{}.makeBody({platform::ui::Text::localized("Activate")})),
-              "Text localized \"Activate\"\n"
-              "  .padding horizontal 18\n"
-              "  .padding vertical 7\n"
-              "  .background black under safe area\n"
-              "  .foregroundColor white\n"
-              "  .clipShape capsule\n"
-              "  .font body\n");
 }
 
 } // namespace

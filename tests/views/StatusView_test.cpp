@@ -1,7 +1,8 @@
 #include "views/StatusView.h"
 
-#include "platform/ui/Layout.h"
+#include "platform/ui/SceneHost.h"
 #include "tests/support/FakeWindow.h"
+#include "tests/support/SceneText.h"
 
 namespace views {
 namespace {
@@ -14,7 +15,7 @@ StatusView banner(const InstallStatus status) {
 
 std::string scene(const StatusView& view) {
     const platform::fake::FixedMetrics metrics;
-    return describe(layout(view.body(), platform::ui::Size{450, 40}, metrics));
+    return platform::fake::textOf(layout(view.body(), platform::ui::Size{450, 40}, metrics));
 }
 
 TEST(TheBanner, ShowsTheCheckMarkAndTheActivatedTextWhereAllAreEnabled) {
@@ -43,23 +44,6 @@ TEST(TheBanner, IsFortyHighWithItsIconAlsoWhereTheTextsAreEmpty) {
               "fill rectangle 0,0 450x40 182/183/126\n"
               "image 16,10 20x20 system black \"checkmark.circle.fill\" named \"Ready\"\n"
               "text 44,12.5 0x15 callout black \"\" announced\n");
-}
-
-TEST(TheBanner, AppliesItsModifiersInOrder) {
-    EXPECT_EQ(describe(banner(InstallStatus::allEnabled).body()), "HStack center\n"
-                                                                  "  Image system \"checkmark.circle.fill\"\n"
-                                                                  "    .resizable\n"
-                                                                  "    .frame width 20 height 20 center\n"
-                                                                  "    .foregroundColor black\n"
-                                                                  "    .accessibilityLabel \"Ready\"\n"
-                                                                  "  Text verbatim \"done\"\n"
-                                                                  "    .foregroundColor black\n"
-                                                                  "    .accessibilityAnnounced\n"
-                                                                  "  Spacer\n"
-                                                                  "  .frame width infinity height 40 center\n"
-                                                                  "  .padding horizontal 16\n"
-                                                                  "  .background 182/183/126 under safe area\n"
-                                                                  "  .font callout\n");
 }
 
 TEST(TheBanner, RunsOnUnderATitleBar) {

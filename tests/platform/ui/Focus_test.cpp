@@ -1,4 +1,4 @@
-#include "platform/ui/Focus.h"
+#include "platform/ui/Interaction.h"
 
 #include <algorithm>
 #include <random>
@@ -8,11 +8,7 @@ namespace {
 
 /// Control `step` of row `row`, 60 points below the row before.
 Control control(const std::uint32_t row, const std::uint32_t step) {
-    Control control;
-    control.place = {{2, row, step}, 2};
-    control.rect = {step * 40.0, row * 60.0, 20, 20};
-    control.accessibleName = "control";
-    return control;
+    return {{step * 40.0, row * 60.0, 20, 20}, {{2, row, step}, 2}, "control", PushButton{}, {}};
 }
 
 Scene sceneOf(const std::vector<Control>& controls) {

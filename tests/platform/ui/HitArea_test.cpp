@@ -1,20 +1,16 @@
-#include "platform/ui/HitArea.h"
+#include "platform/ui/Interaction.h"
 
 namespace platform::ui {
 namespace {
 
-Control control(const Control::Role role, const std::uint32_t step, const Rect& rect) {
-    Control control;
-    control.role = role;
-    control.place = {{step}, 0};
-    control.rect = rect;
-    return control;
+Control button(const std::uint32_t step, const Rect& rect) {
+    return {rect, {{step}, 0}, "button", PushButton{}, {}};
 }
 
 /// A menu of 10 by 10 at 100, 100, and where a press counts for it beside a button at `neighbour`.
 Rect areaOfMenuBeside(const Rect& neighbour) {
-    const Control menu = control(Control::Role::menu, 1, {100, 100, 10, 10});
-    return hitArea(Scene{{}, {}, {{menu}, {control(Control::Role::button, 2, neighbour)}}}, menu);
+    const Control menu{{100, 100, 10, 10}, {{1}, 0}, "menu", PullDownMenu{}, {}};
+    return hitArea(Scene{{}, {}, {{menu}, {button(2, neighbour)}}}, menu);
 }
 
 TEST(APressOnAMenu, CountsEightPointsAroundItsIndicator) {
@@ -42,8 +38,8 @@ TEST(APressOnAMenu, CountsOnItsIndicatorWhereTheNeighbourTouchesIt) {
 }
 
 TEST(APressOnAButton, CountsOnTheButtonAlone) {
-    const Control button = control(Control::Role::button, 1, {100, 100, 80, 30});
-    EXPECT_EQ(hitArea(Scene{{}, {}, {{button}}}, button), button.rect);
+    const Control own = button(1, {100, 100, 80, 30});
+    EXPECT_EQ(hitArea(Scene{{}, {}, {{own}}}, own), own.rect);
 }
 
 } // namespace

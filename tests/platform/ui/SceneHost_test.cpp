@@ -1,10 +1,8 @@
 #include "platform/ui/SceneHost.h"
 
-#include "platform/ui/Button.h"
-#include "platform/ui/Observing.h"
-#include "platform/ui/RememberedMetrics.h"
-#include "platform/ui/Text.h"
-#include "platform/ui/VStack.h"
+#include "platform/Published.h"
+#include "platform/ui/Elements.h"
+#include "platform/ui/Metrics.h"
 #include "tests/support/FakeWindow.h"
 
 #include <memory>
@@ -14,39 +12,11 @@ namespace platform::ui {
 namespace {
 
 /// Something to observe, without a model.
-class Source {
+class Source : public ObservableObject {
 public:
-    class Token {
-    public:
-        Token(Source& source, std::function<void()> changed) : source_{&source} {
-            source.changed_ = std::move(changed);
-        }
-        Token(Token&& other) noexcept : source_{std::exchange(other.source_, nullptr)} {}
-        ~Token() {
-            if (source_ != nullptr) source_->changed_ = nullptr;
-        }
+    void change(std::string value) { text = std::move(value); }
 
-    private:
-        Source* source_;
-    };
-
-    struct Publisher {
-        Source& source;
-        Token subscribe(std::function<void()> changed) const { return {source, std::move(changed)}; }
-    };
-
-    Publisher objectWillChange() { return {*this}; }
-    bool observed() const { return changed_ != nullptr; }
-
-    void change(std::string value) {
-        if (changed_) changed_();
-        text = std::move(value);
-    }
-
-    std::string text = "first";
-
-private:
-    std::function<void()> changed_;
+    Published<std::string> text{*this, "first"};
 };
 
 class AHost : public testing::Test {
@@ -56,7 +26,7 @@ protected:
         return observing(source_,
                          [this] {
                              ++bodies_;
-                             return View{Text::verbatim(source_->text)};
+                             return Text::verbatim(source_->text.get());
                          })
             .frame({.width = 100, .height = 50});
     }
@@ -110,10 +80,38 @@ TEST_F(AHost, RebuildsAlsoWhereTheValueIsTheSame) {
     EXPECT_EQ(window_->rebuilds(), 1);
 }
 
-TEST_F(AHost, ObservesNoLongerThanItLives) {
-    ASSERT_TRUE(source_->observed());
-    window_.reset();
-    EXPECT_FALSE(source_->observed());
+TEST(AHostOfAView, ObservesAsLongAsItLives) {
+    const auto token = std::make_shared<int>();
+    const auto ofOneView = token.use_count();
+    const Subscribe subscribe = [token = std::weak_ptr{token}](const auto&) { return token.lock(); };
+    const View view = observing(subscribe, [] { return Text::verbatim("text"); });
+    {
+        const fake::FakeWindow window{WindowGroup{[&] { return view; }}};
+        EXPECT_EQ(token.use_count(), ofOneView + 1);
+    }
+    EXPECT_EQ(token.use_count(), ofOneView);
+}
+
+TEST(AViewThatObserves, IsRebuiltAlsoBehindAnother) {
+    const auto source = std::make_shared<Source>();
+    fake::FakeWindow window{WindowGroup{[&] {
+        const View behind = observing(source, [&] { return Text::verbatim(source->text.get()); });
+        return Spacer{}.background(behind);
+    }}};
+    source->change("second");
+    window.endTurn();
+    EXPECT_EQ(window.texts(), std::vector<std::string>{"second"});
+}
+
+TEST(AViewThatObserves, IsRebuiltAlsoInsideAnotherOfThem) {
+    const auto outer = std::make_shared<Source>();
+    const auto inner = std::make_shared<Source>();
+    fake::FakeWindow window{WindowGroup{[&] {
+        return observing(outer, [&] { return observing(inner, [&] { return Text::verbatim(inner->text.get()); }); });
+    }}};
+    inner->change("second");
+    window.endTurn();
+    EXPECT_EQ(window.texts(), std::vector<std::string>{"second"});
 }
 
 TEST(ARebuildThatIsScheduled, DoesNothingOnceItsHostIsGone) {
@@ -122,7 +120,7 @@ TEST(ARebuildThatIsScheduled, DoesNothingOnceItsHostIsGone) {
     int shown = 0;
     const fake::FixedMetrics metrics;
     auto host = std::make_unique<SceneHost>(
-        WindowGroup{[&] { return observing(source, [&] { return View{Text::verbatim(source->text)}; }); }}, metrics,
+        WindowGroup{[&] { return observing(source, [&] { return Text::verbatim(source->text.get()); }); }}, metrics,
         EdgeInsets{}, [&](std::function<void()> work) { scheduled.push_back(std::move(work)); },
         [&](const Scene&) { ++shown; });
     source->change("second");
@@ -137,7 +135,7 @@ TEST(ARebuild, ReplacesTheHandlersAlsoWhereNothingVisibleChanged) {
     std::string pressed;
     fake::FakeWindow window{WindowGroup{[&] {
         return observing(source, [&] {
-            return View{Button{"Go", [&pressed, text = source->text] { pressed = text; }}};
+            return Button{"Go", [&pressed, text = source->text.get()] { pressed = text; }};
         });
     }}};
     const Scene before = window.scene();

@@ -3,12 +3,8 @@
 #include "platform/ObservableObject.h"
 #include "platform/Published.h"
 #include "platform/linux/MainWindow.h"
-#include "platform/ui/Button.h"
-#include "platform/ui/Menu.h"
-#include "platform/ui/Observing.h"
-#include "platform/ui/Text.h"
-#include "platform/ui/VStack.h"
-#include "platform/ui/WindowGroup.h"
+#include "platform/ui/Elements.h"
+#include "platform/ui/SceneHost.h"
 #include "tests/platform/linux/window/WindowTest.h"
 
 #include <QMenu>
@@ -37,7 +33,9 @@ private:
 };
 
 ui::View content() {
-    return ui::Text::verbatim("Content").frame(ui::FixedFrame{.width = 450, .height = 230});
+    return ui::Text::verbatim("Content")
+        .frame(ui::FixedFrame{.width = 450, .height = 230})
+        .preferredColorScheme(ui::ColorScheme::light);
 }
 
 /// The running application. What a person does is given as a script, which the main loop starts once the window is

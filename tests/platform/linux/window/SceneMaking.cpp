@@ -5,25 +5,18 @@ namespace platform {
 using namespace ui;
 
 SceneNode button(Place place, const Rect rect, std::string name, std::function<void()> run) {
-    Control control;
-    control.rect = rect;
-    control.place = std::move(place);
-    control.title = name;
-    control.accessibleName = std::move(name);
-    control.action = {std::move(run)};
+    Control control{rect, std::move(place), std::move(name), PushButton{{std::move(run)}}, {}};
     control.content = {{Clip{rect, ShapeKind::capsule, {{Fill{rect, ShapeKind::rectangle, Color::black}}}}}};
     return {std::move(control)};
 }
 
 SceneNode menu(Place place, const Point origin, std::string name, std::vector<MenuItem> items) {
-    Control control;
-    control.role = Control::Role::menu;
-    control.rect = {origin.x, origin.y, 10, 16};
-    control.place = std::move(place);
-    control.accessibleName = std::move(name);
-    control.items = std::move(items);
-    control.content = {{MenuIndicator{control.rect, Color::black}}};
-    return {std::move(control)};
+    const Rect rect{origin.x, origin.y, 10, 16};
+    return {Control{rect,
+                    std::move(place),
+                    std::move(name),
+                    PullDownMenu{std::move(items)},
+                    {{MenuIndicator{rect, Color::black}}}}};
 }
 
 SceneNode text(const Point origin, std::string text) {
@@ -55,6 +48,7 @@ Scene scene(std::vector<SceneNode> nodes) {
     Scene result;
     result.size = {450, 230};
     result.nodes = std::move(nodes);
+    result.preferredColorScheme = ColorScheme::light;
     return result;
 }
 

@@ -1,5 +1,5 @@
 #include "platform/linux/QtMetrics.h"
-#include "platform/ui/Layout.h"
+#include "platform/ui/SceneHost.h"
 #include "tests/platform/linux/window/WindowTest.h"
 #include "tests/support/FixedMetrics.h"
 #include "tests/support/PlainPicture.h"

@@ -1,5 +1,4 @@
-#include "platform/ui/EmptyView.h"
-#include "platform/ui/HStack.h"
+#include "platform/ui/Elements.h"
 #include "tests/platform/macos/window/ScreenTest.h"
 #include "tests/platform/macos/window/WindowTest.h"
 

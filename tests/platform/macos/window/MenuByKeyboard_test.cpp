@@ -1,6 +1,4 @@
-#include "platform/ui/Button.h"
-#include "platform/ui/EmptyView.h"
-#include "platform/ui/Menu.h"
+#include "platform/ui/Elements.h"
 #include "tests/macos/gnustep/StandIns.h"
 #include "tests/platform/macos/window/ScreenTest.h"
 

@@ -1,10 +1,9 @@
 #include "app/DriverManagerApp.h"
 #include "platform/macos/ImageStore.h"
 #include "platform/macos/MainWindow.h"
-#include "platform/ui/ControlLook.h"
-#include "platform/ui/Focus.h"
-#include "platform/ui/HitArea.h"
-#include "platform/ui/Layout.h"
+#include "platform/ui/Interaction.h"
+#include "platform/ui/Painting.h"
+#include "platform/ui/SceneHost.h"
 #include "tests/macos/gnustep/StandIns.h"
 #include "tests/platform/macos/window/WindowTest.h"
 #include "tests/support/FixedMetrics.h"
@@ -102,14 +101,13 @@ TEST_F(TheScene, IsPaintedInItsColoursAndRunsOnUnderTheTitleBar) {
 }
 
 /// What assistive technology would be told of each node, in reading order.
-void expect(const ui::Scene& scene, const std::vector<ui::SceneNode>& nodes, std::vector<ui::Rect>& rects) {
-    for (const ui::SceneNode& node : nodes) {
-        if (const auto* text = std::get_if<ui::TextRun>(&node.value)) rects.push_back(text->rect);
-        if (const auto* clip = std::get_if<ui::Clip>(&node.value)) expect(scene, clip->content, rects);
-        if (const auto* control = std::get_if<ui::Control>(&node.value)) rects.push_back(ui::hitArea(scene, *control));
-        if (const auto* image = std::get_if<ui::ImageRun>(&node.value); image && !image->accessibleName.empty())
-            rects.push_back(image->rect);
-    }
+std::vector<ui::Rect> rectsOf(const ui::Scene& scene) {
+    std::vector<ui::Rect> rects;
+    const ui::Cases rect{[&](const ui::Control* control) { return ui::hitArea(scene, *control); },
+                         [](const auto* seen) { return seen->rect; }};
+    for (const ui::Readable& readable : ui::readingOrder(scene))
+        rects.push_back(std::visit(rect, readable));
+    return rects;
 }
 
 ui::Scene sceneIn(const ui::EdgeInsets& safeArea) {
@@ -136,10 +134,7 @@ TEST_F(TheScene, IsThatOfEveryOtherWindowWhereTextsAreMeasuredAlike) {
             seen.push_back(element.rect);
     };
     Desk::run(look, showWithFixedMetrics);
-    const ui::Scene scene = sceneIn({});
-    std::vector<ui::Rect> expected;
-    expect(scene, scene.nodes, expected);
-    EXPECT_EQ(seen, expected);
+    EXPECT_EQ(seen, rectsOf(sceneIn({})));
 }
 
 TEST_F(TheScene, RingsWhatIsSeenOfAControlInThePointsOfItsView) {

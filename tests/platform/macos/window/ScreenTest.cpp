@@ -1,11 +1,8 @@
 #include "tests/platform/macos/window/ScreenTest.h"
 
 #include "platform/Application.h"
-#include "platform/ui/Button.h"
-#include "platform/ui/ForEach.h"
-#include "platform/ui/Observing.h"
-#include "platform/ui/VStack.h"
-#include "platform/ui/WindowGroup.h"
+#include "platform/ui/Elements.h"
+#include "platform/ui/SceneHost.h"
 
 namespace macos_tests {
 

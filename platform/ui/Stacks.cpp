@@ -1,0 +1,212 @@
+#include "platform/ui/Node.h"
+#include "platform/ui/SceneWriter.h"
+#include "platform/ui/StackLayout.h"
+
+#include <algorithm>
+#include <numeric>
+
+// Stacks, and what only means something in one: spacers, dividers, groups, rows. The arithmetic is in StackLayout.h.
+
+namespace platform::ui {
+
+namespace {
+
+constexpr double defaultSpacing = 8;
+constexpr double spacingBetweenTexts = 2;
+constexpr double leastSpacer = 8;
+constexpr double dividerThickness = 1;
+constexpr Color dividerColor{0, 0, 0, 0.1};
+
+double along(const Axis axis, const Size size) {
+    return axis == Axis::horizontal ? size.width : size.height;
+}
+double across(const Axis axis, const Size size) {
+    return axis == Axis::horizontal ? size.height : size.width;
+}
+std::optional<double> along(const Axis axis, const Proposal& offered) {
+    return axis == Axis::horizontal ? offered.width : offered.height;
+}
+std::optional<double> across(const Axis axis, const Proposal& offered) {
+    return axis == Axis::horizontal ? offered.height : offered.width;
+}
+/// A Proposal, Size or Point from its parts along and across an axis.
+template <typename Pair, typename Part>
+Pair pair(const Axis axis, const Part along, const Part across) {
+    return axis == Axis::horizontal ? Pair{along, across} : Pair{across, along};
+}
+
+double spacingBetween(const Axis axis, const Box& before, const Box& after) {
+    if (before.spacerMinimum() || after.spacerMinimum()) return 0;
+    return axis == Axis::vertical && before.isText() && after.isText() ? spacingBetweenTexts : defaultSpacing;
+}
+
+/// Several views that are members of the stack around them.
+class GroupNode : public Node {
+public:
+    explicit GroupNode(std::vector<View> children) : Node{std::move(children)} {}
+
+    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
+        for (Box& member : members(environment))
+            boxes.push_back(std::move(member));
+    }
+};
+
+/// The same, each child a row.
+class RowsNode : public Node {
+public:
+    explicit RowsNode(std::vector<View> rows) : Node{std::move(rows)} {}
+
+    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
+        for (Box& member : members(environment)) {
+            member.beginRow();
+            boxes.push_back(std::move(member));
+        }
+    }
+};
+
+/// A horizontal or vertical stack.
+class LinearStack : public Node {
+public:
+    LinearStack(const Axis axis, const Alignment alignment, std::vector<View> children)
+        : Node{std::move(children)}, axis_{axis}, alignment_{alignment} {}
+
+    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
+        Environment inside = environment;
+        inside.stackAxis = axis_;
+        boxes.emplace_back(shared_from_this(), environment, members(inside));
+    }
+    Size size(Box& box, const Proposal& proposal) const override {
+        const Line line = arrange(box, proposal);
+        double width = 0;
+        for (std::size_t i = 0; i < line.lengths.size(); ++i)
+            width = std::max(width, across(axis_, box.inside()[i].size(offered(line.lengths[i], proposal))));
+        const double length = std::accumulate(line.lengths.begin(), line.lengths.end(), spacingIn(line.gaps), sumOf);
+        return pair<Size>(axis_, length, width);
+    }
+    void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override {
+        const Line line = arrange(box, proposal);
+        double position = 0;
+        for (std::size_t i = 0; i < line.lengths.size(); ++i) {
+            Box& member = box.inside()[i];
+            const Proposal own = offered(line.lengths[i], proposal);
+            const Point aligned = offset(alignment_, frame.size(), member.size(own));
+            const double side = axis_ == Axis::horizontal ? aligned.y : aligned.x;
+            member.place(frame.origin() + pair<Point>(axis_, position, side), own, scene);
+            position = sumOf(position, line.lengths[i] + line.gaps[i]);
+        }
+    }
+
+private:
+    struct Line {
+        std::vector<double> lengths;
+        /// What is left free after each member; nothing after the last.
+        std::vector<double> gaps;
+    };
+
+    Line arrange(Box& box, const Proposal& proposal) const {
+        std::vector<StackItem> items;
+        for (Box& member : box.inside()) {
+            items.push_back({member.spacerMinimum(), [&, this](const std::optional<double> length) {
+                                 return along(axis_, member.size(offered(length, proposal)));
+                             }});
+        }
+        auto gaps = gapsBetween(box.inside());
+        return {stackLengths(items, along(axis_, proposal), spacingIn(gaps)), std::move(gaps)};
+    }
+    /// To a member, of what the stack is offered.
+    Proposal offered(const std::optional<double> length, const Proposal& proposal) const {
+        return pair<Proposal>(axis_, length, across(axis_, proposal));
+    }
+    std::vector<double> gapsBetween(const std::vector<Box>& members) const {
+        std::vector<double> gaps(members.size());
+        for (std::size_t i = 1; i < members.size(); ++i)
+            gaps[i - 1] = spacingBetween(axis_, members[i - 1], members[i]);
+        return gaps;
+    }
+    static double spacingIn(const std::vector<double>& gaps) { return std::accumulate(gaps.begin(), gaps.end(), 0.0); }
+
+    Axis axis_;
+    Alignment alignment_;
+};
+
+/// Its children one over the other.
+class DepthStack : public Node {
+public:
+    DepthStack(const Alignment alignment, std::vector<View> children)
+        : Node{std::move(children)}, alignment_{alignment} {}
+
+    Size size(Box& box, const Proposal& proposal) const override {
+        Size largest;
+        for (Box& member : box.inside()) {
+            const Size size = member.size(proposal);
+            largest = {std::max(largest.width, size.width), std::max(largest.height, size.height)};
+        }
+        return largest;
+    }
+    void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override {
+        for (Box& member : box.inside())
+            member.place(frame.origin() + offset(alignment_, frame.size(), member.size(proposal)), proposal, scene);
+    }
+
+private:
+    Alignment alignment_;
+};
+
+class SpacerNode : public Node {
+public:
+    std::optional<double> spacerMinimum() const override { return leastSpacer; }
+    Size size(Box& box, const Proposal& proposal) const override {
+        const Axis axis = box.environment().stackAxis;
+        return pair<Size>(axis, std::max(leastSpacer, along(axis, proposal).value_or(0)), 0.0);
+    }
+};
+
+class DividerNode : public Node {
+public:
+    Size size(Box& box, const Proposal& proposal) const override {
+        const Axis axis = box.environment().stackAxis;
+        return pair<Size>(axis, dividerThickness, across(axis, proposal).value_or(0));
+    }
+    void place(Box&, const Rect& frame, const Proposal&, SceneWriter& scene) const override {
+        scene.add({Fill{frame, ShapeKind::rectangle, dividerColor}});
+    }
+};
+
+std::vector<View> rowsOf(const std::size_t count, const std::function<View(std::size_t)>& row) {
+    std::vector<View> rows;
+    for (std::size_t index = 0; index < count; ++index)
+        rows.push_back(row(index));
+    return rows;
+}
+
+} // namespace
+
+HStack::HStack(VerticalAlignment, std::vector<View> children)
+    : View{makeView<LinearStack>(Axis::horizontal, Alignment::center, std::move(children))} {
+}
+
+VStack::VStack(const HorizontalAlignment alignment, std::vector<View> children)
+    : View{makeView<LinearStack>(Axis::vertical, alignment, std::move(children))} {
+}
+
+ZStack::ZStack(const Alignment alignment, std::vector<View> children)
+    : View{makeView<DepthStack>(alignment, std::move(children))} {
+}
+
+EmptyView::EmptyView() : View{makeView<GroupNode>(std::vector<View>{})} {
+}
+
+Group::Group(std::vector<View> children) : View{makeView<GroupNode>(std::move(children))} {
+}
+
+ForEach::ForEach(const std::size_t count, const std::function<View(std::size_t)>& row)
+    : View{makeView<RowsNode>(rowsOf(count, row))} {
+}
+
+Spacer::Spacer() : View{makeView<SpacerNode>()} {
+}
+
+Divider::Divider() : View{makeView<DividerNode>()} {
+}
+
+} // namespace platform::ui

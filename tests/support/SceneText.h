@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/ui/Scene.h"
+#include "platform/ui/View.h"
+
+#include <optional>
+#include <ostream>
+#include <string>
+
+// A scene as text, for people and tests.
+
+namespace platform::fake {
+
+/// A line a node, what is in it indented: `text 44,13.5 300x15 callout black "Woohoo"`. Numbers have at most three
+/// decimals, colors their components on the 0 to 255 scale, with "@" and the opacity where it is not 1.
+std::string textOf(const ui::Scene& scene);
+std::string textOf(const ui::Color& color);
+std::string textOf(const ui::Rect& rect);
+std::string textOf(const ui::Size& size);
+
+/// The scene of `view`, measured by FixedMetrics, in an area of this size, or of its own size where none is given.
+std::string sceneOf(const ui::View& view, std::optional<ui::Size> size = std::nullopt, ui::EdgeInsets safeArea = {});
+
+} // namespace platform::fake
+
+// How a failed comparison prints them.
+namespace platform::ui {
+
+inline void PrintTo(const Color& color, std::ostream* out) {
+    *out << fake::textOf(color);
+}
+inline void PrintTo(const Rect& rect, std::ostream* out) {
+    *out << fake::textOf(rect);
+}
+inline void PrintTo(const Size& size, std::ostream* out) {
+    *out << fake::textOf(size);
+}
+
+} // namespace platform::ui
