@@ -35,7 +35,7 @@ TEST_F(ANewModel, SubmitsLogsAndPrintsNothing) {
     EXPECT_TRUE(service().submissions().empty());
     EXPECT_TRUE(platform::fake::loggedLines().empty());
     EXPECT_TRUE(platform::fake::printedLines().empty());
-    EXPECT_EQ(platform::fake::mainQueueLength(), 0U);
+    EXPECT_EQ(platform::fake::drainMainQueue(), 0U);
 }
 
 TEST_F(AModel, IsNeitherCopiedNorMoved) {

@@ -1,7 +1,6 @@
 #include "tests/support/FakeSystemExtensions.h"
 
 #include <algorithm>
-#include <ostream>
 #include <stdexcept>
 #include <utility>
 
@@ -15,23 +14,14 @@ namespace fake {
 
 namespace {
 
-const char* nameOf(const OSSystemExtensionRequest::Kind kind) {
-    switch (kind) {
-    case OSSystemExtensionRequest::Kind::properties:
-        return "properties";
-    case OSSystemExtensionRequest::Kind::activation:
-        return "activation";
-    case OSSystemExtensionRequest::Kind::deactivation:
-        return "deactivation";
-    }
-    return "unknown";
+using Copy = OSSystemExtensionProperties;
+
+Copy withFlag(Copy copy, bool Copy::*const flag) {
+    copy.*flag = true;
+    return copy;
 }
 
 } // namespace
-
-std::ostream& operator<<(std::ostream& out, const Submission& submission) {
-    return out << nameOf(submission.kind) << " of " << submission.identifier;
-}
 
 SystemExtensions& SystemExtensions::shared() {
     static SystemExtensions manager;
@@ -122,8 +112,8 @@ void SystemExtensions::reset() {
     replacementAnswers_.clear();
 }
 
-OSSystemExtensionProperties copyOf(std::string identifier, std::string shortVersion, std::string version) {
-    OSSystemExtensionProperties copy;
+Copy copyOf(std::string identifier, std::string shortVersion, std::string version) {
+    Copy copy;
     copy.description = "<" + identifier + " " + shortVersion + "/" + version + ">";
     copy.bundleIdentifier = std::move(identifier);
     copy.bundleShortVersion = std::move(shortVersion);
@@ -131,22 +121,17 @@ OSSystemExtensionProperties copyOf(std::string identifier, std::string shortVers
     return copy;
 }
 
-OSSystemExtensionProperties enabledCopy(std::string identifier, std::string shortVersion, std::string version) {
-    auto copy = copyOf(std::move(identifier), std::move(shortVersion), std::move(version));
-    copy.isEnabled = true;
-    return copy;
+Copy enabledCopy(std::string identifier, std::string shortVersion, std::string version) {
+    return withFlag(copyOf(std::move(identifier), std::move(shortVersion), std::move(version)), &Copy::isEnabled);
 }
 
-OSSystemExtensionProperties awaitingCopy(std::string identifier, std::string shortVersion, std::string version) {
-    auto copy = copyOf(std::move(identifier), std::move(shortVersion), std::move(version));
-    copy.isAwaitingUserApproval = true;
-    return copy;
+Copy awaitingCopy(std::string identifier, std::string shortVersion, std::string version) {
+    return withFlag(copyOf(std::move(identifier), std::move(shortVersion), std::move(version)),
+                    &Copy::isAwaitingUserApproval);
 }
 
-OSSystemExtensionProperties uninstallingCopy(std::string identifier, std::string shortVersion, std::string version) {
-    auto copy = copyOf(std::move(identifier), std::move(shortVersion), std::move(version));
-    copy.isUninstalling = true;
-    return copy;
+Copy uninstallingCopy(std::string identifier, std::string shortVersion, std::string version) {
+    return withFlag(copyOf(std::move(identifier), std::move(shortVersion), std::move(version)), &Copy::isUninstalling);
 }
 
 } // namespace fake

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <iosfwd>
 #include <map>
 #include <memory>
 #include <string>
@@ -19,8 +18,6 @@ struct Submission {
 
     friend bool operator==(const Submission&, const Submission&) = default;
 };
-
-std::ostream& operator<<(std::ostream& out, const Submission& submission);
 
 /// The shared manager of a process under test: it writes down each submission and answers as a test says.
 ///
