@@ -1,12 +1,8 @@
 import os
-import pathlib
 import plistlib
-import subprocess
-import tempfile
 import unittest
 import unittest.mock
 
-import extensions
 import support
 
 code_in = support.load("code-in")
@@ -15,13 +11,12 @@ THIN = bytes.fromhex("cffaedfe 0c000001")
 ONE_ARCHITECTURE = b"\0\0\0\1"
 
 
-class AnExtension(unittest.TestCase):
+class AnExtension(support.WithFolder):
     def setUp(self):
-        place = tempfile.TemporaryDirectory()
-        self.addCleanup(place.cleanup)
-        extensions.make_all(pathlib.Path(place.name))
-        self.camera = pathlib.Path(place.name) / extensions.CAMERA
-        self.driver = pathlib.Path(place.name) / extensions.BASE
+        super().setUp()
+        support.make_all(self.place)
+        self.camera = self.place / support.CAMERA
+        self.driver = self.place / support.BASE
 
     def write(self, file, content=THIN):
         (self.camera / file).parent.mkdir(parents=True, exist_ok=True)
@@ -121,18 +116,17 @@ class TheMainExecutable(AnExtension):
 
 class TheCommand(AnExtension):
     def run_with(self, *arguments):
-        command = [str(support.PACKAGING / "code-in"), *arguments]
-        return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, universal_newlines=True)
+        return support.run(support.PACKAGING / "code-in", *arguments)
 
     def test_prints_a_path_a_line(self):
         self.write("Contents/Helpers/a tool")
         self.write("Contents/MacOS/helper")
         expected = "".join(f"{self.camera}/Contents/{file}\n" for file in ("Helpers/a tool", "MacOS/helper"))
-        answer = self.run_with(str(self.camera))
+        answer = self.run_with(self.camera)
         self.assertEqual((answer.returncode, answer.stdout, answer.stderr), (0, expected, ""))
 
     def test_prints_nothing_of_what_is_not_there(self):
-        answer = self.run_with(str(self.camera / "none"))
+        answer = self.run_with(self.camera / "none")
         self.assertEqual((answer.returncode, answer.stdout, answer.stderr), (0, "", ""))
 
     def test_stops_at_a_file_that_it_cannot_read(self):
@@ -144,7 +138,3 @@ class TheCommand(AnExtension):
 
     def test_wants_a_bundle(self):
         self.assertEqual(self.run_with().returncode, 2)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,9 +1,5 @@
 import os
-import pathlib
 import shutil
-import subprocess
-import tempfile
-import unittest
 
 import support
 
@@ -11,15 +7,14 @@ CALLED = '#!/bin/sh\necho "$(basename "$0") $*" >>"$CALLS"\n'
 APPLICATION = "build/release/Driver Manager.app/Contents/MacOS/Driver Manager"
 
 
-class OnAMac(unittest.TestCase):
+class OnAMac(support.WithFolder):
     """The two commands, with tools that write down how they are called, on a machine that says that it is a Mac."""
 
     def setUp(self):
-        place = tempfile.TemporaryDirectory()
-        self.addCleanup(place.cleanup)
-        self.root = pathlib.Path(place.name) / "tree"
-        self.bin = pathlib.Path(place.name) / "bin"
-        self.log = pathlib.Path(place.name) / "calls"
+        super().setUp()
+        self.root = self.place / "tree"
+        self.bin = self.place / "bin"
+        self.log = self.place / "calls"
         (self.root / "tools").mkdir(parents=True)
         for file in ("run", "test", "tools/build", "tools/install-packages", "tools/packages.txt", "CMakePresets.json"):
             shutil.copy(support.ROOT / file, self.root / file)
@@ -44,9 +39,7 @@ class OnAMac(unittest.TestCase):
             if not (self.bin / tool).exists():
                 (self.bin / tool).symlink_to(shutil.which(tool))
         variables = {**os.environ, "PATH": str(self.bin), "CALLS": str(self.log)}
-        return subprocess.run(
-            command, cwd=self.root, env=variables, stdout=subprocess.PIPE, stderr=subprocess.PIPE, universal_newlines=True
-        )
+        return support.run(*command, cwd=self.root, env=variables)
 
     def calls(self):
         return self.log.read_text().splitlines() if self.log.exists() else []
@@ -114,7 +107,3 @@ class WhatAMacNeeds(OnAMac):
         for command in ("./run", "./test"):
             answer = self.start(command)
             self.assertEqual((answer.returncode, answer.stderr), (1, line))
-
-
-if __name__ == "__main__":
-    unittest.main()

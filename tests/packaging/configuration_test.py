@@ -2,12 +2,10 @@ import pathlib
 import plistlib
 import re
 import shutil
-import subprocess
 import sys
 import tempfile
 import unittest
 
-import extensions
 import support
 
 SEAL = "_SimulatedSignature.plist"
@@ -26,77 +24,39 @@ PAYLOAD_KEYS = {"PayloadDisplayName", "PayloadIdentifier", "PayloadType", "Paylo
 PROFILE_KEYS = PAYLOAD_KEYS | {"PayloadContent", "PayloadDescription", "PayloadScope"}
 
 
-class WithConfiguration(unittest.TestCase):
-    """A build tree that every test of the class configures anew, with values of its own."""
+class OfATeam(support.WithFolder):
+    """What is written for the team that signs."""
 
-    window = True
-
-    @classmethod
-    def setUpClass(cls):
-        place = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(place.cleanup)
-        cls.place = pathlib.Path(place.name)
-        cls.build = cls.place / "build"
-
-    def configure(self, **values):
-        given = {"BUILD": extensions.BUILD, "TEAM": "", "EXTENSIONS": "", **values}
-        command = ["cmake", "-S", str(support.ROOT), "-B", str(self.build), "-D", "BUILD_TESTING=OFF"]
-        command += ["-D", f"DRIVER_MANAGER_WINDOW={self.window}"]
-        for key, value in given.items():
-            command += ["-D", f"DRIVER_MANAGER_{key}={value}"]
-        return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, universal_newlines=True)
-
-    def assert_configures(self, **values):
-        answer = self.configure(**values)
-        self.assertEqual(answer.returncode, 0, answer.stderr)
-
-    def assert_stops(self, *lines, **values):
-        answer = self.configure(**values)
-        self.assertNotEqual(answer.returncode, 0)
-        said = [line.strip() for line in answer.stderr.splitlines()]
-        for line in lines:
-            self.assertIn(line, said)
+    def configure(self, team):
+        return support.run("cmake", "-D", f"DRIVER_MANAGER_TEAM={team}", "-P", support.PACKAGING / "CMakeLists.txt", cwd=self.place)
 
     def contents(self, file):
-        return plistlib.loads((self.build / file).read_bytes())
+        self.assertEqual(self.configure(support.TEAM).returncode, 0)
+        return plistlib.loads((self.place / file).read_bytes())
 
 
-class TheTeam(WithConfiguration):
-    window = False
-
+class TheTeam(OfATeam):
     def test_has_ten_capitals_and_digits(self):
         for team in ("abcde12345", "ABCDE1234", "ABCDE123456", "ABCDE-2345"):
-            rule = f'the team, from DRIVER_MANAGER_TEAM, is "{team}", but must be ten capitals and digits'
             with self.subTest(team=team):
-                self.assert_stops(f"entitlements.plist: {rule}", TEAM=team)
-
-    def test_without_which_nothing_is_there_that_names_one(self):
-        self.assert_configures(TEAM=extensions.TEAM)
-        self.assert_configures()
-        there = {file.name for file in (self.build / "packaging/macos").iterdir()}
-        self.assertEqual(there & {"entitlements.plist", "system-extension-policy.mobileconfig"}, set())
+                rule = f'the team, from DRIVER_MANAGER_TEAM, is "{team}", but must be ten capitals and digits'
+                self.assertIn(f"entitlements.plist: {rule}", self.configure(team).stderr)
 
     def test_is_filled_into_the_entitlements(self):
-        self.assert_configures(TEAM=extensions.TEAM)
-        self.assertEqual(
-            self.contents("packaging/macos/entitlements.plist"),
-            {
-                "com.apple.application-identifier": f"{extensions.TEAM}.com.kelvra.driver-manager",
-                "com.apple.developer.system-extension.install": True,
-                "com.apple.developer.team-identifier": extensions.TEAM,
-            },
-        )
+        self.assertEqual(self.contents("entitlements.plist"), support.GRANTED)
+
+    def test_without_which_nothing_is_there_that_names_one(self):
+        self.configure(support.TEAM)
+        self.assertEqual(len(list(self.place.iterdir())), 2)
+        self.configure("")
+        self.assertEqual(list(self.place.iterdir()), [])
 
 
-class TheManagementProfile(WithConfiguration):
-    window = False
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls().assert_configures(TEAM=extensions.TEAM)
-        cls.profile = cls().contents("packaging/macos/system-extension-policy.mobileconfig")
-        cls.policy = cls.profile["PayloadContent"][0]
+class TheManagementProfile(OfATeam):
+    def setUp(self):
+        super().setUp()
+        self.profile = self.contents("system-extension-policy.mobileconfig")
+        self.policy = self.profile["PayloadContent"][0]
 
     def test_has_one_payload_a_system_extension_policy(self):
         self.assertEqual(len(self.profile["PayloadContent"]), 1)
@@ -117,29 +77,58 @@ class TheManagementProfile(WithConfiguration):
             self.assertEqual(payload["PayloadVersion"], 1)
 
     def test_allows_and_lets_go_the_three_extensions_under_the_team(self):
-        identifiers = [name.rsplit(".", 1)[0] for name in extensions.ENTITLEMENTS]
+        identifiers = [name.rsplit(".", 1)[0] for name in support.ENTITLEMENTS]
         for key in ("AllowedSystemExtensions", "RemovableSystemExtensions"):
-            self.assertEqual(self.policy[key], {extensions.TEAM: identifiers})
+            self.assertEqual(self.policy[key], {support.TEAM: identifiers})
 
-    def test_does_not_contradict_itself(self):
-        # A team that is allowed as a whole and in parts, and what may be removed and may not, are errors.
-        self.assertNotIn("AllowedTeamIdentifiers", self.policy)
-        self.assertNotIn("NonRemovableSystemExtensions", self.policy)
-
-    def test_leaves_out_the_types_of_extensions_of_which_none_stands_for_a_camera(self):
-        self.assertNotIn("AllowedSystemExtensionTypes", self.policy)
-
-    def test_leaves_other_extensions_to_the_user(self):
+    def test_neither_contradicts_itself_nor_names_what_is_not_known_nor_decides_about_other_extensions(self):
+        # A team that is allowed as a whole and in parts, and what may be removed and may not, are errors. No type of
+        # extensions stands for a camera.
+        for key in ("AllowedTeamIdentifiers", "NonRemovableSystemExtensions", "AllowedSystemExtensionTypes"):
+            self.assertNotIn(key, self.policy)
         self.assertTrue(self.policy.get("AllowUserOverrides", True))
 
 
-class TheInfoPlist(WithConfiguration):
-    def test_holds_what_the_system_asks_for(self):
-        self.assert_configures(BUILD="31")
-        info = self.contents("Driver Manager.app/Contents/Info.plist")
+class TheConfiguration(unittest.TestCase):
+    """A build tree that is configured with extensions, a team and a build, and again without one of their files."""
+
+    @classmethod
+    def setUpClass(cls):
+        place = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(place.cleanup)
+        cls.build = pathlib.Path(place.name) / "build"
+        cls.folder = pathlib.Path(place.name) / "extensions"
+        cls.contents = cls.build / "Driver Manager.app/Contents"
+        cls.embedded = cls.contents / "Library/SystemExtensions"
+        support.make_all(cls.folder)
+        cls.executable = cls.folder / support.BASE / "com.kelvra.driverkit.base"
+        cls.executable.chmod(0o755)
+        cls.framework = cls.folder / support.CAMERA / "Contents/Frameworks/Codec.framework"
+        (cls.framework / "Versions/A").mkdir(parents=True)
+        (cls.framework / "Versions/Current").symlink_to("A")
+        (cls.framework / "gone.txt").touch()
+        (cls.folder / "README.md").touch()
+        cls.configured = [cls.configure()]
+        (cls.framework / "gone.txt").unlink()
+        cls.configured.append(cls.configure())
+
+    @classmethod
+    def configure(cls, **values):
+        given = {"BUILD": support.BUILD, "TEAM": support.TEAM, "EXTENSIONS": cls.folder, **values}
+        definitions = [f"-DDRIVER_MANAGER_{key}={value}" for key, value in given.items()]
+        return support.run("cmake", "-S", support.ROOT, "-B", cls.build, "-DBUILD_TESTING=OFF", *definitions)
+
+    def setUp(self):
+        self.assertEqual([answer.returncode for answer in self.configured], [0, 0], self.configured)
+
+    def files(self, folder):
+        return {str(file.relative_to(folder)) for file in folder.rglob("*") if file.is_file()}
+
+    def test_gives_the_application_what_the_system_asks_for(self):
+        info = plistlib.loads((self.contents / "Info.plist").read_bytes())
         expected = {
             "CFBundleIdentifier": "com.kelvra.driver-manager",
-            "CFBundleVersion": "31",
+            "CFBundleVersion": support.BUILD,
             "CFBundlePackageType": "APPL",
             "CFBundleExecutable": "Driver Manager",
             "CFBundleIconFile": "AppIcon",
@@ -149,74 +138,38 @@ class TheInfoPlist(WithConfiguration):
         }
         self.assertEqual(info, {**info, **expected})
 
-    def test_gets_no_build_that_the_application_would_stop_at(self):
-        subject = "Info.plist: CFBundleVersion, from DRIVER_MANAGER_BUILD, is"
-        for build in ("", "2.1.5", "beta", "+5", " 5"):
-            with self.subTest(build=build):
-                self.assert_stops(f'{subject} "{build}", but must be a plain decimal integer such as 2105', BUILD=build)
-        build = "9223372036854775808"
-        self.assert_stops(f'{subject} "{build}", but must not exceed 9223372036854775807', BUILD=build)
+    def test_writes_what_names_the_team(self):
+        there = {file.name for file in (self.build / "packaging/macos").iterdir()}
+        self.assertLessEqual({"entitlements.plist", "system-extension-policy.mobileconfig"}, there)
 
-
-class TheFolderOfExtensions(WithConfiguration):
-    def setUp(self):
-        self.folder = self.place / "extensions"
-        extensions.make_all(self.folder)
-        self.addCleanup(shutil.rmtree, self.folder)
-
-    def embedded(self):
-        folder = self.build / "Driver Manager.app/Contents/Library/SystemExtensions"
-        return {str(file.relative_to(folder)) for file in folder.rglob("*") if file.is_file()}
-
-    def test_is_embedded_and_its_executables_can_still_be_started(self):
-        executable = self.folder / extensions.BASE / "com.kelvra.driverkit.base"
-        executable.chmod(0o755)
-        (self.folder / "README.md").touch()
-        self.assert_configures(EXTENSIONS=self.folder)
-        there = {str(file.relative_to(self.folder)) for file in self.folder.rglob("*") if file.is_file()}
-        self.assertEqual(self.embedded(), there - {"README.md"})
-        folder = self.build / "Driver Manager.app/Contents/Library/SystemExtensions"
-        self.assertEqual((folder / executable.relative_to(self.folder)).stat().st_mode & 0o777, 0o755)
+    def test_embeds_the_extensions_as_they_are_and_nothing_that_is_gone(self):
+        self.assertEqual(self.files(self.embedded), self.files(self.folder) - {"README.md"})
+        executable = self.embedded / self.executable.relative_to(self.folder)
+        self.assertEqual(executable.stat().st_mode & 0o777, 0o755)
+        self.assertTrue((self.embedded / self.framework.relative_to(self.folder) / "Versions/Current").is_symlink())
 
     @unittest.skipIf(sys.platform == "darwin", "a Mac has signatures of its own, and no seals")
-    def test_is_sealed_in_the_root_of_a_driver_that_is_flat_and_in_the_contents_of_another_extension(self):
-        self.assert_configures(EXTENSIONS=self.folder)
+    def test_seals_a_driver_that_is_flat_in_its_root_and_another_extension_in_its_contents(self):
         rules = "".join(file.read_text() for name in ("build.ninja", "build.make") for file in self.build.rglob(name))
         seals = set(re.findall(r"SystemExtensions/([\w.-]+(?:/Contents)?/_SimulatedSignature\.plist)", rules))
-        expected = {str(extensions.contents(pathlib.Path(name)) / SEAL) for name in extensions.ENTITLEMENTS}
+        expected = {str(support.contents(pathlib.Path(name)) / SEAL) for name in support.ENTITLEMENTS}
         self.assertEqual(seals, expected)
 
-    def test_keeps_its_links(self):
-        framework = self.folder / extensions.CAMERA / "Contents/Frameworks/Codec.framework"
-        (framework / "Versions/A").mkdir(parents=True)
-        (framework / "Versions/Current").symlink_to("A")
-        self.assert_configures(EXTENSIONS=self.folder)
-        folder = self.build / "Driver Manager.app/Contents/Library/SystemExtensions"
-        self.assertTrue((folder / framework.relative_to(self.folder) / "Versions/Current").is_symlink())
+    def test_stops_for_a_build_that_the_application_would_stop_at(self):
+        rule = 'CFBundleVersion, from DRIVER_MANAGER_BUILD, is "2.1.5", but must be a plain decimal integer such as 2105'
+        self.assert_stops(f"Info.plist: {rule}", BUILD="2.1.5")
 
-    def test_is_embedded_anew_without_what_is_gone(self):
-        extra = self.folder / extensions.CAMERA / "Contents/Resources"
-        extra.mkdir()
-        (extra / "gone.txt").touch()
-        self.assert_configures(EXTENSIONS=self.folder)
-        (extra / "gone.txt").unlink()
-        self.assert_configures(EXTENSIONS=self.folder)
-        self.assertNotIn(f"{extensions.CAMERA}/Contents/Resources/gone.txt", self.embedded())
+    def test_stops_with_a_line_for_each_thing_that_is_wrong_with_the_extensions(self):
+        (self.folder / support.CAMERA).rename(self.folder / "Camera.systemextension")
+        self.addCleanup((self.folder / "Camera.systemextension").rename, self.folder / support.CAMERA)
+        name = f"has to be named {support.CAMERA}, after its CFBundleIdentifier"
+        problem = f"its profile is of team {support.TEAM}, but the application and all it carries of OTHER12345"
+        drivers = [f"{self.folder}/{driver}: {problem}" for driver in (support.BASE, support.NETWORK)]
+        self.assert_stops(f"{self.folder}/Camera.systemextension: {name}", *drivers, TEAM="OTHER12345")
 
-    def test_stops_the_configuration_with_a_line_for_each_thing_that_is_wrong(self):
-        (self.folder / extensions.CAMERA).rename(self.folder / "Camera.systemextension")
-        shutil.rmtree(self.folder / extensions.BASE)
-        self.assert_stops(
-            f"{self.folder}/{extensions.BASE}: is missing",
-            f"{self.folder}/Camera.systemextension: has to be named {extensions.CAMERA}, after its CFBundleIdentifier",
-            EXTENSIONS=self.folder,
-        )
-
-    def test_has_to_be_of_the_team(self):
-        problem = f"its profile is of team {extensions.TEAM}, but the application and all it carries of OTHER12345"
-        lines = [f"{self.folder}/{name}: {problem}" for name in extensions.ENTITLEMENTS]
-        self.assert_stops(*lines, EXTENSIONS=self.folder, TEAM="OTHER12345")
-
-
-if __name__ == "__main__":
-    unittest.main()
+    def assert_stops(self, *lines, **values):
+        answer = self.configure(**values)
+        self.assertNotEqual(answer.returncode, 0)
+        said = [line.strip() for line in answer.stderr.splitlines()]
+        for line in lines:
+            self.assertIn(line, said)
