@@ -1,221 +1,233 @@
 #include "simulator/store/Store.h"
 
-#include "simulator/store/FileHeader.h"
-#include "simulator/store/StoreFailure.h"
-
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
+#include <iomanip>
+#include <iterator>
+#include <optional>
+#include <sstream>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
 #include <utility>
+#include <vector>
+
+// A record is a line: its kind, and then its fields, texts among them in quotes. For example:
+//
+//     approval "KELVRA0001" "com.kelvra.ip-camera.cmio"
+//     clock 5400000
 
 namespace simulator {
 
 namespace {
 
-/// Says in the file's header whose it is.
-constexpr std::int64_t applicationId = 0x4b53494d;
+using std::tie;
 
-std::string keyColumns(const Table& table) {
-    std::size_t end = 0;
-    for (std::size_t key = 0; key < table.keys; ++key)
-        end = table.columns.find(',', end + (key ? 1 : 0));
-    return std::string{table.columns.substr(0, end)};
+template <typename Value>
+struct Vocabulary {
+    std::string_view (*nameOf)(Value value);
+    std::optional<Value> (*named)(std::string_view name);
+};
+
+std::string_view nameOfState(CopyState state) {
+    return describe(state).text;
 }
 
-std::size_t columnCount(const Table& table) {
-    return static_cast<std::size_t>(std::count(table.columns.begin(), table.columns.end(), ',')) + 1;
+std::string_view nameOfSwitch(Switch which) {
+    return describe(which).name;
 }
 
-std::string placeholders(std::size_t count) {
-    std::string text = "?";
-    while (--count > 0)
-        text += ", ?";
-    return text;
+constexpr std::tuple vocabularies{
+    Vocabulary<Category>{nameOf, categoryNamed},     Vocabulary<CopyState>{nameOfState, copyStateWithText},
+    Vocabulary<Fault::Kind>{nameOf, faultKindNamed}, Vocabulary<RequestKind>{nameOf, requestKindNamed},
+    Vocabulary<Switch>{nameOfSwitch, switchNamed},
+};
+
+template <typename Word>
+constexpr Vocabulary<Word> vocabulary = std::get<Vocabulary<Word>>(vocabularies);
+
+// A field is put into a record and got from it. One that is none that is put there fails the stream -----------------
+
+bool isAtEnd(std::istream& record) {
+    return record.eof() || record.peek() == EOF;
 }
 
-std::string createStatement(const Table& table) {
-    return "CREATE TABLE " + std::string{table.name} + " (" + std::string{table.columns} + ", PRIMARY KEY (" +
-           keyColumns(table) + ")) WITHOUT ROWID;";
-}
-
-std::string selectStatement(const Table& table) {
-    return "SELECT " + std::string{table.columns} + " FROM " + std::string{table.name};
-}
-
-std::string replaceStatement(const Table& table) {
-    return "REPLACE INTO " + std::string{table.name} + " VALUES (" + placeholders(columnCount(table)) + ")";
-}
-
-std::string deleteStatement(const Table& table) {
-    return "DELETE FROM " + std::string{table.name} + " WHERE (" + keyColumns(table) + ") = (" +
-           placeholders(table.keys) + ")";
-}
-
-void write(Database& database, const Table& table, const Changes& changes) {
-    for (const Row& row : changes.gone) {
-        const auto keys = static_cast<Row::difference_type>(table.keys);
-        database.run(deleteStatement(table), {row.begin(), row.begin() + keys});
+template <typename Value>
+void put(std::ostream& record, const Value& value) {
+    if constexpr (std::is_enum_v<Value>) {
+        record << ' ' << std::quoted(vocabulary<Value>.nameOf(value));
+    } else {
+        record << ' ' << value;
     }
-    for (const Row& row : changes.put)
-        database.run(replaceStatement(table), row);
 }
 
-const Copy* find(const State& state, std::int64_t number) {
-    const auto found = state.copies.find(number);
-    return found == state.copies.end() ? nullptr : &found->second;
-}
-
-bool isSameCopy(const State& one, const State& other, std::int64_t number) {
-    const Copy* const first = find(one, number);
-    const Copy* const second = find(other, number);
-    return first && second ? *first == *second : first == second;
-}
-
-std::set<std::int64_t> changedCopies(const State& before, const State& now, const std::set<std::int64_t>& touched) {
-    std::set<std::int64_t> changed;
-    for (const std::int64_t number : touched) {
-        if (!isSameCopy(before, now, number)) changed.insert(number);
+template <typename Value>
+void get(std::istream& record, Value& value) {
+    if constexpr (std::is_enum_v<Value>) {
+        std::string name;
+        record >> std::quoted(name);
+        const std::optional<Value> found = vocabulary<Value>.named(name);
+        found ? void(value = *found) : record.setstate(std::ios::failbit);
+    } else {
+        record >> value;
     }
-    return changed;
 }
 
-bool areSameParts(const State& one, const State& other) {
-    const auto& all = parts();
-    return std::all_of(all.begin(), all.end(), [&](const Part& part) { return part.isSame(one, other); });
+void put(std::ostream& record, const std::string& text) {
+    record << ' ' << std::quoted(text);
 }
 
-void create(Database& database) {
-    database.transaction([&] {
-        for (const Table& table : tables)
-            database.execute(createStatement(table));
-        database.execute("PRAGMA application_id = " + std::to_string(applicationId));
-        database.execute("PRAGMA user_version = " + std::to_string(Store::version));
-        for (const Part& part : parts())
-            write(database, tables[part.table], part.changes(nullptr, State{}));
-    });
+void get(std::istream& record, std::string& text) {
+    record >> std::quoted(text);
 }
 
-/// A store is in its place whole or not at all, so that an empty file there is none that was only begun.
-void begin(const StoreFolder& folder) {
-    folder.sweep();
-    try {
-        Database database{folder.beginning(), folder.store()};
-        create(database);
-    } catch (const StoreFailure&) {
-        folder.sweep();
-        throw;
+template <typename Value>
+void put(std::ostream& record, const std::optional<Value>& value) {
+    if (value) put(record, *value);
+}
+
+template <typename Value>
+void get(std::istream& record, std::optional<Value>& value) {
+    if (!isAtEnd(record)) get(record, value.emplace());
+}
+
+void put(std::ostream& record, const std::vector<std::string>& texts) {
+    for (const std::string& text : texts)
+        put(record, text);
+}
+
+void get(std::istream& record, std::vector<std::string>& texts) {
+    texts.clear();
+    while (record && !isAtEnd(record))
+        get(record, texts.emplace_back());
+}
+
+template <typename... Fields>
+std::string recordOf(const std::string& kind, const std::tuple<Fields...>& fields) {
+    std::ostringstream record;
+    record << kind;
+    std::apply([&](const auto&... field) { (put(record, field), ...); }, fields);
+    return record.str();
+}
+
+/// Says whether they are all there, and nothing else.
+template <typename... Fields>
+bool read(std::istream& record, const std::tuple<Fields...>& fields) {
+    std::apply([&](auto&... field) { (get(record, field), ...); }, fields);
+    return record && isAtEnd(record);
+}
+
+// The fields of the larger ones --------------------------------------------------------------------------------------
+
+auto fieldsOf(auto& copy) {
+    auto& extension = copy.extension;
+    auto& version = copy.version;
+    return tie(copy.number, extension.team, extension.identifier, extension.name, extension.category, extension.owner,
+               version.shortVersion, version.version, copy.application, copy.state, copy.lingered);
+}
+
+/// The request stands at the end, where there may be none.
+auto fieldsOf(auto& number, auto& fault) {
+    auto& failure = fault.failure;
+    return tie(number, fault.kind, failure.domain, failure.code, failure.description, fault.milliseconds,
+               fault.request);
+}
+
+auto fieldsOfExtension(auto& extension) {
+    return tie(extension.identifier, extension.team, extension.name, extension.category, extension.owner);
+}
+
+/// Each is kept under its name. Of the management profile there is the source alone.
+auto values(auto& state) {
+    auto& settings = state.settings;
+    return std::tuple{
+        std::pair{"clock", tie(state.clock)},
+        std::pair{"last-number", tie(state.lastNumber)},
+        std::pair{"developer-mode", tie(settings.developerMode)},
+        std::pair{"applications-folders", tie(settings.applicationsFolders)},
+        std::pair{"profile", tie(settings.profile.source)},
+    };
+}
+
+Records recordsWithoutCopies(const State& state) {
+    Records records;
+    const auto add = [&](const char* kind, const auto& fields) { records.insert(recordOf(kind, fields)); };
+    for (const auto& [team, identifier] : state.approvals)
+        add("approval", tie(team, identifier));
+    for (const auto& [number, fault] : state.faults)
+        add("fault", fieldsOf(number, fault));
+    for (const auto& [identifier, extension] : state.seen)
+        add("extension", fieldsOfExtension(extension));
+    for (const std::string& application : state.applications)
+        add("application", tie(application));
+    for (const auto& [which, value] : state.settings.switches)
+        add("switch", tie(which, value));
+    std::apply([&](const auto&... value) { (add(value.first, value.second), ...); }, values(state));
+    return records;
+}
+
+/// Says whether it is a record that is written here, and none of the same stands there already.
+bool addTo(State& state, const std::string& line) {
+    std::istringstream record{line};
+    std::string kind;
+    record >> kind;
+    Copy copy;
+    Fault fault;
+    Extension extension;
+    Switch which{};
+    std::int64_t number = 0;
+    std::string text;
+    std::string other;
+    const auto reads = [&](const char* wanted, const auto& fields) { return kind == wanted && read(record, fields); };
+    if (reads("copy", fieldsOf(copy))) return state.copies.emplace(copy.number, copy).second;
+    if (reads("approval", tie(text, other))) return state.approvals.emplace(text, other).second;
+    if (reads("fault", fieldsOf(number, fault))) return state.faults.emplace(number, fault).second;
+    if (reads("extension", fieldsOfExtension(extension))) {
+        return state.seen.emplace(extension.identifier, extension).second;
     }
-    folder.putInPlace();
+    if (reads("application", tie(text))) return state.applications.insert(text).second;
+    if (reads("switch", tie(which, text))) return state.settings.switches.emplace(which, text).second;
+    return std::apply([&](const auto&... one) { return (reads(one.first, one.second) || ...); }, values(state));
 }
 
-/// Whether this simulator wrote it.
-void checkOrigin(const StoreFolder& folder, const FileHeader& header) {
-    const auto fail = [&](const std::string& reason) { throw StoreFailure{folder.store(), reason}; };
-    if (header.applicationId != applicationId) fail("it is no store of the simulator");
-    if (header.version > Store::version) {
-        fail("it was written by a newer simulator (version " + std::to_string(header.version) + ", this one knows " +
-             std::to_string(Store::version) + ")");
-    }
-    if (header.version < Store::version) fail("it is of an unknown version");
-}
-
-void checkFile(const StoreFolder& folder) {
-    const std::filesystem::path file = folder.store();
-    std::error_code none;
-    if (!std::filesystem::is_regular_file(file, none)) throw StoreFailure{file, "it cannot be opened"};
-    if (std::filesystem::file_size(file, none) == 0) throw StoreFailure{file, "it is damaged: it is empty"};
-    const auto header = readFileHeader(file);
-    if (header && !folder.hasLog()) checkOrigin(folder, *header);
-}
-
-/// Nothing of the file and its log is changed before it is known to be one of this simulator's.
-Database open(const StoreFolder& folder) {
-    if (!folder.isTaken()) begin(folder);
-    checkFile(folder);
-    Database database{folder.store()};
-    if (folder.hasLog()) database.leaveLog();
-    checkOrigin(folder, {database.number("PRAGMA application_id"), database.number("PRAGMA user_version")});
-    return database;
+/// Those of the one that are not in the other.
+Records differenceOf(const Records& one, const Records& other) {
+    Records records;
+    std::set_difference(one.begin(), one.end(), other.begin(), other.end(), std::inserter(records, records.end()));
+    return records;
 }
 
 } // namespace
 
-Store::Store(const std::string& file) : Store{StoreFolder{file}} {
-}
-
-/// Where it fails, the file is as it was.
-Store::Store(const StoreFolder& folder) : database_{open(folder)} {
-    checkContents();
-    kept_ = read();
-    database_.take();
-}
-
-void Store::checkContents() {
-    std::string verdict;
-    database_.query("PRAGMA integrity_check(1)", {}, [&](const Row& row) { verdict = std::get<std::string>(row[0]); });
-    if (verdict != "ok") database_.fail("it is damaged");
-}
-
-State Store::read() {
-    StateRows rows;
-    for (std::size_t index = 0; index < tables.size(); ++index) {
-        const auto keys = static_cast<Row::difference_type>(tables[index].keys);
-        database_.query(selectStatement(tables[index]), {}, [&](Row row) {
-            Row key{row.begin(), row.begin() + keys};
-            rows[index].emplace(std::move(key), std::move(row));
-        });
-    }
-    auto state = stateOf(rows);
-    if (!state) database_.fail("it is damaged: a row makes no sense");
-    return std::move(*state);
-}
-
-void Store::save(const State& state) {
-    std::set<std::int64_t> all;
-    for (const auto& [number, copy] : kept_.copies)
-        all.insert(number);
+Store::Store(const std::string& file) : file_{file, recordsWithoutCopies(State{})} {
+    const State state = load();
+    others_ = recordsWithoutCopies(state);
     for (const auto& [number, copy] : state.copies)
-        all.insert(number);
-    save(state, all);
+        copies_[number] = recordOf("copy", fieldsOf(copy));
+    file_.take();
+}
+
+State Store::load() const {
+    State state;
+    const Records records = file_.read();
+    const bool areSound =
+        std::all_of(records.begin(), records.end(), [&](const auto& record) { return addTo(state, record); });
+    const bool areAll = records.size() == recordsWithoutCopies(state).size() + state.copies.size();
+    if (!areSound || !areAll) file_.fail("it is damaged: a row makes no sense");
+    return state;
 }
 
 void Store::save(const State& state, const std::set<std::int64_t>& touched) {
-    const std::set<std::int64_t> changed = changedCopies(kept_, state, touched);
-    if (changed.empty() && areSameParts(kept_, state)) return;
-    database_.transaction([&] {
-        writeCopies(state, changed);
-        writeParts(state);
-    });
-    remember(state, changed);
-}
-
-void Store::writeCopies(const State& state, const std::set<std::int64_t>& changed) {
-    for (const std::int64_t number : changed) {
-        if (const Copy* const copy = find(state, number)) {
-            database_.run(replaceStatement(tables[copyTable]), rowOf(*copy));
-        } else {
-            database_.run(deleteStatement(tables[copyTable]), {number});
-        }
+    Records now = recordsWithoutCopies(state);
+    Records gone = differenceOf(others_, now);
+    Records come = differenceOf(now, others_);
+    others_ = std::move(now);
+    for (const std::int64_t number : touched) {
+        if (auto kept = copies_.extract(number)) gone.insert(kept.mapped());
+        const auto copy = state.copies.find(number);
+        if (copy == state.copies.end()) continue;
+        come.insert(copies_[number] = recordOf("copy", fieldsOf(copy->second)));
     }
-}
-
-void Store::writeParts(const State& state) {
-    for (const Part& part : parts()) {
-        if (!part.isSame(kept_, state)) write(database_, tables[part.table], part.changes(&kept_, state));
-    }
-}
-
-void Store::remember(const State& state, const std::set<std::int64_t>& changed) {
-    for (const std::int64_t number : changed) {
-        if (const Copy* const copy = find(state, number)) {
-            kept_.copies.insert_or_assign(number, *copy);
-        } else {
-            kept_.copies.erase(number);
-        }
-    }
-    for (const Part& part : parts()) {
-        if (!part.isSame(kept_, state)) part.copy(state, kept_);
-    }
+    if (!gone.empty() || !come.empty()) file_.change(gone, come);
 }
 
 } // namespace simulator

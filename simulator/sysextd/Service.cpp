@@ -1,7 +1,6 @@
 #include "simulator/sysextd/Service.h"
 
 #include "simulator/disk/ProfileReader.h"
-#include "simulator/store/StoreFailure.h"
 
 #include <QMetaObject>
 
@@ -32,8 +31,7 @@ State loadedFrom(const Store& store, const std::string& file) {
 } // namespace
 
 Service::Service(const std::string& storeFile) : store_{storeFile}, machine_{loadedFrom(store_, storeFile), disk_} {
-    store_.save(machine_.state());
-    machine_.takeOutbox();
+    store_.save(machine_.state(), machine_.takeOutbox().copies);
 }
 
 Verdict Service::perform(const std::function<Verdict(Machine&)>& deed) {

@@ -1,7 +1,7 @@
 #include "Simulator1Adaptor.h"
 #include "simulator/bus/Names.h"
 #include "simulator/process/TerminationSignals.h"
-#include "simulator/store/StoreFailure.h"
+#include "simulator/store/Store.h"
 #include "simulator/sysextd/BusObject.h"
 
 #include <QCoreApplication>

@@ -140,8 +140,8 @@ TEST_F(AStartOfTheService, BeginsNothingAnewWhereItsStoreIsEmpty) {
 }
 
 TEST_F(AStartOfTheService, LeavesAStoreOfANewerVersionAlone) {
-    tamper("PRAGMA user_version = 2");
-    expectRefusal("it was written by a newer simulator (version 2, this one knows 1)");
+    tamper("PRAGMA user_version = 3");
+    expectRefusal("it was written by a newer simulator (version 3, this one knows 2)");
 }
 
 TEST_F(AStartOfTheService, LeavesAFileOfAnotherProgramAlone) {
