@@ -10,7 +10,7 @@ from pathlib import Path
 from program import Program
 
 ROOT = Path(__file__).resolve().parents[2]
-PRESETS = ("dev", "core", "libcxx", "clang", "asan", "release")
+PRESETS = ("dev", "libcxx", "asan", "release")
 
 PROJECT = """cmake_minimum_required(VERSION 3.25)
 project(small LANGUAGES NONE)
