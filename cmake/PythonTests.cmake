@@ -1,8 +1,8 @@
 # The system's own Python, which sees the Debian packages.
 find_program(SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 
-# add_python_tests(<name> [ENVIRONMENT <variable>=<value>...] [TIMEOUT <seconds>]): each test method of each *_test.py in
-# this folder is a test of its own.
+# add_python_tests(<name> [ENVIRONMENT <variable>=<value>...] [TIMEOUT <seconds>]): each class of tests in each *_test.py
+# of this folder is a test of its own. A class that holds no tests is none.
 function(add_python_tests name)
     cmake_parse_arguments(tests "" "TIMEOUT" "ENVIRONMENT" ${ARGN})
     file(GLOB modules CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*_test.py")
@@ -13,12 +13,11 @@ function(add_python_tests name)
         foreach(line IN LISTS lines)
             if(line MATCHES "^class ([A-Za-z0-9_]+)")
                 set(class "${CMAKE_MATCH_1}")
-            elseif(line MATCHES "def test_([a-z0-9_]+)")
-                string(REPLACE "_" " " sentence "${CMAKE_MATCH_1}")
-                set(test "${name}: ${class} ${sentence}")
-                add_test(NAME "${test}" WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}"
-                    COMMAND "${SYSTEM_PYTHON}" -B -m unittest -q "${stem}.${class}.test_${CMAKE_MATCH_1}")
-                set_tests_properties("${test}" PROPERTIES TIMEOUT "${tests_TIMEOUT}" ENVIRONMENT "${tests_ENVIRONMENT}")
+            elseif(NOT TEST "${name}: ${class}")
+                add_test(NAME "${name}: ${class}" WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}"
+                    COMMAND "${SYSTEM_PYTHON}" -B -m unittest -q "${stem}.${class}")
+                set_tests_properties("${name}: ${class}"
+                    PROPERTIES TIMEOUT "${tests_TIMEOUT}" ENVIRONMENT "${tests_ENVIRONMENT}")
             endif()
         endforeach()
     endforeach()

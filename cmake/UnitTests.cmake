@@ -1,5 +1,11 @@
-find_package(GTest QUIET)
-if(NOT GTest_FOUND) # a Mac has none; it is given the one that Debian 12 has
+if(CMAKE_CXX_FLAGS MATCHES "libc\\+\\+" AND NOT APPLE) # the installed one is built with the other standard library
+    add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+    add_library(GTest::gtest ALIAS gtest)
+    add_library(GTest::gmock ALIAS gmock)
+else()
+    find_package(GTest QUIET)
+endif()
+if(NOT TARGET GTest::gmock) # a Mac has none; it is given the one that Debian 12 has
     include(FetchContent)
     set(INSTALL_GTEST OFF)
     FetchContent_Declare(googletest
@@ -9,12 +15,25 @@ if(NOT GTest_FOUND) # a Mac has none; it is given the one that Debian 12 has
         SYSTEM)
     FetchContent_MakeAvailable(googletest)
 endif()
-include(GoogleTest)
 
-# The precompiled GoogleTest headers, built once and reused by every test program.
 add_library(test_main STATIC "${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp")
 target_link_libraries(test_main PUBLIC GTest::gtest GTest::gmock PRIVATE warnings)
 expose_headers(test_main tests/support)
+
+# register_suites(<name>): each suite of the test program is a test of its own. Which suites there are, the program says
+# when the tests are run. A display or the like that the program needs is its property CROSSCOMPILING_EMULATOR.
+function(register_suites name)
+    get_target_property(emulator ${name} CROSSCOMPILING_EMULATOR)
+    if(NOT emulator)
+        set(emulator "")
+    endif()
+    set(file "${CMAKE_CURRENT_BINARY_DIR}/${name}_suites.cmake")
+    file(GENERATE OUTPUT "${file}" CONTENT
+"include(\"${CMAKE_SOURCE_DIR}/cmake/Suites.cmake\")
+add_suites(\"${name}\" \"$<TARGET_FILE:${name}>\" \"${emulator}\")
+")
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${file}")
+endfunction()
 
 # add_unit_tests(<name> LINKS <target>... [SOURCES <file>...] [MAIN <target>]): one test program of every *_test.cpp in
 # this folder. MAIN is the library that holds its main function, test_main unless told otherwise.
@@ -27,7 +46,6 @@ function(add_unit_tests name)
         set(tests_MAIN test_main)
     endif()
     add_executable(${name} ${tests_SOURCES})
-    target_link_libraries(${name} PRIVATE ${tests_LINKS} ${tests_MAIN} GTest::gmock warnings)
-    target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h>)
-    gtest_discover_tests(${name} TEST_PREFIX "${name}: " DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+    link_layers(${name} ${tests_LINKS} ${tests_MAIN} GTest::gmock warnings)
+    register_suites(${name})
 endfunction()

@@ -39,9 +39,9 @@ public:
     Subscription subscribe(std::function<void()> subscriber) {
         auto slot = std::make_shared<Slot>(Slot{std::move(subscriber), true});
         slots_->push_back(slot);
-        return Subscription{[slots = std::weak_ptr{slots_}, slot = std::move(slot)] {
+        return Subscription{[list = std::weak_ptr{slots_}, slot = std::move(slot)] {
             slot->subscribed = false;
-            if (const auto list = slots.lock()) std::erase(*list, slot);
+            if (const auto subscribers = list.lock()) std::erase(*subscribers, slot);
         }};
     }
 

@@ -1,0 +1,67 @@
+# Most of what compiling costs is reading the headers of Qt and of GoogleTest. They are read once for all targets that
+# use them; what a target uses is found by what it links.
+
+set(standard_headers <algorithm> <functional> <map> <memory> <optional> <string> <variant> <vector>)
+set(test_headers <gtest/gtest.h> <gmock/gmock.h>)
+set(qt_headers
+    <QtCore/QCoreApplication> <QtCore/QProcess> <QtCore/QTimer> <QtCore/QVariant>
+    <QtDBus/QDBusAbstractAdaptor> <QtDBus/QDBusArgument> <QtDBus/QDBusConnection> <QtDBus/QDBusMessage>
+    <QtDBus/QDBusPendingCallWatcher> <QtDBus/QDBusServiceWatcher>
+    <QtGui/QMouseEvent> <QtGui/QPainter> <QtGui/QPainterPath>
+    <QtWidgets/QApplication> <QtWidgets/QBoxLayout> <QtWidgets/QLabel> <QtWidgets/QPushButton>)
+
+# add_precompiled(<name> LINKS <target>... HEADERS <header>...): headers for targets that are compiled with the same
+# options. It links Qt's core alone, because a target may define more macros than the headers were read with, not fewer.
+function(add_precompiled name)
+    cmake_parse_arguments(precompiled "" "" "LINKS;HEADERS" ${ARGN})
+    set(source "${CMAKE_BINARY_DIR}/${name}.cpp")
+    file(CONFIGURE OUTPUT "${source}" CONTENT "")
+    add_library(${name} OBJECT "${source}")
+    target_link_libraries(${name} PRIVATE ${precompiled_LINKS} warnings)
+    foreach(module IN ITEMS DBus Gui Widgets)
+        if("Qt6::Core" IN_LIST precompiled_LINKS)
+            get_target_property(folders Qt6::${module} INTERFACE_INCLUDE_DIRECTORIES)
+            target_include_directories(${name} SYSTEM PRIVATE ${folders})
+        endif()
+    endforeach()
+    target_precompile_headers(${name} PRIVATE ${standard_headers} ${precompiled_HEADERS})
+endfunction()
+
+# reuse_precompiled(<folder>): gives the targets of the folder, and of those below it, the headers that suit them.
+function(reuse_precompiled folder)
+    get_property(targets DIRECTORY "${folder}" PROPERTY BUILDSYSTEM_TARGETS)
+    foreach(target IN LISTS targets)
+        get_target_property(type ${target} TYPE)
+        get_target_property(sources ${target} SOURCES)
+        if(NOT type MATCHES "^(EXECUTABLE|STATIC_LIBRARY|OBJECT_LIBRARY)$" OR target MATCHES "^precompiled_"
+           OR sources MATCHES "\\.mm(;|$)")
+            continue()
+        endif()
+        all_linked(linked ${target})
+        set(kind precompiled)
+        if(linked MATCHES "Qt6::")
+            string(APPEND kind _qt)
+        endif()
+        if(linked MATCHES "GTest::")
+            string(APPEND kind _tests)
+        endif()
+        if(TARGET ${kind})
+            target_precompile_headers(${target} REUSE_FROM ${kind})
+        endif()
+    endforeach()
+    get_property(folders DIRECTORY "${folder}" PROPERTY SUBDIRECTORIES)
+    foreach(below IN LISTS folders)
+        reuse_precompiled("${below}")
+    endforeach()
+endfunction()
+
+# precompile_headers(): call it when all targets are known.
+function(precompile_headers)
+    add_precompiled(precompiled_tests LINKS GTest::gmock HEADERS ${test_headers})
+    if(DRIVER_MANAGER_WINDOW AND NOT APPLE)
+        find_package(Qt6 REQUIRED COMPONENTS Core DBus Gui Widgets)
+        add_precompiled(precompiled_qt LINKS Qt6::Core HEADERS ${qt_headers})
+        add_precompiled(precompiled_qt_tests LINKS Qt6::Core GTest::gmock HEADERS ${qt_headers} ${test_headers})
+    endif()
+    reuse_precompiled("${CMAKE_SOURCE_DIR}")
+endfunction()
