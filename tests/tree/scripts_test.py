@@ -1,4 +1,5 @@
 import os
+import re
 import subprocess
 import tempfile
 import unittest
@@ -14,6 +15,26 @@ def complaints(paths):
     return (answer.stdout + answer.stderr).splitlines()
 
 
+LINE = re.compile(r"^([a-z0-9][a-z0-9.+-]*) +# (\S.*)$")
+
+
+def wrong_lines(text):
+    """The lines that do not hold one package and its reason, or repeat a package."""
+    wrong, seen = [], set()
+    for line in text.splitlines():
+        if line.startswith("#"):
+            continue
+        found = LINE.match(line)
+        if not found or found[1] in seen:
+            wrong.append(line)
+        seen.add(found and found[1])
+    return wrong
+
+
+def packages(text):
+    return [found[1] for line in text.splitlines() if (found := LINE.match(line))]
+
+
 class TheShellScripts(unittest.TestCase):
     def test_are_found(self):
         names = {str(path) for path in tree.scripts()}
@@ -26,19 +47,30 @@ class TheShellScripts(unittest.TestCase):
         started = tree.scripts() + [path for path in tree.python() if path.suffix == ""]
         self.assertEqual([], [str(path) for path in started if not os.access(tree.ROOT / path, os.X_OK)])
 
-
-class TheCheckOfShellScripts(unittest.TestCase):
-    def test_finds_a_script_that_bash_cannot_read(self):
-        self.assertTrue(self.complains("#!/bin/bash\nif true; then\n"))
-
-    def test_finds_an_unquoted_name(self):
-        self.assertTrue(self.complains("#!/bin/bash\nrm $1\n"))
-
-    def complains(self, text):
+    def test_are_told_what_shellcheck_finds(self):
         with tempfile.NamedTemporaryFile("w", suffix=".sh") as script:
-            script.write(text)
+            script.write("#!/bin/bash\nrm $1\n")
             script.flush()
-            return bool(complaints([script.name]))
+            self.assertTrue(complaints([script.name]))
+
+
+class TheListOfPackages(unittest.TestCase):
+    text = (tree.ROOT / "tools/packages.txt").read_text()
+
+    def test_gives_a_reason_for_each(self):
+        self.assertEqual([], wrong_lines(self.text))
+
+    def test_names_packages_that_are_installed(self):
+        answer = subprocess.run(
+            ["dpkg-query", "--show", "--showformat", "${db:Status-Status} ${Package}\n", *packages(self.text)],
+            capture_output=True,
+            text=True,
+        )
+        installed = {line.split()[1] for line in answer.stdout.splitlines() if line.startswith("installed ")}
+        self.assertEqual(set(packages(self.text)), installed)
+
+    def test_is_told_of_a_line_without_a_reason_and_of_a_second_one(self):
+        self.assertEqual(["cmake #", "ctest  # again"], wrong_lines("cmake #\nctest # why\nctest  # again\n"))
 
 
 if __name__ == "__main__":

@@ -32,3 +32,8 @@ def python(root=ROOT):
     """The Python scripts and modules."""
     named = [path for path in files("", root=root) if first_line(root / path).startswith("#!/usr/bin/python3")]
     return files(".py", root=root) + named
+
+
+def every(check, paths):
+    """What a check, which is given a path and a text, finds in all of these files."""
+    return [line for path in paths for line in check(path, (ROOT / path).read_text())]
