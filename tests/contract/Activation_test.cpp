@@ -4,7 +4,6 @@ namespace contract {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 TEST_F(TheExtensionService, WaitsForTheUserBeforeItFinishesAnActivation) {
@@ -14,20 +13,6 @@ TEST_F(TheExtensionService, WaitsForTheUserBeforeItFinishesAnActivation) {
     stage->allow(camera);
     EXPECT_THAT(heard(), ElementsAre("first needs approval", "first finished 0"));
     EXPECT_THAT(copies(), ElementsAre("2.1 2105 enabled"));
-}
-
-TEST_F(TheExtensionService, FailsAnActivationThatTheUserDenies) {
-    activate("first");
-    stage->settle();
-    stage->deny(camera);
-    EXPECT_THAT(heard(), ElementsAre("first needs approval", "first failed 11"));
-    EXPECT_THAT(copies(), IsEmpty());
-}
-
-TEST_F(TheExtensionService, FinishesAnActivationOfWhatIsEnabledAtOnce) {
-    stage->install(camera, "2.1", "2105", "enabled");
-    activate("first");
-    EXPECT_THAT(heard(), ElementsAre("first finished 0"));
 }
 
 TEST_F(TheExtensionService, FailsAnActivationOfAnUnknownExtension) {
@@ -45,13 +30,6 @@ TEST_F(TheExtensionService, FailsTheOlderOfTwoRequestsAndGoesOnWithTheNewer) {
     stage->allow(camera);
     EXPECT_THAT(heard(),
                 ElementsAre("older needs approval", "older failed 12", "newer needs approval", "newer finished 0"));
-}
-
-TEST_F(TheExtensionService, FailsAnActivationThatADeactivationFollows) {
-    activate("activation");
-    stage->settle();
-    remove("deactivation");
-    EXPECT_THAT(heard(), ElementsAre("activation needs approval", "activation failed 12", "deactivation finished 0"));
 }
 
 // Replacement --------------------------------------------------------------------------------------------------------
@@ -83,14 +61,6 @@ TEST_F(TheExtensionService, LeavesACopyThatMayNotBeReplaced) {
     EXPECT_THAT(copies(), ElementsAre("2.0 2004 enabled"));
 }
 
-TEST_F(TheExtensionService, WaitsForTheUserAfterItReplacedWhatWaited) {
-    stage->install(camera, "2.2", "2210", "waiting");
-    activate("first");
-    EXPECT_THAT(heard(), ElementsAre("first is asked", "first needs approval"));
-    EXPECT_EQ(textOf(record.existing), "2.2 2210 awaiting");
-    EXPECT_THAT(copies(), ElementsAre("2.1 2105 awaiting"));
-}
-
 TEST_F(TheExtensionService, FinishesWithOneWhereTheReplacedCopyRunsOnUntilTheRestart) {
     stage->keepDriversRunning();
     stage->install(driver, "2.0", "2004", "enabled");
@@ -109,6 +79,32 @@ TEST_F(TheExtensionService, KeepsTheQuestionsOfTwoActivationsApart) {
                 UnorderedElementsAre("first is asked", "first failed 11", "second is asked", "second finished 0"));
     EXPECT_THAT(copies(camera), ElementsAre("2.0 2004 enabled"));
     EXPECT_THAT(copies(driver), ElementsAre("2.0 2004 uninstalling", "2.1 2105 enabled"));
+}
+
+// Deactivation --------------------------------------------------------------------------------------------------------
+
+TEST_F(TheExtensionService, FailsADeactivationThatTheAdministratorRefuses) {
+    stage->install(camera, "2.0", "2004", "enabled");
+    deactivate("first");
+    stage->settle();
+    stage->refuse(camera);
+    EXPECT_THAT(heard(), ElementsAre("first failed 13"));
+    EXPECT_THAT(copies(), ElementsAre("2.0 2004 enabled"));
+}
+
+TEST_F(TheExtensionService, FinishesADeactivation) {
+    stage->install(camera, "2.0", "2004", "enabled");
+    remove("first");
+    EXPECT_THAT(heard(), ElementsAre("first finished 0"));
+    EXPECT_THAT(copies(), ElementsAre("2.0 2004 uninstalling"));
+}
+
+TEST_F(TheExtensionService, FinishesADeactivationWithOneWhereTheDriverRunsOnUntilTheRestart) {
+    stage->keepDriversRunning();
+    stage->install(driver, "2.1", "2105", "enabled");
+    remove("first", driver);
+    EXPECT_THAT(heard(), ElementsAre("first finished 1"));
+    EXPECT_THAT(copies(driver), ElementsAre("2.1 2105 uninstalling"));
 }
 
 } // namespace

@@ -1,17 +1,128 @@
 #pragma once
 
-#include "tests/contract/Listener.h"
-#include "tests/contract/Stage.h"
+#include "platform/SystemExtensions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace contract {
+
+using platform::OSSystemExtensionProperties;
+using platform::OSSystemExtensionReplacementAction;
+using platform::OSSystemExtensionRequest;
+
+/// What the listeners of one test heard, in the order in which they heard it.
+struct Record {
+    /// "<listener> finished 0" and so on.
+    std::vector<std::string> lines;
+    /// The thread and the request of each line.
+    std::vector<std::thread::id> threads;
+    std::vector<const OSSystemExtensionRequest*> requests;
+
+    std::vector<platform::Error> errors;
+    /// The copies that were found last.
+    std::vector<OSSystemExtensionProperties> copies;
+    /// The two copies that the last question was about.
+    OSSystemExtensionProperties existing;
+    OSSystemExtensionProperties replacement;
+
+    /// The listeners that do not let a copy be replaced.
+    std::set<std::string> cancelling;
+    /// Called after each line, from inside the answer.
+    std::function<void()> onLine = [] {};
+};
+
+/// The delegate of one request. It writes down what it hears.
+class Listener final : public platform::OSSystemExtensionRequestDelegate {
+public:
+    /// The record outlives every call.
+    Listener(std::string name, Record& record) : name_{std::move(name)}, record_{record} {}
+
+    OSSystemExtensionReplacementAction
+    requestActionForReplacingExtension(const OSSystemExtensionRequest& request,
+                                       const OSSystemExtensionProperties& existing,
+                                       const OSSystemExtensionProperties& replacement) override {
+        record_.existing = existing;
+        record_.replacement = replacement;
+        hear(request, "is asked");
+        return record_.cancelling.count(name_) > 0 ? OSSystemExtensionReplacementAction::cancel
+                                                   : OSSystemExtensionReplacementAction::replace;
+    }
+    void requestNeedsUserApproval(const OSSystemExtensionRequest& request) override { hear(request, "needs approval"); }
+    void requestDidFinishWithResult(const OSSystemExtensionRequest& request,
+                                    const platform::OSSystemExtensionRequestResult result) override {
+        hear(request, "finished " + std::to_string(static_cast<std::int64_t>(result)));
+    }
+    void requestDidFailWithError(const OSSystemExtensionRequest& request, const platform::Error& error) override {
+        record_.errors.push_back(error);
+        hear(request, "failed " + std::to_string(error.code));
+    }
+    void requestFoundProperties(const OSSystemExtensionRequest& request,
+                                const std::vector<OSSystemExtensionProperties>& properties) override {
+        record_.copies = properties;
+        hear(request, "found " + std::to_string(properties.size()));
+    }
+
+private:
+    void hear(const OSSystemExtensionRequest& request, const std::string& what) {
+        record_.lines.push_back(name_ + " " + what);
+        record_.threads.push_back(std::this_thread::get_id());
+        record_.requests.push_back(&request);
+        record_.onLine();
+    }
+
+    std::string name_;
+    Record& record_;
+};
+
+inline constexpr auto camera = "com.kelvra.ip-camera.cmio";
+inline constexpr auto driver = "com.kelvra.driverkit.usb-to-poe";
+inline constexpr auto nobody = "com.kelvra.nobody";
+
+/// One of the stand-ins for the operating system's extension service, on a machine of its own.
+///
+/// The application that asks carries `camera` and `driver`, both 2.1/2105, and no `nobody`. At first nothing is
+/// installed. What cannot be done fails the test.
+class Stage {
+public:
+    Stage() = default;
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+    virtual ~Stage() = default;
+
+    virtual platform::OSSystemExtensionManager& manager() = 0;
+
+    /// Puts a copy there, younger than those before it. condition: "enabled", "waiting", "disabled", "uninstalling".
+    virtual void install(const std::string& identifier, const std::string& shortVersion, const std::string& version,
+                         const std::string& condition) = 0;
+    /// From here on an enabled driver runs on until the restart, whatever becomes of it.
+    virtual void keepDriversRunning() = 0;
+    /// The next request of that kind fails.
+    virtual void failNext(platform::OSSystemExtensionRequest::Kind kind, const platform::Error& error) = 0;
+
+    /// The user allows, or denies, what waits for approval.
+    virtual void allow(const std::string& identifier) = 0;
+    virtual void deny(const std::string& identifier) = 0;
+    /// An administrator authorises, or refuses, the removal that waits for it.
+    virtual void authorize(const std::string& identifier) = 0;
+    virtual void refuse(const std::string& identifier) = 0;
+
+    /// Returns when the service has nothing left to do by itself, and all that it said has been delivered. Nothing is
+    /// delivered but in here.
+    virtual void settle() = 0;
+};
+
+/// The stage of this program, as new.
+std::unique_ptr<Stage> makeStage();
 
 using Kind = OSSystemExtensionRequest::Kind;
 

@@ -46,16 +46,6 @@ TEST_F(TheExtensionService, AnswersQuestionsOfOneKindInTheOrderOfTheirSubmission
     EXPECT_THAT(heard(), ElementsAre("a found 0", "b found 0", "c found 0", "d found 0"));
 }
 
-TEST_F(TheExtensionService, AnswersInTheOrderInWhichThingsHappen) {
-    activate("camera", camera);
-    activate("driver", driver);
-    stage->settle();
-    stage->allow(driver);
-    stage->deny(camera);
-    EXPECT_THAT(heard(),
-                ElementsAre("camera needs approval", "driver needs approval", "driver finished 0", "camera failed 11"));
-}
-
 TEST_F(TheExtensionService, GivesEachAnswerTogetherWithItsRequest) {
     const auto cameraRequest = activate("camera", camera);
     const auto driverRequest = activate("driver", driver);
@@ -68,6 +58,97 @@ TEST_F(TheExtensionService, GivesEachAnswerTogetherWithItsRequest) {
     EXPECT_THAT(heard(), ElementsAre("camera needs approval", "driver needs approval", "driver finished 0",
                                      "camera finished 0"));
     EXPECT_THAT(record.requests, ElementsAre(first.get(), second.get(), second.get(), first.get()));
+}
+
+// How long requests and delegates live --------------------------------------------------------------------------------
+
+TEST_F(TheExtensionService, LetsARequestGoThatFinished) {
+    const auto request = activate("first");
+    stage->settle();
+    stage->allow(camera);
+    EXPECT_THAT(heard(), ElementsAre("first needs approval", "first finished 0"));
+    EXPECT_TRUE(request.expired());
+}
+
+TEST_F(TheExtensionService, LetsARequestGoThatFailed) {
+    const auto request = activate("first", nobody);
+    EXPECT_THAT(heard(), ElementsAre("first failed 4"));
+    EXPECT_TRUE(request.expired());
+}
+
+TEST_F(TheExtensionService, LetsARequestGoThatFoundProperties) {
+    const auto request = query("copies");
+    EXPECT_THAT(heard(), ElementsAre("copies found 0"));
+    EXPECT_TRUE(request.expired());
+}
+
+TEST_F(TheExtensionService, KeepsARequestDuringItsLastAnswer) {
+    std::weak_ptr<OSSystemExtensionRequest> request;
+    bool wasThere = false;
+    record.onLine = [&] { wasThere = !request.expired(); };
+    request = query("copies");
+    EXPECT_THAT(heard(), ElementsAre("copies found 0"));
+    EXPECT_TRUE(wasThere);
+}
+
+TEST_F(TheExtensionService, SaysNothingAfterTheLastAnswer) {
+    activate("first");
+    stage->settle();
+    stage->allow(camera);
+    stage->settle();
+    remove("second");
+    stage->settle();
+    activate("third");
+    stage->settle();
+    stage->deny(camera);
+    EXPECT_THAT(heard(), ElementsAre("first needs approval", "first finished 0", "second finished 0",
+                                     "third needs approval", "third failed 11"));
+}
+
+TEST_F(TheExtensionService, DoesNotKeepADelegate) {
+    const auto request = activate("first");
+    stage->settle();
+    const std::weak_ptr<Listener> listener = listeners.at("first");
+    drop("first");
+    EXPECT_TRUE(listener.expired());
+    EXPECT_FALSE(request.expired());
+}
+
+TEST_F(TheExtensionService, SaysNothingToADelegateThatIsGone) {
+    const auto request = activate("first");
+    stage->settle();
+    drop("first");
+    stage->allow(camera);
+    EXPECT_THAT(heard(), ElementsAre("first needs approval"));
+    EXPECT_TRUE(request.expired());
+    EXPECT_THAT(copies(), ElementsAre("2.1 2105 enabled"));
+}
+
+TEST_F(TheExtensionService, SaysNothingToADelegateThatWentBeforeTheFirstAnswer) {
+    const auto question = query("copies");
+    const auto activation = activate("first", nobody);
+    drop("copies");
+    drop("first");
+    EXPECT_THAT(heard(), IsEmpty());
+    EXPECT_TRUE(question.expired());
+    EXPECT_TRUE(activation.expired());
+}
+
+TEST_F(TheExtensionService, SaysNothingToADelegateThatWentWhileItsAnswerWasUnderWay) {
+    record.onLine = [this] { drop("second"); };
+    query("first");
+    const auto request = query("second");
+    EXPECT_THAT(heard(), ElementsAre("first found 0"));
+    EXPECT_TRUE(request.expired());
+}
+
+TEST_F(TheExtensionService, ReplacesNothingWhereTheDelegateIsGone) {
+    stage->install(camera, "2.0", "2004", "enabled");
+    const auto request = activate("first");
+    drop("first");
+    EXPECT_THAT(heard(), IsEmpty());
+    EXPECT_TRUE(request.expired());
+    EXPECT_THAT(copies(), ElementsAre("2.0 2004 enabled"));
 }
 
 } // namespace

@@ -1,15 +1,11 @@
 #include "tests/contract/MachineStage.h"
 
-#include <gtest/gtest.h>
-
 #include <utility>
 #include <variant>
 
 namespace contract {
 
 namespace {
-
-using Kind = platform::OSSystemExtensionRequest::Kind;
 
 constexpr auto client = "the application";
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simulator/core/Machine.h"
-#include "tests/contract/Stage.h"
+#include "tests/contract/ContractTest.h"
 #include "tests/simulator/sample/FakeDisk.h"
 
 #include <cstddef>

@@ -1,8 +1,7 @@
 #include "Simulator1Proxy.h"
 #include "platform/linux/SimulatorManager.h"
 #include "simulator/bus/Names.h"
-#include "tests/contract/Listener.h"
-#include "tests/contract/Stage.h"
+#include "tests/contract/ContractTest.h"
 #include "tests/support/EventLoop.h"
 #include "tests/support/PrivateBus.h"
 
@@ -28,7 +27,6 @@ namespace contract {
 namespace {
 
 using Control = ComKelvraSimulator1ControlInterface;
-using Kind = OSSystemExtensionRequest::Kind;
 
 constexpr QLatin1String connectionName{"the stage"};
 

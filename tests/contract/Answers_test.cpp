@@ -1,50 +1,26 @@
 #include "tests/contract/ContractTest.h"
 
+#include <cstdint>
+#include <limits>
+
 namespace contract {
 namespace {
 
+using platform::Error;
 using testing::ElementsAre;
-using testing::IsEmpty;
-
-TEST_F(TheExtensionService, FindsNoCopyOfAnExtensionThatIsNotInstalled) {
-    query("copies");
-    EXPECT_THAT(heard(), ElementsAre("copies found 0"));
-    EXPECT_THAT(record.copies, IsEmpty());
-}
-
-TEST_F(TheExtensionService, FindsNoCopyOfAnExtensionThatNobodyKnows) {
-    query("copies", nobody);
-    EXPECT_THAT(heard(), ElementsAre("copies found 0"));
-}
 
 TEST_F(TheExtensionService, TellsEachFieldOfACopy) {
     stage->install(driver, "2.0", "2004", "enabled");
     query("copies", driver);
     ASSERT_THAT(heard(), ElementsAre("copies found 1"));
     const auto& copy = record.copies.at(0);
+    EXPECT_EQ(copy.description, "<com.kelvra.driverkit.usb-to-poe 2.0/2004>");
     EXPECT_EQ(copy.bundleIdentifier, driver);
     EXPECT_EQ(copy.bundleShortVersion, "2.0");
     EXPECT_EQ(copy.bundleVersion, "2004");
     EXPECT_TRUE(copy.isEnabled);
     EXPECT_FALSE(copy.isAwaitingUserApproval);
     EXPECT_FALSE(copy.isUninstalling);
-}
-
-TEST_F(TheExtensionService, DescribesACopyByItsIdentifierAndVersions) {
-    stage->install(camera, "2.0", "2004", "disabled");
-    query("copies");
-    ASSERT_THAT(heard(), ElementsAre("copies found 1"));
-    EXPECT_EQ(record.copies.at(0).description, "<com.kelvra.ip-camera.cmio 2.0/2004>");
-}
-
-TEST_F(TheExtensionService, TellsWhatWaitsForApproval) {
-    stage->install(camera, "2.1", "2105", "waiting");
-    EXPECT_THAT(copies(), ElementsAre("2.1 2105 awaiting"));
-}
-
-TEST_F(TheExtensionService, TellsWhatIsBeingUninstalled) {
-    stage->install(camera, "2.1", "2105", "uninstalling");
-    EXPECT_THAT(copies(), ElementsAre("2.1 2105 uninstalling"));
 }
 
 TEST_F(TheExtensionService, TellsNeitherOfThreeFlagsOfWhatIsSwitchedOff) {
@@ -77,11 +53,48 @@ TEST_F(TheExtensionService, HandsVersionsOnAsTheyAre) {
                                       std::string(4096, '1') + " -99999999999999999999 uninstalling"));
 }
 
-TEST_F(TheExtensionService, AnswersTheSameQuestionEachTimeItIsAsked) {
-    stage->install(camera, "2.0", "2004", "enabled");
-    query("first");
-    query("second");
-    EXPECT_THAT(heard(), ElementsAre("first found 1", "second found 1"));
+// Errors -------------------------------------------------------------------------------------------------------------
+
+class AFailedRequest : public TheExtensionService {
+protected:
+    /// The error that reaches the listener of a request of that kind when the service fails it with this one.
+    Error delivered(const Error& error, const Kind kind = Kind::activation) {
+        stage->failNext(kind, error);
+        submit("first", kind, camera);
+        EXPECT_EQ(heard().back(), "first failed " + std::to_string(error.code));
+        return record.errors.empty() ? Error{} : record.errors.back();
+    }
+};
+
+const std::string ownDomain{platform::OSSystemExtensionErrorDomain};
+
+TEST_F(AFailedRequest, TellsDomainCodeAndDescriptionAsTheyAre) {
+    const std::vector<Error> errors{
+        {"NSPOSIXErrorDomain", 2, "No such file"},
+        {ownDomain, 8, "The seal is broken."},
+        {ownDomain, 4711, "Something else."},
+        {ownDomain, 1, ""},
+        {ownDomain, 1, "Nicht möglich: 100 % „kaputt“\nzweite Zeile"},
+        {"NSPOSIXErrorDomain", std::numeric_limits<std::int64_t>::min(), "Low"},
+        {"NSPOSIXErrorDomain", std::numeric_limits<std::int64_t>::max(), "High"},
+    };
+    for (const auto& error : errors) {
+        const auto heardOf = delivered(error);
+        EXPECT_EQ(heardOf.domain, error.domain);
+        EXPECT_EQ(heardOf.code, error.code);
+        EXPECT_EQ(heardOf.localizedDescription, error.localizedDescription);
+    }
+}
+
+TEST_F(AFailedRequest, MayBeOfEachKind) {
+    EXPECT_EQ(delivered({ownDomain, 13, "Not authorised."}, Kind::deactivation).code, 13);
+    EXPECT_EQ(delivered({ownDomain, 1, "Not now."}, Kind::properties).code, 1);
+}
+
+TEST_F(AFailedRequest, DoesNotSpoilTheNext) {
+    delivered({ownDomain, 1, "Not now."});
+    activate("second");
+    EXPECT_THAT(heard(), ElementsAre("first failed 1", "second needs approval"));
 }
 
 } // namespace
