@@ -106,14 +106,6 @@ TEST_F(Activating, MovesEveryStateAsTheTransitionsSay) {
     }
 }
 
-TEST_F(Activating, WhileDeactivatingSubmitsAndLeavesBlank) {
-    model->deactivateExt(camera);
-    ASSERT_EQ(state(), State::deactivating);
-    model->activateExt(camera);
-    EXPECT_EQ(service().submissions().back(), (platform::fake::Submission{Kind::activation, camera}));
-    EXPECT_EQ(state(), State::blank);
-}
-
 TEST_F(Activating, TwiceTheSameSubmitsTwoRequests) {
     model->activateExt(camera);
     model->activateExt(camera);
@@ -150,14 +142,6 @@ TEST_F(Deactivating, MovesEveryStateAsTheTransitionsSay) {
         model->deactivateExt(camera);
         EXPECT_EQ(state(), next(each, LoadingTrigger::deactivate)) << nameOf(each);
     }
-}
-
-TEST_F(Deactivating, WhileActivatingSubmitsAndLeavesBlank) {
-    model->activateExt(camera);
-    ASSERT_EQ(state(), State::activating);
-    model->deactivateExt(camera);
-    EXPECT_EQ(service().submissions().back(), (platform::fake::Submission{Kind::deactivation, camera}));
-    EXPECT_EQ(state(), State::blank);
 }
 
 TEST_F(Deactivating, ChangesNoRecordAndAsksForNoProperties) {

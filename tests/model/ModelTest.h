@@ -1,17 +1,62 @@
 #pragma once
 
 #include "model/DriverLoadingViewModel.h"
-#include "tests/model/RecordText.h"
-#include "tests/model/StateNames.h"
 #include "tests/support/DriverLoadingViewModelTestAccess.h"
 #include "tests/support/FakeServices.h"
 
+#include <array>
 #include <memory>
+#include <ostream>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace model {
+
+inline constexpr std::array allStates{
+    DriverLoadingStateMachine::State::blank,        DriverLoadingStateMachine::State::unloaded,
+    DriverLoadingStateMachine::State::activating,   DriverLoadingStateMachine::State::needsApproval,
+    DriverLoadingStateMachine::State::activated,    DriverLoadingStateMachine::State::activatedUponReboot,
+    DriverLoadingStateMachine::State::requestError, DriverLoadingStateMachine::State::deactivating,
+};
+
+inline const char* nameOf(const DriverLoadingStateMachine::State state) {
+    constexpr std::array names{"Blank",         "Unloaded",    "Activating",
+                               "NeedsApproval", "Activated",   "ActivatedUponReboot",
+                               "RequestError",  "Deactivating"};
+    return names.at(static_cast<std::size_t>(state));
+}
+
+inline const char* nameOf(const LoadingTrigger trigger) {
+    constexpr std::array names{"Activate", "Deactivate", "NeedsApproval", "Completed", "AfterReboot", "Failed"};
+    return names.at(static_cast<std::size_t>(trigger));
+}
+
+/// Found by GoogleTest, which then names the state in a failure.
+inline void PrintTo(const DriverLoadingStateMachine::State state, std::ostream* out) {
+    *out << nameOf(state);
+}
+
+/// Every field of a record on one line, for comparison: records themselves have no equality.
+inline std::string textOf(const SysExtInfo& record) {
+    std::ostringstream text;
+    text << record.id << " '" << record.state << "'";
+    if (record.present) text << " present";
+    if (record.enabled) text << " enabled";
+    if (record.awaiting) text << " awaiting";
+    if (record.reboot) text << " reboot";
+    if (record.uninst) text << " uninst";
+    text << " '" << record.version << "' " << record.iconName << " '" << record.driverName << "' " << record.intversion;
+    return text.str();
+}
+
+inline std::vector<std::string> textsOf(const std::vector<SysExtInfo>& records) {
+    std::vector<std::string> texts;
+    for (const auto& record : records)
+        texts.push_back(textOf(record));
+    return texts;
+}
 
 inline constexpr const char* base = "com.kelvra.driverkit.base";
 inline constexpr const char* camera = "com.kelvra.ip-camera.cmio";

@@ -95,13 +95,6 @@ TEST_F(AnAnswer, MovesNoStateStoresNoErrorLogsNothingAndSubmitsNothing) {
     EXPECT_EQ(service().submissions().size(), allStates.size() * enumeration().size());
 }
 
-TEST_F(AnAnswer, LeavesRecordsThatAreNotReportedAsTheyWere) {
-    answer({enabledCopy(base, "2.1", "2105")});
-    answer({enabledCopy(camera, "2.1", "2105")});
-    answer({});
-    EXPECT_EQ(text(networkPosition), initialNetwork);
-}
-
 TEST_F(ACopy, ThatIsEnabledGivesFlagsVersionAndState) {
     answer({enabledCopy(camera, "1.2", "345")});
     EXPECT_EQ(text(cameraPosition),
@@ -226,18 +219,6 @@ TEST_F(TheVersion, ThatIsNoIntegerIsShownAndKeepsTheInteger) {
         EXPECT_TRUE(record(cameraPosition).enabled) << build;
         EXPECT_EQ(record(cameraPosition).state, "Enabled") << build;
     }
-}
-
-TEST_F(TheVersion, MayBeMegabytesLong) {
-    const std::string longText(1'048'576, '9');
-    const std::string longInteger = std::string(1'048'576, '0') + "12";
-    answer({enabledCopy(camera, longText, longText)});
-    EXPECT_EQ(record(cameraPosition).version.size(), 2U * 1'048'576U + 1U);
-    EXPECT_EQ(record(cameraPosition).intversion, 0);
-    answer({enabledCopy(camera, longText, longInteger)});
-    EXPECT_TRUE(record(cameraPosition).version == longText + "/" + longInteger);
-    EXPECT_EQ(record(cameraPosition).intversion, 12);
-    EXPECT_GT(printedLines().back().size(), 2U * 1'048'576U);
 }
 
 TEST_F(TheStateText, IsThatOfTheFirstFlagInOrder) {

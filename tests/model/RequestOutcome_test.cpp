@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace model {
 namespace {
@@ -148,18 +149,6 @@ TEST_F(TheFinishNotice, OfTheNetworkDriverAfterRebootMarksTheCameraAloneAndAsksF
     EXPECT_EQ(submittedSince(1), enumeration());
 }
 
-TEST_F(TheFinishNotice, AfterRebootMarksTheCameraAloneForEachExtension) {
-    for (const auto* const finished : {base, camera, network}) {
-        setRecords(initialRecords());
-        model->activateExt(finished);
-        service().finish(service().latest(Kind::activation, finished), Result::willCompleteAfterReboot);
-        deliver();
-        EXPECT_FALSE(record(basePosition).reboot) << finished;
-        EXPECT_TRUE(record(cameraPosition).reboot) << finished;
-        EXPECT_FALSE(record(networkPosition).reboot) << finished;
-    }
-}
-
 TEST_F(TheFinishNotice, OfADeactivationAfterRebootMarksTheCameraToo) {
     model->deactivateExt(network);
     service().finish(0, Result::willCompleteAfterReboot);
@@ -205,27 +194,37 @@ TEST_F(TheFinishNotice, TakesEveryResultButZeroAndOneForUnknown) {
     }
 }
 
-TEST_F(TheFailureNotice, WithCodeTwelveLogsTheDescriptionAndThatItWasSuperseded) {
-    fail(12, "The operation couldn't be completed.");
-    EXPECT_EQ(lastError(), "Superseded by request for same identifier.");
-    EXPECT_EQ(loggedLines().back(), "Sysex request failed: The operation couldn't be completed. "
-                                    "(Superseded by request for same identifier.)");
-}
-
-TEST_F(TheFailureNotice, WithCodeZeroOrFourteenStoresUnexpectedError) {
-    for (const std::int64_t code : {0, 14}) {
-        finish(Result{2});
+TEST_F(TheFailureNotice, StoresWhatItsCodeMeans) {
+    const std::vector<std::pair<std::int64_t, std::string>> meanings{
+        {1, "An unknown error occurred."},
+        {2, "Missing a required entitlement."},
+        {3, "Unsupported parent bundle location."},
+        {4, "Extension not found."},
+        {5, "Missing extension identifier."},
+        {6, "Duplicate extension identifier."},
+        {7, "Unknown extension category."},
+        {8, "System extension signature is invalid."},
+        {9, "System extension validation failed."},
+        {10, "Activation forbidden by system policy."},
+        {11, "Request was canceled."},
+        {12, "Superseded by request for same identifier."},
+        {13, "Authorization required."},
+    };
+    for (const auto& [code, text] : meanings) {
         fail(code, "Odd.");
-        EXPECT_EQ(lastError(), "Unexpected error.") << code;
-        EXPECT_EQ(loggedLines().back(), "Sysex request failed: Odd. (Unexpected error.)");
+        EXPECT_EQ(lastError(), text) << code;
+        EXPECT_EQ(loggedLines().back(), "Sysex request failed: Odd. (" + text + ")");
     }
 }
 
-TEST_F(TheFailureNotice, StoresTheMessageOfEachCode) {
-    fail(13, "");
-    EXPECT_EQ(lastError(), "Authorization required.");
-    fail(1, "");
-    EXPECT_EQ(lastError(), "An unknown error occurred.");
+TEST_F(TheFailureNotice, StoresUnexpectedErrorForACodeThatNobodyKnows) {
+    for (const std::int64_t code :
+         {std::int64_t{0}, std::int64_t{-1}, std::int64_t{14}, std::int64_t{4'294'967'297},
+          std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
+        finish(Result{2});
+        fail(code, "");
+        EXPECT_EQ(lastError(), "Unexpected error.") << code;
+    }
 }
 
 TEST_F(TheFailureNotice, NeverReadsADescriptionAsAFormat) {
@@ -307,6 +306,31 @@ TEST_F(TheOutcomes, NeverTakeTheCamerasMarkBack) {
     answer({enabledCopy(camera, "2.1", "2105")});
     answer({});
     EXPECT_TRUE(record(cameraPosition).reboot);
+}
+
+TEST_F(TheOutcomes, OfTwoPassesAreTakenAsTheyComeAndTheLastToArriveStands) {
+    model->enumerate();
+    model->enumerate();
+    service().foundProperties(4, {enabledCopy(camera, "2.1", "2105")});
+    service().foundProperties(1, {platform::fake::awaitingCopy(camera, "2.0", "2000")});
+    service().foundProperties(5, {});
+    service().foundProperties(3, {enabledCopy(base, "2.1", "2105")});
+    service().foundProperties(0, {});
+    deliver();
+    EXPECT_EQ(record(basePosition).state, "Enabled");
+    EXPECT_EQ(record(cameraPosition).state, "Await approval");
+    EXPECT_EQ(text(networkPosition), initialNetwork);
+}
+
+TEST_F(TheOutcomes, OfTwoRequestsShareOneState) {
+    model->activateExt(camera);
+    model->activateExt(network);
+    service().fail(0, 12, "Superseded.");
+    deliver();
+    EXPECT_EQ(state(), State::requestError);
+    service().finish(1, Result::completed);
+    deliver();
+    EXPECT_EQ(state(), State::requestError);
 }
 
 class AListTooShortForTheCameraDeathTest : public ModelTest {
