@@ -5,7 +5,7 @@ import signal
 
 from gi.repository import Gio, GLib
 
-from events import wait_until
+from events import note, wait_until
 from program import Program
 
 CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
@@ -46,14 +46,11 @@ class Bus:
         flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
         self.connection = Gio.DBusConnection.new_for_address_sync(self.address, flags, None, None)
         self.connection.set_exit_on_close(False)
-        self.signals = []
         self.listen("org.freedesktop.DBus", None)
         self.listen(None, SERVICE)
 
     def listen(self, sender, interface):
-        self.connection.signal_subscribe(
-            sender, interface, None, None, None, Gio.DBusSignalFlags.NONE, lambda *signal: self.signals.append(signal[4])
-        )
+        self.connection.signal_subscribe(sender, interface, None, None, None, Gio.DBusSignalFlags.NONE, note)
 
     def ask(self, method, *texts):
         arguments = GLib.Variant("(" + "s" * len(texts) + ")", texts)

@@ -12,11 +12,12 @@ from Xlib.ext import damage, xtest
 from Xlib.protocol import event
 
 import events
-from events import wait_until
+from events import note, wait_until
 
 
 class Display:
-    """Starts with `start`, which starts a program; keeps its pixels in the folder. What it draws wakes whoever waits."""
+    """Starts with `start`, which starts a program, and keeps its pixels in the folder. What it draws wakes whoever
+    waits."""
 
     def __init__(self, start, folder):
         self.folder = folder
@@ -44,19 +45,19 @@ class Display:
         events.already_read.append(self.read)
 
     def read(self):
-        """Takes the events that are there; says whether there were any."""
+        """Takes the events that are there."""
         number = self.connection.pending_events()
         self.happened += number
         for _ in range(number):
             self.connection.next_event()
-        return number > 0
+            note()
 
     def wait_until_at_rest(self):
         """Waits until nothing has been drawn for half a second. For pictures alone: a test knows what it waits for."""
         seen = None
         while seen != self.happened:
             seen, passed = self.happened, []
-            GLib.timeout_add(500, lambda: passed.append(True))
+            GLib.timeout_add(500, lambda: passed.append(True) or note())
             wait_until(lambda: passed, "half a second passes")
 
     def close(self):

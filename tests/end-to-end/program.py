@@ -5,7 +5,7 @@ import subprocess
 
 from gi.repository import GLib
 
-from events import wait_until
+from events import note, wait_until
 
 
 ENDS_WITH_THE_TEST = ("setpriv", "--pdeathsig", "TERM")
@@ -49,6 +49,7 @@ class Program:
 
         def read(descriptor, _):
             data = os.read(descriptor, 65536)
+            note()
             rest.extend(data)
             *whole, last = bytes(rest).split(b"\n")
             rest[:] = last
@@ -67,6 +68,7 @@ class Program:
     def ended(self, _, status):
         self.status = os.waitstatus_to_exitcode(status)
         self.process.returncode = self.status
+        note()
 
     def wait_for_line(self, text, lines=None):
         """Waits for a line of its output that holds the text."""

@@ -17,33 +17,33 @@ class TheRoad(MacTest):
         settings = self.open_settings()
         self.expect_look(application, NOTHING_INSTALLED, NOT_INSTALLED, NOT_INSTALLED)
 
-        application.press("Activate", "Camera Driver")
-        self.expect_log(application, f"Sysex identifier {CAMERA}", "Sysex request needs user approval.")
-        self.expect_output(application, f"{CAMERA} {AWAITS}")
-        self.expect_look(application, AWAITING, "Await approval", NOT_INSTALLED)
-        self.expect_new_look(AWAITING, "Await approval", NOT_INSTALLED)
+        self.activate(application, CAMERA, "Camera Driver", f"{CAMERA} {AWAITS}")
+        self.expect_everywhere(application, AWAITING, "Await approval", NOT_INSTALLED)
         application.wait_for_icon("Camera Driver", enabled=False)
-
-        settings.press("Allow Camera")
-        self.expect_log(application, "Sysex request finished: 0")
-        self.expect_output(application, f"{CAMERA} {ENABLED}")
-        self.expect_look(application, NOTHING_INSTALLED, "Enabled", NOT_INSTALLED)
-        self.expect_new_look(NOTHING_INSTALLED, "Enabled", NOT_INSTALLED)
+        self.allow(settings, "Camera", application, f"{CAMERA} {ENABLED}")
+        self.expect_everywhere(application, NOTHING_INSTALLED, "Enabled", NOT_INSTALLED)
         application.wait_for_icon("Camera Driver", enabled=True)
         self.assertFalse(application.has_button("Activate", "Camera Driver"))
 
-        application.press("Activate", "Network Driver")
-        self.expect_log(application, f"Sysex identifier {NETWORK}", "Sysex request needs user approval.")
-        self.expect_output(application, f"{CAMERA} {ENABLED}", f"{NETWORK} {AWAITS}")
-        self.expect_look(application, AWAITING, "Enabled", "Await approval")
-        self.expect_new_look(AWAITING, "Enabled", "Await approval")
+        self.activate(application, NETWORK, "Network Driver", f"{CAMERA} {ENABLED}", f"{NETWORK} {AWAITS}")
+        self.expect_everywhere(application, AWAITING, "Enabled", "Await approval")
+        self.allow(settings, "Network", application, f"{CAMERA} {ENABLED}", f"{NETWORK} {ENABLED}")
+        self.expect_everywhere(application, ALL_SET, "Enabled", "Enabled")
 
-        settings.press("Allow Network")
+    def activate(self, application, identifier, name, *lines):
+        application.press("Activate", name)
+        self.expect_log(application, f"Sysex identifier {identifier}", "Sysex request needs user approval.")
+        self.expect_output(application, *lines)
+
+    def allow(self, settings, name, application, *lines):
+        settings.press(f"Allow {name}")
         self.expect_log(application, "Sysex request finished: 0")
-        self.expect_output(application, f"{CAMERA} {ENABLED}", f"{NETWORK} {ENABLED}")
-        self.expect_look(application, ALL_SET, "Enabled", "Enabled")
-        self.expect_new_look(ALL_SET, "Enabled", "Enabled")
-        application.wait_for_icon("Network Driver", enabled=True)
+        self.expect_output(application, *lines)
+
+    def expect_everywhere(self, application, *look):
+        """The running application and one that is started now show the same."""
+        self.expect_look(application, *look)
+        self.expect_new_look(*look)
 
 
 class TheMenu(MacTest):

@@ -9,7 +9,7 @@ from pathlib import Path
 
 from gi.repository import GLib
 
-from events import wait_until
+from events import note, wait_until
 from program import Program
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -101,7 +101,7 @@ class Run(unittest.TestCase):
         with open(pipe, "rb", buffering=0) as reader:  # opens when the build has opened it
             ended = []
             GLib.unix_fd_add_full(
-                GLib.PRIORITY_DEFAULT, reader.fileno(), GLib.IOCondition.HUP, lambda *_: ended.append(True)
+                GLib.PRIORITY_DEFAULT, reader.fileno(), GLib.IOCondition.HUP, lambda *_: ended.append(True) or note()
             )
             end(program)
             self.assertEqual(status, program.wait_for_end())

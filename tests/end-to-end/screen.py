@@ -7,7 +7,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-from events import wait_until  # noqa: E402
+from events import note, wait_until  # noqa: E402
 
 listeners = []
 
@@ -16,7 +16,7 @@ def listen():
     """Has every event of assistive technology wake whoever waits."""
     Atspi.init()
     for kind in ("object", "window", "focus"):
-        listener = Atspi.EventListener.new(lambda event: None)
+        listener = Atspi.EventListener.new(note)
         listener.register(kind)
         listeners.append(listener)
 

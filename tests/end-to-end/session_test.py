@@ -10,7 +10,7 @@ from application import ALL_SET, NOT_INSTALLED, NOTHING_INSTALLED, TITLE, Cards
 from bus import SERVICE
 from case import CAMERA, NETWORK, SETTINGS, DesktopTest
 from desktop import BUILD
-from events import wait_until
+from events import note, wait_until
 from program import Program
 
 SESSION = Path(__file__).resolve().parents[2] / "tools/session"
@@ -135,7 +135,9 @@ def wait_for_ends(watches):
     """Waits until the processes behind the descriptors have ended."""
     ended = []
     for watch in watches:
-        GLib.unix_fd_add_full(GLib.PRIORITY_DEFAULT, watch, GLib.IOCondition.IN, lambda number, _: ended.append(number))
+        GLib.unix_fd_add_full(
+            GLib.PRIORITY_DEFAULT, watch, GLib.IOCondition.IN, lambda number, _: ended.append(number) or note()
+        )
     wait_until(lambda: len(ended) == len(watches), lambda: f"{len(watches) - len(ended)} processes end")
 
 
