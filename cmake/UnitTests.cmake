@@ -1,7 +1,5 @@
 if(CMAKE_CXX_FLAGS MATCHES "libc\\+\\+" AND NOT APPLE) # the installed one is built with the other standard library
     add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
-    add_library(GTest::gtest ALIAS gtest)
-    add_library(GTest::gmock ALIAS gmock)
 else()
     find_package(GTest QUIET)
 endif()
