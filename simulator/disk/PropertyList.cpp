@@ -1,18 +1,101 @@
 #include "simulator/disk/PropertyList.h"
 
-#include "simulator/disk/BinaryList.h"
-
 #include <plist/plist.h>
 
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
+#include <stdexcept>
+#include <string_view>
 
 namespace simulator {
 
 namespace {
 
 constexpr int deepest = 64;
+constexpr std::uintmax_t longest = 1048576;
+
+/// A binary list. In this format a value may stand in many places: a few bytes may stand for more levels than any stack
+/// has room for, and for more values and more text than any memory.
+class BinaryList {
+public:
+    explicit BinaryList(std::string_view bytes) : bytes_{bytes} {}
+
+    /// Whether libplist survives it: its values are few, small and not deep, each counted wherever it stands, and no
+    /// key holds a character that is none.
+    bool isModest() {
+        try {
+            const std::uint64_t trailer = std::uint64_t{bytes_.size()} - 32;
+            offsetSize_ = number(trailer + 6, 1);
+            referenceSize_ = number(trailer + 7, 1);
+            table_ = number(trailer + 24, 8);
+            return isModest(number(trailer + 16, 8), 0, false);
+        } catch (const std::out_of_range&) {
+            return false;
+        }
+    }
+
+private:
+    enum Kind : std::uint64_t { simple = 0x0, wideText = 0x6, list = 0xa, set = 0xc, dictionary = 0xd };
+
+    struct Value {
+        std::uint64_t kind = 0;
+        std::uint64_t length = 0;
+        /// Where its contents begin.
+        std::uint64_t contents = 0;
+    };
+
+    /// Throws std::out_of_range where it is not all there.
+    std::uint64_t number(std::uint64_t offset, std::uint64_t size) const {
+        std::uint64_t number = 0;
+        for (std::uint64_t i = 0; i < size; ++i)
+            number = number << 8U | static_cast<unsigned char>(bytes_.at(offset + i));
+        return number;
+    }
+
+    Value valueAt(std::uint64_t offset) const {
+        constexpr std::uint64_t lengthFollows = 15;
+        const std::uint64_t marker = number(offset, 1);
+        const Value value{marker >> 4U, marker & 15U, offset + 1};
+        if (value.kind == simple || value.length != lengthFollows) return value;
+        const std::uint64_t size = 1U << (number(value.contents, 1) & 3U);
+        return {value.kind, number(value.contents + 1, size), value.contents + 1 + size};
+    }
+
+    bool isModest(std::uint64_t place, int depth, bool isKey) {
+        const Value value = valueAt(number(table_ + place * offsetSize_, offsetSize_));
+        const std::uint64_t width = value.kind == wideText ? 2 : 1;
+        const std::uint64_t cost = 64 + value.length * width;
+        if (value.length > bytes_.size() || depth > deepest || cost > left_) return false;
+        left_ -= cost;
+        for (std::uint64_t i = 0; isKey && i < value.length; ++i) {
+            if (number(value.contents + i * width, width) == 0) return false;
+        }
+        return areModest(value, depth + 1);
+    }
+
+    /// What it refers to: the keys of a dictionary stand before its values.
+    bool areModest(const Value& value, int depth) {
+        const std::uint64_t keys = value.kind == dictionary ? value.length : 0;
+        const bool isList = value.kind == list || value.kind == set;
+        const std::uint64_t references = isList ? value.length : 2 * keys;
+        for (std::uint64_t i = 0; i < references; ++i) {
+            const std::uint64_t place = number(value.contents + i * referenceSize_, referenceSize_);
+            if (!isModest(place, depth, i < keys)) return false;
+        }
+        return true;
+    }
+
+    std::string_view bytes_;
+    std::uint64_t offsetSize_ = 0;
+    std::uint64_t referenceSize_ = 0;
+    std::uint64_t table_ = 0;
+    /// About as many bytes of memory as it may still take.
+    std::uint64_t left_ = 64 * 1048576;
+};
 
 struct FreeNode {
     void operator()(void* node) const { plist_free(node); }
@@ -111,7 +194,7 @@ std::optional<PropertyList> PropertyList::parse(const std::string& bytes) {
     plist_t root = nullptr;
     const auto length = static_cast<std::uint32_t>(bytes.size());
     if (plist_is_binary(bytes.data(), length)) {
-        if (!isModestBinaryList(bytes, deepest)) return std::nullopt;
+        if (!BinaryList{bytes}.isModest()) return std::nullopt;
         plist_from_bin(bytes.data(), length, &root);
     } else {
         plist_from_xml(bytes.data(), length, &root);
@@ -119,6 +202,14 @@ std::optional<PropertyList> PropertyList::parse(const std::string& bytes) {
     const Node owner{root};
     if (!root) return std::nullopt;
     return valueOf(root, 0);
+}
+
+std::optional<PropertyList> PropertyList::read(const std::string& file) {
+    std::error_code problem;
+    if (!std::filesystem::is_regular_file(file, problem)) return std::nullopt;
+    if (std::filesystem::file_size(file, problem) > longest || problem) return std::nullopt;
+    std::ifstream stream{file, std::ios::binary};
+    return parse({std::istreambuf_iterator<char>{stream}, {}});
 }
 
 std::string PropertyList::toXml() const {
@@ -130,28 +221,9 @@ std::string PropertyList::toXml() const {
     return {text, length};
 }
 
-bool PropertyList::isTrue() const {
-    const bool* const truth = std::get_if<bool>(&value_);
-    return truth && *truth;
-}
-
 const std::string& PropertyList::text() const {
-    static const std::string none;
-    if (const auto* const integer = std::get_if<Integer>(&value_)) return integer->text;
-    const auto* const text = std::get_if<std::string>(&value_);
-    return text ? *text : none;
-}
-
-const PropertyList::Array& PropertyList::array() const {
-    static const Array none;
-    const auto* const array = std::get_if<Array>(&value_);
-    return array ? *array : none;
-}
-
-const PropertyList::Dictionary& PropertyList::dictionary() const {
-    static const Dictionary none;
-    const auto* const dictionary = std::get_if<Dictionary>(&value_);
-    return dictionary ? *dictionary : none;
+    const auto* const integer = std::get_if<Integer>(&value_);
+    return integer ? integer->text : as<std::string>();
 }
 
 const PropertyList& PropertyList::operator[](const std::string& key) const {

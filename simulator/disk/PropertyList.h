@@ -27,8 +27,10 @@ public:
     /// No text literal is to be taken for a truth.
     PropertyList(const char* text) : value_{std::string{text}} {}
 
-    /// Of an XML or binary property list; nothing if it is neither.
+    /// Of an XML or binary property list; nothing if it is neither. Whatever lies deeper than 64 levels is nothing.
     static std::optional<PropertyList> parse(const std::string& bytes);
+    /// Of a file; nothing if it is no regular file, or of more than a megabyte.
+    static std::optional<PropertyList> read(const std::string& file);
     /// As XML.
     std::string toXml() const;
 
@@ -42,17 +44,24 @@ public:
     /// An integer is none.
     bool isText() const { return std::holds_alternative<std::string>(value_); }
     bool isTruth() const { return std::holds_alternative<bool>(value_); }
-    bool isTrue() const;
+    bool isTrue() const { return as<bool>(); }
     /// Empty where there is none of that kind; an integer's is its decimal text.
     const std::string& text() const;
-    const Array& array() const;
-    const Dictionary& dictionary() const;
+    const Array& array() const { return as<Array>(); }
+    const Dictionary& dictionary() const { return as<Dictionary>(); }
     /// The value for a key; one that is nothing where there is none.
     const PropertyList& operator[](const std::string& key) const;
     /// The texts in a list; the text itself where it is one.
     std::vector<std::string> texts() const;
 
 private:
+    template <typename Value>
+    const Value& as() const {
+        static const Value none{};
+        const auto* const value = std::get_if<Value>(&value_);
+        return value ? *value : none;
+    }
+
     std::variant<std::monostate, std::string, Integer, bool, Array, Dictionary> value_;
 };
 

@@ -1,7 +1,5 @@
 #include "simulator/disk/RealDisk.h"
 
-#include "simulator/disk/BundleContents.h"
-#include "simulator/disk/PropertyListFile.h"
 #include "simulator/disk/Seal.h"
 
 #include <QDir>
@@ -58,7 +56,7 @@ ExtensionOnDisk readExtension(const QFileInfo& folder) {
     const std::string path = folder.filePath().toStdString();
     ExtensionOnDisk extension;
     extension.fileName = folder.fileName().toStdString();
-    readInfo(extension, readPropertyList(contentsOf(path) + "/Info.plist").value_or(PropertyList{}), folder);
+    readInfo(extension, PropertyList::read(contentsOf(path) + "/Info.plist").value_or(PropertyList{}), folder);
     readSealOf(extension, path);
     return extension;
 }
@@ -71,7 +69,7 @@ QFileInfoList foldersIn(const std::string& path) {
 
 std::optional<BundleOnDisk> RealDisk::read(const std::string& bundle) const {
     if (!QFileInfo{QString::fromStdString(bundle + "/Contents")}.isDir()) return std::nullopt;
-    const PropertyList info = readPropertyList(bundle + "/Contents/Info.plist").value_or(PropertyList{});
+    const PropertyList info = PropertyList::read(bundle + "/Contents/Info.plist").value_or(PropertyList{});
     BundleOnDisk found;
     found.path = bundle;
     found.identifier = info["CFBundleIdentifier"].text();

@@ -1,67 +1,29 @@
 #include "simulator/disk/Seal.h"
 
-#include "simulator/disk/BundleContents.h"
-#include "simulator/disk/PropertyListFile.h"
-#include "simulator/disk/RegularFile.h"
-
-#include <QCryptographicHash>
-#include <QDirIterator>
 #include <QFile>
 #include <QSaveFile>
 
-#include <filesystem>
 #include <system_error>
 
 namespace simulator {
 
 namespace {
 
-constexpr auto everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+namespace fs = std::filesystem;
 
-std::string sealFileOf(const std::string& bundle) {
-    return contentsOf(bundle) + "/_SimulatedSignature.plist";
-}
-
-/// A link to one is none.
-bool isFolder(const QFileInfo& file) {
-    return file.isDir() && !file.isSymLink();
-}
-
-/// As the link itself says it, which holds wherever the bundle is moved to.
-std::optional<std::string> targetOf(const QFileInfo& link) {
-    std::error_code problem;
-    const auto target = std::filesystem::read_symlink(QFile::encodeName(link.filePath()).toStdString(), problem);
-    if (problem) return std::nullopt;
-    return target.string();
-}
-
-std::string hexOf(const QCryptographicHash& hash) {
-    return hash.result().toHex().toStdString();
-}
-
-std::optional<std::string> digestOfLink(const QFileInfo& link) {
-    const auto target = targetOf(link);
-    if (!target) return std::nullopt;
-    QCryptographicHash hash{QCryptographicHash::Sha256};
-    hash.addData(QByteArray::fromStdString(*target));
-    return "link " + hexOf(hash);
-}
-
-std::optional<std::string> digestOfFile(const QFileInfo& file) {
-    QCryptographicHash hash{QCryptographicHash::Sha256};
-    QFile contents;
-    if (!openRegularFile(contents, file.filePath()) || !hash.addData(&contents)) return std::nullopt;
-    return hexOf(hash);
-}
-
-std::optional<std::string> digestOf(const QFileInfo& file) {
-    return file.isSymLink() ? digestOfLink(file) : digestOfFile(file);
-}
+constexpr std::size_t pieceSize = 1048576;
+constexpr auto sealFile = "_SimulatedSignature.plist";
 
 } // namespace
 
+std::string contentsOf(const std::string& bundle) {
+    std::error_code none;
+    const std::string contents = bundle + "/Contents";
+    return fs::is_directory(contents, none) ? contents : bundle;
+}
+
 std::optional<Seal> readSeal(const std::string& bundle) {
-    const auto list = readPropertyList(sealFileOf(bundle));
+    const auto list = PropertyList::read(contentsOf(bundle) + '/' + sealFile);
     if (!list || !list->isDictionary()) return std::nullopt;
     Seal seal;
     seal.team = (*list)["team"].text();
@@ -77,24 +39,67 @@ std::string writeSeal(const std::string& bundle, const Seal& seal) {
         files[path] = digest;
     const PropertyList list{
         PropertyList::Dictionary{{"team", seal.team}, {"entitlements", seal.entitlements}, {"files", files}}};
-    QSaveFile file{QString::fromStdString(sealFileOf(bundle))};
+    QSaveFile file{QString::fromStdString(contentsOf(bundle) + '/' + sealFile)};
     const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(QByteArray::fromStdString(list.toXml())) >= 0;
     return isWritten && file.commit() ? std::string{} : file.errorString().toStdString();
 }
 
-std::optional<std::map<std::string, std::string>> digestsOf(const std::string& bundle) {
-    const QDir root{QFileInfo{QString::fromStdString(bundle)}.absoluteFilePath()};
-    const QString seal = root.relativeFilePath(QString::fromStdString(sealFileOf(root.path().toStdString())));
-    std::map<std::string, std::string> digests;
-    QDirIterator files{root.path(), everything, QDirIterator::Subdirectories};
-    while (files.hasNext()) {
-        const QString name = root.relativeFilePath(files.next());
-        if (isFolder(files.fileInfo()) || name == seal) continue;
-        auto digest = digestOf(files.fileInfo());
-        if (!digest) return std::nullopt;
-        digests[name.toStdString()] = std::move(*digest);
+Digestion::Digestion(const std::string& bundle) {
+    std::error_code problem;
+    bundle_ = fs::canonical(bundle, problem);
+    seal_ = fs::path{contentsOf(bundle_)} / sealFile;
+    if (!problem) next_ = fs::recursive_directory_iterator{bundle_, problem};
+    if (problem) giveUp();
+}
+
+/// A file counts as a piece of its own however small it is, but so does a folder, and a link.
+bool Digestion::goOn() {
+    try {
+        if (file_.is_open()) {
+            read();
+        } else if (next_ != fs::recursive_directory_iterator{}) {
+            begin(*next_++);
+        }
+    } catch (const fs::filesystem_error&) {
+        giveUp();
     }
-    return digests;
+    return file_.is_open() || next_ != fs::recursive_directory_iterator{};
+}
+
+void Digestion::begin(const fs::directory_entry& entry) {
+    name_ = entry.path().lexically_relative(bundle_);
+    hash_.reset();
+    if (entry.is_symlink()) {
+        hash_.addData(QByteArray::fromStdString(fs::read_symlink(entry.path())));
+        digests_->emplace(name_, "link " + hash_.result().toHex().toStdString());
+    } else if (entry.is_regular_file()) {
+        if (entry.path() != seal_) file_.open(entry.path(), std::ios::binary);
+    } else if (!entry.is_directory()) {
+        giveUp();
+    }
+}
+
+void Digestion::read() {
+    std::string piece(pieceSize, '\0');
+    file_.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+    hash_.addData(QByteArray::fromRawData(piece.data(), file_.gcount()));
+    if (file_) return;
+    if (file_.bad()) return giveUp();
+    digests_->emplace(name_, hash_.result().toHex().toStdString());
+    file_.close();
+}
+
+void Digestion::giveUp() {
+    digests_.reset();
+    file_.close();
+    next_ = {};
+}
+
+std::optional<Digests> digestsOf(const std::string& bundle) {
+    Digestion digestion{bundle};
+    while (digestion.goOn()) {
+    }
+    return digestion.digests();
 }
 
 } // namespace simulator

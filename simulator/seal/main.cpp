@@ -1,4 +1,3 @@
-#include "simulator/disk/BundleContents.h"
 #include "simulator/disk/Seal.h"
 
 #include <QCommandLineParser>
