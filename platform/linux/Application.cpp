@@ -1,11 +1,11 @@
 #include "platform/Application.h"
 
 #include "platform/Bundle.h"
+#include "platform/linux/Appearance.h"
 #include "platform/linux/ImageStore.h"
-#include "platform/linux/LightAppearance.h"
 #include "platform/linux/MainWindow.h"
-#include "platform/linux/QtMetrics.h"
 #include "platform/linux/SceneAccessibility.h"
+#include "platform/linux/ScenePainter.h"
 #include "platform/posix/StandardStreams.h"
 #include "platform/ui/SceneHost.h"
 

@@ -1,7 +1,5 @@
 #include "platform/linux/ImageStore.h"
 
-#include "platform/linux/Conversions.h"
-
 #include <QFileInfo>
 #include <QPainter>
 
@@ -43,7 +41,7 @@ ImageStore::ImageStore(QString folder) : folder_{std::move(folder)} {
 }
 
 QSvgRenderer* ImageStore::drawing(const ui::ImageReference& image) const {
-    const QString name = toQString(image.name);
+    const QString name = QString::fromStdString(image.name);
     const auto known = drawings_.find(name);
     if (known != drawings_.end()) return known->second.get();
     return drawings_.emplace(name, read(folder_ + QLatin1Char{'/'} + name + QLatin1String{".svg"})).first->second.get();
@@ -57,7 +55,8 @@ QSizeF ImageStore::size(const ui::ImageReference& image) const {
 QImage ImageStore::image(const ui::ImageReference& image, const QSize pixels, const QColor& tint) const {
     QSvgRenderer* found = pixels.isEmpty() ? nullptr : drawing(image);
     if (!found) return {};
-    const Key key{toQString(image.name), pixels.width(), pixels.height(), isSymbol(image) ? tint.rgba() : QRgb{}};
+    const Key key{QString::fromStdString(image.name), pixels.width(), pixels.height(),
+                  isSymbol(image) ? tint.rgba() : QRgb{}};
     if (const auto known = rendered_.find(key); known != rendered_.end()) return known->second;
     if (rendered_.size() >= mostRendered) rendered_.clear();
     QImage result = render(*found, pixels);

@@ -1,7 +1,7 @@
 #include "platform/linux/MainWindow.h"
 
+#include "platform/linux/Appearance.h"
 #include "platform/linux/ImageStore.h"
-#include "platform/linux/LightAppearance.h"
 
 #include <QIcon>
 #include <QPixmap>

@@ -1,9 +1,8 @@
 #include "platform/linux/MenuPopup.h"
 
-#include "platform/linux/AccessibilityEvents.h"
-#include "platform/linux/Conversions.h"
+#include "platform/linux/Appearance.h"
 #include "platform/linux/ImageStore.h"
-#include "platform/linux/LightAppearance.h"
+#include "platform/linux/SceneAccessibility.h"
 #include "platform/linux/SceneControl.h"
 
 #include <cmath>
@@ -22,14 +21,16 @@ QString withoutMnemonics(QString title) {
 
 MenuPopup::MenuPopup(SceneControl& opener, const std::vector<ui::MenuItem>& items, const ImageStore& images)
     : QMenu{&opener}, opener_{opener} {
+    setAttribute(Qt::WA_DeleteOnClose);
     useLightAppearance(*this);
     for (const ui::MenuItem& item : items)
         add(item, images);
 }
 
 void MenuPopup::add(const ui::MenuItem& item, const ImageStore& images) {
-    QAction* const action = addAction(menuIcon(item.image, images), withoutMnemonics(toQString(item.title)));
-    action->setData(toQString(item.title));
+    const auto title = QString::fromStdString(item.title);
+    QAction* const action = addAction(menuIcon(item.image, images), withoutMnemonics(title));
+    action->setData(title);
     action->setIconVisibleInMenu(true);
     connect(action, &QAction::triggered, this, [run = item.action.run] {
         // A copy: the handler may end the menu.
@@ -46,11 +47,11 @@ void MenuPopup::choose(QAction& action) {
 void MenuPopup::showEvent(QShowEvent* event) {
     QMenu::showEvent(event);
     // To assistive technology the menu is a child of the control, there while it is open.
-    tellAccessibility(this, QAccessible::ObjectCreated);
+    tellAccessibility(*this, QAccessible::ObjectCreated);
 }
 
 void MenuPopup::hideEvent(QHideEvent* event) {
-    tellAccessibility(this, QAccessible::ObjectDestroyed);
+    tellAccessibility(*this, QAccessible::ObjectDestroyed);
     QMenu::hideEvent(event);
 }
 

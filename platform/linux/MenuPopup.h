@@ -9,7 +9,8 @@ namespace platform {
 class ImageStore;
 class SceneControl;
 
-/// An open menu of a control's items, with the handlers that they had when it was made.
+/// An open menu of a control's items, with the handlers that they had when it was made. Its opener owns it, and the
+/// main loop deletes it after it was closed.
 class MenuPopup : public QMenu {
 public:
     MenuPopup(SceneControl& opener, const std::vector<ui::MenuItem>& items, const ImageStore& images);

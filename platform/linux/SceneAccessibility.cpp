@@ -1,27 +1,28 @@
 #include "platform/linux/SceneAccessibility.h"
 
-#include "platform/linux/Conversions.h"
+#include "platform/linux/Appearance.h"
 #include "platform/linux/MainWindow.h"
+#include "platform/linux/MenuPopup.h"
 #include "platform/linux/SceneCanvas.h"
-#include "platform/linux/SceneElement.h"
-#include "platform/linux/SceneMenu.h"
+#include "platform/linux/SceneControl.h"
+#include "platform/ui/Painting.h"
 
-#include <QAccessible>
 #include <QAccessibleWidget>
 #include <QAction>
-#include <QWidget>
 
 #include <algorithm>
-#include <memory>
+#include <utility>
 
 namespace platform {
 
 namespace {
 
-class AccessibleWindow : public QAccessibleWidget {
-public:
-    explicit AccessibleWindow(MainWindow& window) : QAccessibleWidget{&window, QAccessible::Window} {}
-};
+/// Where on the screen assistive technology finds `rect`, given in the points of `widget`.
+QRect toScreen(const QWidget& widget, const QRectF& rect) {
+    const QPointF origin = widget.mapToGlobal(QPointF{});
+    const ui::Rect there{rect.x() + origin.x(), rect.y() + origin.y(), rect.width(), rect.height()};
+    return toQRectF(ui::PixelGrid{1}.snapped(there)).toRect();
+}
 
 class AccessibleCanvas : public QAccessibleWidget {
 public:
@@ -58,7 +59,7 @@ public:
     int childCount() const override { return 0; }
     QAccessibleInterface* child(int) const override { return nullptr; }
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
-    QRect rect() const override { return element_.screenRect(); }
+    QRect rect() const override { return toScreen(element_.canvas(), element_.rect()); }
     QAccessible::Role role() const override { return element_.role(); }
     QString text(const QAccessible::Text which) const override {
         return which == QAccessible::Name ? element_.name() : QString{};
@@ -80,30 +81,32 @@ public:
     explicit AccessibleControl(SceneControl& control)
         : QAccessibleWidget{&control, QAccessible::Button}, control_{control} {}
 
-    int childCount() const override { return openMenu() ? 1 : 0; }
+    int childCount() const override { return control_.openMenu() ? 1 : 0; }
     QAccessibleInterface* child(const int index) const override {
-        return index == 0 ? QAccessible::queryAccessibleInterface(openMenu()) : nullptr;
+        return index == 0 ? QAccessible::queryAccessibleInterface(control_.openMenu()) : nullptr;
     }
     int indexOfChild(const QAccessibleInterface* child) const override {
-        return child && openMenu() && child->object() == openMenu() ? 0 : -1;
+        const MenuPopup* menu = control_.openMenu();
+        return child && menu && child->object() == menu ? 0 : -1;
     }
-    QAccessible::Role role() const override { return menu() ? QAccessible::ButtonMenu : QAccessible::Button; }
+    QAccessible::Role role() const override {
+        return control_.isMenu() ? QAccessible::ButtonMenu : QAccessible::Button;
+    }
     QString text(const QAccessible::Text which) const override {
-        return which == QAccessible::Name ? toQString(control_.control().accessibleName) : QString{};
+        return which == QAccessible::Name ? QString::fromStdString(control_.control().accessibleName) : QString{};
     }
     QRect rect() const override { return toScreen(*control_.parentWidget(), toQRectF(control_.control().rect)); }
     QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
-        const bool isMenu = menu() != nullptr;
-        state.hasPopup = isMenu;
-        state.expandable = isMenu;
-        state.expanded = isMenu && openMenu();
-        state.collapsed = isMenu && !openMenu();
+        state.hasPopup = control_.isMenu();
+        state.expandable = control_.isMenu();
+        state.expanded = control_.openMenu() != nullptr;
+        state.collapsed = control_.isMenu() && !control_.openMenu();
         return state;
     }
     QStringList actionNames() const override {
         QStringList names{pressAction()};
-        if (menu()) names << showMenuAction();
+        if (control_.isMenu()) names << showMenuAction();
         return names << setFocusAction();
     }
     void doAction(const QString& name) override {
@@ -114,9 +117,6 @@ public:
     }
 
 private:
-    QObject* openMenu() const { return menu() ? menu()->openMenu() : nullptr; }
-    const SceneMenu* menu() const { return dynamic_cast<const SceneMenu*>(&control_); }
-
     SceneControl& control_;
 };
 
@@ -134,7 +134,7 @@ public:
         return child ? static_cast<int>(menu_.actions().indexOf(qobject_cast<QAction*>(child->object()))) : -1;
     }
     QString text(const QAccessible::Text which) const override {
-        return which == QAccessible::Name ? toQString(menu_.opener().control().accessibleName) : QString{};
+        return which == QAccessible::Name ? QString::fromStdString(menu_.opener().control().accessibleName) : QString{};
     }
 
 private:
@@ -178,22 +178,15 @@ private:
     MenuPopup& menu_;
 };
 
-/// The caller owns what it gets.
 QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
-    if (auto* canvas = dynamic_cast<SceneCanvas*>(object)) return std::make_unique<AccessibleCanvas>(*canvas).release();
-    if (auto* element = dynamic_cast<SceneElement*>(object)) {
-        return std::make_unique<AccessibleElement>(*element).release();
-    }
-    if (auto* control = dynamic_cast<SceneControl*>(object)) {
-        return std::make_unique<AccessibleControl>(*control).release();
-    }
-    if (auto* menu = dynamic_cast<MenuPopup*>(object)) return std::make_unique<AccessibleMenu>(*menu).release();
+    if (auto* window = dynamic_cast<MainWindow*>(object)) return new QAccessibleWidget{window, QAccessible::Window};
+    if (auto* canvas = dynamic_cast<SceneCanvas*>(object)) return new AccessibleCanvas{*canvas};
+    if (auto* element = dynamic_cast<SceneElement*>(object)) return new AccessibleElement{*element};
+    if (auto* control = dynamic_cast<SceneControl*>(object)) return new AccessibleControl{*control};
+    if (auto* menu = dynamic_cast<MenuPopup*>(object)) return new AccessibleMenu{*menu};
     if (auto* action = dynamic_cast<QAction*>(object)) {
-        if (auto* menu = dynamic_cast<MenuPopup*>(action->parent())) {
-            return std::make_unique<AccessibleMenuItem>(*action, *menu).release();
-        }
+        if (auto* menu = dynamic_cast<MenuPopup*>(action->parent())) return new AccessibleMenuItem{*action, *menu};
     }
-    if (auto* window = dynamic_cast<MainWindow*>(object)) return std::make_unique<AccessibleWindow>(*window).release();
     return nullptr;
 }
 
@@ -205,6 +198,23 @@ SceneAccessibility::SceneAccessibility() {
 
 SceneAccessibility::~SceneAccessibility() {
     QAccessible::removeFactory(interfaceOf);
+}
+
+void SceneElement::follow(const QAccessible::Role role, const std::string& name, const ui::Rect& rect) {
+    const bool isNew = std::exchange(role_, role) == QAccessible::NoRole;
+    rect_ = toQRectF(rect);
+    const auto before = std::exchange(name_, QString::fromStdString(name));
+    if (isNew || name_ == before) return;
+    tellAccessibility(*this, QAccessible::NameChanged);
+    if (role_ != QAccessible::Notification) return;
+    // Screen readers speak a notification when it comes into view.
+    tellAccessibility(*this, QAccessible::Alert);
+    tellAccessibility(*this, QAccessible::ObjectShow);
+}
+
+void tellAccessibility(QObject& object, const QAccessible::Event type) {
+    QAccessibleEvent event{&object, type};
+    QAccessible::updateAccessibility(&event);
 }
 
 } // namespace platform

@@ -1,7 +1,8 @@
 #include "platform/linux/SceneCanvas.h"
 
-#include "platform/linux/AccessibilityEvents.h"
-#include "platform/linux/Conversions.h"
+#include "platform/linux/Appearance.h"
+#include "platform/linux/SceneAccessibility.h"
+#include "platform/linux/SceneControl.h"
 #include "platform/linux/ScenePainter.h"
 #include "platform/ui/Interaction.h"
 
@@ -14,38 +15,17 @@ namespace platform {
 
 namespace {
 
-/// What assistive technology sees of a node that is no control.
-struct Spoken {
-    SceneElement::Kind kind;
-    QString name;
-    QRectF rect;
-};
-
-/// Calls `control`, or `spoken`, for each node that has a voice, in reading order.
-template <typename ControlSeen, typename SpokenSeen>
-void read(const std::vector<ui::SceneNode>& nodes, const ControlSeen& control, const SpokenSeen& spoken) {
-    for (const ui::SceneNode& node : nodes) {
-        if (const auto* found = std::get_if<ui::Control>(&node.value)) control(*found);
-        if (const auto* clip = std::get_if<ui::Clip>(&node.value)) read(clip->content, control, spoken);
-        if (const auto* text = std::get_if<ui::TextRun>(&node.value)) {
-            const auto kind = text->announced ? SceneElement::Kind::announcedText : SceneElement::Kind::text;
-            spoken(Spoken{kind, toQString(text->text), toQRectF(text->rect)});
-        }
-        if (const auto* image = std::get_if<ui::ImageRun>(&node.value); image && !image->accessibleName.empty()) {
-            spoken(Spoken{SceneElement::Kind::image, toQString(image->accessibleName), toQRectF(image->rect)});
-        }
-    }
+/// `same` as what it is, or a new child of the canvas.
+template <typename Child, typename... Arguments>
+Child& childFor(QObject* const same, Arguments&... arguments) {
+    return same ? *static_cast<Child*>(same) : *new Child{arguments...};
 }
 
-/// Tells assistive technology, which remembers what it has seen, which objects came and which go.
-void tellChanges(const std::vector<QObject*>& before, const std::vector<QObject*>& after) {
-    const auto contains = [](const std::vector<QObject*>& objects, const QObject* object) {
-        return std::find(objects.begin(), objects.end(), object) != objects.end();
-    };
-    for (QObject* object : before)
-        if (!contains(after, object)) tellAccessibility(object, QAccessible::ObjectDestroyed);
-    for (QObject* object : after)
-        if (!contains(before, object)) tellAccessibility(object, QAccessible::ObjectCreated);
+void dismiss(QObject& child) {
+    tellAccessibility(child, QAccessible::ObjectDestroyed);
+    if (auto* control = dynamic_cast<SceneControl*>(&child)) control->dismiss();
+    // An event of its own may be what brought the new scene.
+    child.deleteLater();
 }
 
 bool isByKeyboard(const Qt::FocusReason reason) {
@@ -60,73 +40,67 @@ SceneCanvas::SceneCanvas(QWidget& window, const ImageStore& images) : QWidget{&w
 }
 
 void SceneCanvas::present(const ui::Scene& scene) {
+    const SceneControl* const focused = focusedControl();
     const ui::Scene before = std::exchange(scene_, scene);
-    followControls(before);
-    followElements();
+    const auto predecessors = ui::predecessors(before, scene_);
+    const auto gone = followReadingOrder(predecessors);
+    if (focused) moveFocus(before, *focused);
+    for (QObject* child : gone)
+        dismiss(*child);
+    for (std::size_t index = 0; index < readingOrder_.size(); ++index)
+        if (!predecessors[index]) tellAccessibility(*readingOrder_[index], QAccessible::ObjectCreated);
     if (scene_ != before) update();
 }
 
-void SceneCanvas::followControls(const ui::Scene& before) {
-    const SceneControl* focused = focusedControl();
-    Controls followed;
-    for (const ui::Control* control : ui::controlsOf(scene_)) {
-        followed.push_back(takeControl(*control));
-        followed.back()->follow(*control, toQRectF(ui::hitArea(scene_, *control)));
-        followed.back()->show();
+std::vector<QObject*> SceneCanvas::followReadingOrder(const Predecessors& predecessors) {
+    auto old = std::exchange(readingOrder_, {});
+    for (const ui::Readable& readable : ui::readingOrder(scene_)) {
+        const auto predecessor = predecessors[readingOrder_.size()];
+        QObject* const same = predecessor ? std::exchange(old[*predecessor], nullptr) : nullptr;
+        readingOrder_.push_back(std::visit([&](const auto* member) { return follow(*member, same); }, readable));
     }
-    const Controls gone = std::exchange(controls_, std::move(followed));
-    if (focused) moveFocus(before, *focused);
-    for (const auto& control : gone)
-        if (control) control->dismiss();
+    std::erase(old, nullptr);
+    return old;
 }
 
-DeletedLater<SceneControl> SceneCanvas::takeControl(const ui::Control& control) {
-    const auto same = std::find_if(controls_.begin(), controls_.end(), [&](const auto& candidate) {
-        return candidate && candidate->control().place == control.place &&
-               candidate->control().kind.index() == control.kind.index();
-    });
-    if (same != controls_.end()) return std::move(*same);
-    auto made = SceneControl::make(control, *this, images_);
-    made->installEventFilter(this);
-    return made;
+QObject* SceneCanvas::follow(const ui::TextRun& text, QObject* const same) {
+    auto& element = childFor<SceneElement>(same, *this);
+    element.follow(text.announced ? QAccessible::Notification : QAccessible::StaticText, text.text, text.rect);
+    return &element;
+}
+
+QObject* SceneCanvas::follow(const ui::ImageRun& image, QObject* const same) {
+    auto& element = childFor<SceneElement>(same, *this);
+    element.follow(QAccessible::Graphic, image.accessibleName, image.rect);
+    return &element;
+}
+
+QObject* SceneCanvas::follow(const ui::Control& control, QObject* const same) {
+    auto& native = childFor<SceneControl>(same, *this, images_);
+    if (!same) native.installEventFilter(this);
+    native.follow(control, ui::hitArea(scene_, control));
+    native.show();
+    return &native;
 }
 
 void SceneCanvas::moveFocus(const ui::Scene& before, const SceneControl& focused) {
     const auto place = ui::focusAfter(before, scene_, focused.control().place);
-    const auto heir = std::find_if(controls_.begin(), controls_.end(),
-                                   [&](const auto& control) { return place && control->control().place == *place; });
-    if (heir == controls_.end()) return setFocus(Qt::OtherFocusReason);
-    if (heir->get() != &focused) (*heir)->setFocus(Qt::OtherFocusReason);
+    const auto all = controls();
+    const auto heir =
+        std::find_if(all.begin(), all.end(), [&](const auto* control) { return control->control().place == place; });
+    if (heir == all.end()) return setFocus(Qt::OtherFocusReason);
+    if (*heir != &focused) (*heir)->setFocus(Qt::OtherFocusReason);
+}
+
+std::vector<SceneControl*> SceneCanvas::controls() const {
+    std::vector<SceneControl*> found;
+    for (QObject* child : readingOrder_)
+        if (auto* control = dynamic_cast<SceneControl*>(child)) found.push_back(control);
+    return found;
 }
 
 SceneControl* SceneCanvas::focusedControl() const {
-    const QWidget* focused = window()->focusWidget();
-    const auto found =
-        std::find_if(controls_.begin(), controls_.end(), [&](const auto& control) { return control.get() == focused; });
-    return found == controls_.end() ? nullptr : found->get();
-}
-
-void SceneCanvas::followElements() {
-    const std::vector<QObject*> before = std::exchange(readingOrder_, {});
-    std::size_t texts = 0;
-    std::size_t images = 0;
-    const auto follow = [this](Elements& elements, const std::size_t index, const Spoken& spoken) {
-        if (index == elements.size()) elements.push_back(std::make_unique<SceneElement>(*this));
-        elements[index]->follow(spoken.kind, spoken.name, spoken.rect);
-        readingOrder_.push_back(elements[index].get());
-    };
-    auto control = controls_.begin();
-    read(
-        scene_.nodes, [&](const ui::Control&) { readingOrder_.push_back((control++)->get()); },
-        [&](const Spoken& spoken) {
-            if (spoken.kind == SceneElement::Kind::image)
-                follow(imageElements_, images++, spoken);
-            else
-                follow(texts_, texts++, spoken);
-        });
-    tellChanges(before, readingOrder_);
-    texts_.resize(texts);
-    imageElements_.resize(images);
+    return dynamic_cast<SceneControl*>(window()->focusWidget());
 }
 
 bool SceneCanvas::eventFilter(QObject* object, QEvent* event) {
@@ -140,15 +114,13 @@ bool SceneCanvas::eventFilter(QObject* object, QEvent* event) {
 }
 
 bool SceneCanvas::focusNextPrevChild(const bool next) {
-    if (controls_.empty()) return false;
-    const SceneControl* focused = focusedControl();
-    const auto at =
-        std::find_if(controls_.begin(), controls_.end(), [&](const auto& control) { return control.get() == focused; });
-    const std::size_t count = controls_.size();
-    const auto index = static_cast<std::size_t>(at - controls_.begin());
-    const std::size_t forwards = focused ? (index + 1) % count : 0;
-    const std::size_t backwards = focused ? (index + count - 1) % count : count - 1;
-    controls_[next ? forwards : backwards]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    const auto all = controls();
+    const std::size_t count = all.size();
+    if (count == 0) return false;
+    // Focus that is on no control comes in at either end.
+    const auto index = static_cast<std::size_t>(std::find(all.begin(), all.end(), focusedControl()) - all.begin());
+    const std::size_t target = next ? std::min(index + 1, count) % count : (index + count - 1) % count;
+    all[target]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }
 

@@ -1,41 +1,50 @@
 #pragma once
 
-#include "platform/linux/DeleteLater.h"
 #include "platform/ui/Scene.h"
 
 #include <QAbstractButton>
+#include <QPointer>
 #include <QRectF>
 
 namespace platform {
 
 class ImageStore;
+class MenuPopup;
 
 /// What a person or assistive technology presses: an invisible native control over what the canvas paints for a
 /// control of the scene. It lives as long as its place does and takes over the control of each new scene.
+///
+/// A button runs its action once for each press, counted when it is released inside. A menu opens on a press.
 class SceneControl : public QAbstractButton {
 public:
-    /// A button or a menu, by the control's role. `images` outlives it.
-    static DeletedLater<SceneControl> make(const ui::Control& control, QWidget& canvas, const ImageStore& images);
+    /// `images` outlives this.
+    SceneControl(QWidget& canvas, const ImageStore& images);
 
     /// Takes over the control's handlers, name and place. A press on `hitArea`, in the canvas's points, counts.
-    void follow(const ui::Control& control, const QRectF& hitArea);
+    void follow(const ui::Control& control, const ui::Rect& hitArea);
     /// The control's place is gone: hides it and ends what goes on with it.
-    virtual void dismiss();
-    /// What a press does.
-    virtual void activate() = 0;
+    void dismiss();
 
     const ui::Control& control() const { return control_; }
+    bool isMenu() const { return std::holds_alternative<ui::PullDownMenu>(control_.kind); }
+    /// The menu while it is open, else null.
+    MenuPopup* openMenu() const;
 
 protected:
-    explicit SceneControl(QWidget& canvas);
-
     bool hitButton(const QPoint& position) const override;
+    void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent*) override {}
 
 private:
+    /// What a press does that is not the mouse's on a menu: keys and assistive technology choose its first item.
+    void activate();
+    void open();
+
+    const ImageStore& images_;
     ui::Control control_;
     QRectF hitArea_;
+    QPointer<MenuPopup> popup_;
 };
 
 } // namespace platform

@@ -1,9 +1,7 @@
 #include "platform/linux/ScenePainter.h"
 
-#include "platform/linux/Conversions.h"
+#include "platform/linux/Appearance.h"
 #include "platform/linux/ImageStore.h"
-#include "platform/linux/LightAppearance.h"
-#include "platform/ui/Painting.h"
 
 #include <QFontMetricsF>
 #include <QPainterPath>
@@ -65,7 +63,7 @@ void ScenePainter::paint(const ui::Stroke& stroke) {
 void ScenePainter::paint(const ui::TextRun& run) {
     const QFont font = toQFont(run.font);
     const QFontMetricsF metrics{font};
-    const QString whole = toQString(run.text);
+    const QString whole = QString::fromStdString(run.text);
     const QString text = run.truncated ? metrics.elidedText(whole, Qt::ElideRight, run.rect.width) : whole;
     painter_.setFont(font);
     painter_.setPen(toQColor(run.color));
@@ -109,6 +107,16 @@ void ScenePainter::paintFocusRing(const ui::Control& control) {
     const ui::Outline ring = ui::outlineOf(look.shape, look.rect, grid_).grown(grid_.lineWidth(focusGap) + line / 2);
     const bool isRound = ring.shape != ui::ShapeKind::rectangle;
     painter_.strokePath(isRound ? pathOf(ring) : roundedRect(toQRectF(ring.rect), 4), QPen{accentColor, line});
+}
+
+ui::Size QtMetrics::textSize(const std::string& text, const ui::Font font) const {
+    const QFontMetricsF metrics{toQFont(font)};
+    return {metrics.horizontalAdvance(QString::fromStdString(text)), metrics.height()};
+}
+
+ui::Size QtMetrics::imageSize(const ui::ImageReference& image) const {
+    const QSizeF size = images_.size(image);
+    return {size.width(), size.height()};
 }
 
 } // namespace platform

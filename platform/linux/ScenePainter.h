@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ui/Metrics.h"
 #include "platform/ui/Painting.h"
 #include "platform/ui/Scene.h"
 
@@ -31,6 +32,19 @@ private:
     QPainter& painter_;
     const ImageStore& images_;
     ui::PixelGrid grid_;
+};
+
+/// Sizes of texts and images as the scene painter draws them.
+class QtMetrics : public ui::Metrics {
+public:
+    /// `images` outlives this.
+    explicit QtMetrics(const ImageStore& images) : images_{images} {}
+
+    ui::Size textSize(const std::string& text, ui::Font font) const override;
+    ui::Size imageSize(const ui::ImageReference& image) const override;
+
+private:
+    const ImageStore& images_;
 };
 
 } // namespace platform

@@ -1,6 +1,6 @@
-#include "platform/linux/QtMetrics.h"
+#include "platform/linux/ScenePainter.h"
 
-#include "platform/linux/Conversions.h"
+#include "platform/linux/Appearance.h"
 #include "tests/platform/linux/window/WindowTest.h"
 
 #include <QFontInfo>

@@ -1,6 +1,6 @@
 #include "tests/platform/linux/window/WindowTest.h"
 
-#include "platform/linux/SceneMenu.h"
+#include "platform/linux/SceneControl.h"
 
 #include <QTest>
 #include <QWindow>

@@ -1,4 +1,4 @@
-#include "platform/linux/QtMetrics.h"
+#include "platform/linux/ScenePainter.h"
 #include "platform/ui/SceneHost.h"
 #include "tests/platform/linux/window/WindowTest.h"
 #include "tests/support/FixedMetrics.h"

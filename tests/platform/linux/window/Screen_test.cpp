@@ -1,6 +1,6 @@
 #include "app/DriverManagerApp.h"
 
-#include "platform/linux/QtMetrics.h"
+#include "platform/linux/ScenePainter.h"
 #include "platform/ui/Interaction.h"
 #include "platform/ui/SceneHost.h"
 #include "tests/platform/linux/window/WindowTest.h"

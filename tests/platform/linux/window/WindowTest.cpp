@@ -1,9 +1,7 @@
 #include "tests/platform/linux/window/WindowTest.h"
 
-#include "platform/linux/LightAppearance.h"
-#include "platform/linux/SceneControl.h"
+#include "platform/linux/Appearance.h"
 
-#include <QMenu>
 #include <QTest>
 #include <QWindow>
 

@@ -3,11 +3,13 @@
 #include "platform/linux/ImageStore.h"
 #include "platform/linux/MainWindow.h"
 #include "platform/linux/SceneAccessibility.h"
+#include "platform/linux/SceneControl.h"
 #include "tests/platform/linux/window/SceneMaking.h"
 #include "tests/support/FakeServices.h"
 
 #include <QApplication>
 #include <QImage>
+#include <QMenu>
 
 #include <gtest/gtest.h>
 

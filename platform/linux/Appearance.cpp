@@ -1,12 +1,29 @@
-#include "platform/linux/Conversions.h"
+#include "platform/linux/Appearance.h"
 
 #include "platform/ui/Painting.h"
 
+#include <QApplication>
+#include <QPalette>
 #include <QWidget>
 
 #include <algorithm>
 
 namespace platform {
+
+namespace {
+
+QPalette lightPalette() {
+    const QColor ground = toQColor(ui::windowGround);
+    QPalette palette{Qt::black, ground,    Qt::white, QColor{160, 160, 160}, QColor{200, 200, 200}, Qt::black,
+                     Qt::white, Qt::white, ground};
+    palette.setColor(QPalette::Highlight, accentColor);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, toQColor(ui::Color::gray));
+    return palette;
+}
+
+} // namespace
 
 QColor toQColor(const ui::Color& color) {
     const auto component = [](const double value) { return static_cast<float>(std::clamp(value, 0.0, 1.0)); };
@@ -27,14 +44,13 @@ QRectF toQRectF(const ui::Rect& rect) {
     return {rect.x, rect.y, rect.width, rect.height};
 }
 
-QRect toScreen(const QWidget& widget, const QRectF& rect) {
-    const QPointF origin = widget.mapToGlobal(QPointF{});
-    const ui::Rect there{rect.x() + origin.x(), rect.y() + origin.y(), rect.width(), rect.height()};
-    return toQRectF(ui::PixelGrid{1}.snapped(there)).toRect();
+void chooseStyle() {
+    QApplication::setStyle(QStringLiteral("Fusion"));
 }
 
-QString toQString(const std::string& utf8) {
-    return QString::fromStdString(utf8);
+void useLightAppearance(QWidget& widget) {
+    widget.setPalette(lightPalette());
+    widget.setFont(toQFont(ui::Font::body));
 }
 
 } // namespace platform

@@ -6,13 +6,15 @@
 #include <QColor>
 #include <QFont>
 #include <QRectF>
-#include <QString>
-
-#include <string>
 
 class QWidget;
 
+// How things look: what a scene says, in Qt's words, and what it does not say.
+
 namespace platform {
+
+/// What has keyboard focus, and what is chosen in a menu.
+inline constexpr QColor accentColor{0, 103, 244};
 
 /// Components outside 0 to 1 become the nearest that can be shown.
 QColor toQColor(const ui::Color& color);
@@ -20,8 +22,10 @@ QColor toQColor(const ui::Color& color);
 /// a text is as wide when painted as it was measured, at any scale.
 QFont toQFont(ui::Font font);
 QRectF toQRectF(const ui::Rect& rect);
-/// Where on the screen assistive technology finds `rect`, given in the points of `widget`.
-QRect toScreen(const QWidget& widget, const QRectF& rect);
-QString toQString(const std::string& utf8);
+
+/// One style for every application that is made after the call, whatever the desktop's is.
+void chooseStyle();
+/// Light colors and the body font for a top-level widget and what is in it, whatever the desktop's are.
+void useLightAppearance(QWidget& widget);
 
 } // namespace platform
