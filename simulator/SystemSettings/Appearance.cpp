@@ -1,77 +1,122 @@
 #include "simulator/SystemSettings/Appearance.h"
 
-#include "simulator/SystemSettings/Roles.h"
-
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QApplication>
-#include <QLabel>
+#include <QFile>
+#include <QHash>
+#include <QKeyEvent>
+#include <QPainter>
 #include <QPalette>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace simulator::settings {
 
 namespace {
 
+constexpr QColor ground{243, 243, 245};
+constexpr QColor text{29, 29, 31};
+constexpr QColor grey{142, 142, 147};
+
 QPalette lightPalette() {
-    QPalette palette{color::text, color::ground, Qt::white, QColor{160, 160, 160}, QColor{200, 200, 200},
-                     color::text, Qt::white,     Qt::white, color::ground};
-    palette.setColor(QPalette::Highlight, color::accent);
-    palette.setColor(QPalette::HighlightedText, Qt::white);
+    QPalette palette{text,      ground,    Qt::white, QColor{160, 160, 160}, QColor{200, 200, 200}, text,
+                     Qt::white, Qt::white, ground};
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, color::grey);
+        palette.setColor(QPalette::Disabled, role, grey);
     return palette;
 }
 
-constexpr auto styleSheet = R"(
-QPushButton {
-    padding: 4px 14px; min-height: 18px; border-radius: 7px;
-    border: 1px solid #d4d4d8; background: #ffffff; color: #1d1d1f; outline: none;
-}
-QPushButton:hover { background: #f7f7f9; }
-QPushButton:pressed { background: #e9e9ee; }
-QPushButton:disabled { color: #aeaeb2; background: #fafafa; border-color: #e4e4e8; }
-QPushButton[leading="true"] { background: #0067f4; border-color: #0067f4; color: #ffffff; }
-QPushButton[leading="true"]:hover { background: #0a72ff; }
-QPushButton[leading="true"]:pressed { background: #0054c8; }
-QPushButton[leading="true"]:disabled { background: #b9d3fa; border-color: #b9d3fa; }
-QPushButton:focus { border: 2px solid #0067f4; padding: 3px 13px; }
-QPushButton[leading="true"]:focus { border: 2px solid #00204f; }
-QFrame[role="card"] { background: #ffffff; border: 1px solid #e2e2e6; border-radius: 10px; }
-QFrame[role="line"] { background: #ececef; border: none; }
-QFrame[role="notice"] { background: #fff6e0; border: 1px solid #f2ddb0; border-radius: 10px; }
-QFrame[role="footer"] { background: transparent; border: none; border-top: 1px solid #e2e2e6; }
-QFrame[role="sheet"] {
-    background: #ffffff; border: 1px solid #c9c9ce; border-top: none;
-    border-bottom-left-radius: 10px; border-bottom-right-radius: 10px;
-}
-QScrollBar:vertical { background: transparent; width: 10px; margin: 2px; }
-QScrollBar::handle:vertical { background: #c4c4c9; border-radius: 3px; min-height: 24px; }
-QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
-QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
-QScrollArea, QScrollArea > QWidget > QWidget[role="page"] { background: transparent; border: none; }
-)";
-
-} // namespace
-
-QFont fontOf(int size, QFont::Weight weight) {
+QFont typeface() {
     QFont font{QStringLiteral("Inter")};
-    font.setPixelSize(size);
-    font.setWeight(weight);
+    font.setPixelSize(13);
     return font;
 }
 
-void makeQuiet(QLabel& text, int size) {
-    text.setTextFormat(Qt::PlainText);
-    text.setFont(fontOf(size));
-    auto colors = text.palette();
-    colors.setColor(QPalette::WindowText, color::quietText);
-    text.setPalette(colors);
+QString styleSheet() {
+    QFile file{QStringLiteral(":/Appearance.qss")};
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString{};
 }
+
+/// What the toolkit asks for how an object is told; what it is given is its own.
+QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
+    static const QHash<QString, QAccessible::Role> roles{
+        {"window", QAccessible::Window}, {"card", QAccessible::List},      {"item", QAccessible::ListItem},
+        {"sheet", QAccessible::Dialog},  {"line", QAccessible::Separator},
+    };
+    auto* const widget = qobject_cast<QWidget*>(object);
+    const auto role = widget == nullptr ? roles.end() : roles.find(widget->property("role").toString());
+    return role == roles.end() ? nullptr : new QAccessibleWidget{widget, *role};
+}
+
+} // namespace
 
 void useAppearance(QApplication& application) {
     QApplication::setStyle(QStringLiteral("Fusion"));
     QApplication::setPalette(lightPalette());
-    QApplication::setFont(fontOf(13));
-    application.setStyleSheet(styleSheet);
-    useRoles();
+    QApplication::setFont(typeface());
+    application.setStyleSheet(styleSheet());
+    QAccessible::installFactory(interfaceOf);
+}
+
+void setLook(QWidget& widget, const char* property, const QVariant& value) {
+    if (widget.property(property) == value) return;
+    widget.setProperty(property, value);
+    widget.style()->unpolish(&widget);
+    widget.style()->polish(&widget);
+}
+
+QBoxLayout& newRow(QWidget* widget, const QMargins& margins, int spacing) {
+    auto* const layout = new QBoxLayout{QBoxLayout::LeftToRight, widget};
+    layout->setContentsMargins(margins);
+    layout->setSpacing(spacing);
+    return *layout;
+}
+
+QBoxLayout& newColumn(QWidget* widget, const QMargins& margins, int spacing) {
+    auto& layout = newRow(widget, margins, spacing);
+    layout.setDirection(QBoxLayout::TopToBottom);
+    return layout;
+}
+
+PlainText::PlainText(const char* role, const QString& text) : QLabel{text} {
+    setProperty("role", role);
+    setTextFormat(Qt::PlainText);
+}
+
+ElidedText::ElidedText(const char* role, Qt::TextElideMode elision) : PlainText{role}, elision_{elision} {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+QSize ElidedText::minimumSizeHint() const {
+    const auto whole = sizeHint();
+    return {std::min(whole.width(), fontMetrics().averageCharWidth() * 8), whole.height()};
+}
+
+void ElidedText::paintEvent(QPaintEvent*) {
+    QPainter painter{this};
+    const auto shown = fontMetrics().elidedText(text(), elision_, width());
+    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
+    setToolTip(shown == text() ? QString{} : text());
+}
+
+Button::Button(const QString& text, bool leading) : QPushButton{text} {
+    setProperty("leading", leading);
+    setFocusPolicy(Qt::TabFocus);
+    setAutoDefault(true);
+}
+
+ToggleSwitch::ToggleSwitch() {
+    setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void ToggleSwitch::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QCheckBox::keyPressEvent(event);
 }
 
 } // namespace simulator::settings

@@ -1,15 +1,10 @@
 #include "simulator/SystemSettings/AuthorizationSheet.h"
 
-#include "simulator/SystemSettings/Appearance.h"
-
 #include <QKeyEvent>
-#include <QPainter>
 
 namespace simulator::settings {
 
 namespace {
-
-constexpr QColor shade{0, 0, 0, 56};
 
 bool isHeldKey(const QEvent& event) {
     return event.type() == QEvent::KeyPress && static_cast<const QKeyEvent&>(event).isAutoRepeat();
@@ -22,15 +17,12 @@ QString sentence(const QuestionContent& question) {
 
 } // namespace
 
-AuthorizationSheet::AuthorizationSheet(QWidget& window)
-    : QWidget{&window},
-      heading_{"An administrator has to agree"},
-      identifier_{fontOf(13), color::quietText, Qt::ElideMiddle},
-      refuse_{"Refuse"},
-      authorize_{"Authorize"} {
+AuthorizationSheet::AuthorizationSheet(QWidget& window, ControlClient& client) : QWidget{&window} {
     arrange();
-    connect(&authorize_, &QPushButton::clicked, this, [this] { emit authorized(question_.identifier); });
-    connect(&refuse_, &QPushButton::clicked, this, [this] { emit refused(question_.identifier); });
+    connect(&authorize_, &QPushButton::clicked, this, [this, &client] {
+        client.act({"authorize", question_.identifier});
+    });
+    connect(&refuse_, &QPushButton::clicked, this, [this, &client] { client.act({"refuse", question_.identifier}); });
     hide();
 }
 
@@ -57,42 +49,32 @@ void AuthorizationSheet::keyPressEvent(QKeyEvent* event) {
         refuse_.click();
 }
 
-void AuthorizationSheet::paintEvent(QPaintEvent*) {
-    QPainter{this}.fillRect(rect(), shade);
-}
-
 void AuthorizationSheet::arrange() {
-    setLayout(&layout_);
-    layout_.setContentsMargins(0, 0, 0, 0);
-    layout_.addWidget(&card_, 0, Qt::AlignHCenter | Qt::AlignTop);
+    setProperty("role", "shade");
+    setAttribute(Qt::WA_StyledBackground);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored); // as large as the window, which need not grow for it
+    newColumn(this, {}, 0).addWidget(&card_, 0, Qt::AlignHCenter | Qt::AlignTop);
     card_.setProperty("role", "sheet");
     card_.setAccessibleName(heading_.text());
     card_.setFixedWidth(380);
-    arrangeCard();
-}
-
-void AuthorizationSheet::arrangeCard() {
-    card_.setLayout(&cardLayout_);
-    cardLayout_.setContentsMargins(22, 20, 22, 18);
-    cardLayout_.setSpacing(8);
-    cardLayout_.addWidget(&heading_);
-    cardLayout_.addWidget(&text_);
-    cardLayout_.addWidget(&identifier_);
-    cardLayout_.addSpacing(8);
-    cardLayout_.addLayout(&buttons_);
-    heading_.setTextFormat(Qt::PlainText);
-    heading_.setFont(fontOf(14, QFont::DemiBold));
-    makeQuiet(text_, 13);
     text_.setWordWrap(true);
     text_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
-    buttons_.addStretch();
-    authorize_.setProperty("leading", true);
+    auto& column = newColumn(&card_, {22, 20, 22, 18}, 8);
+    column.addWidget(&heading_);
+    column.addWidget(&text_);
+    column.addWidget(&identifier_);
+    column.addSpacing(8);
+    column.addLayout(&newButtons());
+}
+
+QBoxLayout& AuthorizationSheet::newButtons() {
+    auto& row = newRow(nullptr, {}, 8);
+    row.addStretch();
     for (auto* button : {&refuse_, &authorize_}) {
-        button->setFocusPolicy(Qt::TabFocus);
-        button->setAutoDefault(true);
         button->installEventFilter(this);
-        buttons_.addWidget(button);
+        row.addWidget(button);
     }
+    return row;
 }
 
 } // namespace simulator::settings

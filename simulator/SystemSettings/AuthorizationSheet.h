@@ -1,13 +1,10 @@
 #pragma once
 
-#include "simulator/SystemSettings/ElidedText.h"
+#include "simulator/SystemSettings/Appearance.h"
+#include "simulator/SystemSettings/ControlClient.h"
 #include "simulator/SystemSettings/PrivacyPage.h"
 
 #include <QFrame>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
-#include <QVBoxLayout>
 
 namespace simulator::settings {
 
@@ -15,36 +12,27 @@ namespace simulator::settings {
 /// the question is open, whoever answers it; Escape refuses. The next question takes its place, so the second half of a
 /// double click and a key that is held answer nothing. Its parent sizes it, and disables what lies under it.
 class AuthorizationSheet : public QWidget {
-    Q_OBJECT
-
 public:
-    explicit AuthorizationSheet(QWidget& window);
+    /// The client, to which an answer goes, outlives the sheet.
+    AuthorizationSheet(QWidget& window, ControlClient& client);
 
     void ask(const QuestionContent& question);
-
-signals:
-    void authorized(const QString& identifier);
-    void refused(const QString& identifier);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
 private:
     void arrange();
-    void arrangeCard();
+    QBoxLayout& newButtons();
 
     QuestionContent question_;
-    QVBoxLayout layout_;
     QFrame card_;
-    QVBoxLayout cardLayout_;
-    QLabel heading_;
-    QLabel text_;
-    ElidedText identifier_;
-    QHBoxLayout buttons_;
-    QPushButton refuse_;
-    QPushButton authorize_;
+    PlainText heading_{"heading", "An administrator has to agree"};
+    PlainText text_{"sentence"};
+    ElidedText identifier_{"identifier", Qt::ElideMiddle};
+    Button refuse_{"Refuse"};
+    Button authorize_{"Authorize", true};
 };
 
 } // namespace simulator::settings

@@ -3,22 +3,20 @@
 #include "simulator/bus/Names.h"
 #include "simulator/client/WhenAnswered.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace simulator::settings {
 
 namespace {
 
+/// Says whether it means that the service is not there, and does not come when it is called.
 bool isAbsence(const QDBusError& error) {
-    switch (error.type()) {
-    case QDBusError::ServiceUnknown:
-    case QDBusError::NoReply:
-    case QDBusError::Disconnected:
-    case QDBusError::NoServer:
-        return true;
-    default:
-        return error.name().startsWith("org.freedesktop.DBus.Error.Spawn.");
-    }
+    constexpr std::array absences{QDBusError::ServiceUnknown, QDBusError::NoReply, QDBusError::Disconnected,
+                                  QDBusError::NoServer};
+    return std::count(absences.begin(), absences.end(), error.type()) > 0 ||
+           error.name().startsWith("org.freedesktop.DBus.Error.Spawn.");
 }
 
 const auto notRunning = QStringLiteral("The simulated Mac is not running.");
@@ -35,47 +33,33 @@ ControlClient::ControlClient(QDBusConnection bus)
     connect(&control_, &ComKelvraSimulator1ControlInterface::Changed, this, &ControlClient::refresh);
     connect(&presence_, &ServicePresence::came, this, &ControlClient::refresh);
     connect(&presence_, &ServicePresence::went, this, [this] { lose(notRunning); });
-    connect(&presence_, &ServicePresence::busLost, this, &ControlClient::loseBus);
+    connect(&presence_, &ServicePresence::busLost, this, [this] { lose(noBus); });
 }
 
 void ControlClient::refresh() {
     changedMeanwhile_ = refreshing_;
     if (refreshing_) return;
-    if (!bus_.isConnected()) return loseBus();
+    if (!bus_.isConnected()) return lose(noBus);
     refreshing_ = true;
-    lostMeanwhile_ = false;
     whenAnswered(control_.ListCopies(), *this, [this](const QDBusPendingReply<QList<CopyEntry>>& answer) {
         if (answer.isError()) return refreshFailed(answer.error());
         listRequests(answer.value());
     });
 }
 
-void ControlClient::allow(const QString& identifier) {
-    send(control_.Allow(identifier));
-}
-
-void ControlClient::deny(const QString& identifier) {
-    send(control_.Deny(identifier));
-}
-
-void ControlClient::enable(const QString& identifier) {
-    send(control_.Enable(identifier));
-}
-
-void ControlClient::disable(const QString& identifier) {
-    send(control_.Disable(identifier));
-}
-
-void ControlClient::authorize(const QString& identifier) {
-    send(control_.Authorize(identifier));
-}
-
-void ControlClient::refuse(const QString& identifier) {
-    send(control_.Refuse(identifier));
-}
-
-void ControlClient::restart() {
-    send(control_.Restart());
+void ControlClient::act(const QStringList& words) {
+    auto method = words.first();
+    method[0] = method[0].toUpper();
+    QVariantList arguments;
+    for (const auto& word : words.mid(1))
+        arguments += word;
+    const auto call = control_.asyncCallWithArgumentList(method, arguments);
+    whenAnswered(call, *this, [this](const QDBusPendingReply<>& answer) {
+        if (!answer.isError()) return;
+        // Someone else was quicker: the lists will say so.
+        if (answer.error().name() == QString{errorPrefix} + "NothingWaiting") return refresh();
+        emit refused(reasonOf(answer.error()));
+    });
 }
 
 void ControlClient::listRequests(const QList<CopyEntry>& copies) {
@@ -100,21 +84,7 @@ void ControlClient::refreshFailed(const QDBusError& error) {
 
 void ControlClient::lose(const QString& reason) {
     changedMeanwhile_ = false;
-    lostMeanwhile_ = true;
     emit absent(reason, bus_.isConnected());
-}
-
-void ControlClient::loseBus() {
-    lose(noBus);
-}
-
-void ControlClient::send(const QDBusPendingCall& call) {
-    whenAnswered(call, *this, [this](const QDBusPendingReply<>& answer) {
-        if (!answer.isError()) return;
-        // Someone else was quicker: the lists will say so.
-        if (answer.error().name() == QString{errorPrefix} + "NothingWaiting") return refresh();
-        emit refused(reasonOf(answer.error()));
-    });
 }
 
 } // namespace simulator::settings

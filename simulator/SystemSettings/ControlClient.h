@@ -8,6 +8,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 namespace simulator::settings {
 
@@ -21,13 +22,8 @@ public:
     /// Asks for the lists; the bus starts the service if it is not running and can be started.
     void refresh();
 
-    void allow(const QString& identifier);
-    void deny(const QString& identifier);
-    void enable(const QString& identifier);
-    void disable(const QString& identifier);
-    void authorize(const QString& identifier);
-    void refuse(const QString& identifier);
-    void restart();
+    /// Has the service do what the words say: a verb of the command line, and what follows it.
+    void act(const QStringList& words);
 
 signals:
     void listed(const QList<simulator::CopyEntry>& copies, const QList<simulator::RequestEntry>& requests);
@@ -41,15 +37,12 @@ private:
     void listRequests(const QList<CopyEntry>& copies);
     void refreshFailed(const QDBusError& error);
     void lose(const QString& reason);
-    void loseBus();
-    void send(const QDBusPendingCall& call);
 
     QDBusConnection bus_;
     ComKelvraSimulator1ControlInterface control_;
     ServicePresence presence_;
     bool refreshing_ = false;
     bool changedMeanwhile_ = false;
-    bool lostMeanwhile_ = false;
 };
 
 } // namespace simulator::settings

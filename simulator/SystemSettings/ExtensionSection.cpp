@@ -1,26 +1,92 @@
 #include "simulator/SystemSettings/ExtensionSection.h"
 
-#include "simulator/SystemSettings/Appearance.h"
-
 #include <algorithm>
 
 namespace simulator::settings {
 
-ExtensionSection::ExtensionSection() {
-    setLayout(&layout_);
-    layout_.setContentsMargins(0, 0, 0, 0);
-    layout_.setSpacing(7);
-    layout_.addWidget(&title_);
-    layout_.addWidget(&card_);
-    title_.setTextFormat(Qt::PlainText);
-    title_.setFont(fontOf(13, QFont::DemiBold));
+namespace {
+
+/// What has focus while it is hidden would hand it to any control that comes next.
+void offerControl(QWidget& control, bool shown) {
+    if (!shown) control.clearFocus();
+    control.setVisible(shown);
+}
+
+} // namespace
+
+ExtensionRow::ExtensionRow(const ExtensionContent& content, ControlClient& client) {
+    arrange();
+    connect(&allow_, &QPushButton::clicked, this, [this, &client] { client.act({"allow", content_.identifier}); });
+    connect(&deny_, &QPushButton::clicked, this, [this, &client] { client.act({"deny", content_.identifier}); });
+    connect(&toggle_, &QCheckBox::clicked, this, [this, &client] {
+        client.act({toggle_.isChecked() ? "disable" : "enable", content_.identifier});
+    });
+    display(content);
+}
+
+void ExtensionRow::display(const ExtensionContent& content) {
+    content_ = content;
+    setLook(icon_, "camera", content.isCamera);
+    name_.setText(content.name);
+    version_.setText(content.version);
+    identifier_.setText(content.identifier);
+    status_.setText(content.status);
+    setLook(status_, "condition", content.condition);
+    setAccessibleName(QStringLiteral("%1 %2, %3").arg(content.name, content.version, content.status));
+    allow_.setAccessibleName("Allow " + content.name);
+    deny_.setAccessibleName("Deny " + content.name);
+    toggle_.setAccessibleName("Enable " + content.name);
+    offer(content.condition);
+}
+
+void ExtensionRow::arrange() {
+    setProperty("role", "item");
+    line_.setProperty("role", "line");
+    line_.setFixedHeight(1);
+    icon_.setProperty("role", "icon");
+    icon_.setAttribute(Qt::WA_StyledBackground);
+    icon_.setFixedSize(32, 32);
+    auto& row = newRow(nullptr, {14, 10, 14, 10}, 10);
+    auto& whole = newColumn(this, {}, 0);
+    whole.addWidget(&line_);
+    whole.addLayout(&row);
+    row.addWidget(&icon_);
+    arrangeTexts(row);
+    row.addWidget(&status_);
+    row.addSpacing(4);
+    row.addWidget(&deny_);
+    row.addWidget(&allow_);
+    row.addWidget(&toggle_);
+}
+
+void ExtensionRow::arrangeTexts(QBoxLayout& row) {
+    auto& texts = newColumn(nullptr, {}, 2);
+    auto& heading = newRow(nullptr, {}, 7);
+    row.addLayout(&texts, 1);
+    texts.addLayout(&heading);
+    heading.addWidget(&name_);
+    heading.addWidget(&version_);
+    heading.addStretch();
+    texts.addWidget(&identifier_);
+}
+
+void ExtensionRow::offer(const QString& condition) {
+    const auto waits = condition == u"waiting";
+    const auto isOn = condition == u"enabled";
+    toggle_.setChecked(isOn);
+    offerControl(toggle_, isOn || condition == u"disabled");
+    offerControl(allow_, waits);
+    offerControl(deny_, waits);
+}
+
+ExtensionSection::ExtensionSection(ControlClient& client)
+    : client_{client}, lines_{newColumn(&card_, {1, 1, 1, 1}, 0)} {
+    auto& layout = newColumn(this, {}, 7);
+    layout.addWidget(&title_);
+    layout.addWidget(&card_);
     title_.setContentsMargins(2, 0, 0, 0);
     card_.setProperty("role", "card");
-    card_.setLayout(&cardLayout_);
-    cardLayout_.setContentsMargins(1, 1, 1, 1);
-    cardLayout_.setSpacing(0);
-    cardLayout_.addWidget(&empty_);
-    makeQuiet(empty_, 12);
+    lines_.addWidget(&empty_);
     empty_.setContentsMargins(14, 14, 14, 14);
 }
 
@@ -29,40 +95,32 @@ void ExtensionSection::display(const SectionContent& content) {
     card_.setAccessibleName(content.title);
     empty_.setText(content.textIfEmpty);
     empty_.setVisible(content.extensions.empty());
-    Rows before;
-    before.swap(rows_);
-    for (const auto& extension : content.extensions) {
-        rows_.push_back(rowFor(extension, before));
-        auto& row = *rows_.back();
-        row.separate(rows_.size() > 1);
-        cardLayout_.removeWidget(&row);
-        cardLayout_.addWidget(&row);
-        row.raise(); // the last among the children, which are read in their order
-    }
+    replaceRows(content.extensions);
+    setVisible(!content.extensions.empty() || !content.textIfEmpty.isEmpty());
 }
 
-std::vector<QWidget*> ExtensionSection::controls() {
-    std::vector<QWidget*> all;
-    for (const auto& row : rows_)
-        for (auto* control : row->controls())
-            all.push_back(control);
-    return all;
+/// What has focus and goes gives it up before the list is hidden: the toolkit would send it on its own way.
+void ExtensionSection::replaceRows(const std::vector<ExtensionContent>& extensions) {
+    Rows before;
+    before.swap(rows_);
+    for (const auto& extension : extensions)
+        append(rowFor(extension, before));
+}
+
+void ExtensionSection::append(std::unique_ptr<ExtensionRow> row) {
+    row->separate(!rows_.empty());
+    lines_.removeWidget(row.get());
+    lines_.addWidget(row.get());
+    row->raise(); // the last among the children, which are read in their order
+    rows_.push_back(std::move(row));
 }
 
 std::unique_ptr<ExtensionRow> ExtensionSection::rowFor(const ExtensionContent& content, Rows& before) {
     const auto known = std::find_if(before.begin(), before.end(),
                                     [&content](const auto& row) { return row && row->number() == content.number; });
-    if (known == before.end()) return newRow(content);
+    if (known == before.end()) return std::make_unique<ExtensionRow>(content, client_);
     (*known)->display(content);
     return std::move(*known);
-}
-
-std::unique_ptr<ExtensionRow> ExtensionSection::newRow(const ExtensionContent& content) {
-    auto row = std::make_unique<ExtensionRow>(content);
-    connect(row.get(), &ExtensionRow::allowed, this, &ExtensionSection::allowed);
-    connect(row.get(), &ExtensionRow::denied, this, &ExtensionSection::denied);
-    connect(row.get(), &ExtensionRow::switched, this, &ExtensionSection::switched);
-    return row;
 }
 
 } // namespace simulator::settings

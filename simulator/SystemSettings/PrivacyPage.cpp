@@ -8,29 +8,13 @@ namespace simulator::settings {
 
 namespace {
 
-Standing standingOf(const QString& condition) {
-    if (condition == u"waiting") return Standing::waiting;
-    if (condition == u"enabled") return Standing::enabled;
-    if (condition == u"disabled") return Standing::disabled;
-    if (condition == u"uninstalling") return Standing::dying;
-    return Standing::preparing;
-}
-
 QString statusOf(const CopyEntry& copy) {
-    switch (standingOf(copy.condition)) {
-    case Standing::waiting:
-        return QStringLiteral("Waiting for approval");
-    case Standing::enabled:
-        return QStringLiteral("Enabled");
-    case Standing::disabled:
-        return QStringLiteral("Disabled");
-    case Standing::dying:
-        return copy.state.startsWith("terminating") ? QStringLiteral("Being removed")
-                                                    : QStringLiteral("Removed at restart");
-    case Standing::preparing:
-        break;
-    }
-    return QStringLiteral("Preparing");
+    if (copy.condition == u"waiting") return QStringLiteral("Waiting for approval");
+    if (copy.condition == u"enabled") return QStringLiteral("Enabled");
+    if (copy.condition == u"disabled") return QStringLiteral("Disabled");
+    if (copy.condition != u"uninstalling") return QStringLiteral("Preparing");
+    return copy.state.startsWith("terminating") ? QStringLiteral("Being removed")
+                                                : QStringLiteral("Removed at restart");
 }
 
 bool isOfCategory(const CopyEntry& copy, QStringView category) {
@@ -46,7 +30,7 @@ ExtensionContent contentOf(const CopyEntry& copy) {
             copy.identifier,
             shownName(copy),
             copy.shortVersion + u'/' + copy.version,
-            standingOf(copy.condition),
+            copy.condition,
             statusOf(copy),
             isOfCategory(copy, u".cmio")};
 }
@@ -61,13 +45,14 @@ QString nameOf(const QString& identifier, const QList<CopyEntry>& copies) {
 } // namespace
 
 PageContent pageOf(const QList<CopyEntry>& copies) {
-    PageContent page{{"Camera Extensions", "No camera extension is installed.", {}},
-                     {"Driver Extensions", "No driver is installed.", {}},
-                     {"Other Extensions", {}, {}}};
+    PageContent page{{{"Camera Extensions", "No camera extension is installed.", {}},
+                      {"Driver Extensions", "No driver is installed.", {}},
+                      {"Other Extensions", {}, {}}}};
+    auto& [cameras, drivers, others] = page;
     for (const auto& copy : copies) {
-        auto& section = isOfCategory(copy, u".cmio")               ? page.cameras
-                        : isOfCategory(copy, u".driver_extension") ? page.drivers
-                                                                   : page.others;
+        auto& section = isOfCategory(copy, u".cmio")               ? cameras
+                        : isOfCategory(copy, u".driver_extension") ? drivers
+                                                                   : others;
         section.extensions.push_back(contentOf(copy));
     }
     return page;

@@ -6,39 +6,40 @@
 #include <QList>
 #include <QString>
 
-#include <cstdint>
+#include <array>
 #include <optional>
 #include <vector>
 
-namespace simulator::settings {
+// What System Settings shows, made of what the service lists. Plain values, without a widget.
 
-enum class Standing : std::uint8_t { preparing, waiting, enabled, disabled, dying };
+namespace simulator::settings {
 
 /// One copy of an extension as a person sees it.
 struct ExtensionContent {
-    qlonglong number = 0; ///< tells the copy from every other for good
+    /// Tells the copy from every other for good.
+    qlonglong number = 0;
     QString identifier;
     QString name;
-    QString version; ///< "2.1/2105"
-    Standing standing = Standing::preparing;
+    /// "2.1/2105"
+    QString version;
+    /// The service's word: "waiting", "enabled" and so on.
+    QString condition;
+    /// The words for a person.
     QString status;
     bool isCamera = false;
 
     bool operator==(const ExtensionContent&) const = default;
 };
 
+/// A list under its title. One that is empty and has no text for that is not shown.
 struct SectionContent {
     QString title;
     QString textIfEmpty;
     std::vector<ExtensionContent> extensions;
 };
 
-/// The lists of the page. The last is shown only if it is not empty.
-struct PageContent {
-    SectionContent cameras;
-    SectionContent drivers;
-    SectionContent others;
-};
+/// Cameras, drivers, and the others.
+using PageContent = std::array<SectionContent, 3>;
 
 /// Sorts the copies into the lists, each in the order given.
 PageContent pageOf(const QList<CopyEntry>& copies);
@@ -47,7 +48,8 @@ PageContent pageOf(const QList<CopyEntry>& copies);
 struct QuestionContent {
     QString identifier;
     QString name;
-    QString asker; ///< the application's name; empty if it is the person who asked
+    /// The application's name; empty if it is the person who asked.
+    QString asker;
 
     bool operator==(const QuestionContent&) const = default;
 };

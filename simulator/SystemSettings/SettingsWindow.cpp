@@ -1,6 +1,10 @@
 #include "simulator/SystemSettings/SettingsWindow.h"
 
-#include "simulator/SystemSettings/Appearance.h"
+#include <QAccessible>
+#include <QGridLayout>
+
+#include <algorithm>
+#include <iterator>
 
 namespace simulator::settings {
 
@@ -9,53 +13,75 @@ namespace {
 /// Room for a row of every kind and the scroll bar; narrow enough to stand beside the application on a screen of 1024.
 constexpr int widthOfWindow = 564;
 
+bool canHaveFocus(const QPointer<QWidget>& widget) {
+    return widget && widget->isVisibleTo(widget->window()) && widget->isEnabled();
+}
+
 } // namespace
 
-SettingsWindow::SettingsWindow(const QDBusConnection& bus)
-    : client_{bus},
-      heading_{"Privacy & Security"},
-      hint_{"A restart ends every application."},
-      restart_{"Restart"},
-      sheet_{*this} {
+NoticeLine::NoticeLine() {
+    setProperty("role", "notice");
+    auto& row = newRow(this, {14, 10, 10, 10}, 6);
+    row.addWidget(&text_, 1);
+    row.addWidget(&start_);
+    text_.setWordWrap(true);
+    start_.setAccessibleName("Start the simulated Mac");
+    hide();
+}
+
+void NoticeLine::tell(const QString& text, bool withStart) {
+    text_.setText(text);
+    start_.setVisible(withStart);
+    show();
+    QAccessibleEvent announcement{&text_, QAccessible::Alert};
+    QAccessible::updateAccessibility(&announcement);
+}
+
+FocusPlace::FocusPlace(QWidget* focused, const QList<QAbstractButton*>& controls) : candidates_{focused} {
+    const auto place = std::find(controls.begin(), controls.end(), focused);
+    if (place == controls.end()) return;
+    std::copy(place, controls.end(), std::back_inserter(candidates_));
+    std::copy(std::make_reverse_iterator(place), controls.rend(), std::back_inserter(candidates_));
+}
+
+void FocusPlace::restore(QWidget& fallback) const {
+    const auto found = std::find_if(candidates_.begin(), candidates_.end(), canHaveFocus);
+    auto& widget = found == candidates_.end() ? fallback : **found;
+    widget.setFocus(Qt::OtherFocusReason);
+}
+
+SettingsWindow::SettingsWindow(const QDBusConnection& bus) : client_{bus} {
     setWindowTitle("System Settings");
+    setProperty("role", "window");
     arrange();
-    for (auto* section : {&cameras_, &drivers_, &others_})
-        connectSection(*section);
     connectClient();
-    showSections(false);
+    hideSections();
     page_.setFocus(); // so that no control shows a focus ring before Tab is pressed
     client_.refresh();
 }
 
-void SettingsWindow::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    sheet_.setGeometry(rect());
-}
-
 void SettingsWindow::arrange() {
-    setLayout(&layout_);
-    layout_.setContentsMargins(0, 0, 0, 0);
-    layout_.setSpacing(0);
     arrangePage();
     arrangeFooter();
-    layout_.addWidget(&scroll_, 1);
-    layout_.addWidget(&footer_);
+    auto* const layout = new QGridLayout{this};
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(&scroll_, 0, 0);
+    layout->addWidget(&footer_, 1, 0);
+    layout->addWidget(&sheet_, 0, 0, 2, 1); // over both
+    layout->setRowStretch(0, 1);
     setMinimumSize(widthOfWindow, 260);
     resize(widthOfWindow, 460);
 }
 
 void SettingsWindow::arrangePage() {
     page_.setProperty("role", "page");
-    page_.setLayout(&pageLayout_);
-    pageLayout_.setContentsMargins(24, 22, 24, 22);
-    pageLayout_.setSpacing(18);
-    heading_.setTextFormat(Qt::PlainText);
-    heading_.setFont(fontOf(22, QFont::Bold));
-    pageLayout_.addWidget(&heading_);
-    pageLayout_.addWidget(&notice_);
-    for (auto* section : {&cameras_, &drivers_, &others_})
-        pageLayout_.addWidget(section);
-    pageLayout_.addStretch();
+    auto& column = newColumn(&page_, {24, 22, 24, 22}, 18);
+    column.addWidget(&heading_);
+    column.addWidget(&notice_);
+    for (auto& section : sections_)
+        column.addWidget(&section);
+    column.addStretch();
     scroll_.setWidgetResizable(true);
     scroll_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll_.setFocusPolicy(Qt::NoFocus);
@@ -64,57 +90,41 @@ void SettingsWindow::arrangePage() {
 
 void SettingsWindow::arrangeFooter() {
     footer_.setProperty("role", "footer");
-    footer_.setLayout(&footerLayout_);
-    footerLayout_.setContentsMargins(24, 12, 24, 12);
-    footerLayout_.addWidget(&hint_, 1);
-    footerLayout_.addWidget(&restart_);
-    makeQuiet(hint_, 12);
-    restart_.setFocusPolicy(Qt::TabFocus);
-    restart_.setAutoDefault(true);
-}
-
-void SettingsWindow::connectSection(ExtensionSection& section) {
-    connect(&section, &ExtensionSection::allowed, &client_, &ControlClient::allow);
-    connect(&section, &ExtensionSection::denied, &client_, &ControlClient::deny);
-    connect(&section, &ExtensionSection::switched, this, [this](const QString& identifier, bool on) {
-        on ? client_.enable(identifier) : client_.disable(identifier);
-    });
+    auto& row = newRow(&footer_, {24, 12, 24, 12}, 6);
+    row.addWidget(&hint_, 1);
+    row.addWidget(&restart_);
 }
 
 void SettingsWindow::connectClient() {
     connect(&client_, &ControlClient::listed, this, &SettingsWindow::showLists);
     connect(&client_, &ControlClient::absent, this, &SettingsWindow::showAbsence);
-    connect(&client_, &ControlClient::refused, &notice_, qOverload<const QString&>(&NoticeLine::tell));
-    connect(&notice_, &NoticeLine::startPressed, &client_, &ControlClient::refresh);
-    connect(&restart_, &QPushButton::clicked, &client_, &ControlClient::restart);
-    connect(&sheet_, &AuthorizationSheet::authorized, &client_, &ControlClient::authorize);
-    connect(&sheet_, &AuthorizationSheet::refused, &client_, &ControlClient::refuse);
+    connect(&client_, &ControlClient::refused, this, [this](const QString& reason) { notice_.tell(reason, false); });
+    connect(&notice_.start(), &QPushButton::clicked, &client_, &ControlClient::refresh);
+    connect(&restart_, &QPushButton::clicked, this, [this] { client_.act({"restart"}); });
 }
 
 void SettingsWindow::showLists(const QList<CopyEntry>& copies, const QList<RequestEntry>& requests) {
     const auto content = pageOf(copies);
     rememberFocus();
-    cameras_.display(content.cameras);
-    drivers_.display(content.drivers);
-    others_.display(content.others);
-    notice_.withdraw();
-    showSections(true);
-    others_.setVisible(!content.others.extensions.empty());
+    for (std::size_t place = 0; place < sections_.size(); ++place)
+        sections_[place].display(content[place]);
+    notice_.hide();
+    restart_.setEnabled(true);
     orderTabs();
     showQuestion(questionOf(requests, copies));
 }
 
 void SettingsWindow::showAbsence(const QString& reason, bool canBeStarted) {
     rememberFocus();
-    showSections(false);
-    canBeStarted ? notice_.offerStart(reason) : notice_.tell(reason);
+    hideSections();
+    notice_.tell(reason, canBeStarted);
     showQuestion(std::nullopt);
 }
 
-void SettingsWindow::showSections(bool shown) {
-    for (auto* section : {&cameras_, &drivers_, &others_})
-        section->setVisible(shown);
-    restart_.setEnabled(shown);
+void SettingsWindow::hideSections() {
+    for (auto& section : sections_)
+        section.hide();
+    restart_.setEnabled(false);
 }
 
 void SettingsWindow::showQuestion(const std::optional<QuestionContent>& question) {
@@ -133,22 +143,18 @@ void SettingsWindow::rememberFocus() {
 }
 
 void SettingsWindow::orderTabs() {
-    auto* previous = notice_.control();
-    const auto append = [&previous](QWidget* next) {
-        setTabOrder(previous, next);
-        previous = next;
-    };
-    for (auto* control : controlsOfExtensions())
-        append(control);
-    append(&restart_);
+    const auto order = controlsOfExtensions() + QList<QAbstractButton*>{&restart_};
+    QWidget* previous = &notice_.start();
+    for (auto* control : order) {
+        setTabOrder(previous, control);
+        previous = control;
+    }
 }
 
-std::vector<QWidget*> SettingsWindow::controlsOfExtensions() {
-    std::vector<QWidget*> all;
-    for (auto* section : {&cameras_, &drivers_, &others_}) {
-        const auto controls = section->controls();
-        all.insert(all.end(), controls.begin(), controls.end());
-    }
+QList<QAbstractButton*> SettingsWindow::controlsOfExtensions() const {
+    QList<QAbstractButton*> all;
+    for (const auto& section : sections_)
+        all += section.findChildren<QAbstractButton*>();
     return all;
 }
 

@@ -1,66 +1,86 @@
 #pragma once
 
+#include "simulator/SystemSettings/Appearance.h"
 #include "simulator/SystemSettings/AuthorizationSheet.h"
 #include "simulator/SystemSettings/ControlClient.h"
 #include "simulator/SystemSettings/ExtensionSection.h"
-#include "simulator/SystemSettings/FocusPlace.h"
-#include "simulator/SystemSettings/NoticeLine.h"
 
+#include <QAbstractButton>
 #include <QDBusConnection>
 #include <QFrame>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
+#include <QPointer>
 #include <QScrollArea>
-#include <QVBoxLayout>
 
+#include <array>
 #include <optional>
-#include <vector>
 
 namespace simulator::settings {
 
+/// A line that says what is wrong, with a button if a person can do something about it.
+class NoticeLine : public QFrame {
+public:
+    NoticeLine();
+
+    /// Shows the text, and announces it.
+    void tell(const QString& text, bool withStart);
+
+    QPushButton& start() { return start_; }
+
+private:
+    PlainText text_{"warning"};
+    Button start_{"Start"};
+};
+
+/// Where keyboard focus was among controls that may since have changed their places, been hidden or gone.
+class FocusPlace {
+public:
+    FocusPlace() = default;
+    /// controls: in reading order.
+    FocusPlace(QWidget* focused, const QList<QAbstractButton*>& controls);
+
+    /// Gives focus to what had it; if that is no longer there, to the control that came next, or else to the one
+    /// before; or else to the fallback. What was not among the controls is not replaced by one of them.
+    void restore(QWidget& fallback) const;
+
+private:
+    /// From the one with focus onwards, and then back from it.
+    QList<QPointer<QWidget>> candidates_;
+};
+
 /// "Privacy & Security": what a person sees of the simulated Mac's extensions and does about them.
 class SettingsWindow : public QWidget {
-    Q_OBJECT
-
 public:
     /// Asks for the lists at once, and follows every change.
     explicit SettingsWindow(const QDBusConnection& bus);
-
-protected:
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void arrange();
     void arrangePage();
     void arrangeFooter();
-    void connectSection(ExtensionSection& section);
     void connectClient();
 
     void showLists(const QList<CopyEntry>& copies, const QList<RequestEntry>& requests);
     void showAbsence(const QString& reason, bool canBeStarted);
-    void showSections(bool shown);
+    void hideSections();
     void showQuestion(const std::optional<QuestionContent>& question);
     void rememberFocus();
     void orderTabs();
-    std::vector<QWidget*> controlsOfExtensions();
+    /// In reading order, the hidden ones too.
+    QList<QAbstractButton*> controlsOfExtensions() const;
 
     ControlClient client_;
-    QVBoxLayout layout_;
     QScrollArea scroll_;
     QWidget page_;
-    QVBoxLayout pageLayout_;
-    QLabel heading_;
+    PlainText heading_{"title", "Privacy & Security"};
     NoticeLine notice_;
-    ExtensionSection cameras_;
-    ExtensionSection drivers_;
-    ExtensionSection others_;
+    /// In the order of the page's content.
+    std::array<ExtensionSection, 3> sections_{ExtensionSection{client_}, ExtensionSection{client_},
+                                              ExtensionSection{client_}};
     QFrame footer_;
-    QHBoxLayout footerLayout_;
-    QLabel hint_;
-    QPushButton restart_;
-    AuthorizationSheet sheet_;
-    /// Before the lists last changed, or the question was asked.
+    PlainText hint_{"hint", "A restart ends every application."};
+    Button restart_{"Restart"};
+    AuthorizationSheet sheet_{*this, client_};
+    /// Where focus was before the lists last changed, or the question was asked.
     FocusPlace focusPlace_;
 };
 

@@ -1,22 +1,56 @@
 #include "simulator/SystemSettings/Appearance.h"
-#include "simulator/SystemSettings/Opening.h"
 #include "simulator/SystemSettings/SettingsWindow.h"
 #include "simulator/bus/Types.h"
 #include "simulator/client/OwnerRaces.h"
 #include "simulator/process/TerminationSignals.h"
 
 #include <QApplication>
+#include <QEvent>
+#include <QScreen>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+/// What an application's window and the gap to it may take.
+constexpr int roomBeside = 480;
+
+QPoint placeFor(const QWidget& window) {
+    const QRect screen = window.screen()->availableGeometry();
+    const int left = screen.left() + (screen.width() - window.width() - roomBeside) / 2;
+    const int top = screen.top() + (screen.height() - window.height()) / 2;
+    return {std::max(left, screen.left()), std::max(top, screen.top())};
+}
+
+/// Prints a line when the window is on the screen: whoever started the program can then open an application's beside it
+/// without a race for the place.
+class Announcer : public QObject {
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            watched->removeEventFilter(this);
+            std::puts("System Settings is open.");
+            std::fflush(stdout);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+} // namespace
 
 int main(int argc, char** argv) {
-    using namespace simulator::settings;
     simulator::keepOwnerRacesQuiet();
     simulator::TerminationSignals termination;
     QApplication application{argc, argv};
     termination.handle([] { QApplication::exit(); });
     QApplication::setApplicationName("System Settings");
     simulator::registerTypes();
-    useAppearance(application);
-    SettingsWindow window{QDBusConnection::sessionBus()};
-    const Opening opening{window};
+    simulator::settings::useAppearance(application);
+    simulator::settings::SettingsWindow window{QDBusConnection::sessionBus()};
+    Announcer announcer;
+    window.installEventFilter(&announcer);
+    window.move(placeFor(window));
+    window.show();
     return QApplication::exec();
 }

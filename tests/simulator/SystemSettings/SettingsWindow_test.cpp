@@ -1,215 +1,262 @@
 #include "tests/simulator/support/Printing.h"
 
-#include "tests/simulator/SystemSettings/SystemSettingsTest.h"
+#include "tests/simulator/SystemSettings/ShownWindow.h"
+#include "tests/simulator/support/Program.h"
+#include "tests/simulator/support/QtMessages.h"
+#include "tests/simulator/support/ScriptedControl.h"
+#include "tests/simulator/support/Until.h"
+#include "tests/support/PrivateBus.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QLabel>
-#include <QLayout>
 #include <QScrollArea>
 #include <QtTest>
 
 #include <algorithm>
+#include <array>
+#include <csignal>
+#include <optional>
+#include <string>
 
 namespace simulator::tests {
 
 namespace {
 
-/// The least width at which everything in the widget has its place, also where that is not laid out yet.
-int leastWidthOf(QWidget& widget) {
-    for (auto* child : widget.findChildren<QWidget*>())
-        child->updateGeometry();
-    for (auto* layout : widget.findChildren<QLayout*>())
-        layout->invalidate();
-    return widget.minimumSizeHint().width();
+const QString camera{"com.kelvra.ip-camera.cmio"};
+const QString network{"com.kelvra.driverkit.usb-to-poe"};
+
+/// The camera and the network driver, each in a condition or, if that is empty, not there.
+QList<CopyEntry> copies(const QString& ofCamera, const QString& ofNetwork = {}) {
+    QList all{copyIn(ofCamera, camera), copyIn(ofNetwork, network)};
+    all[0].number = 1;
+    all[1].number = 2;
+    all.removeIf([](const CopyEntry& copy) { return copy.condition.isEmpty(); });
+    return all;
 }
 
-bool isOn(QWidget* toggle) {
-    return QAccessible::queryAccessibleInterface(toggle)->state().checked;
+/// An older network driver, with which nothing can be done.
+CopyEntry removedNetwork() {
+    auto copy = copyIn("uninstalling", network, "2.0", "2004");
+    copy.number = 3;
+    return copy;
 }
+
+RequestEntry question(const QString& identifier, const QString& application = "Driver Manager") {
+    return {1, {}, {}, "/Applications/" + application + ".app", "deactivation", identifier, "authorization", 0};
+}
+
+QColor colorAt(QWidget& widget, const QPoint& place) {
+    return widget.grab().toImage().pixelColor(place);
+}
+
+/// The window in front of a service that answers what the test says, on a bus of their own.
+class SystemSettings : public testing::Test {
+protected:
+    ScriptedControl& control() { return control_; }
+    ::tests::PrivateBus& bus() { return bus_; }
+    settings::SettingsWindow& window() { return shown_->window(); }
+
+    /// Shows the window, and waits until it shows what the service listed.
+    void open(const QList<CopyEntry>& all = {}) {
+        control().show(all);
+        shown_.emplace(bus_.connect());
+        ASSERT_TRUE(untilSaid("Camera Extensions"));
+    }
+
+    /// The same, and waits until an administrator is asked about the network driver.
+    void openWithQuestion() {
+        control().showRequests({question(network)});
+        open(copies("enabled", "enabled"));
+        ASSERT_TRUE(untilShown("Authorize Network"));
+    }
+
+    void close() { shown_.reset(); }
+
+    QWidget* named(const QString& name) { return shown_->named(name); }
+    bool shows(const QString& name) { return shown_->shows(name); }
+    QStringList texts() { return shown_->texts(); }
+    bool says(const QString& text) { return shown_->says(text); }
+    QString focused() { return shown_->focused(); }
+    void press(const QString& name) { shown_->press(name); }
+    void click(const QString& name) { QTest::mouseClick(named(name), Qt::LeftButton); }
+    static void key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+
+    [[nodiscard]] bool untilShown(const QString& name) { return shown_->untilShown(name); }
+    [[nodiscard]] bool untilSaid(const QString& text) { return shown_->untilSaid(text); }
+    [[nodiscard]] bool untilDone(const QString& deed) {
+        return until([this, &deed] { return control().deeds().contains(deed); });
+    }
+    [[nodiscard]] bool untilAsked(const QString& list, int times) {
+        return until([this, &list, times] { return control().timesAsked(list) == times; });
+    }
+
+    QLabel& labelWith(const QString& text) {
+        const auto labels = window().findChildren<QLabel*>();
+        return **std::find_if(labels.begin(), labels.end(),
+                              [&text](const QLabel* label) { return label->text().contains(text); });
+    }
+
+    /// Whether the control is cut off at the window's right or lower edge.
+    bool reachesBeyond(const QString& name) {
+        const auto* control = named(name);
+        const auto corner = control->mapTo(&window(), control->rect().bottomRight());
+        return corner.x() > window().width() - 24 || corner.y() >= window().height();
+    }
+
+    /// The names that Tab gives keyboard focus, one after the other.
+    QStringList walk(int steps) {
+        QStringList names;
+        for (; steps > 0; --steps) {
+            key(Qt::Key_Tab);
+            names += focused();
+        }
+        return names;
+    }
+
+private:
+    OffscreenApplication application_;
+    QtMessages messages_;
+    ::tests::PrivateBus bus_;
+    ScriptedControl control_{bus_.connect()};
+    std::optional<ShownWindow> shown_;
+};
 
 } // namespace
 
-TEST_F(SystemSettings, HasATitleAndAHeading) {
-    open();
-    EXPECT_EQ(window().windowTitle(), "System Settings");
-    EXPECT_TRUE(says("Privacy & Security"));
-}
-
 TEST_F(SystemSettings, SaysWhatIsThereAndHowItStands) {
-    control().show({waitingCamera(), enabledNetwork(), numbered(3, copyIn("uninstalling", network, "2.0", "2004"))});
-    open();
+    open(copies("waiting", "enabled") << removedNetwork());
     EXPECT_EQ(texts(),
               (QStringList{"Privacy & Security", "Camera Extensions", "Camera", "2.1/2105", camera,
                            "Waiting for approval", "Driver Extensions", "Network", "2.1/2105", network, "Enabled",
                            "Network", "2.0/2004", network, "Removed at restart", "A restart ends every application."}));
 }
 
-TEST_F(SystemSettings, SaysSoIfNothingIsInstalled) {
-    open();
-    EXPECT_TRUE(says("No camera extension is installed."));
+TEST_F(SystemSettings, SaysSoIfNothingIsInstalledAnyMore) {
+    open(copies("enabled"));
+    control().show({});
+    EXPECT_TRUE(untilSaid("No camera extension is installed."));
     EXPECT_TRUE(says("No driver is installed."));
     EXPECT_FALSE(says("Other Extensions"));
+    EXPECT_FALSE(shows("Enable Camera"));
 }
 
 TEST_F(SystemSettings, ShowsATextAsItIsWhateverItHolds) {
-    auto copy = waitingCamera();
+    auto copy = copyIn("waiting");
     copy.name = "<b>Bold</b> & <img src=x>";
-    control().show({copy});
-    open();
+    open({copy});
     EXPECT_TRUE(says("<b>Bold</b> & <img src=x>"));
     EXPECT_TRUE(shows("Allow <b>Bold</b> & <img src=x>"));
     for (const auto* label : window().findChildren<QLabel*>())
         EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
+    for (const auto* button : window().findChildren<QAbstractButton*>())
+        EXPECT_TRUE(button->shortcut().isEmpty()) << button->text().toStdString();
 }
 
 TEST_F(SystemSettings, OffersAllowAndDenyForWhatWaitsAndASwitchForWhatWasApproved) {
-    control().show({waitingCamera(), enabledNetwork(), numbered(3, copyIn("uninstalling", network))});
-    open();
-    EXPECT_TRUE(shows("Allow Camera"));
-    EXPECT_TRUE(shows("Deny Camera"));
-    EXPECT_FALSE(shows("Enable Camera"));
-    EXPECT_TRUE(shows("Enable Network"));
-    EXPECT_FALSE(shows("Allow Network"));
-    EXPECT_FALSE(shows("Deny Network"));
+    open(copies("waiting", "enabled") << removedNetwork());
+    QStringList offered;
+    for (const auto* button : window().findChild<QScrollArea*>()->findChildren<QAbstractButton*>())
+        if (button->isVisible()) offered += button->accessibleName();
+    EXPECT_EQ(offered, (QStringList{"Deny Camera", "Allow Camera", "Enable Network"}));
 }
 
-TEST_F(SystemSettings, GivesEachControlARoleANameAndAnAction) {
-    control().show({waitingCamera(), enabledNetwork()});
-    open();
-    const auto roleOf = [this](const QString& name) {
-        return QAccessible::queryAccessibleInterface(named(name))->role();
-    };
-    EXPECT_EQ(roleOf("Allow Camera"), QAccessible::Button);
-    EXPECT_EQ(roleOf("Deny Camera"), QAccessible::Button);
-    EXPECT_EQ(roleOf("Enable Network"), QAccessible::CheckBox);
-    EXPECT_EQ(roleOf("Restart"), QAccessible::Button);
-    for (const auto* name : {"Allow Camera", "Deny Camera", "Enable Network", "Restart"})
-        EXPECT_FALSE(QAccessible::queryAccessibleInterface(named(name))->actionInterface()->actionNames().isEmpty());
+TEST_F(SystemSettings, ShowsByColorsHowAnExtensionStands) {
+    open(copies("waiting"));
+    auto& status = labelWith("Waiting for approval");
+    const auto dot = [&status] { return colorAt(status, {4, status.height() / 2}); };
+    const auto leftInSwitch = [this] { return colorAt(*named("Enable Camera"), {12, 14}); };
+    EXPECT_EQ(dot(), QColor(224, 124, 0));
+    control().show(copies("enabled"));
+    ASSERT_TRUE(untilSaid("Enabled"));
+    EXPECT_EQ(dot(), QColor(40, 167, 69));
+    EXPECT_EQ(leftInSwitch(), QColor(0, 103, 244));
+    control().show(copies("disabled"));
+    ASSERT_TRUE(untilSaid("Disabled"));
+    EXPECT_EQ(dot(), QColor(142, 142, 147));
+    EXPECT_EQ(leftInSwitch(), QColor(Qt::white));
 }
 
-TEST_F(SystemSettings, TellsItsWindowItsListsTheirItemsAndItsQuestionAsWhatTheyAre) {
-    control().show({waitingCamera(), numbered(3, copyIn("uninstalling", camera, "2.0", "2004"))});
-    control().showRequests({question(camera)});
-    open();
-    ASSERT_TRUE(untilShown("Authorize Camera"));
+TEST_F(SystemSettings, TellsAssistiveTechnologyWhatEachPartIs) {
+    openWithQuestion();
     const auto above = [this](const QString& name, int steps) {
         auto* interface = QAccessible::queryAccessibleInterface(named(name));
         for (; steps > 0; --steps)
             interface = interface->parent();
         return std::pair{interface->role(), interface->text(QAccessible::Name)};
     };
-    EXPECT_EQ(above("Allow Camera", 1),
-              std::pair(QAccessible::ListItem, QString{"Camera 2.1/2105, Waiting for approval"}));
-    EXPECT_EQ(above("Allow Camera", 2), std::pair(QAccessible::List, QString{"Camera Extensions"}));
-    EXPECT_EQ(above("Authorize Camera", 1), std::pair(QAccessible::Dialog, QString{"An administrator has to agree"}));
-    EXPECT_EQ(above("Authorize Camera", 3), std::pair(QAccessible::Window, QString{"System Settings"}));
+    EXPECT_EQ(above("Enable Network", 0), std::pair(QAccessible::CheckBox, QString{"Enable Network"}));
+    EXPECT_EQ(above("Enable Network", 1), std::pair(QAccessible::ListItem, QString{"Network 2.1/2105, Enabled"}));
+    EXPECT_EQ(above("Enable Network", 2), std::pair(QAccessible::List, QString{"Driver Extensions"}));
+    EXPECT_EQ(above("Authorize Network", 0), std::pair(QAccessible::Button, QString{"Authorize Network"}));
+    EXPECT_EQ(above("Authorize Network", 1), std::pair(QAccessible::Dialog, QString{"An administrator has to agree"}));
+    EXPECT_EQ(above("Authorize Network", 3), std::pair(QAccessible::Window, QString{"System Settings"}));
 }
 
-TEST_F(SystemSettings, AllowsAndDeniesAndRestartsAtAPressOfTheMouse) {
-    control().show({waitingCamera()});
-    open();
-    QTest::mouseClick(named("Allow Camera"), Qt::LeftButton);
-    EXPECT_TRUE(untilDone("Allow com.kelvra.ip-camera.cmio"));
-    QTest::mouseClick(named("Deny Camera"), Qt::LeftButton);
-    EXPECT_TRUE(untilDone("Deny com.kelvra.ip-camera.cmio"));
-    QTest::mouseClick(named("Restart"), Qt::LeftButton);
+TEST_F(SystemSettings, TellsTheServiceWhatIsPressedByMouseReturnOrAssistiveTechnology) {
+    open(copies("waiting", "enabled"));
+    click("Restart");
     EXPECT_TRUE(untilDone("Restart"));
+    press("Deny Camera");
+    EXPECT_TRUE(untilDone("Deny " + camera));
+    QTest::keyClick(named("Allow Camera"), Qt::Key_Return);
+    EXPECT_TRUE(untilDone("Allow " + camera));
+    QTest::keyClick(named("Enable Network"), Qt::Key_Return);
+    EXPECT_TRUE(untilDone("Disable " + network));
 }
 
-TEST_F(SystemSettings, AllowsAtTheActionOfAssistiveTechnology) {
-    control().show({waitingCamera()});
-    open();
-    press("Allow Camera");
-    EXPECT_TRUE(untilDone("Allow com.kelvra.ip-camera.cmio"));
-}
-
-TEST_F(SystemSettings, IsReadInTheOrderInWhichItIsShown) {
-    const auto first = numbered(3, copyIn("enabled", "a.cmio"));
-    control().show({waitingCamera()});
-    open();
-    control().show({first, waitingCamera()});
-    ASSERT_TRUE(untilSaid("a.cmio"));
-    EXPECT_LT(texts().indexOf("a.cmio"), texts().indexOf(camera));
-}
-
-TEST_F(SystemSettings, FollowsEachChangeByItself) {
-    open();
-    control().show({waitingCamera()});
-    EXPECT_TRUE(untilShown("Allow Camera"));
-    control().show({enabledCamera()});
-    EXPECT_TRUE(untilShown("Enable Camera"));
-    EXPECT_FALSE(shows("Allow Camera"));
-    control().show({});
-    EXPECT_TRUE(untilSaid("No camera extension is installed."));
-    EXPECT_FALSE(shows("Enable Camera"));
+TEST_F(SystemSettings, TurnsASwitchOnlyWhenTheServiceSaysSo) {
+    const auto isOn = [this] {
+        return QAccessible::queryAccessibleInterface(named("Enable Network"))->state().checked;
+    };
+    open(copies({}, "enabled"));
+    click("Enable Network");
+    ASSERT_TRUE(untilDone("Disable " + network));
+    EXPECT_TRUE(isOn());
+    control().show(copies({}, "disabled"));
+    ASSERT_TRUE(untilSaid("Disabled"));
+    EXPECT_FALSE(isOn());
+    click("Enable Network");
+    EXPECT_TRUE(untilDone("Enable " + network));
 }
 
 TEST_F(SystemSettings, AsksFewTimesForManyChanges) {
     open();
     for (auto change = 0; change < 500; ++change)
         emit control().Changed();
-    control().show({waitingCamera()});
+    control().show(copies("waiting"));
     EXPECT_TRUE(untilShown("Allow Camera"));
     EXPECT_LT(control().timesAsked("ListCopies"), 100);
 }
 
-TEST_F(SystemSettings, TurnsASwitchOnlyWhenTheServiceSaysSo) {
-    control().show({enabledNetwork()});
-    open();
-    QTest::mouseClick(named("Enable Network"), Qt::LeftButton);
-    ASSERT_TRUE(untilDone("Disable com.kelvra.driverkit.usb-to-poe"));
-    EXPECT_TRUE(isOn(named("Enable Network")));
-    control().show({numbered(2, copyIn("disabled", network))});
-    ASSERT_TRUE(untilSaid("Disabled"));
-    EXPECT_FALSE(isOn(named("Enable Network")));
-    QTest::mouseClick(named("Enable Network"), Qt::LeftButton);
-    EXPECT_TRUE(untilDone("Enable com.kelvra.driverkit.usb-to-poe"));
-}
-
 TEST_F(SystemSettings, SaysWhyTheServiceRefuses) {
-    control().show({waitingCamera()});
+    open(copies("waiting"));
     control().refuse("Allow", "NotPermitted", "the profile forbids it");
-    open();
-    QTest::mouseClick(named("Allow Camera"), Qt::LeftButton);
+    press("Allow Camera");
     EXPECT_TRUE(untilSaid("the profile forbids it"));
     EXPECT_FALSE(shows("Start the simulated Mac"));
 }
 
-TEST_F(SystemSettings, SaysNothingIfSomeoneElseWasQuicker) {
-    control().show({waitingCamera()});
+TEST_F(SystemSettings, LooksAgainAndSaysNothingIfSomeoneElseWasQuicker) {
+    open(copies("waiting"));
     control().refuse("Allow", "NothingWaiting", "nothing waits");
-    open();
     const auto asked = control().timesAsked("ListCopies");
-    QTest::mouseClick(named("Allow Camera"), Qt::LeftButton);
-    ASSERT_TRUE(until([this, asked] { return control().timesAsked("ListCopies") > asked; }));
+    press("Allow Camera");
+    ASSERT_TRUE(untilAsked("ListCopies", asked + 1));
     EXPECT_FALSE(says("nothing waits"));
 }
 
-TEST_F(SystemSettings, SaysSoIfTheServiceIsNotThere) {
-    openWithoutService();
+TEST_F(SystemSettings, ShowsNothingButAWayToStartTheServiceUntilItIsBack) {
+    open(copies("waiting"));
+    control().leave();
+    ASSERT_TRUE(untilSaid("The simulated Mac is not running."));
     EXPECT_TRUE(shows("Start the simulated Mac"));
     EXPECT_FALSE(says("Camera Extensions"));
     EXPECT_FALSE(named("Restart")->isEnabled());
-}
-
-TEST_F(SystemSettings, ShowsTheListsAgainWhenTheServiceIsBack) {
-    control().show({waitingCamera()});
-    open();
-    control().leave();
-    ASSERT_TRUE(untilSaid("The simulated Mac is not running."));
-    EXPECT_FALSE(shows("Allow Camera"));
     control().comeBack();
     ASSERT_TRUE(untilShown("Allow Camera"));
     EXPECT_FALSE(says("The simulated Mac is not running."));
     EXPECT_TRUE(named("Restart")->isEnabled());
-}
-
-TEST_F(SystemSettings, LooksAgainWhenStartIsPressed) {
-    openWithoutService();
-    QTest::mouseClick(named("Start the simulated Mac"), Qt::LeftButton);
-    control().comeBack();
-    EXPECT_TRUE(untilSaid("Camera Extensions"));
 }
 
 TEST_F(SystemSettings, SaysSoIfTheBusIsGone) {
@@ -220,83 +267,35 @@ TEST_F(SystemSettings, SaysSoIfTheBusIsGone) {
 }
 
 TEST_F(SystemSettings, AsksTheAdministratorsQuestionOverEverythingElse) {
-    control().show({enabledNetwork()});
-    open();
-    control().showRequests({question(network)});
-    ASSERT_TRUE(untilShown("Authorize Network"));
-    EXPECT_TRUE(says("An administrator has to agree"));
+    openWithQuestion();
     EXPECT_TRUE(says("Driver Manager wants to remove Network."));
     EXPECT_EQ(texts().count(network), 2); // in its row and in the question
     EXPECT_FALSE(named("Enable Network")->isEnabled());
     EXPECT_FALSE(named("Restart")->isEnabled());
-    QTest::mouseClick(named("Authorize Network"), Qt::LeftButton);
-    EXPECT_TRUE(untilDone("Authorize com.kelvra.driverkit.usb-to-poe"));
+    EXPECT_EQ(walk(2), (QStringList{"Refuse Network", "Authorize Network"}));
 }
 
-TEST_F(SystemSettings, TakesTheQuestionAwayWhoeverAnsweredIt) {
-    control().show({enabledNetwork()});
-    open();
-    named("Enable Network")->setFocus();
-    control().showRequests({question(network)});
-    ASSERT_TRUE(untilShown("Refuse Network"));
-    EXPECT_EQ(focused(), "Authorize Network");
-    control().showRequests({});
-    ASSERT_TRUE(until([this] { return !shows("Refuse Network"); }));
-    EXPECT_TRUE(named("Restart")->isEnabled());
-    EXPECT_EQ(focused(), "Enable Network");
+TEST_F(SystemSettings, RefusesAtEscape) {
+    openWithQuestion();
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(untilDone("Refuse " + network));
 }
 
-TEST_F(SystemSettings, RefusesAtEscapeAndAtThePressOfRefuse) {
-    control().show({enabledNetwork()});
-    control().showRequests({question(network)});
-    open();
-    ASSERT_TRUE(untilShown("Refuse Network"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    EXPECT_TRUE(untilDone("Refuse com.kelvra.driverkit.usb-to-poe"));
-    control().showRequests({question(camera)});
-    ASSERT_TRUE(untilShown("Refuse com.kelvra.ip-camera.cmio"));
-    QTest::mouseClick(named("Refuse com.kelvra.ip-camera.cmio"), Qt::LeftButton);
-    EXPECT_TRUE(untilDone("Refuse com.kelvra.ip-camera.cmio"));
-}
-
-TEST_F(SystemSettings, TakesADoubleClickForOneAnswer) {
-    control().show({enabledNetwork()});
-    control().showRequests({question(network)});
-    open();
-    ASSERT_TRUE(untilShown("Authorize Network"));
+TEST_F(SystemSettings, TakesADoubleClickAndAKeyThatIsHeldForOneAnswer) {
+    openWithQuestion();
     auto* const authorize = named("Authorize Network");
-    const auto middle = authorize->rect().center();
-    QMouseEvent again{QEvent::MouseButtonDblClick,
-                      middle,
-                      authorize->mapToGlobal(middle),
-                      Qt::LeftButton,
-                      Qt::LeftButton,
-                      Qt::NoModifier};
-    QTest::mouseClick(authorize, Qt::LeftButton);
-    QApplication::sendEvent(authorize, &again);
+    QKeyEvent held{QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true};
+    click("Authorize Network");
+    QTest::mouseDClick(authorize, Qt::LeftButton);
     QTest::mouseRelease(authorize, Qt::LeftButton);
+    QApplication::sendEvent(authorize, &held);
     press("Refuse Network");
-    ASSERT_TRUE(untilDone("Refuse com.kelvra.driverkit.usb-to-poe"));
-    EXPECT_EQ(control().deeds().count("Authorize com.kelvra.driverkit.usb-to-poe"), 1);
-}
-
-TEST_F(SystemSettings, TakesAKeyThatIsHeldForOneAnswer) {
-    control().show({enabledNetwork()});
-    control().showRequests({question(network)});
-    open();
-    ASSERT_TRUE(untilShown("Authorize Network"));
-    QKeyEvent again{QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true};
-    QTest::keyClick(named("Authorize Network"), Qt::Key_Return);
-    QApplication::sendEvent(named("Authorize Network"), &again);
-    press("Refuse Network");
-    ASSERT_TRUE(untilDone("Refuse com.kelvra.driverkit.usb-to-poe"));
-    EXPECT_EQ(control().deeds().count("Authorize com.kelvra.driverkit.usb-to-poe"), 1);
+    ASSERT_TRUE(untilDone("Refuse " + network));
+    EXPECT_EQ(control().deeds().count("Authorize " + network), 1);
 }
 
 TEST_F(SystemSettings, CutsNothingOffHoweverNarrowItIsMade) {
-    control().show({waitingCamera(), enabledNetwork(), numbered(3, copyIn("uninstalling", network, "2.0", "2004"))});
-    open();
-    ASSERT_TRUE(untilShown("Allow Camera"));
+    open(copies("waiting", "enabled") << removedNetwork());
     window().resize(window().minimumSize());
     ASSERT_TRUE(until([&] { return window().height() == window().minimumHeight(); }));
     EXPECT_FALSE(reachesBeyond("Allow Camera"));
@@ -304,34 +303,96 @@ TEST_F(SystemSettings, CutsNothingOffHoweverNarrowItIsMade) {
 }
 
 TEST_F(SystemSettings, CutsNoControlOffHoweverLongAVersionIs) {
-    const QString version(200, u'1');
-    control().show({numbered(1, copyIn("waiting", camera, version, version)), enabledNetwork()});
-    open();
-    ASSERT_TRUE(untilShown("Allow Camera"));
-    const auto* const scroll = window().findChild<QScrollArea*>();
-    EXPECT_LE(leastWidthOf(*scroll->widget()), scroll->viewport()->width());
-    EXPECT_TRUE(says(version + u'/' + version));
+    const QString version(400, u'1');
+    open({copyIn("waiting", camera, "2.1", version)});
+    handleEvents(); // so that everything has its place
+    EXPECT_FALSE(reachesBeyond("Allow Camera"));
+    EXPECT_TRUE(says("2.1/" + version));
 }
 
 TEST_F(SystemSettings, WrapsALongQuestion) {
-    auto asked = question(network);
-    asked.application = "/Applications/" + QStringLiteral("A Long Name ").repeated(20) + ".app";
-    control().showRequests({asked});
+    control().showRequests({question(network, QString{"A Long Name "}.repeated(20))});
     open();
-    ASSERT_TRUE(untilShown("Authorize " + QString{network}));
-    const auto labels = window().findChild<settings::AuthorizationSheet*>()->findChildren<QLabel*>();
-    const auto sentence = std::find_if(labels.begin(), labels.end(),
-                                       [](const QLabel* label) { return label->text().contains("A Long Name"); });
-    ASSERT_NE(sentence, labels.end());
-    EXPECT_GT((*sentence)->heightForWidth(340), 3 * (*sentence)->fontMetrics().height());
+    ASSERT_TRUE(untilShown("Authorize " + network));
+    const auto& sentence = labelWith("A Long Name");
+    EXPECT_GT(sentence.heightForWidth(340), 3 * sentence.fontMetrics().height());
 }
 
 TEST_F(SystemSettings, DropsAnswersThatComeAfterItIsClosed) {
     open();
     emit control().Changed();
-    ASSERT_TRUE(until([this] { return control().timesAsked("ListCopies") == 2; }));
+    ASSERT_TRUE(untilAsked("ListCopies", 2));
     close();
     handleEvents();
 }
+
+TEST_F(SystemSettings, EndsCleanlyOnSigtermWhileAQuestionIsOpen) {
+    control().showRequests({question("x")});
+    Program program{SYSTEM_SETTINGS, {}, bus().environment()};
+    ASSERT_TRUE(untilAsked("ListRequests", 1));
+    ASSERT_TRUE(program.signal(SIGTERM));
+    ASSERT_TRUE(program.ended());
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_EQ(program.errors(), "");
+}
+
+TEST_F(SystemSettings, IsReadAndWalkedByTabInTheOrderShownAlsoAfterARowCameBeforeAnother) {
+    open(copies("waiting"));
+    control().show(QList{copyIn("disabled", "first.cmio")} << copies("waiting", "enabled"));
+    ASSERT_TRUE(untilSaid("first.cmio"));
+    EXPECT_LT(texts().indexOf("first.cmio"), texts().indexOf(camera));
+    EXPECT_EQ(walk(5), (QStringList{"Enable Camera", "Deny Camera", "Allow Camera", "Enable Network", "Restart"}));
+}
+
+TEST_F(SystemSettings, SendsKeyboardFocusNowhereElseOnItsWay) {
+    open(copies("enabled", "enabled"));
+    named("Enable Network")->setFocus();
+    QStringList way;
+    const auto connection = QObject::connect(qApp, &QApplication::focusChanged, [&] { way += focused(); });
+    control().showRequests({question(network)});
+    ASSERT_TRUE(untilShown("Authorize Network"));
+    control().show(copies("enabled", "uninstalling"));
+    control().showRequests({});
+    ASSERT_TRUE(until([this] { return !shows("Authorize Network"); }));
+    QObject::disconnect(connection);
+    EXPECT_TRUE(named("Restart")->isEnabled());
+    EXPECT_EQ(way, (QStringList{"Authorize Network", "Enable Camera"}));
+}
+
+/// The conditions of the camera and of the network driver.
+using Conditions = std::array<QString, 2>;
+
+struct FocusCase {
+    std::string name;
+    QString focused;
+    Conditions before;
+    Conditions after;
+    QString expected;
+
+    friend void PrintTo(const FocusCase& focusCase, std::ostream* stream) { *stream << focusCase.name; }
+};
+
+class TheKeyboardFocusOfSystemSettings : public SystemSettings, public testing::WithParamInterface<FocusCase> {};
+
+TEST_P(TheKeyboardFocusOfSystemSettings, StaysNearWhatIsGone) {
+    const auto& [name, focusedBefore, before, after, expected] = GetParam();
+    open(copies(before[0], before[1]));
+    named(focusedBefore)->setFocus();
+    control().show(copies(after[0], after[1]) << removedNetwork());
+    ASSERT_TRUE(untilSaid("Removed at restart"));
+    EXPECT_EQ(focused(), expected);
+}
+
+const FocusCase focusCases[]{
+    {"ACopyComes", "Enable Network", {"", "enabled"}, {"waiting", "enabled"}, "Enable Network"},
+    {"ASwitchComes", "Allow Camera", {"waiting", "enabled"}, {"enabled", "enabled"}, "Enable Camera"},
+    {"ANextIsThere", "Deny Camera", {"waiting", "enabled"}, {"", "enabled"}, "Enable Network"},
+    {"OneBeforeIsThere", "Enable Network", {"enabled", "enabled"}, {"enabled", ""}, "Enable Camera"},
+    {"NothingIsLeft", "Enable Camera", {"enabled", ""}, {"", ""}, ""},
+    {"ItIsOnRestart", "Restart", {"enabled", ""}, {"enabled", "enabled"}, "Restart"},
+};
+
+INSTANTIATE_TEST_SUITE_P(If, TheKeyboardFocusOfSystemSettings, testing::ValuesIn(focusCases),
+                         [](const auto& focusCase) { return focusCase.param.name; });
 
 } // namespace simulator::tests

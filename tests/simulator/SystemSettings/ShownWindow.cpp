@@ -1,7 +1,6 @@
 #include "ShownWindow.h"
 
 #include "simulator/SystemSettings/Appearance.h"
-#include "tests/simulator/support/Until.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -17,13 +16,11 @@ QString accessibleName(QWidget& widget) {
 
 } // namespace
 
-OffscreenApplication::Environment::Environment() {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
-}
-
 OffscreenApplication::OffscreenApplication() {
-    settings::useAppearance(application_);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_RUNTIME_DIR", runtime_.path().toUtf8());
+    application_.emplace(argc_, argv_);
+    settings::useAppearance(*application_);
 }
 
 ShownWindow::ShownWindow(const QDBusConnection& bus) : window_{bus} {
@@ -53,14 +50,6 @@ void ShownWindow::press(const QString& name) {
     QAccessible::queryAccessibleInterface(named(name))
         ->actionInterface()
         ->doAction(QAccessibleActionInterface::pressAction());
-}
-
-bool ShownWindow::untilShown(const QString& name) {
-    return until([this, &name] { return shows(name); });
-}
-
-bool ShownWindow::untilSaid(const QString& text) {
-    return until([this, &text] { return says(text); });
 }
 
 } // namespace simulator::tests

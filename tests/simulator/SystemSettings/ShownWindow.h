@@ -1,10 +1,13 @@
 #pragma once
 
 #include "simulator/SystemSettings/SettingsWindow.h"
+#include "tests/simulator/support/Until.h"
 
 #include <QApplication>
 #include <QStringList>
 #include <QTemporaryDir>
+
+#include <optional>
 
 namespace simulator::tests {
 
@@ -14,17 +17,11 @@ public:
     OffscreenApplication();
 
 private:
-    /// Where the application is told what it is to be, before there is one.
-    struct Environment {
-        Environment();
-        QTemporaryDir runtime;
-    };
-
-    Environment environment_;
+    QTemporaryDir runtime_;
     int argc_ = 1;
     char name_[6] = "tests";
     char* argv_[2] = {name_, nullptr};
-    QApplication application_{argc_, argv_};
+    std::optional<QApplication> application_;
 };
 
 /// The window of System Settings as assistive technology finds it.
@@ -47,8 +44,12 @@ public:
     /// Presses the control as assistive technology does. It must be there.
     void press(const QString& name);
 
-    [[nodiscard]] bool untilShown(const QString& name);
-    [[nodiscard]] bool untilSaid(const QString& text);
+    [[nodiscard]] bool untilShown(const QString& name) {
+        return until([&] { return shows(name); });
+    }
+    [[nodiscard]] bool untilSaid(const QString& text) {
+        return until([&] { return says(text); });
+    }
 
 private:
     settings::SettingsWindow window_;
