@@ -78,7 +78,9 @@ class MacTest(DesktopTest):
         self.expect_look(application, banner, camera, network)
         application.end()
 
-    def open_settings(self):
+    def open_settings(self, application):
+        """Waits until the application's window has given the keyboard away, which would close a menu of its."""
+        application.screen.wait_for(application.screen.is_active, "the application is active")
         settings = Screen(self.desktop.start([BUILD / "bin/SystemSettings"], program=QuietProgram))
-        self.desktop.display.wait_until_active(SETTINGS)  # a window that comes up closes the menu of another
+        application.screen.wait_for(lambda: not application.screen.is_active(), "System Settings is active")
         return settings

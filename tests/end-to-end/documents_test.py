@@ -75,7 +75,7 @@ class TheTourOfTheSimulator(MacTest):
         application.wait_for_state("Network Driver", "Await approval")
         self.assertEqual("1 request(s)", self.type_block()[0][0])
         application.wait_for_line("(Request was canceled.)", application.errors)
-        settings = self.open_settings()
+        settings = self.open_settings(application)
         application.choose("Remove", "Camera Driver")
         settings.wait_for_node("Authorize Camera")
         self.assertTrue(self.type_block()[0][-1].endswith("[authorization]"))

@@ -14,8 +14,8 @@ UNKNOWN_ERROR = "(An unknown error occurred.)"
 class TheRoad(MacTest):
     def test_of_a_person_leads_from_nothing_installed_to_all_set(self):
         application = self.open_application()
-        settings = self.open_settings()
         self.expect_look(application, NOTHING_INSTALLED, NOT_INSTALLED, NOT_INSTALLED)
+        settings = self.open_settings(application)
 
         self.activate(application, CAMERA, "Camera Driver", f"{CAMERA} {AWAITS}")
         self.expect_everywhere(application, AWAITING, "Await approval", NOT_INSTALLED)
@@ -62,7 +62,7 @@ class TheMenu(MacTest):
         application = self.open_application()
         self.expect_look(application, ALL_SET, "Enabled", "Enabled")
         application.wait_for_lines(2)
-        settings = self.open_settings()
+        settings = self.open_settings(application)
         application.choose("Remove", "Camera Driver")
         settings.wait_for_text("Driver Manager wants to remove Camera.")
         self.expect_look(application, ALL_SET, "Enabled", "Enabled")

@@ -61,6 +61,10 @@ class Screen:
         except GLib.Error:
             return []
 
+    def is_active(self):
+        """Whether its window has the keyboard."""
+        return any(node.get_state_set().contains(Atspi.StateType.ACTIVE) for node in self.nodes())
+
     def find(self, name, *roles):
         for node in self.nodes():
             if node.get_name() == name and (not roles or node.get_role() in roles):

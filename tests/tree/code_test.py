@@ -34,7 +34,7 @@ def functions(path, text):
     if path.suffix == ".py" or text.startswith("#!/usr/bin/python3"):
         found = (node for node in ast.walk(ast.parse(text)) if isinstance(node, ast.FunctionDef))
         return [(node.lineno, node.end_lineno - node.lineno + 1, node.name) for node in found]
-    found = re.finditer(r"^(\w+)\(\) \{$.*?^\}$", text, re.MULTILINE | re.DOTALL)
+    found = re.finditer(r"^(\w+)\(\) \{$.*?^\}", text, re.MULTILINE | re.DOTALL)
     return [(cpp.line_at(text, script.start()), script[0].count("\n") + 1, script[1]) for script in found]
 
 
