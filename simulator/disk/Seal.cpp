@@ -1,8 +1,10 @@
 #include "simulator/disk/Seal.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QSaveFile>
 
+#include <filesystem>
 #include <system_error>
 
 namespace simulator {
@@ -11,8 +13,30 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t pieceSize = 1048576;
 constexpr auto sealFile = "_SimulatedSignature.plist";
+
+std::string hexOf(const QCryptographicHash& hash) {
+    return hash.result().toHex().toStdString();
+}
+
+/// A link to one is none.
+bool isFolder(const fs::directory_entry& entry) {
+    return entry.is_directory() && !entry.is_symlink();
+}
+
+/// Of a link the target as the link itself says it, which holds wherever the bundle is moved to. Throws
+/// filesystem_error.
+std::string digestOf(const fs::directory_entry& entry) {
+    QCryptographicHash hash{QCryptographicHash::Sha256};
+    if (entry.is_symlink()) {
+        hash.addData(QByteArray::fromStdString(fs::read_symlink(entry.path())));
+        return "link " + hexOf(hash);
+    }
+    QFile file{entry.path()};
+    const bool isRead = entry.is_regular_file() && file.open(QIODevice::ReadOnly) && hash.addData(&file);
+    if (!isRead) throw fs::filesystem_error{"cannot be read", std::make_error_code(std::errc::io_error)};
+    return hexOf(hash);
+}
 
 } // namespace
 
@@ -44,62 +68,19 @@ std::string writeSeal(const std::string& bundle, const Seal& seal) {
     return isWritten && file.commit() ? std::string{} : file.errorString().toStdString();
 }
 
-Digestion::Digestion(const std::string& bundle) {
-    std::error_code problem;
-    bundle_ = fs::canonical(bundle, problem);
-    seal_ = fs::path{contentsOf(bundle_)} / sealFile;
-    if (!problem) next_ = fs::recursive_directory_iterator{bundle_, problem};
-    if (problem) giveUp();
-}
-
-/// A file counts as a piece of its own however small it is, but so does a folder, and a link.
-bool Digestion::goOn() {
-    try {
-        if (file_.is_open()) {
-            read();
-        } else if (next_ != fs::recursive_directory_iterator{}) {
-            begin(*next_++);
-        }
-    } catch (const fs::filesystem_error&) {
-        giveUp();
-    }
-    return file_.is_open() || next_ != fs::recursive_directory_iterator{};
-}
-
-void Digestion::begin(const fs::directory_entry& entry) {
-    name_ = entry.path().lexically_relative(bundle_);
-    hash_.reset();
-    if (entry.is_symlink()) {
-        hash_.addData(QByteArray::fromStdString(fs::read_symlink(entry.path())));
-        digests_->emplace(name_, "link " + hash_.result().toHex().toStdString());
-    } else if (entry.is_regular_file()) {
-        if (entry.path() != seal_) file_.open(entry.path(), std::ios::binary);
-    } else if (!entry.is_directory()) {
-        giveUp();
-    }
-}
-
-void Digestion::read() {
-    std::string piece(pieceSize, '\0');
-    file_.read(piece.data(), static_cast<std::streamsize>(piece.size()));
-    hash_.addData(QByteArray::fromRawData(piece.data(), file_.gcount()));
-    if (file_) return;
-    if (file_.bad()) return giveUp();
-    digests_->emplace(name_, hash_.result().toHex().toStdString());
-    file_.close();
-}
-
-void Digestion::giveUp() {
-    digests_.reset();
-    file_.close();
-    next_ = {};
-}
-
 std::optional<Digests> digestsOf(const std::string& bundle) {
-    Digestion digestion{bundle};
-    while (digestion.goOn()) {
+    try {
+        const fs::path root = fs::canonical(bundle);
+        const fs::path seal = fs::path{contentsOf(root)} / sealFile;
+        Digests digests;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator{root}) {
+            if (isFolder(entry) || entry.path() == seal) continue;
+            digests[entry.path().lexically_relative(root)] = digestOf(entry);
+        }
+        return digests;
+    } catch (const fs::filesystem_error&) {
+        return std::nullopt;
     }
-    return digestion.digests();
 }
 
 } // namespace simulator

@@ -2,10 +2,6 @@
 
 #include "simulator/disk/PropertyList.h"
 
-#include <QCryptographicHash>
-
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <optional>
 #include <string>
@@ -32,33 +28,8 @@ std::optional<Seal> readSeal(const std::string& bundle);
 /// Answers with what went wrong; empty if it is written. It appears whole or not at all.
 std::string writeSeal(const std::string& bundle, const Seal& seal);
 
-/// Takes the digests of all files of a bundle but its own seal, a piece at a time, so that nobody has to wait until the
-/// largest of them is read.
-class Digestion {
-public:
-    explicit Digestion(const std::string& bundle);
-
-    /// Reads about a megabyte. Says whether there is more to read.
-    bool goOn();
-    /// When all is read: nothing if a file cannot be, as a pipe cannot. A link is never the same as a file.
-    const std::optional<Digests>& digests() const { return digests_; }
-
-private:
-    void begin(const std::filesystem::directory_entry& entry);
-    void read();
-    void giveUp();
-
-    std::filesystem::path bundle_;
-    std::filesystem::path seal_;
-    /// The next one of the bundle's files; and the one that is being read, if any is.
-    std::filesystem::recursive_directory_iterator next_;
-    std::ifstream file_;
-    std::string name_;
-    QCryptographicHash hash_{QCryptographicHash::Sha256};
-    std::optional<Digests> digests_{Digests{}};
-};
-
-/// All at once.
+/// Of every file in the bundle but its own seal; a link is never the same as a file. Nothing if one cannot be read, as
+/// a pipe cannot. Reads them all, however large they are; may be called on any thread.
 std::optional<Digests> digestsOf(const std::string& bundle);
 
 } // namespace simulator
