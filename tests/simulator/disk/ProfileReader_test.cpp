@@ -2,6 +2,8 @@
 
 #include "simulator/disk/PropertyList.h"
 
+#include <array>
+
 namespace simulator {
 namespace {
 
@@ -69,18 +71,13 @@ TEST(AProfile, IsEmptyForNoBytes) {
     EXPECT_EQ(std::get<Profile>(readProfile("")), Profile{});
 }
 
-TEST(AProfile, IsNoneForWhatIsNoPropertyList) {
+TEST(AProfile, IsNoneForWhatHoldsNoPolicy) {
     EXPECT_EQ(refusalOf("nonsense"), "the profile is no property list");
-}
-
-TEST(AProfile, IsNoneForAPropertyListAboutSomethingElse) {
-    EXPECT_EQ(refusalOf(List{{"WiFi", true}}), "the profile holds no system extension policy");
-    EXPECT_EQ(refusalOf(PropertyList{"text"}.toXml()), "the profile holds no system extension policy");
-}
-
-TEST(AProfile, IsNoneForAConfigurationProfileAboutSomethingElse) {
+    constexpr auto problem = "the profile holds no system extension policy";
+    EXPECT_EQ(refusalOf(List{{"WiFi", true}}), problem);
+    EXPECT_EQ(refusalOf(PropertyList{"text"}.toXml()), problem);
     const List other = payload("com.apple.security.firewall", {{"AllowUserOverrides", false}});
-    EXPECT_EQ(refusalOf(configurationOf({other})), "the profile holds no system extension policy");
+    EXPECT_EQ(refusalOf(configurationOf({other})), problem);
 }
 
 TEST(AProfile, IsNotChangedByAPayloadAboutSomethingElse) {
@@ -101,35 +98,37 @@ TEST(AProfile, MayHoldAPolicyThatSaysNothing) {
     EXPECT_FALSE(profileOf(configurationOf({payload(policyType, {})})).forbids("TEAM", "a"));
 }
 
-TEST(AMalformedProfile, IsRefusedForOverridesThatAreNeitherTrueNorFalse) {
-    constexpr auto problem = "the profile is malformed: AllowUserOverrides has to be true or false";
-    EXPECT_EQ(refusalOf(List{{"AllowUserOverrides", "true"}}), problem);
-    EXPECT_EQ(refusalOf(List{{"AllowUserOverrides", Array{true}}}), problem);
-    EXPECT_EQ(
-        refusalOf(R"(<plist version="1.0"><dict><key>AllowUserOverrides</key><integer>1</integer></dict></plist>)"),
-        problem);
-}
+/// A key, a value of the wrong type, and what it has to be.
+struct Malformed {
+    const char* key;
+    const char* value;
+    const char* shape;
+};
 
-TEST(AMalformedProfile, IsRefusedForTeamsThatAreNoArrayOfTexts) {
-    constexpr auto problem = "the profile is malformed: AllowedTeamIdentifiers has to be an array of texts";
-    EXPECT_EQ(refusalOf(List{{"AllowedTeamIdentifiers", "TEAM"}}), problem);
-    EXPECT_EQ(refusalOf(List{{"AllowedTeamIdentifiers", Array{"TEAM", true}}}), problem);
-    EXPECT_EQ(
-        refusalOf(R"(<plist version="1.0"><dict><key>AllowedTeamIdentifiers</key><integer>1</integer></dict></plist>)"),
-        problem);
-    EXPECT_EQ(
-        refusalOf(
-            R"(<plist version="1.0"><dict><key>AllowedTeamIdentifiers</key><array><integer>1</integer></array></dict></plist>)"),
-        problem);
-}
+constexpr auto textsOfTeams = "a dictionary with an array of texts for each team";
+constexpr std::array everyMalformed{
+    Malformed{"AllowUserOverrides", "<string>true</string>", "true or false"},
+    Malformed{"AllowUserOverrides", "<integer>1</integer>", "true or false"},
+    Malformed{"AllowUserOverrides", "<array><true/></array>", "true or false"},
+    Malformed{"AllowedTeamIdentifiers", "<string>TEAM</string>", "an array of texts"},
+    Malformed{"AllowedTeamIdentifiers", "<integer>1</integer>", "an array of texts"},
+    Malformed{"AllowedTeamIdentifiers", "<array><string>TEAM</string><true/></array>", "an array of texts"},
+    Malformed{"AllowedTeamIdentifiers", "<array><integer>1</integer></array>", "an array of texts"},
+    Malformed{"AllowedSystemExtensions", "<array><string>a</string></array>", textsOfTeams},
+    Malformed{"AllowedSystemExtensions", "<dict><key>TEAM</key><string>a</string></dict>", textsOfTeams},
+    Malformed{"RemovableSystemExtensions", "<array><string>a</string></array>", textsOfTeams},
+    Malformed{"RemovableSystemExtensions", "<dict><key>T</key><array><dict/></array></dict>", textsOfTeams},
+    Malformed{"PayloadContent", "<dict><key>AllowUserOverrides</key><false/></dict>", "an array of dictionaries"},
+    Malformed{"PayloadContent", "<array><string>a</string></array>", "an array of dictionaries"},
+    Malformed{"PayloadType", "<true/>", "a text"},
+};
 
-TEST(AMalformedProfile, IsRefusedForExtensionsThatAreNoArraysOfTextsByTeam) {
-    for (const std::string key : {"AllowedSystemExtensions", "RemovableSystemExtensions"}) {
-        const std::string problem =
-            "the profile is malformed: " + key + " has to be a dictionary with an array of texts for each team";
-        EXPECT_EQ(refusalOf(List{{key, Array{"a"}}}), problem);
-        EXPECT_EQ(refusalOf(List{{key, List{{"TEAM", "a"}}}}), problem);
-        EXPECT_EQ(refusalOf(List{{key, List{{"TEAM", Array{List{}}}}}}), problem);
+TEST(AMalformedProfile, IsRefusedWithTheKeyAndWhatItHasToBe) {
+    for (const auto& [key, value, shape] : everyMalformed) {
+        const std::string entry = std::string{"<key>"} + key + "</key>" + value;
+        EXPECT_EQ(refusalOf("<plist><dict>" + entry + "</dict></plist>"),
+                  std::string{"the profile is malformed: "} + key + " has to be " + shape)
+            << value;
     }
 }
 
@@ -137,17 +136,6 @@ TEST(AMalformedProfile, IsRefusedForAWrongKeyInAPayload) {
     const List policy = payload(policyType, {{"AllowUserOverrides", "false"}});
     EXPECT_EQ(refusalOf(configurationOf({policy})),
               "the profile is malformed: AllowUserOverrides has to be true or false");
-}
-
-TEST(AMalformedProfile, IsRefusedForPayloadsThatAreNone) {
-    constexpr auto problem = "the profile is malformed: PayloadContent has to be an array of dictionaries";
-    EXPECT_EQ(refusalOf(List{{"PayloadContent", List{{"AllowUserOverrides", false}}}}), problem);
-    EXPECT_EQ(refusalOf(configurationOf({"AllowUserOverrides"})), problem);
-}
-
-TEST(AMalformedProfile, IsRefusedForATypeThatIsNoText) {
-    EXPECT_EQ(refusalOf(List{{"PayloadType", true}, {"AllowUserOverrides", false}}),
-              "the profile is malformed: PayloadType has to be a text");
 }
 
 } // namespace

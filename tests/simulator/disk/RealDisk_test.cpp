@@ -1,96 +1,93 @@
-#include "simulator/core/Machine.h"
 #include "simulator/disk/RealDisk.h"
 #include "simulator/disk/Seal.h"
 
-#include <QDir>
-#include <QFile>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include <QProcess>
 #include <QTemporaryDir>
 
 #include <sys/stat.h>
 
+#include <array>
 #include <filesystem>
+#include <fstream>
 
 namespace simulator {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr auto identifier = "com.example.camera";
+namespace fs = std::filesystem;
+using List = PropertyList::Dictionary;
 
-void write(const QString& path, const QByteArray& contents) {
-    QDir{}.mkpath(QFileInfo{path}.path());
-    QFile file{path};
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(contents);
+void write(const fs::path& path, const std::string& contents) {
+    fs::create_directories(path.parent_path());
+    std::ofstream{path} << contents;
 }
 
-QByteArray listOf(const PropertyList::Dictionary& dictionary) {
-    return QByteArray::fromStdString(PropertyList{dictionary}.toXml());
+void write(const fs::path& path, const List& list) {
+    write(path, PropertyList{list}.toXml());
 }
 
-void makePipe(const QString& path) {
-    ASSERT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+int seal(const fs::path& bundle, QStringList arguments, const fs::path& from = "/") {
+    QProcess program;
+    program.setWorkingDirectory(QString::fromStdString(from));
+    program.setStandardErrorFile(QProcess::nullDevice());
+    program.start(SEAL, arguments << QString::fromStdString(bundle));
+    EXPECT_TRUE(program.waitForFinished());
+    return program.exitCode();
+}
+
+bool matchesItsSeal(const fs::path& bundle) {
+    const auto seal = readSeal(bundle);
+    return seal && digestsOf(bundle) == seal->files;
 }
 
 class ABundleOnDisk : public testing::Test {
 protected:
-    void SetUp() override {
-        write(bundle + "/Contents/Info.plist", listOf({{"CFBundleIdentifier", "com.example.manager"}}));
-        write(extension + "/Contents/Info.plist", listOf(info));
-        write(extension + "/Contents/MacOS/camera", "code");
+    ABundleOnDisk() {
+        write(bundle / "Contents/Info.plist", List{{"CFBundleIdentifier", "com.example.manager"}});
+        write(contents / "Info.plist", {{"CFBundleIdentifier", "com.example.camera"},
+                                        {"CFBundleShortVersionString", "2.1"},
+                                        {"CFBundleVersion", "2105"},
+                                        {"CFBundleName", "Camera"},
+                                        {"NSSystemExtensionUsageDescription", "To show pictures."},
+                                        {"CMIOExtension", List{{"CMIOExtensionMachServiceName", "TEAM.a.camera"}}}});
+        write(contents / "MacOS/camera", "code");
     }
 
-    int seal(const QStringList& arguments) { return QProcess::execute(SEAL, arguments); }
-
-    void sealBoth() {
-        ASSERT_EQ(seal({extension, "--team", "TEAM", "--entitlement", "com.apple.security.application-groups=TEAM.a",
-                        "--entitlement", "com.apple.security.application-groups=TEAM.b"}),
+    void sealBoth() const {
+        ASSERT_EQ(seal(extension, {"--team", "TEAM", "--entitlement", "com.apple.security.application-groups=TEAM.a",
+                                   "--entitlement", "com.apple.security.application-groups=TEAM.b"}),
                   0);
-        ASSERT_EQ(seal({bundle, "--team", "TEAM", "--entitlement", "com.apple.developer.system-extension.install"}), 0);
+        ASSERT_EQ(seal(bundle, {"--team", "TEAM", "--entitlement", "com.apple.developer.system-extension.install"}), 0);
     }
 
-    /// In the extension, to something else in it.
-    void link(const std::string& target, const QString& name) {
-        std::filesystem::create_symlink(target, (extension + "/Contents/" + name).toStdString());
+    BundleOnDisk read() const { return disk.read(bundle).value(); }
+    ExtensionOnDisk readExtension() const { return read().extensions.at(0); }
+    ExtensionOnDisk readExtensionWith(const List& info) const {
+        write(contents / "Info.plist", info);
+        return readExtension();
     }
 
-    void unlink(const QString& name) { QFile::remove(extension + "/Contents/" + name); }
-
-    /// The code that an activation of the extension fails with; 0 if it needs approval.
-    std::int64_t codeOfActivation(const std::string& which = identifier) {
-        Machine machine{State{}, disk};
-        EXPECT_EQ(machine.setApplicationsFolders({folder.path().toStdString()}), done);
-        EXPECT_EQ(machine.submit({"client", "a", bundle.toStdString(), RequestKind::activation, which}), done);
-        while (machine.step()) {
-        }
-        const AnswerBody answer = machine.takeOutbox().answers.at(0).body;
-        if (const auto* const failure = std::get_if<Failure>(&answer)) return failure->code;
-        EXPECT_TRUE(std::holds_alternative<NeedsApproval>(answer));
-        return 0;
-    }
-
-    BundleOnDisk read() { return disk.read(bundle.toStdString()).value(); }
-    ExtensionOnDisk readExtension() { return read().extensions.at(0); }
-
-    QTemporaryDir folder;
-    QString bundle = folder.filePath("Manager.app");
-    QString extension = bundle + "/Contents/Library/SystemExtensions/" + identifier + ".systemextension";
-    PropertyList::Dictionary info{
-        {"CFBundleIdentifier", identifier},
-        {"CFBundleShortVersionString", "2.1"},
-        {"CFBundleVersion", "2105"},
-        {"CFBundleName", "Camera"},
-        {"NSSystemExtensionUsageDescription", "To show pictures."},
-        {"CMIOExtension", PropertyList::Dictionary{{"CMIOExtensionMachServiceName", "TEAM.a.camera"}}}};
+    QTemporaryDir temporary;
+    fs::path folder = temporary.path().toStdString();
+    fs::path bundle = folder / "Manager.app";
+    fs::path extensions = bundle / "Contents/Library/SystemExtensions";
+    fs::path extension = extensions / "com.example.camera.systemextension";
+    fs::path contents = extension / "Contents";
     RealDisk disk;
 };
+
+// What is read -------------------------------------------------------------------------------------------------------
 
 TEST_F(ABundleOnDisk, IsReadWithItsExtension) {
     sealBoth();
     const BundleOnDisk found = read();
-    EXPECT_EQ(found.path, bundle.toStdString());
+    EXPECT_EQ(found.path, bundle);
     EXPECT_EQ(found.identifier, "com.example.manager");
     EXPECT_EQ(found.team, "TEAM");
     EXPECT_TRUE(found.mayInstallExtensions);
@@ -106,185 +103,167 @@ TEST_F(ABundleOnDisk, IsReadWithItsExtension) {
     EXPECT_EQ(camera.machServiceName, "TEAM.a.camera");
     EXPECT_EQ(camera.team, "TEAM");
     EXPECT_THAT(camera.applicationGroups, ElementsAre("TEAM.a", "TEAM.b"));
-    EXPECT_TRUE(camera.sealMatches);
 }
 
 TEST_F(ABundleOnDisk, HasNoTeamAndNoRightsUntilItIsSealed) {
     EXPECT_EQ(read().team, "");
     EXPECT_FALSE(read().mayInstallExtensions);
     EXPECT_EQ(readExtension().team, "");
-    EXPECT_FALSE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceAFileIsChanged) {
-    sealBoth();
-    write(extension + "/Contents/MacOS/camera", "mode");
-    EXPECT_FALSE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceAFileIsAdded) {
-    sealBoth();
-    write(extension + "/Contents/MacOS/.hidden", "");
-    EXPECT_FALSE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceAFileIsGone) {
-    sealBoth();
-    QFile::remove(extension + "/Contents/MacOS/camera");
-    EXPECT_FALSE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, MatchesAgainOnceItIsSealedAnew) {
-    sealBoth();
-    write(extension + "/Contents/MacOS/camera", "mode");
-    sealBoth();
-    EXPECT_TRUE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceAPipeIsAdded) {
-    sealBoth();
-    makePipe(extension + "/Contents/MacOS/pipe");
-    EXPECT_FALSE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceAFileIsAPipe) {
-    sealBoth();
-    QFile::remove(extension + "/Contents/MacOS/camera");
-    makePipe(extension + "/Contents/MacOS/camera");
-    EXPECT_FALSE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, WithAPipeIsNotSealed) {
-    makePipe(extension + "/Contents/MacOS/pipe");
-    EXPECT_EQ(seal({extension, "--team", "TEAM"}), 1);
-}
-
-TEST_F(ABundleOnDisk, MatchesItsSealThatWasWrittenByARelativePath) {
-    sealBoth();
-    QProcess program;
-    program.setWorkingDirectory(QFileInfo{extension}.path());
-    program.start(SEAL, {QFileInfo{extension}.fileName(), "--team", "OTHER"});
-    ASSERT_TRUE(program.waitForFinished());
-    ASSERT_EQ(program.exitCode(), 0);
-    EXPECT_EQ(readExtension().team, "OTHER");
-    EXPECT_TRUE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, MatchesItsSealWithItsLinksWhereverItIsMoved) {
-    link("MacOS/camera", "toFile");
-    link("MacOS", "toFolder");
-    link("nowhere", "toNothing");
-    sealBoth();
-    ASSERT_TRUE(QDir{}.rename(bundle, folder.filePath("Moved.app")));
-    const auto moved = disk.read(folder.filePath("Moved.app").toStdString()).value();
-    EXPECT_TRUE(moved.extensions.at(0).sealMatches);
-}
-
-TEST_F(ABundleOnDisk, FailsWithEightOnceAFileThatSaysTheSameIsInThePlaceOfALink) {
-    link("MacOS/camera", "link");
-    sealBoth();
-    EXPECT_EQ(codeOfActivation(), 0);
-    unlink("link");
-    write(extension + "/Contents/link", "MacOS/camera");
-    EXPECT_EQ(codeOfActivation(), code::codeSignatureInvalid);
-}
-
-TEST_F(ABundleOnDisk, FailsWithEightOnceALinkThatSaysTheSameIsInThePlaceOfAFile) {
-    sealBoth();
-    unlink("MacOS/camera");
-    link("code", "MacOS/camera");
-    EXPECT_EQ(codeOfActivation(), code::codeSignatureInvalid);
-}
-
-TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceALinkToAFileLeadsElsewhere) {
-    link("MacOS/camera", "link");
-    sealBoth();
-    unlink("link");
-    link("Info.plist", "link");
-    EXPECT_FALSE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceALinkToAFolderLeadsElsewhere) {
-    link("MacOS", "link");
-    sealBoth();
-    unlink("link");
-    link("/tmp", "link");
-    EXPECT_FALSE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, NoLongerMatchesItsSealOnceALinkToAFolderIsAdded) {
-    sealBoth();
-    link("MacOS", "link");
-    EXPECT_FALSE(readExtension().sealMatches);
-}
-
-TEST_F(ABundleOnDisk, MayHaveAnExtensionWithAPipeForAnInfoPlist) {
-    QFile::remove(extension + "/Contents/Info.plist");
-    makePipe(extension + "/Contents/Info.plist");
-    EXPECT_EQ(readExtension().identifier, "");
+    EXPECT_FALSE(matchesItsSeal(extension));
 }
 
 TEST_F(ABundleOnDisk, MayHaveAnExtensionWithoutAnInfoPlist) {
-    QFile::remove(extension + "/Contents/Info.plist");
+    fs::remove(contents / "Info.plist");
     EXPECT_EQ(readExtension().identifier, "");
     EXPECT_EQ(readExtension().category, std::nullopt);
-}
-
-TEST_F(ABundleOnDisk, MayHaveAnExtensionWithAnInfoPlistThatIsNone) {
-    write(extension + "/Contents/Info.plist", "nonsense");
+    ASSERT_EQ(mkfifo((contents / "Info.plist").c_str(), 0600), 0);
+    EXPECT_EQ(readExtension().identifier, "") << "a pipe is none";
+    fs::remove(contents / "Info.plist");
+    write(contents / "Info.plist", "nonsense");
     EXPECT_EQ(readExtension().identifier, "");
 }
 
 TEST_F(ABundleOnDisk, TellsTheCategoriesApart) {
-    const auto categoryWith = [&](const PropertyList::Dictionary& keys) {
-        write(extension + "/Contents/Info.plist", listOf(keys));
-        return readExtension().category;
-    };
-    EXPECT_EQ(categoryWith({}), std::nullopt);
-    EXPECT_EQ(categoryWith({{"NetworkExtension", PropertyList::Dictionary{}}}), Category::network);
-    EXPECT_EQ(categoryWith({{"NSEndpointSecurityMachServiceName", "x"}}), Category::endpointSecurity);
-    QDir{}.rename(extension, bundle + "/Contents/Library/SystemExtensions/com.example.camera.dext");
+    EXPECT_EQ(readExtensionWith({}).category, std::nullopt);
+    EXPECT_EQ(readExtensionWith({{"NetworkExtension", List{}}}).category, Category::network);
+    EXPECT_EQ(readExtensionWith({{"NSEndpointSecurityMachServiceName", "x"}}).category, Category::endpointSecurity);
+    fs::rename(extension, extensions / "com.example.camera.dext");
     EXPECT_EQ(readExtension().category, Category::driver);
 }
 
 TEST_F(ABundleOnDisk, NamesAnExtensionAsItIsDisplayedOrElseByItsFile) {
-    const auto nameWith = [&](const PropertyList::Dictionary& keys) {
-        write(extension + "/Contents/Info.plist", listOf(keys));
-        return readExtension().name;
-    };
-    EXPECT_EQ(nameWith({{"CFBundleName", "Camera"}, {"CFBundleDisplayName", "The Camera"}}), "The Camera");
-    EXPECT_EQ(nameWith({{"CFBundleName", "Camera"}}), "Camera");
-    EXPECT_EQ(nameWith({}), identifier);
+    EXPECT_EQ(readExtensionWith({{"CFBundleName", "Camera"}, {"CFBundleDisplayName", "The Camera"}}).name,
+              "The Camera");
+    EXPECT_EQ(readExtensionWith({{"CFBundleName", "Camera"}}).name, "Camera");
+    EXPECT_EQ(readExtensionWith({}).name, "com.example.camera");
 }
 
 TEST_F(ABundleOnDisk, ReadsAVersionThatIsANumberAsItsText) {
-    write(
-        extension + "/Contents/Info.plist",
-        R"(<?xml version="1.0"?><plist version="1.0"><dict><key>CFBundleVersion</key><integer>2105</integer></dict></plist>)");
+    write(contents / "Info.plist", R"(<plist><dict><key>CFBundleVersion</key><integer>2105</integer></dict></plist>)");
     EXPECT_EQ(readExtension().version, "2105");
 }
+
+TEST_F(ABundleOnDisk, IsFoundInItsFolderAndNothingElseIs) {
+    fs::create_directories(folder / "Notes");
+    write(folder / "File.app", "");
+    EXPECT_THAT(disk.bundlesIn(folder), ElementsAre(bundle));
+    EXPECT_THAT(disk.bundlesIn("/nowhere"), IsEmpty());
+    EXPECT_FALSE(disk.read("/nowhere.app"));
+}
+
+TEST_F(ABundleOnDisk, IsFoundFromTheProgramThatRunsInIt) {
+    EXPECT_EQ(bundleOfFile(bundle / "Contents/MacOS/Manager"), bundle);
+    EXPECT_EQ(bundleOfFile("/usr/bin/true"), "");
+}
+
+// Seals --------------------------------------------------------------------------------------------------------------
+
+class ASealedExtension : public ABundleOnDisk {
+protected:
+    ASealedExtension() {
+        fs::create_symlink("MacOS/camera", contents / "toFile");
+        fs::create_symlink("MacOS", contents / "toFolder");
+        fs::create_symlink("nowhere", contents / "toNothing");
+        sealBoth();
+    }
+};
+
+TEST_F(ASealedExtension, MatchesItsSealWithItsLinksWhereverItIsMoved) {
+    EXPECT_TRUE(matchesItsSeal(extension));
+    fs::rename(bundle, folder / "Moved.app");
+    EXPECT_TRUE(matchesItsSeal(folder / "Moved.app" / extension.lexically_relative(bundle)));
+}
+
+TEST_F(ASealedExtension, MatchesAgainOnceItIsSealedAnew) {
+    write(contents / "MacOS/camera", "mode");
+    EXPECT_FALSE(matchesItsSeal(extension));
+    sealBoth();
+    EXPECT_TRUE(matchesItsSeal(extension));
+}
+
+TEST_F(ASealedExtension, MayBeSealedByARelativePath) {
+    ASSERT_EQ(seal(extension.filename(), {"--team", "OTHER"}, extensions), 0);
+    EXPECT_EQ(readExtension().team, "OTHER");
+    EXPECT_TRUE(matchesItsSeal(extension));
+}
+
+TEST_F(ASealedExtension, IsNotSealedWithAPipe) {
+    ASSERT_EQ(mkfifo((contents / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(seal(extension, {"--team", "TEAM"}), 1);
+}
+
+TEST_F(ASealedExtension, IsNotSealedWithoutATeamOrAnInfoPlist) {
+    EXPECT_EQ(seal(extension, {}), 2);
+    EXPECT_EQ(seal(folder, {"--team", "TEAM"}), 1);
+}
+
+/// What is done to its contents after it was sealed.
+struct Change {
+    const char* name;
+    void (*make)(const fs::path& contents);
+};
+
+void PrintTo(const Change& change, std::ostream* out) {
+    *out << change.name;
+}
+
+void replaceByLink(const fs::path& file, const fs::path& target) {
+    fs::remove(file);
+    fs::create_symlink(target, file);
+}
+
+void replaceByPipe(const fs::path& file) {
+    fs::remove(file);
+    EXPECT_EQ(mkfifo(file.c_str(), 0600), 0);
+}
+
+void replaceLinkByItsWords(const fs::path& contents) {
+    fs::remove(contents / "toFile");
+    write(contents / "toFile", "MacOS/camera");
+}
+
+constexpr std::array changes{
+    Change{"AFileIsChanged", [](const fs::path& contents) { write(contents / "MacOS/camera", "mode"); }},
+    Change{"AFileIsAdded", [](const fs::path& contents) { write(contents / "MacOS/.hidden", ""); }},
+    Change{"AFileIsGone", [](const fs::path& contents) { fs::remove(contents / "MacOS/camera"); }},
+    Change{"APipeIsAdded", [](const fs::path& contents) { replaceByPipe(contents / "MacOS/pipe"); }},
+    Change{"AFileIsAPipe", [](const fs::path& contents) { replaceByPipe(contents / "MacOS/camera"); }},
+    Change{"AFileIsALinkThatSaysTheSame",
+           [](const fs::path& contents) { replaceByLink(contents / "MacOS/camera", "code"); }},
+    Change{"ALinkIsAFileThatSaysTheSame", replaceLinkByItsWords},
+    Change{"ALinkToAFileLeadsElsewhere",
+           [](const fs::path& contents) { replaceByLink(contents / "toFile", "Info.plist"); }},
+    Change{"ALinkToAFolderLeadsElsewhere",
+           [](const fs::path& contents) { replaceByLink(contents / "toFolder", "/tmp"); }},
+    Change{"ALinkToAFolderIsAdded", [](const fs::path& contents) { replaceByLink(contents / "another", "MacOS"); }},
+};
+
+class AChangedExtension : public ASealedExtension, public testing::WithParamInterface<Change> {};
+
+TEST_P(AChangedExtension, NoLongerMatchesItsSeal) {
+    ASSERT_TRUE(matchesItsSeal(extension));
+    GetParam().make(contents);
+    EXPECT_FALSE(matchesItsSeal(extension));
+}
+
+INSTANTIATE_TEST_SUITE_P(Once, AChangedExtension, testing::ValuesIn(changes),
+                         [](const auto& which) { return which.param.name; });
 
 /// A driver that keeps its Info.plist, its executable and its seal beside each other, in no Contents folder.
 class AFlatDriver : public ABundleOnDisk {
 protected:
-    void SetUp() override {
-        ABundleOnDisk::SetUp();
-        write(driver + "/Info.plist", listOf({{"CFBundleIdentifier", "com.example.driver"},
-                                              {"CFBundleVersion", "2105"},
-                                              {"OSBundleUsageDescription", "To reach the camera."}}));
-        write(driver + "/com.example.driver", "code");
+    AFlatDriver() {
+        write(driver / "Info.plist", {{"CFBundleIdentifier", "com.example.driver"},
+                                      {"CFBundleVersion", "2105"},
+                                      {"OSBundleUsageDescription", "To reach the camera."}});
+        write(driver / "com.example.driver", "code");
     }
 
-    void sealAll() {
-        ASSERT_EQ(seal({driver, "--team", "TEAM"}), 0);
-        sealBoth();
-    }
-
-    QString driver = bundle + "/Contents/Library/SystemExtensions/com.example.driver.dext";
+    fs::path driver = extensions / "com.example.driver.dext";
 };
 
 TEST_F(AFlatDriver, IsReadFromItsRoot) {
-    sealAll();
+    ASSERT_EQ(seal(driver, {"--team", "TEAM"}), 0);
     ASSERT_THAT(read().extensions, SizeIs(2));
     const ExtensionOnDisk found = read().extensions.at(1);
     EXPECT_EQ(found.identifier, "com.example.driver");
@@ -292,56 +271,18 @@ TEST_F(AFlatDriver, IsReadFromItsRoot) {
     EXPECT_EQ(found.category, Category::driver);
     EXPECT_TRUE(found.hasUsageDescription);
     EXPECT_EQ(found.team, "TEAM");
-    EXPECT_TRUE(found.sealMatches);
 }
 
-TEST_F(AFlatDriver, IsSealedInItsRootAlone) {
-    sealAll();
-    EXPECT_TRUE(QFileInfo::exists(driver + "/_SimulatedSignature.plist"));
-    EXPECT_FALSE(QFileInfo::exists(driver + "/Contents"));
-}
-
-TEST_F(AFlatDriver, IsActivated) {
-    sealAll();
-    EXPECT_EQ(codeOfActivation("com.example.driver"), 0);
-}
-
-TEST_F(AFlatDriver, MatchesItsSealWhenItIsSealedAgain) {
-    sealAll();
-    sealAll();
-    EXPECT_EQ(codeOfActivation("com.example.driver"), 0);
-}
-
-TEST_F(AFlatDriver, FailsWithEightOnceAFileIsChanged) {
-    sealAll();
-    write(driver + "/com.example.driver", "mode");
-    EXPECT_EQ(codeOfActivation("com.example.driver"), code::codeSignatureInvalid);
-}
-
-TEST_F(AFlatDriver, FailsWithEightUntilItIsSealed) {
-    sealBoth();
-    EXPECT_EQ(codeOfActivation("com.example.driver"), code::codeSignatureInvalid);
-}
-
-TEST_F(ABundleOnDisk, IsFoundInItsFolderAndNothingElseIs) {
-    QDir{}.mkpath(folder.filePath("Notes"));
-    write(folder.filePath("File.app"), "");
-    EXPECT_THAT(disk.bundlesIn(folder.path().toStdString()), ElementsAre(bundle.toStdString()));
-    EXPECT_THAT(disk.bundlesIn("/nowhere"), testing::IsEmpty());
-}
-
-TEST_F(ABundleOnDisk, IsFoundFromTheProgramThatRunsInIt) {
-    EXPECT_EQ(bundleOfFile(bundle.toStdString() + "/Contents/MacOS/Manager"), bundle.toStdString());
-    EXPECT_EQ(bundleOfFile("/usr/bin/true"), "");
-}
-
-TEST_F(ABundleOnDisk, IsNoneWhereThereIsNothing) {
-    EXPECT_FALSE(disk.read("/nowhere.app"));
-}
-
-TEST_F(ABundleOnDisk, IsNotSealedWithoutATeamOrAnInfoPlist) {
-    EXPECT_EQ(seal({extension}), 2);
-    EXPECT_EQ(seal({folder.path(), "--team", "TEAM"}), 1);
+TEST_F(AFlatDriver, MatchesItsSealInItsRootUntilAFileIsChanged) {
+    EXPECT_FALSE(matchesItsSeal(driver));
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_EQ(seal(driver, {"--team", "TEAM"}), 0);
+        EXPECT_TRUE(fs::exists(driver / "_SimulatedSignature.plist"));
+        EXPECT_FALSE(fs::exists(driver / "Contents"));
+        EXPECT_TRUE(matchesItsSeal(driver));
+    }
+    write(driver / "com.example.driver", "mode");
+    EXPECT_FALSE(matchesItsSeal(driver));
 }
 
 } // namespace
