@@ -6,7 +6,7 @@ namespace platform {
 
 class ImageStore;
 
-/// Sizes of texts and images as the scene painter draws them.
+/// Sizes of texts and images as the scene painter draws them. Main thread only.
 class AppKitMetrics : public ui::Metrics {
 public:
     /// `images` outlives this.

@@ -7,7 +7,6 @@
 #include "platform/macos/MainMenu.h"
 #include "platform/macos/MainWindow.h"
 #include "platform/macos/Retained.h"
-#include "platform/macos/TurnEnd.h"
 #include "platform/posix/StandardStreams.h"
 #include "platform/ui/SceneHost.h"
 
@@ -40,9 +39,36 @@
 
 @end
 
+/// Work that was put off.
+@interface KelvraPostedWork : NSObject {
+@public
+    std::function<void()> work_;
+}
+- (void)run;
+@end
+
+@implementation KelvraPostedWork
+
+- (void)run {
+    platform::guarded(work_);
+}
+
+@end
+
 namespace platform {
 
 namespace {
+
+/// Runs `work` after what is going on has returned, and after what was put off before; also while a menu is open or a
+/// button is held down.
+void atEndOfTurn(std::function<void()> work) {
+    const Retained<KelvraPostedWork> posted{[[KelvraPostedWork alloc] init]};
+    posted.get()->work_ = std::move(work);
+    [posted.get() performSelectorOnMainThread:@selector(run)
+                                   withObject:nil
+                                waitUntilDone:NO
+                                        modes:@[ NSRunLoopCommonModes ]];
+}
 
 void showAndRun(const char* title, NSApplicationDelegate& delegate, const ui::WindowGroup& scene) {
     const ImageStore images{NSBundle::mainBundle().resourcePath()};

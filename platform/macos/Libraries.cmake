@@ -14,16 +14,15 @@ function(add_macos_libraries system)
     expose_headers(platform_macos platform/macos)
 
     # The services: SystemExtensions, Bundle, Log, Output, Text, DispatchQueue.
-    set(services Bundle.mm BundleReader.mm DispatchQueue.mm ExtensionAnswers.mm Log.mm SystemExtensions.mm Text.mm)
+    set(services Bundle.mm DispatchQueue.mm Log.mm SystemExtensions.mm Text.mm)
     list(TRANSFORM services PREPEND "${folder}/")
     add_library(services_macos STATIC ${services})
     target_link_libraries(services_macos PUBLIC platform platform_macos services_posix PRIVATE warnings)
 
     # The window: Application, and the drawing of scenes. Whoever links it links the services that it asks, too.
     set(window
-        AppKitMetrics.cpp Application.mm Conversions.mm ImageStore.mm MainMenu.mm MainWindow.mm
-        SceneButton.mm SceneCanvas.mm SceneControl.mm SceneElement.mm SceneMenu.mm ScenePainter.mm TextLine.mm
-        TurnEnd.mm)
+        AppKitMetrics.mm Application.mm Conversions.mm ImageStore.mm MainMenu.mm MainWindow.mm SceneButton.mm
+        SceneCanvas.mm SceneControl.mm SceneMenu.mm ScenePainter.mm)
     list(TRANSFORM window PREPEND "${folder}/")
     add_library(window_macos STATIC ${window})
     target_link_libraries(window_macos PUBLIC platform platform_ui platform_macos PRIVATE platform_posix warnings)

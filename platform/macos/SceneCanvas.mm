@@ -2,14 +2,16 @@
 
 #include "platform/macos/CallbackGuard.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/NativeText.h"
 #include "platform/macos/Retained.h"
 #include "platform/macos/SceneControl.h"
-#include "platform/macos/SceneElement.h"
 #include "platform/macos/ScenePainter.h"
 #include "platform/ui/Interaction.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
+#include <variant>
 #include <vector>
 
 /// What paints a scene and holds its controls. Focus that is on no control rests here; neither keys, which go from
@@ -53,32 +55,90 @@
 
 @end
 
+/// A text or an image of the scene.
+@interface KelvraSceneElement : NSAccessibilityElement {
+@public
+    NSView* canvas_; // nil once its scene is gone
+    NSRect rect_;
+}
+@end
+
+@implementation KelvraSceneElement
+
+- (NSRect)accessibilityFrame {
+    return [[canvas_ window] convertRectToScreen:[canvas_ convertRect:rect_ toView:nil]];
+}
+
+@end
+
 namespace platform {
 
 namespace {
 
-using Controls = std::vector<std::unique_ptr<SceneControl>>;
+/// Spoken at once, whatever has focus.
+void announce(const id window, NSString* const text) {
+    if (!window) return;
+    NSAccessibilityPostNotificationWithUserInfo(
+        window, NSAccessibilityAnnouncementRequestedNotification,
+        @{NSAccessibilityAnnouncementKey : text,
+          NSAccessibilityPriorityKey : @(NSAccessibilityPriorityHigh)});
+}
 
-/// What assistive technology sees of a node that is no control.
-struct Spoken {
-    SceneElement::Kind kind;
-    std::string name;
-    ui::Rect rect;
+/// A text or an image of the scene as assistive technology sees it, the same object from scene to scene.
+class SceneElement {
+public:
+    SceneElement(NSView* const canvas, NSString* const role) {
+        native_.get()->canvas_ = canvas;
+        [native_.get() setAccessibilityParent:canvas];
+        [native_.get() setAccessibilityRole:role];
+    }
+    SceneElement(const SceneElement&) = delete;
+    SceneElement& operator=(const SceneElement&) = delete;
+    // The element may be kept by the system for a while.
+    ~SceneElement() {
+        native_.get()->canvas_ = nil;
+        [native_.get() setAccessibilityParent:nil];
+    }
+
+    id native() const { return native_.get(); }
+
+    void follow(const ui::ImageRun& image) {
+        [native_.get() setAccessibilityLabel:toNSString(image.accessibleName)];
+        follow(image.accessibleName, image.rect);
+    }
+
+    void follow(const ui::TextRun& text) {
+        NSString* const value = toNSString(text.text);
+        [native_.get() setAccessibilityValue:value];
+        if (follow(text.text, text.rect) && text.announced) announce([native_.get()->canvas_ window], value);
+    }
+
+private:
+    /// Tells whether what is read is another than before.
+    bool follow(const std::string& read, const ui::Rect& rect) {
+        native_.get()->rect_ = toNSRect(rect);
+        const auto before = std::exchange(read_, read);
+        if (!before || before == read) return false;
+        NSAccessibilityPostNotification(native_.get(), NSAccessibilityValueChangedNotification);
+        return true;
+    }
+
+    Retained<KelvraSceneElement> native_{[[KelvraSceneElement alloc] init]};
+    std::optional<std::string> read_;
 };
 
-/// Calls `control`, or `spoken`, for each node that has a voice, in reading order.
-template <typename ControlSeen, typename SpokenSeen>
-void read(const std::vector<ui::SceneNode>& nodes, const ControlSeen& control, const SpokenSeen& spoken) {
-    for (const ui::SceneNode& node : nodes) {
-        if (std::holds_alternative<ui::Control>(node.value)) control();
-        if (const auto* clip = std::get_if<ui::Clip>(&node.value)) read(clip->content, control, spoken);
-        if (const auto* text = std::get_if<ui::TextRun>(&node.value)) {
-            const auto kind = text->announced ? SceneElement::Kind::announcedText : SceneElement::Kind::text;
-            spoken(Spoken{kind, text->text, text->rect});
-        }
-        if (const auto* image = std::get_if<ui::ImageRun>(&node.value); image && !image->accessibleName.empty())
-            spoken(Spoken{SceneElement::Kind::image, image->accessibleName, image->rect});
-    }
+/// What a member of the reading order is in the window.
+using Item = std::variant<std::unique_ptr<SceneElement>, std::unique_ptr<SceneControl>>;
+
+NSView* viewOf(const SceneControl& control) {
+    return static_cast<NSView*>(control.view());
+}
+
+id accessibleOf(const Item& item) {
+    return std::visit(
+        ui::Cases{[](const std::unique_ptr<SceneElement>& element) { return static_cast<id>(element->native()); },
+                  [](const std::unique_ptr<SceneControl>& control) { return static_cast<id>(viewOf(*control)); }},
+        item);
 }
 
 } // namespace
@@ -99,14 +159,11 @@ public:
     void present(const ui::Scene& scene) {
         const ui::Scene before = std::exchange(scene_, scene);
         if (scene_.size != before.size || scene_.safeArea != before.safeArea) resize();
-        followControls(before);
-        followElements();
+        follow(before);
         if (scene_ != before) [view_.get() setNeedsDisplay:YES];
     }
 
 private:
-    using Elements = std::vector<std::unique_ptr<SceneElement>>;
-
     /// The scene's points are those of the view, whose origin lies where the title bar ends.
     void resize() {
         const ui::EdgeInsets& safe = scene_.safeArea;
@@ -121,48 +178,68 @@ private:
         ScenePainter{images_, ui::PixelGrid{[[view_.get() window] backingScaleFactor]}}.paint(scene_.nodes);
     }
 
-    void followControls(const ui::Scene& before) {
+    void follow(const ui::Scene& before) {
         const SceneControl* const focused = focusedControl();
-        Controls followed;
-        for (const ui::Control* control : ui::controlsOf(scene_)) {
-            followed.push_back(takeControl(*control));
-            followed.back()->follow(*control, ui::hitArea(scene_, *control));
+        const auto readables = ui::readingOrder(scene_);
+        const auto predecessors = ui::predecessors(before, scene_);
+        std::vector<Item> old = std::exchange(items_, {}); // what is left of them goes when focus has moved
+        for (std::size_t index = 0; index < readables.size(); ++index) {
+            const auto same = predecessors[index];
+            items_.push_back(same ? std::move(old[*same]) : make(readables[index]));
+            follow(items_.back(), readables[index]);
         }
-        const Controls gone = std::exchange(controls_, std::move(followed));
-        chainControls();
-        if (focused) moveFocus(before, *focused);
-        for (const auto& control : gone)
-            if (control) control->dismiss();
+        chainItems();
+        if (focused) moveFocus(before, focused->control().place);
     }
 
-    std::unique_ptr<SceneControl> takeControl(const ui::Control& control) {
-        const auto same = std::find_if(controls_.begin(), controls_.end(), [&](const auto& candidate) {
-            return candidate && candidate->control().place == control.place &&
-                   candidate->control().kind.index() == control.kind.index();
-        });
-        if (same != controls_.end()) return std::move(*same);
-        auto made = SceneControl::make(control, images_);
-        [view_.get() addSubview:nativeOf(*made)];
+    Item make(const ui::Readable& readable) {
+        const auto element = [&](NSString* const role) {
+            return Item{std::make_unique<SceneElement>(view_.get(), role)};
+        };
+        return std::visit(ui::Cases{[&](const ui::TextRun*) { return element(NSAccessibilityStaticTextRole); },
+                                    [&](const ui::ImageRun*) { return element(NSAccessibilityImageRole); },
+                                    [&](const ui::Control* control) { return Item{make(*control)}; }},
+                          readable);
+    }
+
+    std::unique_ptr<SceneControl> make(const ui::Control& control) {
+        auto made = std::visit(ui::Cases{[&](const ui::PushButton&) { return makeSceneButton(images_); },
+                                         [&](const ui::PullDownMenu&) { return makeSceneMenu(images_); }},
+                               control.kind);
+        [view_.get() addSubview:viewOf(*made)];
         return made;
     }
 
-    /// Keys go from control to control, in reading order.
-    void chainControls() {
+    void follow(Item& item, const ui::Readable& readable) {
+        const auto element = [&](const auto* run) { std::get<std::unique_ptr<SceneElement>>(item)->follow(*run); };
+        const auto control = [&](const ui::Control* followed) {
+            std::get<std::unique_ptr<SceneControl>>(item)->follow(*followed, ui::hitArea(scene_, *followed));
+        };
+        std::visit(ui::Cases{element, control}, readable);
+    }
+
+    /// Assistive technology goes from item to item, keys from control to control.
+    void chainItems() {
+        const Retained<NSMutableArray> order{[[NSMutableArray alloc] init]};
+        for (const Item& item : items_)
+            [order.get() addObject:accessibleOf(item)];
+        view_.get()->readingOrder_ = retain<NSArray>(order.get());
         NSView* last = view_.get();
-        for (const auto& control : controls_) {
-            [last setNextKeyView:nativeOf(*control)];
-            last = nativeOf(*control);
+        for (const SceneControl* control : controls()) {
+            [last setNextKeyView:viewOf(*control)];
+            last = viewOf(*control);
         }
         [last setNextKeyView:view_.get()];
     }
 
-    void moveFocus(const ui::Scene& before, const SceneControl& focused) {
-        const auto place = ui::focusAfter(before, scene_, focused.control().place);
-        const auto heir = std::find_if(controls_.begin(), controls_.end(), [&](const auto& control) {
+    void moveFocus(const ui::Scene& before, const ui::Place& focused) {
+        const auto place = ui::focusAfter(before, scene_, focused);
+        const auto all = controls();
+        const auto heir = std::find_if(all.begin(), all.end(), [&](const SceneControl* control) {
             return place && control->control().place == *place;
         });
-        if (heir == controls_.end()) return restFocus();
-        if ([[view_.get() window] firstResponder] != nativeOf(**heir)) (*heir)->takeFocus();
+        if (heir == all.end()) return restFocus();
+        if ([[view_.get() window] firstResponder] != viewOf(**heir)) (*heir)->takeFocus();
     }
 
     /// Focus is on no control.
@@ -172,44 +249,26 @@ private:
         view_.get()->takesFocus_ = false;
     }
 
+    std::vector<SceneControl*> controls() const {
+        std::vector<SceneControl*> found;
+        for (const Item& item : items_)
+            if (const auto* control = std::get_if<std::unique_ptr<SceneControl>>(&item))
+                found.push_back(control->get());
+        return found;
+    }
+
     const SceneControl* focusedControl() const {
         NSResponder* const focused = [[view_.get() window] firstResponder];
-        const auto found = std::find_if(controls_.begin(), controls_.end(),
-                                        [&](const auto& control) { return nativeOf(*control) == focused; });
-        return found == controls_.end() ? nullptr : found->get();
+        const auto all = controls();
+        const auto found =
+            std::find_if(all.begin(), all.end(), [&](const auto* control) { return viewOf(*control) == focused; });
+        return found == all.end() ? nullptr : *found;
     }
-
-    void followElements() {
-        const Retained<NSMutableArray> order{[[NSMutableArray alloc] init]};
-        std::size_t texts = 0;
-        std::size_t images = 0;
-        auto control = controls_.begin();
-        read(
-            scene_.nodes, [&] { [order.get() addObject:nativeOf(**control++)]; },
-            [&](const Spoken& spoken) {
-                const bool isImage = spoken.kind == SceneElement::Kind::image;
-                [order.get()
-                    addObject:isImage ? follow(imageElements_, images++, spoken) : follow(texts_, texts++, spoken)];
-            });
-        texts_.resize(texts);
-        imageElements_.resize(images);
-        view_.get()->readingOrder_ = retain<NSArray>(order.get());
-    }
-
-    id follow(Elements& elements, const std::size_t index, const Spoken& spoken) {
-        if (index == elements.size()) elements.push_back(std::make_unique<SceneElement>(view_.get()));
-        elements[index]->follow(spoken.kind, spoken.name, spoken.rect);
-        return static_cast<id>(elements[index]->element());
-    }
-
-    static NSView* nativeOf(const SceneControl& control) { return static_cast<NSView*>(control.view()); }
 
     const ImageStore& images_;
     Retained<KelvraSceneView> view_{[[KelvraSceneView alloc] initWithFrame:NSZeroRect]};
     ui::Scene scene_;
-    Controls controls_;
-    Elements texts_;
-    Elements imageElements_;
+    std::vector<Item> items_;
 };
 
 SceneCanvas::SceneCanvas(const ImageStore& images) : state_{std::make_unique<State>(images)} {
@@ -218,9 +277,7 @@ SceneCanvas::SceneCanvas(const ImageStore& images) : state_{std::make_unique<Sta
 SceneCanvas::~SceneCanvas() = default;
 
 void SceneCanvas::present(const ui::Scene& scene) {
-    @autoreleasepool {
-        state_->present(scene);
-    }
+    state_->present(scene);
 }
 
 Native SceneCanvas::view() const {

@@ -10,12 +10,10 @@ namespace platform {
 class ImageStore;
 
 /// What a person or assistive technology presses: a native control, itself invisible, over what the canvas paints for
-/// a control of the scene. It lives as long as its place does and takes over the control of each new scene.
+/// a control of the scene. It lives as long as its place does and takes over the control of each new scene; when it is
+/// destroyed it leaves its canvas, and what goes on with it ends. Main thread only.
 class SceneControl {
 public:
-    /// A button or a menu, by the control's role. `images` outlives it.
-    static std::unique_ptr<SceneControl> make(const ui::Control& control, const ImageStore& images);
-
     SceneControl(const SceneControl&) = delete;
     SceneControl& operator=(const SceneControl&) = delete;
     virtual ~SceneControl();
@@ -24,9 +22,8 @@ public:
     virtual Native view() const = 0;
     /// Takes over the control's handlers, name and place. A press on `hitArea`, in the scene's points, counts.
     void follow(const ui::Control& control, const ui::Rect& hitArea);
-    /// The control's place is gone: takes the view off its canvas and ends what goes on with it.
-    virtual void dismiss();
 
+    /// The one that was taken over last.
     const ui::Control& control() const { return control_; }
 
     /// Gives the view keyboard focus.
@@ -51,6 +48,15 @@ private:
     ui::Rect hitArea_;
     bool takesFocus_ = false;
 };
+
+// `images` outlives what is made.
+
+/// For a push button. Runs the control's action: once for each press, counted when it is released inside.
+std::unique_ptr<SceneControl> makeSceneButton(const ImageStore& images);
+
+/// For a pull-down menu. Opens a menu of the control's items on a press. An open menu keeps the handlers that it was
+/// opened with; it closes when the control's place is gone.
+std::unique_ptr<SceneControl> makeSceneMenu(const ImageStore& images);
 
 /// Whether a button of the mouse has just gone down.
 bool isClicking();

@@ -2,19 +2,10 @@
 
 #include "platform/macos/Conversions.h"
 #include "platform/macos/NativeText.h"
-#include "platform/macos/SceneButton.h"
-#include "platform/macos/SceneMenu.h"
 #include "platform/macos/ScenePainter.h"
 #include "platform/ui/Painting.h"
 
 namespace platform {
-
-std::unique_ptr<SceneControl> SceneControl::make(const ui::Control& control, const ImageStore& images) {
-    using Made = std::unique_ptr<SceneControl>;
-    const auto button = [&](const ui::PushButton&) { return Made{std::make_unique<SceneButton>(images)}; };
-    const auto menu = [&](const ui::PullDownMenu&) { return Made{std::make_unique<SceneMenu>(images)}; };
-    return std::visit(ui::Cases{button, menu}, control.kind);
-}
 
 SceneControl::~SceneControl() = default;
 
@@ -27,10 +18,6 @@ void SceneControl::follow(const ui::Control& control, const ui::Rect& hitArea) {
     [native setAccessibilityLabel:toNSString(control.accessibleName)];
     if (ringMoves) [native noteFocusRingMaskChanged];
     followed();
-}
-
-void SceneControl::dismiss() {
-    [static_cast<NSControl*>(view()) removeFromSuperview];
 }
 
 void SceneControl::takeFocus() {

@@ -1,12 +1,16 @@
-#include "platform/macos/SceneMenu.h"
-
 #include "platform/macos/CallbackGuard.h"
 #include "platform/macos/Conversions.h"
 #include "platform/macos/ImageStore.h"
 #include "platform/macos/NativeText.h"
 #include "platform/macos/Retained.h"
+#include "platform/macos/SceneControl.h"
 
 #include <functional>
+#include <variant>
+
+namespace platform {
+class SceneMenu;
+} // namespace platform
 
 /// What choosing an item of an open menu does.
 @interface KelvraMenuChoice : NSObject {
@@ -37,6 +41,75 @@
     platform::Retained<NSObject> kept_;
 }
 @end
+
+namespace platform {
+
+namespace {
+
+/// The first item of a pull-down menu is the button's title and is not offered.
+void clear(NSMenu* const menu) {
+    while ([menu numberOfItems] > 0)
+        [menu removeItemAtIndex:0];
+    [menu addItemWithTitle:@"" action:nullptr keyEquivalent:@""];
+}
+
+void offer(NSMenu* const menu, const ui::MenuItem& item, const ImageStore& images) {
+    const Retained<KelvraMenuChoice> choice{[[KelvraMenuChoice alloc] init]};
+    choice.get()->run_ = item.action.run;
+    NSMenuItem* const native = [menu addItemWithTitle:toNSString(item.title)
+                                               action:@selector(choose:)
+                                        keyEquivalent:@""];
+    [native setTarget:choice.get()];
+    // The item keeps what it stands for, and no target.
+    [native setRepresentedObject:choice.get()];
+    [native setImage:static_cast<NSImage*>(images.image(item.image))];
+}
+
+} // namespace
+
+class SceneMenu final : public SceneControl {
+public:
+    explicit SceneMenu(const ImageStore& images) : SceneControl{images} {
+        KelvraSceneMenu* const button = button_.get();
+        button->owner_ = this;
+        [button setBordered:NO];
+        [button setTransparent:YES];
+        [static_cast<NSPopUpButtonCell*>([button cell]) setArrowPosition:NSPopUpNoArrow];
+        [button setAccessibilityRole:NSAccessibilityMenuButtonRole];
+        [[button menu] setAutoenablesItems:NO];
+        [[button menu] setDelegate:button];
+    }
+    SceneMenu(const SceneMenu&) = delete;
+    SceneMenu& operator=(const SceneMenu&) = delete;
+    ~SceneMenu() override {
+        button_.get()->owner_ = nullptr;
+        [[button_.get() menu] cancelTracking];
+        [button_.get() removeFromSuperview];
+    }
+
+    Native view() const override { return button_.get(); }
+
+    /// Makes the items of the menu those of the control, unless it is open.
+    void fill() const {
+        KelvraSceneMenu* const button = button_.get();
+        if (button->isOpen_) return;
+        clear([button menu]);
+        for (const ui::MenuItem& item : std::get<ui::PullDownMenu>(control().kind).items)
+            offer([button menu], item, images());
+    }
+
+protected:
+    void followed() override { fill(); }
+
+private:
+    Retained<KelvraSceneMenu> button_{[[KelvraSceneMenu alloc] initWithFrame:NSZeroRect pullsDown:YES]};
+};
+
+std::unique_ptr<SceneControl> makeSceneMenu(const ImageStore& images) {
+    return std::make_unique<SceneMenu>(images);
+}
+
+} // namespace platform
 
 @implementation KelvraSceneMenu
 
@@ -88,68 +161,3 @@
 }
 
 @end
-
-namespace platform {
-
-struct SceneMenu::View {
-    Retained<KelvraSceneMenu> button{[[KelvraSceneMenu alloc] initWithFrame:NSZeroRect pullsDown:YES]};
-};
-
-namespace {
-
-/// The first item of a pull-down menu is the button's title and is not offered.
-void clear(NSMenu* const menu) {
-    while ([menu numberOfItems] > 0)
-        [menu removeItemAtIndex:0];
-    [menu addItemWithTitle:@"" action:nullptr keyEquivalent:@""];
-}
-
-void offer(NSMenu* const menu, const ui::MenuItem& item, const ImageStore& images) {
-    const Retained<KelvraMenuChoice> choice{[[KelvraMenuChoice alloc] init]};
-    choice.get()->run_ = item.action.run;
-    NSMenuItem* const native = [menu addItemWithTitle:toNSString(item.title)
-                                               action:@selector(choose:)
-                                        keyEquivalent:@""];
-    [native setTarget:choice.get()];
-    // The item keeps what it stands for, and no target.
-    [native setRepresentedObject:choice.get()];
-    [native setImage:static_cast<NSImage*>(images.image(item.image))];
-}
-
-} // namespace
-
-SceneMenu::SceneMenu(const ImageStore& images) : SceneControl{images}, view_{std::make_unique<View>()} {
-    KelvraSceneMenu* const button = view_->button.get();
-    button->owner_ = this;
-    [button setBordered:NO];
-    [button setTransparent:YES];
-    [static_cast<NSPopUpButtonCell*>([button cell]) setArrowPosition:NSPopUpNoArrow];
-    [button setAccessibilityRole:NSAccessibilityMenuButtonRole];
-    NSMenu* const menu = [button menu];
-    [menu setAutoenablesItems:NO];
-    [menu setDelegate:button];
-}
-
-SceneMenu::~SceneMenu() {
-    view_->button.get()->owner_ = nullptr;
-}
-
-Native SceneMenu::view() const {
-    return view_->button.get();
-}
-
-void SceneMenu::dismiss() {
-    view_->button.get()->owner_ = nullptr;
-    [[view_->button.get() menu] cancelTracking];
-    SceneControl::dismiss();
-}
-
-void SceneMenu::fill() const {
-    KelvraSceneMenu* const button = view_->button.get();
-    if (button->isOpen_) return;
-    clear([button menu]);
-    for (const ui::MenuItem& item : std::get<ui::PullDownMenu>(control().kind).items)
-        offer([button menu], item, images());
-}
-
-} // namespace platform

@@ -2,12 +2,21 @@
 
 #include "platform/macos/Conversions.h"
 #include "platform/macos/ImageStore.h"
-#include "platform/macos/TextLine.h"
-#include "platform/ui/Painting.h"
+#include "platform/macos/NativeText.h"
+#include "platform/macos/Retained.h"
 
 namespace platform {
 
 namespace {
+
+/// The system cuts a text where it is told that it may.
+constexpr double unlimited = 1e6;
+
+NSParagraphStyle* truncating() {
+    const Retained<NSMutableParagraphStyle> style{[[NSMutableParagraphStyle alloc] init]};
+    [style.get() setLineBreakMode:NSLineBreakByTruncatingTail];
+    return [[style.get() retain] autorelease];
+}
 
 NSBezierPath* pathOf(const ui::Outline& outline) {
     const NSRect area = toNSRect(outline.rect);
@@ -45,8 +54,17 @@ void ScenePainter::paint(const ui::Stroke& stroke) const {
     [path stroke];
 }
 
+/// The base line is moved to the grid.
 void ScenePainter::paint(const ui::TextRun& run) const {
-    drawText(run, grid_);
+    NSFont* const font = toNSFont(run.font);
+    NSDictionary* const attributes = @{
+        NSFontAttributeName : font,
+        NSForegroundColorAttributeName : toNSColor(run.color),
+        NSParagraphStyleAttributeName : truncating()
+    };
+    const double top = grid_.snapped(run.rect.y + [font ascender]) - [font ascender];
+    const double width = run.truncated ? run.rect.width : unlimited;
+    [toNSString(run.text) drawInRect:NSMakeRect(run.rect.x, top, width, run.rect.height) withAttributes:attributes];
 }
 
 void ScenePainter::paint(const ui::ImageRun& run) const {

@@ -1,7 +1,6 @@
 #include "platform/SystemExtensions.h"
 
 #include "platform/macos/CallbackGuard.h"
-#include "platform/macos/ExtensionAnswers.h"
 #include "platform/macos/NativeText.h"
 #include "platform/macos/Retained.h"
 
@@ -15,20 +14,79 @@
 #include <vector>
 
 namespace platform {
+
 namespace {
 
-constexpr NSInteger numberOf(const OSSystemExtensionReplacementAction action) {
-    return static_cast<NSInteger>(action);
-}
-static_assert(numberOf(OSSystemExtensionReplacementAction::cancel) == ::OSSystemExtensionReplacementActionCancel);
-static_assert(numberOf(OSSystemExtensionReplacementAction::replace) == ::OSSystemExtensionReplacementActionReplace);
+// Numbers go from the system to us and back as they are.
 
-constexpr NSInteger numberOf(const OSSystemExtensionRequestResult result) {
-    return static_cast<NSInteger>(result);
+template <typename Ours, typename Theirs>
+constexpr bool same(const Ours ours, const Theirs theirs) {
+    return static_cast<NSInteger>(ours) == static_cast<NSInteger>(theirs);
 }
-static_assert(numberOf(OSSystemExtensionRequestResult::completed) == ::OSSystemExtensionRequestCompleted);
-static_assert(numberOf(OSSystemExtensionRequestResult::willCompleteAfterReboot) ==
-              ::OSSystemExtensionRequestWillCompleteAfterReboot);
+
+using Action = OSSystemExtensionReplacementAction;
+static_assert(same(Action::cancel, ::OSSystemExtensionReplacementActionCancel));
+static_assert(same(Action::replace, ::OSSystemExtensionReplacementActionReplace));
+
+using Result = OSSystemExtensionRequestResult;
+static_assert(same(Result::completed, ::OSSystemExtensionRequestCompleted));
+static_assert(same(Result::willCompleteAfterReboot, ::OSSystemExtensionRequestWillCompleteAfterReboot));
+
+using Code = OSSystemExtensionErrorCode;
+static_assert(same(Code::unknown, ::OSSystemExtensionErrorUnknown));
+static_assert(same(Code::missingEntitlement, ::OSSystemExtensionErrorMissingEntitlement));
+static_assert(same(Code::unsupportedParentBundleLocation, ::OSSystemExtensionErrorUnsupportedParentBundleLocation));
+static_assert(same(Code::extensionNotFound, ::OSSystemExtensionErrorExtensionNotFound));
+static_assert(same(Code::extensionMissingIdentifier, ::OSSystemExtensionErrorExtensionMissingIdentifier));
+static_assert(same(Code::duplicateExtensionIdentifier, ::OSSystemExtensionErrorDuplicateExtensionIdentifer));
+static_assert(same(Code::unknownExtensionCategory, ::OSSystemExtensionErrorUnknownExtensionCategory));
+static_assert(same(Code::codeSignatureInvalid, ::OSSystemExtensionErrorCodeSignatureInvalid));
+static_assert(same(Code::validationFailed, ::OSSystemExtensionErrorValidationFailed));
+static_assert(same(Code::forbiddenBySystemPolicy, ::OSSystemExtensionErrorForbiddenBySystemPolicy));
+static_assert(same(Code::requestCanceled, ::OSSystemExtensionErrorRequestCanceled));
+static_assert(same(Code::requestSuperseded, ::OSSystemExtensionErrorRequestSuperseded));
+static_assert(same(Code::authorizationRequired, ::OSSystemExtensionErrorAuthorizationRequired));
+
+// Whatever the system hands over may be nil or of another class than announced: what cannot be read is empty, and never
+// an exception.
+
+bool areProperties(const id object) {
+    return [object isKindOfClass:[::OSSystemExtensionProperties class]];
+}
+
+/// What is no properties keeps its description alone.
+OSSystemExtensionProperties propertiesOf(const id object) {
+    OSSystemExtensionProperties properties;
+    properties.description = textOf([object description]);
+    if (!areProperties(object)) return properties;
+    ::OSSystemExtensionProperties* const native = object;
+    properties.bundleIdentifier = textOf([native bundleIdentifier]);
+    properties.bundleShortVersion = textOf([native bundleShortVersion]);
+    properties.bundleVersion = textOf([native bundleVersion]);
+    properties.isEnabled = [native isEnabled];
+    properties.isAwaitingUserApproval = [native isAwaitingUserApproval];
+    properties.isUninstalling = [native isUninstalling];
+    return properties;
+}
+
+/// Members of another class are left out.
+std::vector<OSSystemExtensionProperties> propertyListOf(const id array) {
+    std::vector<OSSystemExtensionProperties> list;
+    if (![array isKindOfClass:[NSArray class]]) return list;
+    for (id member in static_cast<NSArray*>(array))
+        if (areProperties(member)) list.push_back(propertiesOf(member));
+    return list;
+}
+
+/// What is no error is one of no domain.
+Error errorOf(const id object) {
+    if (![object isKindOfClass:[NSError class]]) return {};
+    NSError* const error = object;
+    NSString* const ours = ::OSSystemExtensionErrorDomain;
+    const bool isOurs = [[error domain] isEqual:ours];
+    return {isOurs ? std::string{OSSystemExtensionErrorDomain} : textOf([error domain]), [error code],
+            textOf([error localizedDescription])};
+}
 
 using Call = std::function<void(OSSystemExtensionRequestDelegate&)>;
 
@@ -40,7 +98,7 @@ void deliver(const OSSystemExtensionRequest& request, const Call& call) {
 }
 
 /// Lets go of a request and of its delegate, which is handed over, once the callback that is running has returned.
-void retire(Native delegate);
+void retire(id delegate);
 
 } // namespace
 } // namespace platform
@@ -74,7 +132,7 @@ void retire(Native delegate);
 - (::OSSystemExtensionReplacementAction)request:(::OSSystemExtensionRequest*)request
                     actionForReplacingExtension:(::OSSystemExtensionProperties*)existing
                                   withExtension:(::OSSystemExtensionProperties*)ext {
-    auto action = platform::OSSystemExtensionReplacementAction::cancel;
+    auto action = platform::Action::cancel;
     [self tell:[&](platform::OSSystemExtensionRequestDelegate& delegate) {
         action = delegate.requestActionForReplacingExtension(*request_, platform::propertiesOf(existing),
                                                              platform::propertiesOf(ext));
@@ -90,7 +148,7 @@ void retire(Native delegate);
 
 - (void)request:(::OSSystemExtensionRequest*)request didFinishWithResult:(::OSSystemExtensionRequestResult)result {
     [self tellLast:[&](platform::OSSystemExtensionRequestDelegate& delegate) {
-        delegate.requestDidFinishWithResult(*request_, static_cast<platform::OSSystemExtensionRequestResult>(result));
+        delegate.requestDidFinishWithResult(*request_, static_cast<platform::Result>(result));
     }];
 }
 
@@ -146,7 +204,7 @@ public:
         }
     }
 
-    void forget(const Native delegate) {
+    void forget(const id delegate) {
         const auto ended = std::find_if(outstanding_.begin(), outstanding_.end(), [&](const Submission& submission) {
             return submission.delegate.get() == delegate;
         });
@@ -164,7 +222,7 @@ private:
     std::vector<Submission> outstanding_;
 };
 
-void retire(const Native delegate) {
+void retire(const id delegate) {
     DispatchQueue::main().async([delegate] { SystemManager::shared().forget(delegate); });
 }
 
