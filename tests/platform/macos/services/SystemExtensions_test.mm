@@ -1,5 +1,5 @@
 #include "platform/SystemExtensions.h"
-#include "tests/contract/Listener.h"
+#include "tests/contract/ContractTest.h"
 #include "tests/platform/macos/services/ServicesTest.h"
 
 #include <limits>
