@@ -23,7 +23,7 @@ void PrintTo(const Row& row, std::ostream* out) {
 }
 
 std::vector<Row> rows() {
-    using enum State;
+    using enum DriverLoadingStateMachine::State;
     // clang-format off
     return {
         //                    activate    deactivate    needsApproval  completed     afterReboot          failed
