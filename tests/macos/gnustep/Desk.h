@@ -89,8 +89,9 @@ public:
     /// Where the control of that label is, in the scene's points.
     platform::ui::Point middleOf(const std::string& label) const;
     void pointAt(platform::ui::Point point);
-    void pressButton() { display_.pressButton(); }
     void releaseButton() { display_.releaseButton(); }
+    /// Presses the control of that label, and takes the steps while the button is held down.
+    void press(const std::string& label, std::vector<Step> steps);
     void click(const std::string& label);
     /// Clicks where no control is. False if the application does not see to it.
     [[nodiscard]] bool clickBeside(platform::ui::Point point);

@@ -427,25 +427,27 @@ void Desk::pointAt(const platform::ui::Point point) {
     display_.movePointer(origin.x + static_cast<int>(point.x), origin.y + static_cast<int>(point.y));
 }
 
-void Desk::click(const std::string& label) {
+void Desk::press(const std::string& label, std::vector<Step> during) {
     pointAt(middleOf(label));
-    meanwhile({atOnce([this] { releaseButton(); })});
-    pressButton();
+    meanwhile(std::move(during));
+    display_.pressButton();
+}
+
+void Desk::click(const std::string& label) {
+    press(label, {atOnce([this] { releaseButton(); })});
 }
 
 bool Desk::clickBeside(const platform::ui::Point point) {
     const int& releases = static_cast<TestApplication*>(NSApp)->releases_;
     const int before = releases;
     pointAt(point);
-    pressButton();
-    releaseButton();
+    display_.pressButton();
+    display_.releaseButton();
     return until([&] { return releases != before; });
 }
 
 void Desk::choose(const std::string& label, const std::string& item) {
-    pointAt(middleOf(label));
-    meanwhile({onceAtItem(item, [this] { releaseButton(); })});
-    pressButton();
+    press(label, {onceAtItem(item, [this] { releaseButton(); })});
 }
 
 void Desk::tapKey(const std::string& key, const std::vector<std::string>& modifiers) {

@@ -1,6 +1,12 @@
 #include "platform/SystemExtensions.h"
 #include "tests/contract/ContractTest.h"
-#include "tests/platform/macos/services/ServicesTest.h"
+#include "tests/macos/gnustep/ScriptedExtensions.h"
+#include "tests/macos/gnustep/StandIns.h"
+#include "tests/platform/macos/services/MainQueue.h"
+
+#import <Foundation/Foundation.h>
+
+#include <gmock/gmock.h>
 
 #include <limits>
 #include <stdexcept>

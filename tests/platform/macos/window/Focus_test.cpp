@@ -1,5 +1,4 @@
 #include "platform/ui/Elements.h"
-#include "tests/platform/macos/window/ScreenTest.h"
 #include "tests/platform/macos/window/WindowTest.h"
 
 namespace macos_tests {
@@ -83,44 +82,15 @@ TEST_F(Focus, IsNotTakenByAClickOnTheGround) {
 TEST_F(Focus, GoesOnWhileAnotherControlIsPressed) {
     run([this](Desk& desk) {
         ASSERT_TRUE(tabTo(desk, "Activate Camera Driver"));
-        desk.pointAt(desk.middleOf("Activate Network Driver"));
-        desk.meanwhile(
-            {atOnce([&] { found(enabled(camera)); }),
-             {"a card that says Enabled", [&] { return desk.shows("Enabled"); }, [&] { desk.releaseButton(); }}});
-        desk.pressButton();
+        desk.press("Activate Network Driver", {atOnce([&] { found(enabled(camera)); }),
+                                               {"a card that says Enabled", [&] { return desk.shows("Enabled"); },
+                                                [&] { desk.releaseButton(); }}});
         ASSERT_TRUE(isSubmitted(desk, "activation " + network));
         EXPECT_EQ(desk.focused(), "Camera Driver actions");
     });
 }
 
-class FocusOnAScreen : public ScreenTest {
-protected:
-    ui::View row(const std::string& first, const std::string& second) {
-        return ui::HStack{ui::VerticalAlignment::center, button(first), button(second)};
-    }
-};
-
-TEST_F(FocusOnAScreen, GoesBackInItsRowWhenTheLastOfItIsGone) {
-    const auto screen = [this](const int number) {
-        return rows({number == 0 ? row("First", "Second") : button("First"), button("Below")});
-    };
-    run(screen, [this](Desk& desk) {
-        ASSERT_TRUE(tabTo(desk, "Second"));
-        change(1);
-        EXPECT_TRUE(comesTo(desk, "First"));
-    });
-}
-
-TEST_F(FocusOnAScreen, GoesToTheNearestWhenItsRowIsGone) {
-    const auto screen = [this](const int number) {
-        return rows({button("Far"), button("Near"), number == 0 ? button("Gone") : ui::View{ui::EmptyView{}}});
-    };
-    run(screen, [this](Desk& desk) {
-        ASSERT_TRUE(tabTo(desk, "Gone"));
-        change(1);
-        EXPECT_TRUE(comesTo(desk, "Near"));
-    });
-}
+class FocusOnAScreen : public ScreenTest {};
 
 TEST_F(FocusOnAScreen, CanBeHadAgainAfterAllControlsWereGone) {
     const auto screen = [this](const int number) {

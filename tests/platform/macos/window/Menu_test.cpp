@@ -1,6 +1,5 @@
 #include "platform/ui/Elements.h"
 #include "tests/macos/gnustep/StandIns.h"
-#include "tests/platform/macos/window/ScreenTest.h"
 #include "tests/platform/macos/window/WindowTest.h"
 
 namespace macos_tests {
@@ -8,106 +7,80 @@ namespace {
 
 namespace ui = platform::ui;
 
-class TheMenuOfACard : public WindowTest {};
-
-TEST_F(TheMenuOfACard, OffersToRefreshAndToRemove) {
-    run([](Desk& desk) {
-        std::vector<std::string> items;
-        desk.pointAt(desk.middleOf("Camera Driver actions"));
-        desk.meanwhile({desk.onceMenuIsOpen([&] {
-            items = desk.menuItems();
-            desk.releaseButton();
-        })});
-        desk.pressButton();
-        ASSERT_TRUE(desk.until([&] { return desk.meanwhileIsOver(); }));
-        EXPECT_THAT(items, testing::ElementsAre("Refresh", "Remove"));
-    });
-}
-
-TEST_F(TheMenuOfACard, AsksForEveryExtensionOnRefresh) {
-    run([this](Desk& desk) {
-        desk.choose("Camera Driver actions", "Refresh");
-        for (const std::string& identifier : {std::string{"com.kelvra.driverkit.base"}, camera, network})
-            EXPECT_TRUE(isSubmitted(desk, "properties " + identifier, 2));
-    });
-}
-
-TEST_F(TheMenuOfACard, DeactivatesItsExtensionOnRemove) {
-    run([this](Desk& desk) {
-        desk.choose("Network Driver actions", "Remove");
-        EXPECT_TRUE(isSubmitted(desk, "deactivation " + network));
-        EXPECT_EQ(submitted("deactivation " + camera), 0);
-    });
-}
-
-TEST_F(TheMenuOfACard, IsOpenStillWhenTheWindowBehindItChanges) {
-    run([this](Desk& desk) {
-        desk.pointAt(desk.middleOf("Camera Driver actions"));
-        desk.meanwhile({desk.onceMenuIsOpen([&] { found(enabled(camera)); }),
-                        {"a card that says Enabled", [&] { return desk.shows("Enabled"); }, [] {}},
-                        desk.onceAtItem("Remove", [&] { desk.releaseButton(); })});
-        desk.pressButton();
-        EXPECT_TRUE(isSubmitted(desk, "deactivation " + camera));
-    });
-}
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 class AMenu : public ScreenTest {
 protected:
-    /// A menu whose item tells which number was on the screen that it is of.
+    /// A menu, whose item tells which number was on the screen that it is of, and a button that tells the number.
+    Screen menuAndNumber() {
+        return [this](const int number) { return rows({menu(number), button(std::to_string(number))}); };
+    }
+    /// The same without the menu where the number is not 0.
+    Screen menuAtFirst() {
+        return [this](const int number) {
+            return rows({number == 0 ? menu(0) : ui::View{ui::EmptyView{}}, button(std::to_string(number))});
+        };
+    }
     ui::View menu(const int number) {
         return ui::Menu{"Menu",
                         {ui::Button{ui::Label{"Item", "trash"}, [this, number] { chosen_.push_back(number); }}}};
+    }
+    static testing::AssertionResult focusMenu(Desk& desk) {
+        desk.tapKey("Tab");
+        if (desk.until([&] { return desk.focused() == "Menu"; })) return testing::AssertionSuccess();
+        return testing::AssertionFailure() << "focus is on \"" << desk.focused() << '"';
+    }
+    /// Opens the menu that has focus, takes the steps and waits until it has closed.
+    static void openByKey(Desk& desk, std::vector<Step> steps) {
+        ASSERT_TRUE(focusMenu(desk));
+        steps.insert(steps.begin(), desk.onceMenuIsOpen([] {}));
+        desk.meanwhile(std::move(steps));
+        desk.tapKey("space");
+        ASSERT_TRUE(desk.until([&] { return desk.meanwhileIsOver() && desk.menuItems().empty(); }));
+    }
+    static Step tap(Desk& desk, const std::string& key) {
+        return atOnce([&desk, key] { desk.tapKey(key); });
+    }
+    static Step tapAtItem(Desk& desk, const std::string& key) {
+        return {"keys at the item", [&desk] { return desk.highlightedItem() == "Item"; },
+                [&desk, key] { desk.tapKey(key); }};
     }
 
     std::vector<int> chosen_;
 };
 
 TEST_F(AMenu, KeepsTheHandlersThatItWasOpenedWithUntilItCloses) {
-    run(
-        [this](const int number) {
-            return rows({menu(number), button(std::to_string(number))});
-        },
-        [this](Desk& desk) {
-            desk.pointAt(desk.middleOf("Menu"));
-            desk.meanwhile({desk.onceMenuIsOpen([&] { change(1); }),
+    run(menuAndNumber(), [this](Desk& desk) {
+        desk.press("Menu", {desk.onceMenuIsOpen([&] { change(1); }),
                             {"the next scene", [&] { return desk.has("1"); }, [] {}},
                             desk.onceAtItem("Item", [&] { desk.releaseButton(); })});
-            desk.pressButton();
-            ASSERT_TRUE(desk.until([&] { return chosen_.size() == 1; }));
-            ASSERT_TRUE(desk.until(standin::isAtRest)); // the next thing that a person does comes later
-            desk.choose("Menu", "Item");
-            ASSERT_TRUE(desk.until([&] { return chosen_.size() == 2; }));
-            EXPECT_THAT(chosen_, testing::ElementsAre(0, 1));
-        });
+        ASSERT_TRUE(desk.until([&] { return chosen_.size() == 1; }));
+        ASSERT_TRUE(desk.until(standin::isAtRest)); // the next thing that a person does comes later
+        desk.choose("Menu", "Item");
+        ASSERT_TRUE(desk.until([&] { return chosen_.size() == 2; }));
+        EXPECT_THAT(chosen_, ElementsAre(0, 1));
+    });
 }
 
 TEST_F(AMenu, HasTheHandlersOfTheLatestSceneWhenItOpens) {
-    run(
-        [this](const int number) {
-            return rows({menu(number), button(std::to_string(number))});
-        },
-        [this](Desk& desk) {
-            change(1);
-            ASSERT_TRUE(desk.until([&] { return desk.has("1"); }));
-            desk.choose("Menu", "Item");
-            ASSERT_TRUE(desk.until([&] { return !chosen_.empty(); }));
-            EXPECT_THAT(chosen_, testing::ElementsAre(1));
-        });
+    run(menuAndNumber(), [this](Desk& desk) {
+        change(1);
+        ASSERT_TRUE(desk.until([&] { return desk.has("1"); }));
+        desk.choose("Menu", "Item");
+        ASSERT_TRUE(desk.until([&] { return !chosen_.empty(); }));
+        EXPECT_THAT(chosen_, ElementsAre(1));
+    });
 }
 
 TEST_F(AMenu, ClosesWhenItsPlaceIsGone) {
-    const auto screen = [this](const int number) {
-        return rows({number == 0 ? menu(0) : ui::View{ui::EmptyView{}}, button(std::to_string(number))});
-    };
-    run(screen, [this](Desk& desk) {
-        desk.pointAt(desk.middleOf("Menu"));
-        desk.meanwhile({desk.onceMenuIsOpen([&] { change(1); })});
-        desk.pressButton();
+    run(menuAtFirst(), [this](Desk& desk) {
+        desk.press("Menu", {desk.onceMenuIsOpen([&] { change(1); })});
         ASSERT_TRUE(desk.until([&] { return desk.has("1") && desk.menuItems().empty(); }));
         desk.releaseButton();
         desk.click("1");
         EXPECT_TRUE(desk.until([&] { return pressed("1") == 1; }));
-        EXPECT_TRUE(chosen_.empty());
+        EXPECT_THAT(chosen_, IsEmpty());
     });
 }
 
@@ -127,6 +100,38 @@ TEST_F(AMenu, MayTakeItselfAwayByWhatIsChosen) {
         ASSERT_TRUE(desk.until([&] { return desk.has("Other"); }));
         EXPECT_EQ(finished, 1000u);
         EXPECT_FALSE(desk.has("Menu"));
+    });
+}
+
+TEST_F(AMenu, OpensBySpaceAndIsLeftByKeysWithFocusWhereItIs) {
+    run(menuAndNumber(), [this](Desk& desk) {
+        openByKey(desk, {tap(desk, "Down"), tapAtItem(desk, "Return")});
+        EXPECT_THAT(chosen_, ElementsAre(0));
+        EXPECT_EQ(desk.focused(), "Menu");
+    });
+    run(menuAndNumber(), [this](Desk& desk) {
+        openByKey(desk, {tap(desk, "Down"), tapAtItem(desk, "Escape")});
+        EXPECT_THAT(chosen_, ElementsAre(0));
+        EXPECT_EQ(desk.focused(), "Menu");
+    });
+}
+
+TEST_F(AMenu, ThatWasOpenedByKeyClosesWhenItsPlaceIsGoneAndFocusGoesOn) {
+    run(menuAtFirst(), [this](Desk& desk) {
+        openByKey(desk, {atOnce([this] { change(1); })});
+        EXPECT_FALSE(desk.has("Menu"));
+        EXPECT_EQ(desk.focused(), "1");
+        EXPECT_THAT(chosen_, IsEmpty());
+    });
+}
+
+TEST_F(AMenu, TellsWhatWasChosenThoughItsPlaceGoesBeforeThat) {
+    run(menuAtFirst(), [this](Desk& desk) {
+        bool isGone = false;
+        standin::onceMenuHasClosed([&] { change(1); }, [&] { isGone = !desk.has("Menu"); });
+        openByKey(desk, {tap(desk, "Down"), tapAtItem(desk, "Return")});
+        EXPECT_TRUE(isGone);
+        EXPECT_THAT(chosen_, ElementsAre(0));
     });
 }
 

@@ -17,12 +17,10 @@ protected:
 TEST_F(APress, CountsWhenItIsReleased) {
     run([this](Desk& desk) {
         long before = -1;
-        desk.pointAt(desk.middleOf("Activate Camera Driver"));
-        desk.meanwhile({atOnce([&] {
-            before = submitted("activation " + camera);
-            desk.releaseButton();
-        })});
-        desk.pressButton();
+        desk.press("Activate Camera Driver", {atOnce([&] {
+                       before = submitted("activation " + camera);
+                       desk.releaseButton();
+                   })});
         EXPECT_TRUE(isSubmitted(desk, "activation " + camera));
         EXPECT_EQ(before, 0);
     });
@@ -30,50 +28,31 @@ TEST_F(APress, CountsWhenItIsReleased) {
 
 TEST_F(APress, DoesNotCountWhenItIsReleasedOutside) {
     run([this](Desk& desk) {
-        desk.pointAt(desk.middleOf("Activate Camera Driver"));
-        desk.meanwhile({atOnce([&] {
-            desk.pointAt({20, 215});
-            desk.releaseButton();
-        })});
-        desk.pressButton();
-        ASSERT_TRUE(desk.until([&] { return desk.meanwhileIsOver(); }));
+        desk.press("Activate Camera Driver", {atOnce([&] {
+                       desk.pointAt({20, 215});
+                       desk.releaseButton();
+                   })});
+        ASSERT_TRUE(isDone(desk));
         EXPECT_TRUE(wasNone(desk));
-    });
-}
-
-TEST_F(APress, CountsWhenItWentOutAndCameBack) {
-    run([this](Desk& desk) {
-        const auto middle = desk.middleOf("Activate Camera Driver");
-        desk.pointAt(middle);
-        desk.meanwhile({atOnce([&] {
-            desk.pointAt({20, 215});
-            desk.pointAt(middle);
-            desk.releaseButton();
-        })});
-        desk.pressButton();
-        EXPECT_TRUE(isSubmitted(desk, "activation " + camera));
     });
 }
 
 TEST_F(APress, OutlastsARebuildThatLeavesItsButton) {
     run([this](Desk& desk) {
-        desk.pointAt(desk.middleOf("Activate Camera Driver"));
-        desk.meanwhile(
-            {atOnce([&] { found(enabled(network)); }),
-             {"a card that says Enabled", [&] { return desk.shows("Enabled"); }, [&] { desk.releaseButton(); }}});
-        desk.pressButton();
+        desk.press("Activate Camera Driver", {atOnce([&] { found(enabled(network)); }),
+                                              {"a card that says Enabled", [&] { return desk.shows("Enabled"); },
+                                               [&] { desk.releaseButton(); }}});
         EXPECT_TRUE(isSubmitted(desk, "activation " + camera));
     });
 }
 
 TEST_F(APress, IsCancelledWhenItsButtonGoes) {
     run([this](Desk& desk) {
-        desk.pointAt(desk.middleOf("Activate Camera Driver"));
-        desk.meanwhile({atOnce([&] { found(enabled(camera)); }),
-                        {"a card without its button", [&] { return !desk.has("Activate Camera Driver"); },
-                         [&] { desk.releaseButton(); }}});
-        desk.pressButton();
-        ASSERT_TRUE(desk.until([&] { return desk.meanwhileIsOver(); }));
+        desk.press("Activate Camera Driver",
+                   {atOnce([&] { found(enabled(camera)); }),
+                    {"a card without its button", [&] { return !desk.has("Activate Camera Driver"); },
+                     [&] { desk.releaseButton(); }}});
+        ASSERT_TRUE(isDone(desk));
         EXPECT_TRUE(wasNone(desk));
     });
 }

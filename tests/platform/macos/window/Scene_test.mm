@@ -1,4 +1,3 @@
-#include "app/DriverManagerApp.h"
 #include "platform/macos/ImageStore.h"
 #include "platform/macos/MainWindow.h"
 #include "platform/ui/Interaction.h"
@@ -7,41 +6,18 @@
 #include "tests/macos/gnustep/StandIns.h"
 #include "tests/platform/macos/window/WindowTest.h"
 #include "tests/support/FixedMetrics.h"
+#include "tests/support/PlainPicture.h"
+#include "tests/support/ScreenStates.h"
 
 #import <AppKit/AppKit.h>
-
-#include <algorithm>
 
 namespace macos_tests {
 namespace {
 
+namespace fake = platform::fake;
 namespace ui = platform::ui;
 
-constexpr Rgb white{255, 255, 255};
-constexpr Rgb black{0, 0, 0};
-constexpr Rgb orange{0xEB, 0x6E, 0x3D};
-constexpr Rgb windowGround{236, 236, 236};
-constexpr Rgb border{219, 219, 219};
-
-class TheScene : public WindowTest {
-protected:
-    static ui::Rect rectOf(Desk& desk, const std::string& label) {
-        for (const Element& element : desk.elements())
-            if (element.label == label) return element.rect;
-        return {};
-    }
-};
-
-TEST_F(TheScene, HasWhatDependsOnNoTextWhereTheDesignHasIt) {
-    run([](Desk& desk) {
-        EXPECT_EQ(rectOf(desk, "Camera Driver, not enabled"), (ui::Rect{58, 90.25, 22, 22}));
-        EXPECT_EQ(rectOf(desk, "Network Driver, not enabled"), (ui::Rect{58, 157.75, 22, 22}));
-        EXPECT_EQ(desk.elements().front().rect, (ui::Rect{16, 10, 20, 20}));
-        EXPECT_EQ(rectOf(desk, "Activate Camera Driver").maxX(), 383);
-        EXPECT_EQ(rectOf(desk, "Camera Driver actions").x, 383);
-        EXPECT_EQ(rectOf(desk, "Camera Driver actions").maxX(), 401 + 8);
-    });
-}
+using TheScene = WindowTest;
 
 TEST_F(TheScene, TellsWhatEachOfItIsInReadingOrder) {
     run([](Desk& desk) {
@@ -79,76 +55,90 @@ TEST_F(TheScene, AnnouncesItsBannerOnceWhenItChangesAndNothingAtFirst) {
     });
 }
 
-TEST_F(TheScene, IsPaintedInItsColoursAndRunsOnUnderTheTitleBar) {
-    run([this](Desk& desk) {
-        found(waiting(camera));
-        found(enabled(network));
-        ASSERT_TRUE(comesToShow(desk, "Await approval"));
-        constexpr int titleBar = 28;
-        const Picture picture = desk.picture(titleBar);
-        const auto at = [&](const int x, const int y) { return picture.at(x, titleBar + y); };
-        EXPECT_EQ(at(440, -titleBar), orange);
-        EXPECT_EQ(at(440, 39), orange);
-        EXPECT_EQ(at(440, 40), windowGround);
-        EXPECT_EQ(at(449, 229), windowGround);
-        EXPECT_EQ(at(26, 100), border);
-        EXPECT_EQ(at(30, 100), white);
-        EXPECT_EQ(at(69, 87), white) << "in the ring";
-        EXPECT_EQ(at(69, 83), black) << "the ring";
-        EXPECT_EQ(at(69, 154), black) << "in the disc";
-        EXPECT_EQ(at(300, 101), black) << "the button";
-    });
-}
+/// One state of the screen in the native window, without an application around it, where texts are measured as in
+/// every other test.
+class TheScreen : public testing::TestWithParam<fake::ScreenState> {
+protected:
+    using Body = std::function<void(Desk&, const ui::Scene&)>;
+    using Change = std::function<ui::Scene(ui::Scene)>;
 
-/// What assistive technology would be told of each node, in reading order.
-std::vector<ui::Rect> rectsOf(const ui::Scene& scene) {
-    std::vector<ui::Rect> rects;
-    const ui::Cases rect{[&](const ui::Control* control) { return ui::hitArea(scene, *control); },
-                         [](const auto* seen) { return seen->rect; }};
-    for (const ui::Readable& readable : ui::readingOrder(scene))
-        rects.push_back(std::visit(rect, readable));
-    return rects;
-}
-
-ui::Scene sceneIn(const ui::EdgeInsets& safeArea) {
-    const platform::fake::FixedMetrics metrics;
-    return ui::layout(app::DriverManagerApp{}.body().content(), std::nullopt, metrics, safeArea);
-}
-
-/// The application's first scene as fixed metrics lay it out, in the native window.
-int showWithFixedMetrics() {
-    @autoreleasepool {
-        const platform::ImageStore images{""};
-        platform::MainWindow window{"Driver Manager", images};
-        window.present(sceneIn(window.safeArea()));
-        window.show();
-        [NSApp run];
+    static void show(const fake::ScreenState& state, const Change& change, const Body& body) {
+        ui::Scene scene;
+        const auto showing = [&] {
+            @autoreleasepool {
+                const platform::ImageStore images{IMAGES};
+                const fake::FixedMetrics metrics;
+                platform::MainWindow window{"Driver Manager", images};
+                scene = change(ui::layout(fake::screenOf(state), std::nullopt, metrics, window.safeArea()));
+                window.present(scene);
+                window.show();
+                [NSApp run];
+            }
+            return 0;
+        };
+        Desk::run([&](Desk& desk) { body(desk, scene); }, showing);
     }
-    return 0;
+    static ui::Scene unchanged(ui::Scene scene) { return scene; }
+
+    /// Where the window differs from what has to be seen of the scene.
+    static std::vector<std::string> differences(Desk& desk, const ui::Scene& scene) {
+        const Picture seen = desk.picture(static_cast<int>(scene.safeArea.top));
+        const auto at = [&](const int x, const int y) -> fake::PlainPicture::Channels {
+            const Rgb pixel = seen.at(x, y);
+            return {1.0 * pixel.red, 1.0 * pixel.green, 1.0 * pixel.blue};
+        };
+        return fake::PlainPicture{scene}.differences(at);
+    }
+};
+
+TEST_P(TheScreen, IsPaintedPixelByPixelAsItsSceneSaysAlsoUnderTheTitleBar) {
+    show(GetParam(), fake::withoutTextsAndImages,
+         [](Desk& desk, const ui::Scene& scene) { EXPECT_THAT(differences(desk, scene), testing::IsEmpty()); });
 }
 
-TEST_F(TheScene, IsThatOfEveryOtherWindowWhereTextsAreMeasuredAlike) {
-    std::vector<ui::Rect> seen;
-    const auto look = [&](Desk& desk) {
+INSTANTIATE_TEST_SUITE_P(InEachState, TheScreen, testing::ValuesIn(fake::screenStates()),
+                         [](const auto& state) { return state.param.name; });
+
+class AControl : public TheScreen {};
+
+TEST_F(AControl, IsPaintedTheSameWithFocusOnIt) {
+    const auto look = [](Desk& desk, const ui::Scene& scene) {
+        for (const ui::Control* control : ui::controlsOf(scene)) {
+            desk.tapKey("Tab");
+            ASSERT_TRUE(desk.until([&] { return desk.focused() == control->accessibleName; }));
+            EXPECT_THAT(differences(desk, scene), testing::IsEmpty()) << control->accessibleName;
+        }
+    };
+    show(fake::screenStates().front(), fake::withoutTextsAndImages, look);
+}
+
+TEST_F(AControl, LiesWhereAPressCountsAndEverythingElseWhereItIsSeen) {
+    const auto look = [](Desk& desk, const ui::Scene& scene) {
+        std::vector<ui::Rect> seen;
         for (const Element& element : desk.elements())
             seen.push_back(element.rect);
+        std::vector<ui::Rect> expected;
+        for (const ui::Readable& readable : ui::readingOrder(scene))
+            expected.push_back(
+                std::visit(ui::Cases{[&](const ui::Control* control) { return ui::hitArea(scene, *control); },
+                                     [](const auto* run) { return run->rect; }},
+                           readable));
+        EXPECT_EQ(seen, expected);
     };
-    Desk::run(look, showWithFixedMetrics);
-    EXPECT_EQ(seen, rectsOf(sceneIn({})));
+    show(fake::screenStates().front(), unchanged, look);
 }
 
-TEST_F(TheScene, RingsWhatIsSeenOfAControlInThePointsOfItsView) {
-    const ui::Scene scene = sceneIn({});
-    const auto look = [&](Desk& desk) {
+TEST_F(AControl, HasAFocusRingAroundWhatIsSeenOfItInThePointsOfItsView) {
+    const auto look = [](Desk& desk, const ui::Scene& scene) {
         for (const ui::Control* control : ui::controlsOf(scene)) {
-            const ui::Rect frame = rectOf(desk, control->accessibleName);
+            const ui::Rect area = ui::hitArea(scene, *control);
             ui::Rect expected = ui::lookOf(*control).rect;
-            expected.x -= frame.x;
-            expected.y -= frame.y;
+            expected.x -= area.x;
+            expected.y -= area.y;
             EXPECT_EQ(desk.focusRingOf(control->accessibleName), expected) << control->accessibleName;
         }
     };
-    Desk::run(look, showWithFixedMetrics);
+    show(fake::screenStates().front(), unchanged, look);
 }
 
 } // namespace

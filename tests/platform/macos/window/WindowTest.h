@@ -1,12 +1,18 @@
 #pragma once
 
+#include "platform/ObservableObject.h"
+#include "platform/Published.h"
+#include "platform/ui/View.h"
 #include "tests/macos/gnustep/Desk.h"
 #include "tests/macos/gnustep/ScriptedExtensions.h"
 
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace macos_tests {
 
@@ -49,11 +55,41 @@ protected:
     static testing::AssertionResult comesToShow(Desk& desk, const std::string& text);
     /// Waits until a control or an image has that name.
     static testing::AssertionResult comesToHave(Desk& desk, const std::string& label);
+    /// Waits until what the steps do meanwhile is done.
+    static testing::AssertionResult isDone(Desk& desk);
 
     /// Answers the latest question about that extension.
     void found(const Copy& copy) const;
 
     standin::ScriptedExtensions& service_ = standin::ScriptedExtensions::shared();
 };
+
+/// What a screen of a test shows: one number.
+class Situation : public platform::ObservableObject {
+public:
+    platform::Published<int> number{*this, 0};
+};
+
+/// A screen of a test's own in the real window, for what the application's screen never comes to.
+class ScreenTest : public testing::Test {
+protected:
+    using Screen = std::function<platform::ui::View(int number)>;
+
+    /// Runs `body` in front of a window that shows the screen of the number.
+    void run(const Screen& screen, const std::function<void(Desk&)>& body);
+    /// Makes the number another.
+    void change(int number) { situation_->number = number; }
+
+    /// A button that counts its presses.
+    platform::ui::View button(const std::string& title);
+    int pressed(const std::string& title) const;
+
+private:
+    std::shared_ptr<Situation> situation_ = std::make_shared<Situation>();
+    std::map<std::string, int> presses_;
+};
+
+/// Rows of their own, one below the other.
+platform::ui::View rows(const std::vector<platform::ui::View>& rows);
 
 } // namespace macos_tests

@@ -11,13 +11,6 @@ class TheWindow : public WindowTest {
 protected:
     TheWindow() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
 
-    static std::vector<MenuEntry> of(const std::string& menu, const std::vector<MenuEntry>& entries) {
-        std::vector<MenuEntry> found;
-        for (const MenuEntry& entry : entries)
-            if (entry.menu == menu) found.push_back(entry);
-        return found;
-    }
-
     static bool isNullDevice(const int descriptor) {
         struct stat opened {};
         struct stat device {};
@@ -57,47 +50,42 @@ TEST_F(TheWindow, BelongsToAProgramThatHasEveryStandardDescriptor) {
     Desk::run([](Desk&) { EXPECT_TRUE(isNullDevice(STDIN_FILENO)); }, startWithoutInput);
 }
 
-TEST_F(TheWindow, HasTheStandardItemsOfAnApplication) {
-    run([](Desk& desk) {
-        const std::vector<MenuEntry> standard{
-            {"Driver Manager", "About Driver Manager", ""},
-            {"Driver Manager", "-", ""},
-            {"Driver Manager", "Services", ""},
-            {"Driver Manager", "-", ""},
-            {"Driver Manager", "Hide Driver Manager", "command-h"},
-            {"Driver Manager", "Hide Others", "option-command-h"},
-            {"Driver Manager", "Show All", ""},
-            {"Driver Manager", "-", ""},
-            {"Driver Manager", "Quit Driver Manager", "command-q"},
-        };
-        EXPECT_EQ(of("Driver Manager", desk.mainMenu()), standard);
-    });
+/// The system adds the open windows at the end.
+std::vector<MenuEntry> standardMenus() {
+    return {
+        {"Driver Manager", "About Driver Manager", ""},
+        {"Driver Manager", "-", ""},
+        {"Driver Manager", "Services", ""},
+        {"Driver Manager", "-", ""},
+        {"Driver Manager", "Hide Driver Manager", "command-h"},
+        {"Driver Manager", "Hide Others", "option-command-h"},
+        {"Driver Manager", "Show All", ""},
+        {"Driver Manager", "-", ""},
+        {"Driver Manager", "Quit Driver Manager", "command-q"},
+        {"Edit", "Undo", "command-z"},
+        {"Edit", "Redo", "shift-command-z"},
+        {"Edit", "-", ""},
+        {"Edit", "Cut", "command-x"},
+        {"Edit", "Copy", "command-c"},
+        {"Edit", "Paste", "command-v"},
+        {"Edit", "Delete", ""},
+        {"Edit", "Select All", "command-a"},
+        {"Window", "Close", "command-w"},
+        {"Window", "Minimize", "command-m"},
+        {"Window", "Zoom", ""},
+        {"Window", "-", ""},
+        {"Window", "Bring All to Front", ""},
+    };
 }
 
-TEST_F(TheWindow, OffersTheServicesOfOtherApplications) {
-    run([](Desk& desk) { EXPECT_TRUE(desk.offersServices()); });
-}
-
-TEST_F(TheWindow, HasTheStandardItemsForEditing) {
+TEST_F(TheWindow, HasTheMenusOfEveryApplication) {
     run([](Desk& desk) {
-        const std::vector<MenuEntry> standard{
-            {"Edit", "Undo", "command-z"}, {"Edit", "Redo", "shift-command-z"}, {"Edit", "-", ""},
-            {"Edit", "Cut", "command-x"},  {"Edit", "Copy", "command-c"},       {"Edit", "Paste", "command-v"},
-            {"Edit", "Delete", ""},        {"Edit", "Select All", "command-a"},
-        };
-        EXPECT_EQ(of("Edit", desk.mainMenu()), standard);
-    });
-}
-
-TEST_F(TheWindow, HasTheStandardItemsForWindows) {
-    run([](Desk& desk) {
-        const auto entries = of("Window", desk.mainMenu());
-        ASSERT_GE(entries.size(), 5u);
-        EXPECT_EQ(entries[0], (MenuEntry{"Window", "Close", "command-w"}));
-        EXPECT_EQ(entries[1], (MenuEntry{"Window", "Minimize", "command-m"}));
-        EXPECT_EQ(entries[2], (MenuEntry{"Window", "Zoom", ""}));
-        EXPECT_EQ(entries[3], (MenuEntry{"Window", "-", ""}));
-        EXPECT_EQ(entries[4], (MenuEntry{"Window", "Bring All to Front", ""}));
+        auto seen = desk.mainMenu();
+        const auto standard = standardMenus();
+        ASSERT_GE(seen.size(), standard.size());
+        seen.resize(standard.size());
+        EXPECT_EQ(seen, standard);
+        EXPECT_TRUE(desk.offersServices());
     });
 }
 

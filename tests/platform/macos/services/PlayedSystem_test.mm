@@ -1,6 +1,9 @@
 #include "platform/Log.h"
 
-#include "tests/platform/macos/services/ServicesTest.h"
+#include "tests/macos/gnustep/StandIns.h"
+#include "tests/platform/macos/services/BundleOnDisk.h"
+
+#include <gmock/gmock.h>
 
 #include <os/log.h>
 
@@ -25,6 +28,16 @@ TEST(TheLog, HidesATextThatIsNotMarkedPublic) {
     standin::loggedLines().clear();
     os_log(OS_LOG_DEFAULT, "%s", "secret");
     EXPECT_THAT(standin::loggedLines(), ElementsAre("<private>"));
+}
+
+using ABundle = BundleOnDisk;
+
+// A Mac may give one a dictionary of its own making.
+TEST_F(ABundle, HasNoDictionaryWhereThereIsNoneAndSaysSo) {
+    const NSBundle bundle = read("");
+    EXPECT_FALSE(bundle.infoDictionary());
+    EXPECT_EQ(bundle.infoFile(), path() + "/Contents/Info.plist");
+    EXPECT_EQ(bundle.infoProblem(), "it is missing, or no property list");
 }
 
 } // namespace
