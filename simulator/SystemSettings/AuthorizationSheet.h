@@ -16,6 +16,7 @@ public:
     /// The client, to which an answer goes, outlives the sheet.
     AuthorizationSheet(QWidget& window, ControlClient& client);
 
+    /// Takes keyboard focus, unless that is the question which it shows already.
     void ask(const QuestionContent& question);
 
 protected:

@@ -26,6 +26,7 @@ public:
     void act(const QStringList& words);
 
 signals:
+    /// All that is there now: after refresh(), and after every change.
     void listed(const QList<simulator::CopyEntry>& copies, const QList<simulator::RequestEntry>& requests);
     /// The service is not there, for that reason. What was listed is no longer so. Without its bus it cannot be started
     /// again.

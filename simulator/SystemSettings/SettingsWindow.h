@@ -24,6 +24,7 @@ public:
     /// Shows the text, and announces it.
     void tell(const QString& text, bool withStart);
 
+    /// Whoever made the line follows its press.
     QPushButton& start() { return start_; }
 
 private:
