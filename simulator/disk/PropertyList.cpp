@@ -94,17 +94,15 @@ private:
     std::uint64_t referenceSize_ = 0;
     std::uint64_t table_ = 0;
     /// About as many bytes of memory as it may still take.
-    std::uint64_t left_ = 64 * 1048576;
+    std::uint64_t left_ = std::uint64_t{64} * 1048576;
 };
 
-struct FreeNode {
+struct Free {
     void operator()(void* node) const { plist_free(node); }
+    void operator()(char* bytes) const { std::free(bytes); }
 };
-using Node = std::unique_ptr<void, FreeNode>;
-
-struct FreeBytes {
-    void operator()(void* bytes) const { std::free(bytes); }
-};
+using Node = std::unique_ptr<void, Free>;
+using Bytes = std::unique_ptr<char, Free>;
 
 PropertyList valueOf(plist_t node, int depth);
 
@@ -120,45 +118,31 @@ PropertyList::Array arrayOf(plist_t node, int depth) {
 PropertyList::Dictionary dictionaryOf(plist_t node, int depth) {
     plist_dict_iter position = nullptr;
     plist_dict_new_iter(node, &position);
-    const std::unique_ptr<void, FreeBytes> owner{position};
+    const Bytes owner{static_cast<char*>(position)};
     PropertyList::Dictionary dictionary;
     while (true) {
         char* key = nullptr;
         plist_t value = nullptr;
         plist_dict_next_item(node, position, &key, &value);
-        const std::unique_ptr<char, FreeBytes> keyOwner{key};
+        const Bytes keyOwner{key};
         if (!value) return dictionary;
         dictionary.insert_or_assign(key, valueOf(value, depth));
     }
 }
 
-std::string textOf(plist_t node) {
-    std::uint64_t length = 0;
-    const char* const bytes = plist_get_string_ptr(node, &length);
-    return {bytes, length};
-}
-
-PropertyList::Integer integerOf(plist_t node) {
-    std::uint64_t number = 0;
-    plist_get_uint_val(node, &number);
-    return {std::to_string(static_cast<std::int64_t>(number))};
-}
-
-bool truthOf(plist_t node) {
-    std::uint8_t truth = 0;
-    plist_get_bool_val(node, &truth);
-    return truth != 0;
-}
-
 PropertyList valueOf(plist_t node, int depth) {
+    std::uint64_t number = 0;
+    std::uint8_t truth = 0;
     if (depth == deepest) return {};
     switch (plist_get_node_type(node)) {
     case PLIST_STRING:
-        return textOf(node);
+        return std::string{plist_get_string_ptr(node, nullptr)};
     case PLIST_UINT:
-        return integerOf(node);
+        plist_get_uint_val(node, &number);
+        return PropertyList::Integer{std::to_string(static_cast<std::int64_t>(number))};
     case PLIST_BOOLEAN:
-        return truthOf(node);
+        plist_get_bool_val(node, &truth);
+        return truth != 0;
     case PLIST_ARRAY:
         return arrayOf(node, depth + 1);
     case PLIST_DICT:
@@ -217,7 +201,7 @@ std::string PropertyList::toXml() const {
     char* text = nullptr;
     std::uint32_t length = 0;
     plist_to_xml(root.get(), &text, &length);
-    const std::unique_ptr<char, FreeBytes> owner{text};
+    const Bytes owner{text};
     return {text, length};
 }
 

@@ -54,7 +54,7 @@ std::string firstValue(sqlite3_stmt* statement) {
 
 } // namespace
 
-RecordFile::RecordFile(const std::string& file, const Records& first) : file_{file} {
+RecordFile::RecordFile(std::string file, const Records& first) : file_{std::move(file)} {
     lockFolder();
     std::error_code none;
     if (!fs::exists(fs::symlink_status(file_, none))) begin(first);

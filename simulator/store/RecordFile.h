@@ -31,7 +31,7 @@ public:
 
     /// Opens what is there; where there is nothing, begins with these records. Makes the folder of the file, too. Until
     /// take() is called nothing is changed of a file that is there, nor of what lies beside it.
-    RecordFile(const std::string& file, const Records& first);
+    RecordFile(std::string file, const Records& first);
 
     Records read() const;
     /// From now on the file is this process's, to be changed.
