@@ -28,9 +28,5 @@ TEST(TheMainQueue, RunsOnTheMainThreadWhatAnyThreadAppends) {
     EXPECT_EQ(ranOn, std::this_thread::get_id());
 }
 
-TEST(TheMainQueue, IsOne) {
-    EXPECT_EQ(DispatchQueue::main(), DispatchQueue::main());
-}
-
 } // namespace
 } // namespace platform

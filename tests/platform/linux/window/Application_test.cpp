@@ -20,16 +20,13 @@ namespace {
 
 class Delegate : public NSApplicationDelegate {
 public:
-    explicit Delegate(const bool quits) : quits_{quits} {}
     bool applicationShouldTerminateAfterLastWindowClosed() override {
         ++asked;
-        return quits_;
+        return quits;
     }
 
+    bool quits = true;
     int asked = 0;
-
-private:
-    bool quits_;
 };
 
 ui::View content() {
@@ -65,7 +62,7 @@ protected:
     }
 
     fake::FreshServices services_;
-    Delegate delegate_{true};
+    Delegate delegate_;
 };
 
 TEST_F(TheRunningApplication, ShowsOneWindowOfTheSizeOfItsContent) {
@@ -95,23 +92,14 @@ TEST_F(TheRunningApplication, QuitsWhenItsWindowIsClosedAndTheDelegateAgrees) {
     EXPECT_EQ(delegate_.asked, 1);
 }
 
-class TheApplicationOfADelegateThatStays : public TheRunningApplication {
-protected:
-    Delegate stays_{false};
-};
-
-TEST_F(TheApplicationOfADelegateThatStays, GoesOnWithoutAWindow) {
-    const ui::WindowGroup group{[] {
-        QTimer::singleShot(0, [] {
-            window()->close();
-            QTimer::singleShot(0, [] { QCoreApplication::exit(7); });
-        });
-        return content();
-    }};
-    std::array<char, 5> name{"test"};
-    std::array<char*, 2> argv{name.data(), nullptr};
-    EXPECT_EQ(runApplication(1, argv.data(), "Driver Manager", stays_, group), 7);
-    EXPECT_EQ(stays_.asked, 1);
+TEST_F(TheRunningApplication, GoesOnWithoutAWindowWhereTheDelegateSaysSo) {
+    delegate_.quits = false;
+    const Script script = [](MainWindow& window) {
+        window.close();
+        QTimer::singleShot(0, [] { QCoreApplication::exit(7); });
+    };
+    EXPECT_EQ(run(script), 7);
+    EXPECT_EQ(delegate_.asked, 1);
 }
 
 TEST_F(TheRunningApplication, EndsBySignalsAsEveryProgramDoes) {
@@ -166,92 +154,53 @@ TEST_F(TheRunningApplication, TakesItsImagesFromTheResourcesOfTheMainBundle) {
     });
 }
 
-/// A model of one number, and the screen of it.
-class Counter : public ObservableObject {
-public:
-    Published<int> value{*this, 0};
-};
-
+/// A model of one number, and a screen of it with a menu.
 class RebuildingTheWindow : public TheRunningApplication {
 protected:
-    ui::View screen() {
-        return ui::observing(
-                   counter_,
-                   [this] {
-                       ++bodies_;
-                       return ui::View{ui::VStack{
-                           ui::HorizontalAlignment::center,
-                           ui::Text::verbatim(std::to_string(counter_->value.get())).accessibilityAnnounced(),
-                           ui::Button{"Count", [this] { counter_->value = counter_->value.get() + 1; }},
-                           ui::Menu{"Menu", {ui::Button{ui::Label{"Item", "trash"}, [this] { ++chosen_; }}}}}};
-                   })
-            .frame(ui::FixedFrame{.width = 450, .height = 230});
-    }
-    static SceneControl* control(const std::string& name) {
-        for (QAbstractButton* candidate : window()->findChildren<QAbstractButton*>()) {
-            auto* found = dynamic_cast<SceneControl*>(candidate);
-            if (found && found->control().accessibleName == name) return found;
-        }
-        return nullptr;
+    struct Counter : ObservableObject {
+        Published<int> value{*this, 0};
+    };
+
+    void runScreen(const Script& script) {
+        const auto body = [this] {
+            ++bodies_;
+            return ui::View{ui::VStack{ui::HorizontalAlignment::center,
+                                       ui::Text::verbatim(std::to_string(counter_->value.get())),
+                                       ui::Menu{"Menu", {ui::Button{ui::Label{"Item", "trash"}, [] {}}}}}};
+        };
+        run(script, [&] { return ui::observing(counter_, body).frame(ui::FixedFrame{.width = 450, .height = 230}); });
     }
 
-    std::shared_ptr<Counter> counter_ = std::make_shared<Counter>();
+    const std::shared_ptr<Counter> counter_ = std::make_shared<Counter>();
     int bodies_ = 0;
-    int chosen_ = 0;
 };
 
 TEST_F(RebuildingTheWindow, TakesOneRebuildForAllChangesOfATurnAtItsEnd) {
-    run(
-        [this](MainWindow& window) {
-            const int before = bodies_;
-            for (int i = 1; i <= 100; ++i)
-                counter_->value = i;
-            EXPECT_EQ(bodies_, before);
-            QTimer::singleShot(0, [this, before, &window] {
-                EXPECT_EQ(bodies_, before + 1);
-                window.close();
-            });
-        },
-        [this] { return screen(); });
+    runScreen([this](MainWindow& window) {
+        const int before = bodies_;
+        for (int i = 1; i <= 100; ++i)
+            counter_->value = i;
+        EXPECT_EQ(bodies_, before);
+        QTimer::singleShot(0, [this, before, &window] {
+            EXPECT_EQ(bodies_, before + 1);
+            window.close();
+        });
+    });
 }
 
 TEST_F(RebuildingTheWindow, HappensWhileAMenuIsOpen) {
-    run(
-        [this](MainWindow& window) {
-            control("Menu")->click();
-            ASSERT_NE(QApplication::activePopupWidget(), nullptr);
-            const QImage before = window.grab().toImage();
-            counter_->value = 8;
-            QTimer::singleShot(0, [&window, before] {
-                EXPECT_NE(QApplication::activePopupWidget(), nullptr);
-                EXPECT_NE(window.grab().toImage(), before);
-                QApplication::activePopupWidget()->close();
-                window.close();
-            });
-        },
-        [this] { return screen(); });
-}
-
-TEST_F(RebuildingTheWindow, FollowsAPress) {
-    run(
-        [this](MainWindow& window) {
-            control("Count")->click();
-            control("Count")->click();
-            EXPECT_EQ(counter_->value.get(), 2);
+    runScreen([this](MainWindow& window) {
+        window.findChild<QAbstractButton*>()->click();
+        ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+        const QImage before = window.grab().toImage();
+        counter_->value = 8;
+        QTimer::singleShot(0, [&window, before] {
+            EXPECT_NE(QApplication::activePopupWidget(), nullptr);
+            EXPECT_NE(window.grab().toImage(), before);
+            QApplication::activePopupWidget()->close();
             window.close();
-        },
-        [this] { return screen(); });
-}
-
-TEST_F(RebuildingTheWindow, IsDroppedWhenTheApplicationEndsFirst) {
-    run(
-        [this](MainWindow&) {
-            counter_->value = 1;
-            QCoreApplication::exit(0);
-        },
-        [this] { return screen(); });
-    counter_->value = 2;
-    EXPECT_EQ(counter_.use_count(), 1);
+        });
+    });
 }
 
 } // namespace

@@ -120,16 +120,6 @@ TEST_F(TheImages, AreEmptyWhereThereIsNoFolderOfThem) {
     EXPECT_EQ(none.size({"Ethernet"}), QSizeF(0, 0));
 }
 
-TEST_F(TheImages, AreEmptyWhereTheyAreToFillNothing) {
-    EXPECT_TRUE(images_.image({"Ethernet"}, {0, 22}, Qt::black).isNull());
-}
-
-TEST_F(TheImages, IncludeTheIconOfTheApplication) {
-    EXPECT_EQ(images_.size({"AppIcon"}), QSizeF(1024, 1024));
-    MainWindow window{QStringLiteral("Window"), images_};
-    EXPECT_FALSE(window.windowIcon().pixmap(32, 32).isNull());
-}
-
 TEST_F(TheImages, StayRightWhenMoreOfThemAreAskedForThanAreRemembered) {
     const QImage first = images_.image({"Ethernet"}, {22, 22}, Qt::black);
     for (int side = 1; side <= 100; ++side)

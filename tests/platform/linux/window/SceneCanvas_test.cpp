@@ -71,12 +71,6 @@ TEST_F(KeyboardFocus, IsNotTakenByAClick) {
     EXPECT_EQ(focused(), "First");
 }
 
-TEST_F(KeyboardFocus, SurvivesARebuild) {
-    focusBy(2);
-    show(cards());
-    EXPECT_EQ(focused(), "First menu");
-}
-
 TEST_F(KeyboardFocus, SurvivesARebuildThatMovesItsControl) {
     focusBy(1);
     show({button(inCard(0, 0), {100, 20, 50, 30}, "Moved", [] {}), secondButton()});
@@ -87,12 +81,6 @@ TEST_F(KeyboardFocus, GoesToTheNextOfTheSameCardWhenItsControlIsGone) {
     focusBy(1);
     show({firstMenu(), secondButton(), secondMenu()});
     EXPECT_EQ(focused(), "First menu");
-}
-
-TEST_F(KeyboardFocus, GoesToTheNearestWhenItsCardIsGone) {
-    focusBy(2);
-    show({secondButton(), secondMenu()});
-    EXPECT_EQ(focused(), "Second menu");
 }
 
 TEST_F(KeyboardFocus, StaysAtItsPlaceThoughTheControlThereIsOfAnotherKind) {
@@ -163,12 +151,6 @@ TEST_F(TheFocusRing, IsNotSeenWhereAssistiveTechnologySetTheFocus) {
     EXPECT_FALSE(differs(atRest_, window_.rect()));
 }
 
-TEST_F(TheFocusRing, MovesWithTheFocusWhenAControlIsGone) {
-    focusBy(1);
-    show({firstMenu(), secondButton(), secondMenu()});
-    EXPECT_TRUE(differs(atRest_, aroundMenu));
-}
-
 TEST_F(TheFocusRing, IsSeenWhileAMenuIsOpen) {
     focusBy(2);
     const QImage ring = picture();
@@ -187,10 +169,6 @@ TEST_F(TheFocusRing, IsNotSeenInAnInactiveWindow) {
 }
 
 class ACanvas : public WindowTest {};
-
-TEST_F(ACanvas, PaintsItsGroundWhereTheSceneIsEmpty) {
-    EXPECT_EQ(picture().pixelColor(225, 115), QColor(236, 236, 236));
-}
 
 TEST_F(ACanvas, PaintsEachSceneInPlaceOfTheOneBefore) {
     show({{ui::Fill{{10, 10, 20, 20}, ui::ShapeKind::rectangle, ui::Color::black}}});
@@ -226,15 +204,6 @@ TEST_F(ACanvas, IsPaintedAgainWhenSomethingVisibleChangedAndOnlyThen) {
     EXPECT_EQ(paintings.count(), 0);
     show({text({10, 10}, "Two")});
     EXPECT_EQ(paintings.count(), 1);
-}
-
-TEST_F(ACanvas, HasTheControlsInsideAClipToo) {
-    int pressed = 0;
-    show({{ui::Clip{{0, 0, 450, 230}, ui::ShapeKind::rectangle, {button(inCard(0, 0), {300, 85, 80, 30}, "Inside", [&] {
-                        ++pressed;
-                    })}}}});
-    click({340, 100});
-    EXPECT_EQ(pressed, 1);
 }
 
 } // namespace

@@ -3,7 +3,10 @@
 #include "platform/linux/Appearance.h"
 #include "tests/platform/linux/window/WindowTest.h"
 
+#include <QFontInfo>
 #include <QFontMetricsF>
+
+#include <cmath>
 
 namespace platform {
 namespace {
@@ -52,21 +55,6 @@ protected:
     ImageStore images_{QStringLiteral(ICONS)};
 };
 
-TEST_F(APainting, RoundsTheEdgesOfRectanglesToPixels) {
-    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
-        const QImage image = paint({fill({10.3, 10.2, 20.4, 9.6})}, scale);
-        EXPECT_TRUE(isBlackOrWhite(image)) << scale;
-        const auto pixel = [&](const double position) { return static_cast<int>(std::floor(position * scale + 0.5)); };
-        EXPECT_EQ(inked(image), QRect(QPoint(pixel(10.3), pixel(10.2)), QPoint(pixel(30.7) - 1, pixel(19.8) - 1)));
-    }
-}
-
-TEST_F(APainting, LeavesNoGapBetweenNeighbours) {
-    const QImage image = paint({fill({10, 10, 20, 8.5}), fill({10, 18.5, 20, 1}), fill({10, 19.5, 20, 8.5})});
-    EXPECT_EQ(inked(image), QRect(10, 10, 20, 18));
-    EXPECT_TRUE(isBlackOrWhite(image));
-}
-
 TEST_F(APainting, DrawsABorderOfWholePixels) {
     for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
         const QImage image = paint({{ui::Stroke{{11, 11, 38, 18}, ShapeKind::rectangle, Color::black, 2}}}, scale);
@@ -91,12 +79,6 @@ TEST_F(APainting, DrawsARingOfWholePixelsAcross) {
     }
 }
 
-TEST_F(APainting, FillsTheLargestCircleCentred) {
-    const QImage image = paint({fill({10, 10, 40, 20}, ShapeKind::circle)});
-    EXPECT_EQ(inked(image), QRect(20, 10, 20, 20));
-    EXPECT_EQ(image.pixelColor(20, 10), QColor(Qt::white));
-}
-
 TEST_F(APainting, GivesACapsuleRoundEnds) {
     const QImage image = paint({fill({10, 10, 40, 20}, ShapeKind::capsule)});
     EXPECT_EQ(inked(image), QRect(10, 10, 40, 20));
@@ -119,14 +101,6 @@ TEST_F(APainting, ShowsTheNearestColourThatThereIs) {
     const Color beyond{257, -1, 0.5, 2};
     const QImage image = paint({{ui::Fill{{10, 10, 10, 10}, ShapeKind::rectangle, beyond}}});
     EXPECT_EQ(image.pixelColor(15, 15), QColor(255, 0, 128));
-}
-
-TEST_F(APainting, StretchesAnImageOverItsRectangle) {
-    const QImage image = paint({{ui::ImageRun{{10, 10, 40, 20}, {"Ethernet"}, Color::black, ""}}});
-    const QRect ink = inked(image);
-    EXPECT_GE(ink.left(), 10);
-    EXPECT_GT(ink.width(), 30);
-    EXPECT_LE(ink.height(), 20);
 }
 
 TEST_F(APainting, PutsAnImageOnWholePixels) {
@@ -187,18 +161,6 @@ TEST_F(AText, IsDrawnInItsColour) {
     EXPECT_EQ(image.pixelColor(ink.left() + 2, ink.center().y()), QColor(Qt::red));
 }
 
-TEST_F(AText, IsHeavierWhereItIsSemibold) {
-    const auto darkness = [&](const ui::FontWeight weight) {
-        const QImage image = paint({{run("Driver", {ui::TextStyle::body, weight})}}, 2);
-        double sum = 0;
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x)
-                sum += 255 - image.pixelColor(x, y).lightness();
-        return sum;
-    };
-    EXPECT_GT(darkness(ui::FontWeight::semibold), 1.15 * darkness(ui::FontWeight::regular));
-}
-
 TEST_F(AText, EndsInAnEllipsisWithinItsWidthWhereItIsTruncated) {
     ui::TextRun truncated = run("A name that is far too long for this");
     truncated.rect.width = 90;
@@ -220,20 +182,56 @@ TEST_F(AText, IsWholeWhereItLacksNextToNothing) {
     EXPECT_EQ(paint({{tight}}, 1, 200), paint({{run("Upgrade")}}, 1, 200));
 }
 
-TEST_F(APainting, DrawsTheRingInFullAroundAMissingImageAndNothingInside) {
-    const QImage image = paint({{ui::Stroke{{12, 2, 36, 36}, ShapeKind::circle, Color::black, 2}},
-                                {ui::ImageRun{{19, 9, 22, 22}, {"Missing"}, Color::black, {}}}});
-    EXPECT_EQ(inked(image), QRect(11, 1, 38, 38));
-    EXPECT_EQ(inked(image.copy(19, 9, 22, 22)), QRect());
+class TheMetrics : public testing::Test {
+protected:
+    double width(const char* text, const ui::Font font) const { return metrics_.textSize(text, font).width; }
+
+    TestApplication application_;
+    ImageStore images_{QStringLiteral(ICONS)};
+    QtMetrics metrics_{images_};
+};
+
+TEST_F(TheMetrics, AreThoseOfInterInBothWeights) {
+    for (const ui::FontWeight weight : {ui::FontWeight::regular, ui::FontWeight::semibold}) {
+        const QFontInfo found{toQFont({ui::TextStyle::body, weight})};
+        EXPECT_EQ(found.family(), "Inter");
+        EXPECT_EQ(found.weight(), weight == ui::FontWeight::semibold ? QFont::DemiBold : QFont::Normal);
+    }
 }
 
-TEST_F(APainting, DrawsTheDiscInFullBehindAMissingImage) {
-    const QImage image = paint(
-        {{ui::Clip{{10, 0, 40, 40},
-                   ShapeKind::circle,
-                   {fill({10, 0, 40, 40}), {ui::ImageRun{{19, 9, 22, 22}, {"MissingDark"}, Color::black, {}}}}}}});
-    EXPECT_EQ(inked(image), QRect(10, 0, 40, 40));
-    EXPECT_EQ(image.pixelColor(30, 20), QColor(Qt::black));
+TEST_F(TheMetrics, AreInPixelsThatDoNotDependOnTheDesktopsResolution) {
+    EXPECT_EQ(toQFont(ui::Font::title3).pixelSize(), 15);
+    EXPECT_EQ(toQFont(ui::Font::body).pixelSize(), 13);
+    EXPECT_EQ(toQFont(ui::Font::callout).pixelSize(), 12);
+}
+
+TEST_F(TheMetrics, GrowWithTheSizeOfTheTextAndNotInWholePixels) {
+    const QString sentence = QStringLiteral("Open Privacy & Security in System Settings");
+    QFont large = toQFont(ui::Font::body);
+    large.setPixelSize(130);
+    const double unhinted = QFontMetricsF{large}.horizontalAdvance(sentence) / 10;
+    EXPECT_NEAR(width(sentence.toUtf8().constData(), ui::Font::body), unhinted, 0.5);
+}
+
+TEST_F(TheMetrics, LetUpgradeFitItsButton) {
+    EXPECT_LE(width("Upgrade", ui::Font::body), 54);
+    EXPECT_GT(width("Upgrade", ui::Font::body), width("Activate", ui::Font::body));
+}
+
+TEST_F(TheMetrics, LetTheApprovalSentenceFitTheBanner) {
+    const double room = 450 - 44 - 16 - 8;
+    EXPECT_LT(width("Open Privacy & Security in System Settings to allow the extensions.", ui::Font::callout),
+              room + 1);
+}
+
+TEST_F(TheMetrics, GiveAnEmptyTextTheHeightOfAnyOther) {
+    EXPECT_EQ(metrics_.textSize("", ui::Font::body).height, metrics_.textSize("Ag", ui::Font::body).height);
+    EXPECT_EQ(width("", ui::Font::body), 0);
+}
+
+TEST_F(TheMetrics, GiveAnImageItsOwnSizeAndAMissingOneNone) {
+    EXPECT_EQ(metrics_.imageSize({"Ethernet"}), (ui::Size{22, 22}));
+    EXPECT_EQ(metrics_.imageSize({"Missing"}), (ui::Size{0, 0}));
 }
 
 } // namespace

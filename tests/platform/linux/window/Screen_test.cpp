@@ -1,121 +1,81 @@
 #include "app/DriverManagerApp.h"
 
 #include "platform/linux/ScenePainter.h"
-#include "platform/ui/Interaction.h"
 #include "platform/ui/SceneHost.h"
 #include "tests/platform/linux/window/WindowTest.h"
+#include "tests/support/FixedMetrics.h"
+#include "tests/support/PlainPicture.h"
+#include "tests/support/ScreenStates.h"
 
 #include <algorithm>
-#include <tuple>
+#include <array>
+#include <cmath>
 
 namespace platform {
 namespace {
 
-/// The screen as this window measures it, before any answer has come.
+/// Calls `visit` with everything that is painted, what is inside clips and controls too.
+template <typename Visit>
+void forEach(const std::vector<ui::SceneNode>& nodes, const Visit& visit) {
+    const auto visitWithContent = [&](const auto& value) {
+        visit(value);
+        if constexpr (requires { value.content; }) forEach(value.content, visit);
+    };
+    for (const ui::SceneNode& node : nodes)
+        std::visit(visitWithContent, node.value);
+}
+
+bool isNear(const ui::Rect& a, const ui::Rect& b) {
+    return std::max({std::abs(a.x - b.x), std::abs(a.y - b.y), std::abs(a.width - b.width),
+                     std::abs(a.height - b.height)}) <= 0.5;
+}
+
+/// The screen in the typeface of this window, before any answer has come.
 class TheScreen : public testing::Test {
 protected:
-    /// The primitives of one kind, those inside clips and controls too, in painting order.
-    template <typename Primitive>
-    std::vector<Primitive> all() const {
-        std::vector<Primitive> found;
-        collect(scene_.nodes, found);
-        return found;
-    }
-    static void expectNear(const ui::Rect& actual, const ui::Rect& expected) {
-        EXPECT_NEAR(actual.x, expected.x, 0.5);
-        EXPECT_NEAR(actual.y, expected.y, 0.5);
-        EXPECT_NEAR(actual.width, expected.width, 0.5);
-        EXPECT_NEAR(actual.height, expected.height, 0.5);
-    }
-
     fake::FreshServices services_;
     TestApplication application_;
     ImageStore images_{QStringLiteral(ICONS)};
     QtMetrics metrics_{images_};
     ui::Scene scene_ = ui::layout(app::DriverManagerApp{}.body().content(), std::nullopt, metrics_);
-
-private:
-    template <typename Primitive>
-    static void collect(const std::vector<ui::SceneNode>& nodes, std::vector<Primitive>& found) {
-        for (const ui::SceneNode& node : nodes) {
-            if (const auto* match = std::get_if<Primitive>(&node.value)) found.push_back(*match);
-            if (const auto* clip = std::get_if<ui::Clip>(&node.value)) collect(clip->content, found);
-            if (const auto* control = std::get_if<ui::Control>(&node.value)) collect(control->content, found);
-        }
-    }
 };
 
-TEST_F(TheScreen, HasItsFixedSize) {
+TEST_F(TheScreen, StandsWhereItsRulesPutIt) {
+    std::vector<ui::Rect> rects;
+    forEach(scene_.nodes, [&](const auto& painted) { rects.push_back(painted.rect); });
+    const double button = metrics_.textSize("Activate", ui::Font::body).width + 36;
+    const std::array expected{
+        ui::Rect{0, 0, 450, 40},      ui::Rect{16, 10, 20, 20},      ui::Rect{25, 68, 400, 134},
+        ui::Rect{26, 69, 398, 132},   ui::Rect{25, 76, 400, 50.5},   ui::Rect{25, 143.5, 400, 50.5},
+        ui::Rect{25, 134.5, 400, 1},  ui::Rect{51, 83.25, 36, 36},   ui::Rect{51, 150.75, 36, 36},
+        ui::Rect{391, 93.25, 10, 16}, ui::Rect{391, 160.75, 10, 16}, ui::Rect{383 - button, 153.75, button, 30}};
     EXPECT_EQ(scene_.size, (ui::Size{450, 230}));
-}
-
-TEST_F(TheScreen, HasItsBannerAtTheTop) {
-    expectNear(all<ui::Fill>().front().rect, {0, 0, 450, 40});
-    expectNear(all<ui::ImageRun>().front().rect, {16, 10, 20, 20});
-    const ui::TextRun sentence = all<ui::TextRun>().front();
-    EXPECT_NEAR(sentence.rect.x, 44, 0.5);
-    EXPECT_NEAR(sentence.rect.y + sentence.rect.height / 2, 20, 0.5);
-}
-
-TEST_F(TheScreen, HasItsBlockWithTheBorderInside) {
-    const ui::Stroke border = all<ui::Stroke>().back();
-    EXPECT_EQ(border.shape, ui::ShapeKind::rectangle);
-    EXPECT_EQ(border.lineWidth, 2);
-    expectNear(border.rect, {26, 69, 398, 132});
-}
-
-TEST_F(TheScreen, HasItsCardsAndTheDividerBetweenThem) {
-    const auto fills = all<ui::Fill>();
-    const auto has = [&](const ui::Rect& rect) {
-        return std::any_of(fills.begin(), fills.end(), [&](const ui::Fill& fill) {
-            return std::abs(fill.rect.x - rect.x) <= 0.5 && std::abs(fill.rect.y - rect.y) <= 0.5 &&
-                   std::abs(fill.rect.width - rect.width) <= 0.5 && std::abs(fill.rect.height - rect.height) <= 0.5;
-        });
-    };
-    EXPECT_TRUE(has({25, 68, 400, 134}));
-    EXPECT_TRUE(has({25, 76, 400, 50.5}));
-    EXPECT_TRUE(has({25, 143.5, 400, 50.5}));
-    EXPECT_TRUE(has({25, 134.5, 400, 1}));
-}
-
-TEST_F(TheScreen, HasTheRingsOfItsIconsInTheMiddleOfTheirCards) {
-    const auto rings = all<ui::Stroke>();
-    EXPECT_EQ(rings[0].shape, ui::ShapeKind::circle);
-    expectNear(rings[0].rect, {51, 83.25, 36, 36});
-    expectNear(rings[1].rect, {51, 150.75, 36, 36});
-}
-
-TEST_F(TheScreen, HasTheTextsOfEachCardOneBelowTheOtherAroundItsMiddle) {
-    const auto texts = all<ui::TextRun>();
-    for (const auto& [name, state, middle] : {std::tuple{1, 2, 101.25}, std::tuple{4, 5, 168.75}}) {
-        const ui::Rect above = texts.at(static_cast<std::size_t>(name)).rect;
-        const ui::Rect below = texts.at(static_cast<std::size_t>(state)).rect;
-        EXPECT_NEAR(above.x, 105, 0.5);
-        EXPECT_NEAR(below.x, 105, 0.5);
-        EXPECT_NEAR(below.y - above.maxY(), 2, 0.5);
-        EXPECT_NEAR((above.y + below.maxY()) / 2, middle, 0.5);
-    }
-}
-
-TEST_F(TheScreen, HasItsControlsAtTheTrailingEdgeInTheMiddleOfTheirCards) {
-    for (const ui::Control* control : ui::controlsOf(scene_)) {
-        const double middle = control->accessibleName.find("Camera") == std::string::npos ? 168.75 : 101.25;
-        EXPECT_NEAR(control->rect.y + control->rect.height / 2, middle, 0.5);
-        if (std::holds_alternative<ui::PullDownMenu>(control->kind)) {
-            EXPECT_NEAR(control->rect.x, 391, 0.5);
-            EXPECT_NEAR(control->rect.maxX(), 401, 0.5);
-            continue;
-        }
-        EXPECT_NEAR(control->rect.maxX(), 383, 0.5);
-        const std::string title = control->accessibleName.substr(0, control->accessibleName.find(' '));
-        EXPECT_NEAR(control->rect.width, metrics_.textSize(title, ui::Font::body).width + 36, 0.5);
-    }
+    for (const ui::Rect& rect : expected)
+        EXPECT_TRUE(std::any_of(rects.begin(), rects.end(), [&](const auto& found) { return isNear(found, rect); }))
+            << rect.x << "," << rect.y << " " << rect.width << "x" << rect.height;
 }
 
 TEST_F(TheScreen, TruncatesNothing) {
-    for (const ui::TextRun& run : all<ui::TextRun>())
-        EXPECT_FALSE(run.truncated) << run.text;
+    forEach(scene_.nodes,
+            ui::Cases{[](const ui::TextRun& run) { EXPECT_FALSE(run.truncated) << run.text; }, [](const auto&) {}});
 }
+
+class EveryPixel : public WindowTest, public testing::WithParamInterface<fake::ScreenState> {};
+
+TEST_P(EveryPixel, IsThatOfTheScene) {
+    const ui::Scene scene =
+        fake::withoutTextsAndImages(ui::layout(fake::screenOf(GetParam()), std::nullopt, fake::FixedMetrics{}));
+    window_.present(scene);
+    const QImage seen = picture();
+    const auto at = [&](const int x, const int y) -> fake::PlainPicture::Channels {
+        const QColor color = seen.pixelColor(x, y);
+        return {1.0 * color.red(), 1.0 * color.green(), 1.0 * color.blue()};
+    };
+    EXPECT_THAT(fake::PlainPicture{scene}.differences(at), testing::IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(OfTheScreen, EveryPixel, testing::ValuesIn(fake::screenStates()),
+                         [](const auto& state) { return state.param.name; });
 
 } // namespace
 } // namespace platform

@@ -1,11 +1,29 @@
 #include "tests/platform/linux/window/WindowTest.h"
 
 #include "platform/linux/Appearance.h"
+#include "tests/support/QtWarnings.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
 
+#include <gmock/gmock.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
+
+#include <private/qguiapplication_p.h>
+
 namespace platform {
+
+using namespace ui;
+
+namespace {
+
+void setAccessibilityActive(const bool active) {
+    QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(active);
+}
+
+} // namespace
 
 TestApplication::Style::Style() {
     chooseStyle();
@@ -13,6 +31,14 @@ TestApplication::Style::Style() {
 
 TestApplication::TestApplication() : application_{argc_, argv_.data()} {
     QApplication::setQuitOnLastWindowClosed(false);
+}
+
+ActiveAccessibility::ActiveAccessibility() {
+    setAccessibilityActive(true);
+}
+
+ActiveAccessibility::~ActiveAccessibility() {
+    setAccessibilityActive(false);
 }
 
 WindowTest::WindowTest() {
@@ -81,4 +107,65 @@ bool WindowTest::differs(const QImage& before, const QRect area) {
     return picture().copy(area) != before.copy(area);
 }
 
+SceneNode button(Place place, const Rect rect, std::string name, std::function<void()> run) {
+    Control control{rect, std::move(place), std::move(name), PushButton{{std::move(run)}}, {}};
+    control.content = {{Clip{rect, ShapeKind::capsule, {{Fill{rect, ShapeKind::rectangle, Color::black}}}}}};
+    return {std::move(control)};
+}
+
+SceneNode menu(Place place, const Point origin, std::string name, std::vector<MenuItem> items) {
+    const Rect rect{origin.x, origin.y, 10, 16};
+    return {Control{rect,
+                    std::move(place),
+                    std::move(name),
+                    PullDownMenu{std::move(items)},
+                    {{MenuIndicator{rect, Color::black}}}}};
+}
+
+SceneNode text(const Point origin, std::string text) {
+    TextRun run;
+    run.rect = {origin.x, origin.y, 200, 16};
+    run.text = std::move(text);
+    return {std::move(run)};
+}
+
+SceneNode announcedText(const Point origin, std::string sentence) {
+    SceneNode node = text(origin, std::move(sentence));
+    std::get<TextRun>(node.value).announced = true;
+    return node;
+}
+
+SceneNode namedImage(const Rect rect, std::string image, std::string name) {
+    ImageRun run;
+    run.rect = rect;
+    run.image = {std::move(image)};
+    run.accessibleName = std::move(name);
+    return {std::move(run)};
+}
+
+MenuItem item(std::string title, std::function<void()> run) {
+    return {std::move(title), {"trash", ImageReference::Source::system}, {std::move(run)}};
+}
+
+Scene scene(std::vector<SceneNode> nodes) {
+    Scene result;
+    result.size = {450, 230};
+    result.nodes = std::move(nodes);
+    result.preferredColorScheme = ColorScheme::light;
+    return result;
+}
+
+Place inCard(const std::uint32_t row, const std::uint32_t index) {
+    return {{row, index}, 1};
+}
+
 } // namespace platform
+
+int main(int argc, char** argv) {
+    tests::failOnQtWarningsOffscreen();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QTemporaryDir runtime;
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
+    testing::InitGoogleMock(&argc, argv);
+    return RUN_ALL_TESTS();
+}

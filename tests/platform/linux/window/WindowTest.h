@@ -4,7 +4,7 @@
 #include "platform/linux/MainWindow.h"
 #include "platform/linux/SceneAccessibility.h"
 #include "platform/linux/SceneControl.h"
-#include "tests/platform/linux/window/SceneMaking.h"
+#include "platform/ui/Scene.h"
 #include "tests/support/FakeServices.h"
 
 #include <QApplication>
@@ -14,7 +14,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -32,6 +34,16 @@ private:
     std::array<char, 5> name_{"test"};
     std::array<char*, 2> argv_{name_.data(), nullptr};
     QApplication application_;
+};
+
+/// While one lives, the application tells what changes, as it does when assistive technology runs. Needs the
+/// application.
+class ActiveAccessibility {
+public:
+    ActiveAccessibility();
+    ActiveAccessibility(const ActiveAccessibility&) = delete;
+    ActiveAccessibility& operator=(const ActiveAccessibility&) = delete;
+    ~ActiveAccessibility();
 };
 
 /// A shown and active window, and a person's hands.
@@ -66,5 +78,22 @@ protected:
     ImageStore images_{QStringLiteral(ICONS)};
     MainWindow window_{QStringLiteral("Window"), images_};
 };
+
+// Scenes made by hand, as a layout would yield them.
+
+/// A black capsule at `rect` that runs `run`.
+ui::SceneNode button(ui::Place place, ui::Rect rect, std::string name, std::function<void()> run);
+/// A menu whose indicator, 10 by 16, has its top left at `origin`.
+ui::SceneNode menu(ui::Place place, ui::Point origin, std::string name, std::vector<ui::MenuItem> items);
+ui::SceneNode text(ui::Point origin, std::string text);
+ui::SceneNode announcedText(ui::Point origin, std::string text);
+ui::SceneNode namedImage(ui::Rect rect, std::string image, std::string name);
+ui::MenuItem item(std::string title, std::function<void()> run);
+
+/// 450 by 230.
+ui::Scene scene(std::vector<ui::SceneNode> nodes);
+
+/// The place of the `index`th control of the `row`th card.
+ui::Place inCard(std::uint32_t row, std::uint32_t index);
 
 } // namespace platform
