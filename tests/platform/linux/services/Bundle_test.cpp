@@ -168,10 +168,6 @@ TEST_F(TheMainBundle, IsThatOfTheExecutableAlsoBehindALink) {
     EXPECT_EQ(toldBy(link), "42 of " PROGRAM_BUNDLE "/Contents/Info.plist");
 }
 
-TEST_F(TheMainBundle, IsReadOnce) {
-    EXPECT_EQ(&NSBundle::mainBundle(), &NSBundle::mainBundle());
-}
-
 TEST_F(TheMainBundle, HasNoDictionaryWhereTheExecutableLiesInNone) {
     EXPECT_EQ(NSBundle::mainBundle().infoDictionary(), nullptr);
     EXPECT_EQ(NSBundle::mainBundle().infoProblem(), "the program lies in no bundle");

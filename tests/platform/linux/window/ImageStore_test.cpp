@@ -115,11 +115,6 @@ TEST_F(TheImages, AreEmptyWhereTheyAreMissing) {
     EXPECT_EQ(alphaOfColumn(nothing, 11), std::vector<int>(22, 0));
 }
 
-TEST_F(TheImages, AreEmptyWhereThereIsNoFolderOfThem) {
-    const ImageStore none{QStringLiteral("/nowhere")};
-    EXPECT_EQ(none.size({"Ethernet"}), QSizeF(0, 0));
-}
-
 TEST_F(TheImages, StayRightWhenMoreOfThemAreAskedForThanAreRemembered) {
     const QImage first = images_.image({"Ethernet"}, {22, 22}, Qt::black);
     for (int side = 1; side <= 100; ++side)

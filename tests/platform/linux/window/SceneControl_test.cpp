@@ -143,7 +143,6 @@ TEST_F(AButton, WithoutAHandlerDoesNothing) {
 // Menus --------------------------------------------------------------------------------------------------------------
 
 constexpr QPoint onIndicator{396, 101};
-constexpr QPoint onButton{370, 101};
 constexpr QPoint onGround{20, 200};
 
 class AMenu : public WindowTest {
@@ -318,12 +317,6 @@ TEST_F(AMenu, MayTakeItselfAwayInTheHandlerOfAnItem) {
     clickItem(0);
     EXPECT_EQ(finished, 1000u);
     EXPECT_EQ(control("Actions"), nullptr);
-}
-
-TEST_F(AMenu, LeavesTheRestOfTheWindowAlone) {
-    const QImage before = picture();
-    click(onIndicator);
-    EXPECT_EQ(picture(), before);
 }
 
 TEST_F(AMenu, IsLightWhateverTheDesktopIs) {

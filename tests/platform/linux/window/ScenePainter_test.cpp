@@ -79,24 +79,6 @@ TEST_F(APainting, DrawsARingOfWholePixelsAcross) {
     }
 }
 
-TEST_F(APainting, GivesACapsuleRoundEnds) {
-    const QImage image = paint({fill({10, 10, 40, 20}, ShapeKind::capsule)});
-    EXPECT_EQ(inked(image), QRect(10, 10, 40, 20));
-    EXPECT_EQ(image.pixelColor(11, 11), QColor(Qt::white));
-    EXPECT_EQ(image.pixelColor(20, 10), QColor(Qt::black));
-}
-
-TEST_F(APainting, ShowsOnlyWhatLiesInAClip) {
-    const QImage clipped = paint({{ui::Clip{{10, 10, 40, 20}, ShapeKind::capsule, {fill({0, 0, 60, 40})}}}});
-    EXPECT_EQ(clipped, paint({fill({10, 10, 40, 20}, ShapeKind::capsule)}));
-}
-
-TEST_F(APainting, EndsAClipWhereItsContentEnds) {
-    const QImage image =
-        paint({{ui::Clip{{10, 10, 10, 10}, ShapeKind::circle, {fill({0, 0, 60, 40})}}}, fill({40, 10, 10, 10})});
-    EXPECT_EQ(image.pixelColor(45, 15), QColor(Qt::black));
-}
-
 TEST_F(APainting, ShowsTheNearestColourThatThereIs) {
     const Color beyond{257, -1, 0.5, 2};
     const QImage image = paint({{ui::Fill{{10, 10, 10, 10}, ShapeKind::rectangle, beyond}}});
@@ -106,16 +88,6 @@ TEST_F(APainting, ShowsTheNearestColourThatThereIs) {
 TEST_F(APainting, PutsAnImageOnWholePixels) {
     const QImage exact = paint({{ui::ImageRun{{10, 10, 22, 22}, {"Ethernet"}, Color::black, ""}}});
     EXPECT_EQ(paint({{ui::ImageRun{{10.2, 9.75, 22, 22}, {"Ethernet"}, Color::black, ""}}}), exact);
-}
-
-TEST_F(APainting, DrawsTheIndicatorOfAMenuInItsColour) {
-    const QImage image = paint({{ui::MenuIndicator{{20, 10, 10, 16}, Color::black}}});
-    const QRect ink = inked(image);
-    EXPECT_TRUE(QRect(20, 10, 10, 16).contains(ink));
-    EXPECT_EQ(ink.center().x(), 24);
-    EXPECT_GE(ink.height(), 4);
-    const Color red{1, 0, 0, 1};
-    EXPECT_NE(paint({{ui::MenuIndicator{{20, 10, 10, 16}, red}}}), image);
 }
 
 class AText : public APainting {
