@@ -13,7 +13,7 @@
 #include <limits>
 #include <memory>
 #include <string>
-#include <utility>
+#include <variant>
 
 namespace platform {
 
@@ -31,16 +31,6 @@ struct FreeMemory {
 };
 template <typename T>
 using Allocated = std::unique_ptr<T, FreeMemory>;
-
-/// What reading came to: a dictionary, or why there is none.
-struct Reading {
-    std::shared_ptr<const InfoDictionary> dictionary;
-    std::string problem;
-};
-
-Reading failed(std::string problem) {
-    return {nullptr, std::move(problem)};
-}
 
 Plist parse(const std::string& bytes) {
     plist_t root = nullptr;
@@ -75,21 +65,22 @@ InfoDictionary dictionaryOf(plist_t root) {
     }
 }
 
-Reading readDictionary(const fs::path& file) {
+/// The dictionary, or why there is none.
+std::variant<InfoDictionary, std::string> readDictionary(const fs::path& file) {
     std::error_code error;
     const auto status = fs::status(file, error);
-    if (status.type() == fs::file_type::not_found) return failed("there is no such file");
+    if (status.type() == fs::file_type::not_found) return "there is no such file";
     if (status.type() != fs::file_type::regular) {
-        return failed(error ? "it cannot be read: " + error.message() : "it is no file");
+        return error ? "it cannot be read: " + error.message() : "it is no file";
     }
     std::ifstream stream{file, std::ios::binary};
-    if (!stream) return failed(std::string{"it cannot be read: "} + std::strerror(errno));
+    if (!stream) return std::string{"it cannot be read: "} + std::strerror(errno);
     const std::string bytes{std::istreambuf_iterator<char>{stream}, {}};
-    if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) return failed("it is too large");
+    if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) return "it is too large";
     const auto root = parse(bytes);
-    if (!root) return failed("it is no property list");
-    if (plist_get_node_type(root.get()) != PLIST_DICT) return failed("its property list is no dictionary");
-    return {std::make_shared<const InfoDictionary>(dictionaryOf(root.get())), {}};
+    if (!root) return "it is no property list";
+    if (plist_get_node_type(root.get()) != PLIST_DICT) return "its property list is no dictionary";
+    return dictionaryOf(root.get());
 }
 
 } // namespace
@@ -105,8 +96,10 @@ const NSBundle& NSBundle::mainBundle() {
 NSBundle readBundle(const fs::path& bundle) {
     const auto contents = bundle / "Contents";
     const auto infoFile = contents / "Info.plist";
-    auto reading = readDictionary(infoFile);
-    return {infoFile, std::move(reading.dictionary), std::move(reading.problem), contents / "Resources"};
+    const auto resources = contents / "Resources";
+    const auto read = readDictionary(infoFile);
+    if (const auto* problem = std::get_if<std::string>(&read)) return {infoFile, nullptr, *problem, resources};
+    return {infoFile, std::make_shared<const InfoDictionary>(std::get<InfoDictionary>(read)), {}, resources};
 }
 
 NSBundle readBundleOfExecutable(const fs::path& executable) {

@@ -22,6 +22,7 @@ QString withoutMnemonics(QString title) {
 MenuPopup::MenuPopup(SceneControl& opener, const std::vector<ui::MenuItem>& items, const ImageStore& images)
     : QMenu{&opener}, opener_{opener} {
     setAttribute(Qt::WA_DeleteOnClose);
+    setAccessibleName(opener.accessibleName());
     useLightAppearance(*this);
     for (const ui::MenuItem& item : items)
         add(item, images);
@@ -37,11 +38,6 @@ void MenuPopup::add(const ui::MenuItem& item, const ImageStore& images) {
         const auto kept = run;
         if (kept) kept();
     });
-}
-
-void MenuPopup::choose(QAction& action) {
-    close();
-    action.trigger();
 }
 
 void MenuPopup::showEvent(QShowEvent* event) {

@@ -16,8 +16,6 @@ public:
     MenuPopup(SceneControl& opener, const std::vector<ui::MenuItem>& items, const ImageStore& images);
 
     SceneControl& opener() const { return opener_; }
-    /// Closes the menu and runs what its item stands for.
-    void choose(QAction& action);
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -39,13 +39,6 @@ public:
         const auto found = child ? std::find(order.begin(), order.end(), child->object()) : order.end();
         return found == order.end() ? -1 : static_cast<int>(found - order.begin());
     }
-    QAccessibleInterface* childAt(const int x, const int y) const override {
-        for (QObject* object : canvas_.readingOrder()) {
-            QAccessibleInterface* child = QAccessible::queryAccessibleInterface(object);
-            if (child && child->rect().contains(x, y)) return child;
-        }
-        return nullptr;
-    }
 
 private:
     const SceneCanvas& canvas_;
@@ -92,9 +85,6 @@ public:
     QAccessible::Role role() const override {
         return control_.isMenu() ? QAccessible::ButtonMenu : QAccessible::Button;
     }
-    QString text(const QAccessible::Text which) const override {
-        return which == QAccessible::Name ? QString::fromStdString(control_.control().accessibleName) : QString{};
-    }
     QRect rect() const override { return toScreen(*control_.parentWidget(), toQRectF(control_.control().rect)); }
     QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
@@ -133,9 +123,6 @@ public:
     int indexOfChild(const QAccessibleInterface* child) const override {
         return child ? static_cast<int>(menu_.actions().indexOf(qobject_cast<QAction*>(child->object()))) : -1;
     }
-    QString text(const QAccessible::Text which) const override {
-        return which == QAccessible::Name ? QString::fromStdString(menu_.opener().control().accessibleName) : QString{};
-    }
 
 private:
     const MenuPopup& menu_;
@@ -169,7 +156,9 @@ public:
     }
     QStringList actionNames() const override { return {pressAction()}; }
     void doAction(const QString& name) override {
-        if (name == pressAction()) menu_.choose(action_);
+        if (name != pressAction()) return;
+        menu_.close();
+        action_.trigger();
     }
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
 

@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -27,42 +29,65 @@ OSSystemExtensionProperties readCopy(const QDBusArgument& argument) {
     return copy;
 }
 
-QDBusArgument argumentAt(const QDBusMessage& signal, const int index) {
-    return signal.arguments().at(index).value<QDBusArgument>();
+using Delegate = OSSystemExtensionRequestDelegate;
+using Request = OSSystemExtensionRequest;
+using Arguments = const QVariantList&;
+
+/// An answer that asks nothing: `tell` is called with the delegate while there is one.
+template <typename Tell>
+SimulatorAnswer notice(const bool isLast, Tell tell) {
+    return {isLast, [tell = std::move(tell)](Delegate* const delegate, const Request& request) {
+                if (delegate) tell(*delegate, request);
+                return std::nullopt;
+            }};
 }
 
-SimulatorAnswer readReplacementAsked(const QDBusMessage& signal) {
-    return ReplacementAsked{readCopy(argumentAt(signal, 1)), readCopy(argumentAt(signal, 2))};
+SimulatorAnswer failure(Error error) {
+    return notice(true, [error = std::move(error)](auto& delegate, const auto& request) {
+        delegate.requestDidFailWithError(request, error);
+    });
 }
 
-SimulatorAnswer readNeedsApproval(const QDBusMessage&) {
-    return NeedsApproval{};
+SimulatorAnswer readReplacementAsked(Arguments arguments) {
+    const auto existing = readCopy(arguments[1].value<QDBusArgument>());
+    const auto replacement = readCopy(arguments[2].value<QDBusArgument>());
+    return {false, [existing, replacement](Delegate* const delegate, const Request& request) {
+                return delegate ? delegate->requestActionForReplacingExtension(request, existing, replacement)
+                                : OSSystemExtensionReplacementAction::cancel;
+            }};
 }
 
-SimulatorAnswer readFinished(const QDBusMessage& signal) {
-    return Finished{static_cast<OSSystemExtensionRequestResult>(signal.arguments().at(1).toLongLong())};
+SimulatorAnswer readNeedsApproval(Arguments) {
+    return notice(false, [](auto& delegate, const auto& request) { delegate.requestNeedsUserApproval(request); });
 }
 
-SimulatorAnswer readFailed(const QDBusMessage& signal) {
-    const auto arguments = signal.arguments();
-    return Error{arguments.at(1).toString().toStdString(), arguments.at(2).toLongLong(),
-                 arguments.at(3).toString().toStdString()};
+SimulatorAnswer readFinished(Arguments arguments) {
+    const auto result = static_cast<OSSystemExtensionRequestResult>(arguments[1].toLongLong());
+    return notice(
+        true, [result](auto& delegate, const auto& request) { delegate.requestDidFinishWithResult(request, result); });
 }
 
-SimulatorAnswer readFoundProperties(const QDBusMessage& signal) {
-    FoundProperties found;
-    const auto copies = argumentAt(signal, 1);
-    copies.beginArray();
-    while (!copies.atEnd())
-        found.copies.push_back(readCopy(copies));
-    copies.endArray();
-    return found;
+SimulatorAnswer readFailed(Arguments arguments) {
+    return failure(
+        {arguments[1].toString().toStdString(), arguments[2].toLongLong(), arguments[3].toString().toStdString()});
+}
+
+SimulatorAnswer readFoundProperties(Arguments arguments) {
+    const auto list = arguments[1].value<QDBusArgument>();
+    std::vector<OSSystemExtensionProperties> copies;
+    list.beginArray();
+    while (!list.atEnd())
+        copies.push_back(readCopy(list));
+    list.endArray();
+    return notice(true, [copies = std::move(copies)](auto& delegate, const auto& request) {
+        delegate.requestFoundProperties(request, copies);
+    });
 }
 
 struct AnswerSignal {
     const char* name;
     const char* signature;
-    SimulatorAnswer (*read)(const QDBusMessage&);
+    SimulatorAnswer (*read)(Arguments);
 };
 
 constexpr std::array answerSignals{
@@ -73,20 +98,16 @@ constexpr std::array answerSignals{
     AnswerSignal{"FoundProperties", "sa(sssbbb)", readFoundProperties},
 };
 
-Error malformed(const QDBusMessage& signal) {
+SimulatorAnswer malformed(const QDBusMessage& signal) {
     return unknownError(QStringLiteral("The extension service sent a malformed answer: %1 with arguments \"%2\".")
                             .arg(signal.member(), signal.signature()));
 }
 
 } // namespace
 
-bool isLast(const SimulatorAnswer& answer) {
-    return !std::holds_alternative<ReplacementAsked>(answer) && !std::holds_alternative<NeedsApproval>(answer);
-}
-
-Error unknownError(const QString& description) {
-    return {std::string{OSSystemExtensionErrorDomain}, static_cast<std::int64_t>(OSSystemExtensionErrorCode::unknown),
-            description.toStdString()};
+SimulatorAnswer unknownError(const QString& description) {
+    return failure({std::string{OSSystemExtensionErrorDomain},
+                    static_cast<std::int64_t>(OSSystemExtensionErrorCode::unknown), description.toStdString()});
 }
 
 std::optional<AddressedAnswer> readAnswer(const QDBusMessage& signal) {
@@ -96,7 +117,7 @@ std::optional<AddressedAnswer> readAnswer(const QDBusMessage& signal) {
     if (known == answerSignals.end() || !signal.signature().startsWith(u's')) return std::nullopt;
     const auto token = signal.arguments().at(0).toString();
     if (signal.signature() != QLatin1String{known->signature}) return AddressedAnswer{token, malformed(signal)};
-    return AddressedAnswer{token, known->read(signal)};
+    return AddressedAnswer{token, known->read(signal.arguments())};
 }
 
 } // namespace platform

@@ -4,35 +4,27 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
-#include <string>
-#include <variant>
-#include <vector>
 
 class QDBusMessage;
 
 namespace platform {
 
-struct ReplacementAsked {
-    OSSystemExtensionProperties existing;
-    OSSystemExtensionProperties replacement;
-};
-struct NeedsApproval {};
-struct Finished {
-    OSSystemExtensionRequestResult result;
-};
-struct FoundProperties {
-    std::vector<OSSystemExtensionProperties> copies;
+/// What a request is answered, whoever answers it.
+struct SimulatorAnswer {
+    /// Tells the delegate, which is null where it is gone. Returns what it decides where the answer is a question: a
+    /// delegate that is gone replaces nothing.
+    using Deliver = std::function<std::optional<OSSystemExtensionReplacementAction>(
+        OSSystemExtensionRequestDelegate* delegate, const OSSystemExtensionRequest& request)>;
+
+    /// Nothing follows it.
+    bool isLast;
+    Deliver deliver;
 };
 
-/// What a request is answered. An Error is the answer of a request that failed, whoever made it fail.
-using SimulatorAnswer = std::variant<ReplacementAsked, NeedsApproval, Finished, Error, FoundProperties>;
-
-/// Nothing follows this answer.
-bool isLast(const SimulatorAnswer& answer);
-
-/// An error of the service's own domain with the code "unknown".
-Error unknownError(const QString& description);
+/// The answer of a request that failed for an error of the service's own domain with the code "unknown".
+SimulatorAnswer unknownError(const QString& description);
 
 /// One answer and the token of the request that it answers.
 struct AddressedAnswer {

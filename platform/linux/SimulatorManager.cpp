@@ -58,30 +58,6 @@ QString ownerOn(const QDBusConnection& connection) {
     return isError(reply) ? QString{} : reply.arguments().value(0).toString();
 }
 
-/// Calls the delegate with one answer, and `reply` with its own to a question.
-struct Delivery {
-    OSSystemExtensionRequestDelegate* delegate;
-    const OSSystemExtensionRequest& request;
-    std::function<void(OSSystemExtensionReplacementAction)> reply;
-
-    void operator()(const ReplacementAsked& asked) const {
-        reply(delegate ? delegate->requestActionForReplacingExtension(request, asked.existing, asked.replacement)
-                       : OSSystemExtensionReplacementAction::cancel);
-    }
-    void operator()(const NeedsApproval&) const {
-        if (delegate) delegate->requestNeedsUserApproval(request);
-    }
-    void operator()(const Finished& finished) const {
-        if (delegate) delegate->requestDidFinishWithResult(request, finished.result);
-    }
-    void operator()(const Error& error) const {
-        if (delegate) delegate->requestDidFailWithError(request, error);
-    }
-    void operator()(const FoundProperties& found) const {
-        if (delegate) delegate->requestFoundProperties(request, found.copies);
-    }
-};
-
 QString sessionBusAddress() {
     auto address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty()) return address;
@@ -207,14 +183,10 @@ void SimulatorManager::answer(const QString& token, SimulatorAnswer answer) {
     const auto found = pending_.find(token);
     if (found == pending_.end()) return;
     const auto request = found->second.request;
-    if (isLast(answer)) pending_.erase(found);
-    request->queue().async([manager = QPointer{this}, token, request, answer = std::move(answer)] {
-        const auto delegate = request->delegate();
-        std::visit(Delivery{delegate.get(), *request,
-                            [&](const OSSystemExtensionReplacementAction action) {
-                                if (manager) manager->answerReplacement(token, action);
-                            }},
-                   answer);
+    if (answer.isLast) pending_.erase(found);
+    request->queue().async([manager = QPointer{this}, token, request, deliver = std::move(answer.deliver)] {
+        const auto action = deliver(request->delegate().get(), *request);
+        if (action && manager) manager->answerReplacement(token, *action);
     });
 }
 
