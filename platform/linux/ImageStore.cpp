@@ -29,7 +29,7 @@ QImage render(QSvgRenderer& drawing, const QSize pixels) {
     return image;
 }
 
-void colour(QImage& mask, const QColor& tint) {
+void fillMask(QImage& mask, const QColor& tint) {
     QPainter painter{&mask};
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(mask.rect(), tint);
@@ -60,7 +60,7 @@ QImage ImageStore::image(const ui::ImageReference& image, const QSize pixels, co
     if (const auto known = rendered_.find(key); known != rendered_.end()) return known->second;
     if (rendered_.size() >= mostRendered) rendered_.clear();
     QImage result = render(*found, pixels);
-    if (isSymbol(image)) colour(result, tint);
+    if (isSymbol(image)) fillMask(result, tint);
     return rendered_.emplace(key, std::move(result)).first->second;
 }
 

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// A titled window as large as its scene, which nobody can resize, in light colours.
+/// A titled window as large as its scene, which nobody can resize, in light colors.
 class MainWindow : public QWidget {
 public:
     /// `images` outlives this.

@@ -13,10 +13,6 @@ namespace {
 
 constexpr int iconSide = 16;
 
-QString withoutMnemonics(QString title) {
-    return title.replace(QLatin1Char{'&'}, QLatin1String{"&&"});
-}
-
 } // namespace
 
 MenuPopup::MenuPopup(SceneControl& opener, const std::vector<ui::MenuItem>& items, const ImageStore& images)
@@ -30,7 +26,8 @@ MenuPopup::MenuPopup(SceneControl& opener, const std::vector<ui::MenuItem>& item
 
 void MenuPopup::add(const ui::MenuItem& item, const ImageStore& images) {
     const auto title = QString::fromStdString(item.title);
-    QAction* const action = addAction(menuIcon(item.image, images), withoutMnemonics(title));
+    // An ampersand alone would be read as the mark of a key.
+    QAction* const action = addAction(menuIcon(item.image, images), QString{title}.replace('&', "&&"));
     action->setData(title);
     action->setIconVisibleInMenu(true);
     connect(action, &QAction::triggered, this, [run = item.action.run] {

@@ -92,7 +92,7 @@ TEST_F(TheImages, LookTheSameInBothVariants) {
     }
 }
 
-TEST_F(TheImages, AreDrawnInTheColourOfTheSceneWhereTheyAreSymbols) {
+TEST_F(TheImages, AreDrawnInTheColorOfTheSceneWhereTheyAreSymbols) {
     for (const char* name : symbols) {
         const QImage red = images_.image({name, Source::system}, {40, 40}, Qt::red);
         const QImage black = images_.image({name, Source::system}, {40, 40}, Qt::black);

@@ -247,6 +247,8 @@ TEST_F(AMenu, OpensAgainAfterItWasClosed) {
         click(onIndicator);
         ASSERT_EQ(openMenu(), nullptr);
     }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(control("Actions")->findChildren<QMenu*>().isEmpty()) << "what was closed is kept";
 }
 
 TEST_F(AMenu, OpensBySpaceByReturnAndByDownWithTheFirstItemChosen) {

@@ -44,8 +44,8 @@ protected:
     static bool isBlackOrWhite(const QImage& image) {
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {
-                const QColor colour = image.pixelColor(x, y);
-                if (colour != QColor(Qt::white) && colour != QColor(Qt::black)) return false;
+                const QColor color = image.pixelColor(x, y);
+                if (color != QColor(Qt::white) && color != QColor(Qt::black)) return false;
             }
         }
         return true;
@@ -79,7 +79,7 @@ TEST_F(APainting, DrawsARingOfWholePixelsAcross) {
     }
 }
 
-TEST_F(APainting, ShowsTheNearestColourThatThereIs) {
+TEST_F(APainting, ShowsTheNearestColorThatThereIs) {
     const Color beyond{257, -1, 0.5, 2};
     const QImage image = paint({{ui::Fill{{10, 10, 10, 10}, ShapeKind::rectangle, beyond}}});
     EXPECT_EQ(image.pixelColor(15, 15), QColor(255, 0, 128));
@@ -125,7 +125,7 @@ TEST_F(AText, IsNeverReadAsMarkupOrMnemonic) {
     }
 }
 
-TEST_F(AText, IsDrawnInItsColour) {
+TEST_F(AText, IsDrawnInItsColor) {
     ui::TextRun red = run("H");
     red.color = {1, 0, 0, 1};
     const QImage image = paint({{red}}, 3);
