@@ -6,30 +6,26 @@
 #include <memory>
 #include <stdexcept>
 
-NSString* const OSSystemExtensionErrorDomain = @"the domain of the service's errors";
+const NSErrorDomain OSSystemExtensionErrorDomain = @"the domain of the service's errors";
 
 using standin::ScriptedExtensions;
 
-@implementation OSSystemExtensionRequest
+@interface StandInRequest : OSSystemExtensionRequest {
+@public
+    NSString* kind_;
+    NSString* identifier_;
+    // Not kept, nor cleared when it goes: a test sees who frees it early.
+    id<OSSystemExtensionRequestDelegate> delegate_;
+}
+@end
 
-+ (instancetype)requestOfKind:(NSString*)kind extension:(NSString*)identifier queue:(dispatch_queue_t)queue {
-    OSSystemExtensionRequest* const request = [[[self alloc] init] autorelease];
+@implementation StandInRequest
+
++ (instancetype)requestOfKind:(NSString*)kind extension:(NSString*)identifier {
+    StandInRequest* const request = [[[self alloc] init] autorelease];
     request->kind_ = kind;
     request->identifier_ = [identifier copy];
-    request->queue_ = queue;
     return request;
-}
-
-+ (instancetype)activationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
-    return [self requestOfKind:@"activation" extension:identifier queue:queue];
-}
-
-+ (instancetype)deactivationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
-    return [self requestOfKind:@"deactivation" extension:identifier queue:queue];
-}
-
-+ (instancetype)propertiesRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
-    return [self requestOfKind:@"properties" extension:identifier queue:queue];
 }
 
 - (void)dealloc {
@@ -46,13 +42,44 @@ using standin::ScriptedExtensions;
     delegate_ = delegate;
 }
 
-- (NSString*)identifier {
-    return identifier_;
+@end
+
+@implementation OSSystemExtensionRequest
+
+@dynamic delegate;
+
++ (instancetype)activationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
+    return [StandInRequest requestOfKind:@"activation" extension:identifier];
+}
+
++ (instancetype)deactivationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
+    return [StandInRequest requestOfKind:@"deactivation" extension:identifier];
+}
+
++ (instancetype)propertiesRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
+    return [StandInRequest requestOfKind:@"properties" extension:identifier];
 }
 
 @end
 
 @implementation OSSystemExtensionProperties
+
+@dynamic bundleIdentifier, bundleVersion, bundleShortVersion, isEnabled, isAwaitingUserApproval, isUninstalling;
+
+@end
+
+@interface StandInProperties : OSSystemExtensionProperties {
+@public
+    NSString* bundleIdentifier_;
+    NSString* bundleVersion_;
+    NSString* bundleShortVersion_;
+    BOOL isEnabled_;
+    BOOL isAwaitingUserApproval_;
+    BOOL isUninstalling_;
+}
+@end
+
+@implementation StandInProperties
 
 - (void)dealloc {
     [bundleIdentifier_ release];
@@ -144,7 +171,7 @@ ScriptedExtensions& ScriptedExtensions::shared() {
 }
 
 void ScriptedExtensions::submitted(const Object request) {
-    OSSystemExtensionRequest* const native = static_cast<OSSystemExtensionRequest*>(request);
+    StandInRequest* const native = static_cast<StandInRequest*>(request);
     alive_.emplace(submissions_.size(), request);
     submissions_.emplace_back([[native->kind_ stringByAppendingFormat:@" %@", native->identifier_] UTF8String]);
 }
@@ -165,8 +192,7 @@ void ScriptedExtensions::answer(const std::size_t submission, Call call) {
     static_cast<void>(submissions_.at(submission));
     auto work = std::make_unique<Work>([this, submission, call = std::move(call)] {
         const auto found = alive_.find(submission);
-        OSSystemExtensionRequest* const request =
-            found == alive_.end() ? nil : static_cast<OSSystemExtensionRequest*>(found->second);
+        StandInRequest* const request = found == alive_.end() ? nil : static_cast<StandInRequest*>(found->second);
         if (request && request->delegate_)
             call(request, request->delegate_);
         else
@@ -223,7 +249,7 @@ void ScriptedExtensions::forget() {
 
 Object makeProperties(const char* const identifier, const char* const shortVersion, const char* const version,
                       const bool enabled, const bool awaiting, const bool uninstalling) {
-    OSSystemExtensionProperties* const properties = [[[OSSystemExtensionProperties alloc] init] autorelease];
+    StandInProperties* const properties = [[[StandInProperties alloc] init] autorelease];
     properties->bundleIdentifier_ = [text(identifier) retain];
     properties->bundleShortVersion_ = [text(shortVersion) retain];
     properties->bundleVersion_ = [text(version) retain];
@@ -234,7 +260,7 @@ Object makeProperties(const char* const identifier, const char* const shortVersi
 }
 
 void setVersion(const Object properties, const Object version) {
-    static_cast<OSSystemExtensionProperties*>(properties)->bundleVersion_ = [static_cast<id>(version) retain];
+    static_cast<StandInProperties*>(properties)->bundleVersion_ = [static_cast<id>(version) retain];
 }
 
 Object makeError(const char* const domain, const long code, const char* const description) {

@@ -32,7 +32,6 @@ typedef CGRect NSRect;
 NSPoint NSMakePoint(CGFloat x, CGFloat y);
 NSSize NSMakeSize(CGFloat width, CGFloat height);
 NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height);
-NSRect NSInsetRect(NSRect rect, CGFloat x, CGFloat y);
 extern const NSRect NSZeroRect;
 
 struct NSRange {

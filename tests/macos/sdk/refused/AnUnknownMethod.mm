@@ -1,6 +1,0 @@
-// error: instance method '-setToolbar' not found
-#import <AppKit/AppKit.h>
-
-void refused(NSWindow* window) {
-    [window setToolbar];
-}
