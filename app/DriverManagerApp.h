@@ -11,7 +11,8 @@ public:
     /// A window group whose content is a new model, asked for the extensions at once, and the screen that shows it.
     platform::ui::WindowGroup body() const;
 
-    /// Runs the application; returns its exit status when it ends.
+    /// Runs the application until it is ended, by the person or the system; returns its exit status. Nothing of the
+    /// command line is looked at.
     int main(int argc, char** argv);
 
 private:

@@ -1,7 +1,7 @@
 #pragma once
 
 namespace platform::ui {
-class WindowGroup;
+struct WindowGroup;
 }
 
 namespace platform {

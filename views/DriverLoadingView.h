@@ -23,8 +23,10 @@ private:
     /// The screen as the model is now.
     platform::ui::View screen() const;
     model::InstallStatus installStatus() const;
+    /// The bordered block, in the middle of what the banner leaves.
     platform::ui::View cardBlock() const;
     platform::ui::View cardList() const;
+    /// Nothing for the base driver, else a card, with a divider below it unless its record is the last.
     platform::ui::View row(std::size_t index) const;
     platform::ui::View card(const model::SysExtInfo& sei) const;
 };

@@ -4,8 +4,6 @@
 
 #include <charconv>
 #include <cstdint>
-#include <limits>
-#include <system_error>
 
 namespace views {
 
@@ -19,12 +17,12 @@ struct Components {
     std::uint64_t blue;
 };
 
-/// The number at the start of `text`, as far as its digits go; 0 if there is none, the greatest if it is too great.
+/// The number at the start of `text`, as far as its digits go; 0 if there is none, or more than anyone asks for.
 std::uint64_t scanHexadecimal(std::string_view text) {
     if (text.starts_with("0x") || text.starts_with("0X")) text.remove_prefix(2);
     std::uint64_t value = 0;
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), value, 16);
-    return end.ec == std::errc::result_out_of_range ? std::numeric_limits<std::uint64_t>::max() : value;
+    std::from_chars(text.data(), text.data() + text.size(), value, 16);
+    return value;
 }
 
 Components componentsOf(const std::uint64_t value, const std::size_t characters) {

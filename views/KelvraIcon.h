@@ -8,6 +8,7 @@ namespace views {
 
 /// The icon of an extension, 40 by 40: its default or its dark variant.
 struct KelvraIcon {
+    /// An asset; the dark variant's is the same name with "Dark" behind it. A missing one leaves the shape around it.
     std::string iconName;
     bool dark;
 

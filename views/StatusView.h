@@ -10,6 +10,7 @@ namespace views {
 /// The banner that sums up the situation in one sentence.
 struct StatusView {
     model::InstallStatus installStatus;
+    /// One for each status, in the order: nothing is installed, all are enabled, approval is awaited.
     std::string notActivatedText;
     std::string activatedText;
     std::string orangeText;

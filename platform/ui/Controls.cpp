@@ -1,5 +1,4 @@
 #include "platform/ui/Node.h"
-#include "platform/ui/SceneWriter.h"
 
 // Buttons and menus.
 
@@ -23,7 +22,7 @@ public:
     void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
         Environment inside = environment;
         inside.accessibleName.clear();
-        const View label = Text::localized(title_);
+        const View label = Text::verbatim(title_);
         const View body = environment.buttonStyle ? environment.buttonStyle({label}) : label;
         boxes.emplace_back(shared_from_this(), environment, std::vector{boxOf(body, inside)});
     }

@@ -40,10 +40,8 @@ namespace platform::ui {
 /// One line of text. It keeps its own size where it lacks less than a point, else it ends in an ellipsis.
 class Text : public View {
 public:
-    /// The text as it stands.
+    /// The text as it stands, in no need of a translation.
     static Text verbatim(std::string text);
-    /// The text of a localizable key; where no translation exists, the key itself.
-    static Text localized(std::string key) { return verbatim(std::move(key)); }
 
 private:
     explicit Text(View view) : View{std::move(view)} {}
@@ -120,8 +118,8 @@ struct ForEach : View {
 };
 
 /// Nothing: a stack that holds it has one member less.
-struct EmptyView : View {
-    EmptyView();
+struct EmptyView : Group {
+    EmptyView() : Group{std::vector<View>{}} {}
 };
 
 /// A title, and the symbol of the system that stands before it where there is room for one: in menus.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <limits>
 
 // Lengths are in points. The origin is top left; rectangles are half-open.
@@ -11,6 +12,11 @@ inline constexpr double infinity = std::numeric_limits<double>::infinity();
 /// A length like any other, only longer than anything it may be compared with.
 inline constexpr double greatestFiniteMagnitude = std::numeric_limits<double>::max();
 
+/// Never beyond the greatest finite length.
+constexpr double sumOf(const double a, const double b) {
+    return std::clamp(a + b, -greatestFiniteMagnitude, greatestFiniteMagnitude);
+}
+
 struct Point {
     double x = 0;
     double y = 0;
@@ -18,7 +24,7 @@ struct Point {
 };
 
 constexpr Point operator+(const Point a, const Point b) {
-    return {a.x + b.x, a.y + b.y};
+    return {sumOf(a.x, b.x), sumOf(a.y, b.y)};
 }
 
 struct Size {

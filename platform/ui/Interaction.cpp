@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace platform::ui {
 
@@ -21,33 +22,33 @@ void collect(const std::vector<SceneNode>& nodes, std::vector<Readable>& found) 
         std::visit(collector, node.value);
 }
 
-/// By what a member of the reading order is known again: a control by its place, others by how many come before them.
-struct Identity {
-    std::size_t kind;
-    std::size_t count;
-    Place place;
-    friend bool operator==(const Identity&, const Identity&) = default;
-};
+/// By what a member of the reading order is known again: its kind, and its place or how many of its kind come before
+/// it.
+using Identity = std::pair<std::size_t, Place>;
 
 std::vector<Identity> identitiesIn(const Scene& scene) {
-    constexpr std::size_t text = 0;
-    constexpr std::size_t image = 1;
-    constexpr std::size_t firstControl = 2;
     std::vector<Identity> identities;
-    std::size_t texts = 0;
-    std::size_t images = 0;
+    std::uint32_t texts = 0;
+    std::uint32_t images = 0;
     const Cases identity{[&](const TextRun*) {
-                             return Identity{text, texts++, {}};
+                             return Identity{0, {{texts++}}};
                          },
                          [&](const ImageRun*) {
-                             return Identity{image, images++, {}};
+                             return Identity{1, {{images++}}};
                          },
                          [&](const Control* control) {
-                             return Identity{firstControl + control->kind.index(), 0, control->place};
+                             return Identity{2 + control->kind.index(), control->place};
                          }};
     for (const Readable& readable : readingOrder(scene))
         identities.push_back(std::visit(identity, readable));
     return identities;
+}
+
+bool areInOneRow(const Place& a, const Place& b) {
+    const auto rowOf = [](const Place& place) {
+        return std::vector(place.steps.begin(), place.steps.begin() + static_cast<std::ptrdiff_t>(place.rowLength));
+    };
+    return rowOf(a) == rowOf(b);
 }
 
 double distance(const Rect& a, const Rect& b) {
@@ -58,47 +59,32 @@ double distance(const Rect& a, const Rect& b) {
 const Control* nextInRow(const std::vector<const Control*>& controls, const Place& focused) {
     const Control* before = nullptr;
     for (const Control* control : controls) {
-        if (!control->place.inSameRowAs(focused)) continue;
+        if (!areInOneRow(control->place, focused)) continue;
         if (control->place.steps > focused.steps) return control;
         before = control;
     }
     return before;
 }
 
-struct Edges {
-    double left;
-    double top;
-    double right;
-    double bottom;
-};
-
-Edges edgesOf(const Rect& rect) {
-    return {rect.x, rect.y, rect.maxX(), rect.maxY()};
-}
-
-bool overlap(const Edges& a, const Edges& b) {
-    return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+bool overlap(const Rect& a, const Rect& b) {
+    return a.x < b.maxX() && b.x < a.maxX() && a.y < b.maxY() && b.y < a.maxY();
 }
 
 /// `area` without what lies on the other side of `other`; `own` is on one side of it.
-void keepClear(Edges& area, const Edges& own, const Edges& other) {
-    if (!overlap(area, other)) return;
-    if (other.right <= own.left)
-        area.left = other.right;
-    else if (other.left >= own.right)
-        area.right = other.left;
-    else if (other.bottom <= own.top)
-        area.top = other.bottom;
-    else if (other.top >= own.bottom)
-        area.bottom = other.top;
+Rect keptClear(const Rect& area, const Rect& own, const Rect& other) {
+    if (!overlap(area, other)) return area;
+    if (other.maxX() <= own.x) return {other.maxX(), area.y, area.maxX() - other.maxX(), area.height};
+    if (other.x >= own.maxX()) return {area.x, area.y, other.x - area.x, area.height};
+    if (other.maxY() <= own.y) return {area.x, other.maxY(), area.width, area.maxY() - other.maxY()};
+    if (other.y >= own.maxY()) return {area.x, area.y, area.width, other.y - area.y};
+    return area;
 }
 
 Rect areaAround(const Control& menu, const Scene& scene) {
-    const Edges own = edgesOf(menu.rect);
-    Edges area = edgesOf(menu.rect.inset(-reachOfMenus));
+    Rect area = menu.rect.inset(-reachOfMenus);
     for (const Control* other : controlsOf(scene))
-        if (other->place != menu.place) keepClear(area, own, edgesOf(other->rect));
-    return {area.left, area.top, area.right - area.left, area.bottom - area.top};
+        if (other->place != menu.place) area = keptClear(area, menu.rect, other->rect);
+    return area;
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "platform/ui/Metrics.h"
 #include "platform/ui/Node.h"
-#include "platform/ui/SceneWriter.h"
 
 #include <algorithm>
 
@@ -43,7 +42,6 @@ public:
     ImageNode(ImageReference image, const bool resizable) : image_{std::move(image)}, resizable_{resizable} {}
 
     Size size(Box& box, const Proposal& proposal) const override {
-        if (resizable_ && proposal.width && proposal.height) return {*proposal.width, *proposal.height};
         const Size own = box.environment().metrics->imageSize(image_);
         if (!resizable_) return own;
         return {proposal.width.value_or(own.width), proposal.height.value_or(own.height)};

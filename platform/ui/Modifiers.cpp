@@ -1,5 +1,4 @@
 #include "platform/ui/Node.h"
-#include "platform/ui/SceneWriter.h"
 
 // Modifiers that draw, and those that only change what flows down. Frames have a file of their own.
 
@@ -7,19 +6,29 @@ namespace platform::ui {
 
 namespace {
 
-/// A color that runs on to the window's edges.
-class ColorBackground : public Modifier {
+/// Draws what it adds before or after the content, or around it.
+class Drawing : public Modifier {
 public:
-    ColorBackground(View content, const Color color) : Modifier{std::move(content)}, color_{color} {}
+    using Content = std::function<void()>;
+    using Draw = std::function<void(const Rect& frame, const Content& placeContent, SceneWriter& scene)>;
+
+    Drawing(View content, Draw draw) : Modifier{std::move(content)}, draw_{std::move(draw)} {}
 
     void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override {
-        scene.add({Fill{scene.underSafeArea(frame), ShapeKind::rectangle, color_}});
-        Modifier::place(box, frame, proposal, scene);
+        const auto placeContent = [&] { Modifier::place(box, frame, proposal, scene); };
+        draw_(frame, placeContent, scene);
     }
 
 private:
-    Color color_;
+    Draw draw_;
 };
+
+View clipped(View content, const ShapeKind shape) {
+    const auto draw = [=](const Rect& frame, const auto& placeContent, SceneWriter& scene) {
+        scene.add({Clip{frame, shape, scene.collect(placeContent)}});
+    };
+    return makeView<Drawing>(std::move(content), draw);
+}
 
 /// Another view behind the content, with boxes of its own.
 class ViewBackground : public Modifier {
@@ -32,36 +41,6 @@ public:
         behind.place(frame.origin() + offset(Alignment::center, frame.size(), behind.size(offered)), offered, scene);
         Modifier::place(box, frame, proposal, scene);
     }
-};
-
-/// A rectangle's outline over the content.
-class Border : public Modifier {
-public:
-    Border(View content, const Color color, const double width)
-        : Modifier{std::move(content)}, color_{color}, width_{width} {}
-
-    void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override {
-        Modifier::place(box, frame, proposal, scene);
-        scene.add({Stroke{frame.inset(width_ / 2), ShapeKind::rectangle, color_, width_}});
-    }
-
-private:
-    Color color_;
-    double width_;
-};
-
-/// Cuts the content's primitives.
-class ClipShape : public Modifier {
-public:
-    ClipShape(View content, const ShapeKind shape) : Modifier{std::move(content)}, shape_{shape} {}
-
-    void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override {
-        auto inside = scene.collect([&] { Modifier::place(box, frame, proposal, scene); });
-        scene.add({Clip{frame, shape_, std::move(inside)}});
-    }
-
-private:
-    ShapeKind shape_;
 };
 
 /// Changes what flows down. The content's box stands for it.
@@ -81,24 +60,13 @@ private:
     Change change_;
 };
 
-/// Tells the scene what the window is to look like.
-class PreferredScheme : public Modifier {
-public:
-    PreferredScheme(View content, const ColorScheme scheme) : Modifier{std::move(content)}, scheme_{scheme} {}
-
-    void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override {
-        scene.prefer(scheme_);
-        Modifier::place(box, frame, proposal, scene);
-    }
-
-private:
-    ColorScheme scheme_;
-};
-
 } // namespace
 
 View View::background(const Color color) const {
-    return makeView<ColorBackground>(*this, color);
+    return makeView<Drawing>(*this, [=](const Rect& frame, const auto& placeContent, SceneWriter& scene) {
+        scene.add({Fill{scene.underSafeArea(frame), ShapeKind::rectangle, color}});
+        placeContent();
+    });
 }
 
 View View::background(const View& behind) const {
@@ -106,15 +74,25 @@ View View::background(const View& behind) const {
 }
 
 View View::border(const Color color, const double width) const {
-    return makeView<Border>(*this, color, width);
+    return makeView<Drawing>(*this, [=](const Rect& frame, const auto& placeContent, SceneWriter& scene) {
+        placeContent();
+        scene.add({Stroke{frame.inset(width / 2), ShapeKind::rectangle, color, width}});
+    });
 }
 
 View View::clipShape(const Capsule&) const {
-    return makeView<ClipShape>(*this, ShapeKind::capsule);
+    return clipped(*this, ShapeKind::capsule);
 }
 
 View View::clipShape(const Circle&) const {
-    return makeView<ClipShape>(*this, ShapeKind::circle);
+    return clipped(*this, ShapeKind::circle);
+}
+
+View View::preferredColorScheme(const ColorScheme scheme) const {
+    return makeView<Drawing>(*this, [=](const Rect&, const auto& placeContent, SceneWriter& scene) {
+        scene.prefer(scheme);
+        placeContent();
+    });
 }
 
 View View::foregroundColor(const Color color) const {
@@ -140,10 +118,6 @@ View View::accessibilityLabel(std::string label) const {
 
 View View::accessibilityAnnounced() const {
     return makeView<Inherited>(*this, [](Environment& inside) { inside.announced = true; });
-}
-
-View View::preferredColorScheme(const ColorScheme scheme) const {
-    return makeView<PreferredScheme>(*this, scheme);
 }
 
 } // namespace platform::ui

@@ -1,33 +1,30 @@
 #include "platform/ui/Node.h"
 
-#include "platform/ui/SceneWriter.h"
-
 #include <algorithm>
 
 namespace platform::ui {
 
 void Node::resolve(const Environment& environment, std::vector<Box>& boxes) const {
-    boxes.emplace_back(shared_from_this(), environment, members(environment));
+    std::vector<Box> inside;
+    resolveChildren(environment, inside);
+    boxes.emplace_back(shared_from_this(), environment, std::move(inside));
 }
 
-std::vector<Box> Node::members(const Environment& environment) const {
-    std::vector<Box> members;
+void Node::resolveChildren(const Environment& environment, std::vector<Box>& boxes) const {
     for (std::uint32_t step = 0; step < children_.size(); ++step) {
-        auto at = members.size();
-        children_[step].node().resolve(environment, members);
-        for (; at < members.size(); ++at)
-            members[at].standAt(step);
+        auto at = boxes.size();
+        children_[step].node().resolve(environment, boxes);
+        for (; at < boxes.size(); ++at)
+            boxes[at].standAt(step);
     }
-    return members;
 }
 
 void Modifier::resolve(const Environment& environment, std::vector<Box>& boxes) const {
     std::vector<Box> inside;
-    for (const View& child : children())
-        inside.push_back(boxOf(child, environment));
-    if (inside.size() > 1)
-        for (std::uint32_t step = 0; step < inside.size(); ++step)
-            inside[step].standAt(step);
+    for (std::uint32_t step = 0; step < children().size(); ++step) {
+        inside.push_back(boxOf(children()[step], environment));
+        inside.back().standAt(step);
+    }
     boxes.emplace_back(shared_from_this(), environment, std::move(inside));
 }
 
@@ -69,21 +66,13 @@ Box boxOf(const View& view, const Environment& environment) {
     return boxOf(VStack{HorizontalAlignment::center, view}, environment);
 }
 
-double sumOf(const double a, const double b) {
-    return std::min(a + b, greatestFiniteMagnitude);
-}
-
-double centered(const double outer, const double inner) {
-    return outer / 2 - inner / 2;
-}
-
 double offset(const HorizontalAlignment alignment, const double outer, const double inner) {
     if (alignment == HorizontalAlignment::leading) return 0;
-    return alignment == HorizontalAlignment::center ? centered(outer, inner) : outer - inner;
+    return alignment == HorizontalAlignment::center ? outer / 2 - inner / 2 : outer - inner;
 }
 
 Point offset(const Alignment alignment, const Size outer, const Size inner) {
-    return {offset(alignment, outer.width, inner.width), centered(outer.height, inner.height)};
+    return {offset(alignment, outer.width, inner.width), offset(Alignment::center, outer.height, inner.height)};
 }
 
 } // namespace platform::ui

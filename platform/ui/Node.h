@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 // What a view is made of, and how it is laid out. Only the elements and modifiers of the toolkit include this.
@@ -14,7 +15,6 @@ namespace platform::ui {
 
 class Box;
 class Metrics;
-class SceneWriter;
 
 /// A size offered. An unset length asks for what the view would take of its own accord. Lengths are finite.
 struct Proposal {
@@ -46,6 +46,55 @@ struct Environment {
     bool announced = false;
 };
 
+/// Receives what a layout places, in painting order, and knows at which place in the tree it stands.
+class SceneWriter {
+public:
+    SceneWriter(const Size size, const EdgeInsets safeArea) : scene_{size, safeArea, {}} {}
+
+    void add(SceneNode node) { sink_->push_back(std::move(node)); }
+    void prefer(const ColorScheme scheme) { scene_.preferredColorScheme = scheme; }
+
+    /// What `write` adds becomes the content of what is returned, in place of the scene's.
+    template <typename Write>
+    std::vector<SceneNode> collect(Write&& write) {
+        std::vector<SceneNode> content;
+        auto* outer = std::exchange(sink_, &content);
+        write();
+        sink_ = outer;
+        return content;
+    }
+
+    /// Runs `write` with the place led on by `path`.
+    template <typename Write>
+    void at(const Place& path, Write&& write) {
+        const std::size_t length = place_.steps.size();
+        const std::size_t rowLength = place_.rowLength;
+        place_.steps.insert(place_.steps.end(), path.steps.begin(), path.steps.end());
+        if (path.rowLength > 0) place_.rowLength = length + path.rowLength;
+        write();
+        place_.steps.resize(length);
+        place_.rowLength = rowLength;
+    }
+
+    const Place& place() const { return place_; }
+
+    /// `rect`, led on under every safe-area edge that it touches.
+    Rect underSafeArea(const Rect& rect) const {
+        const double left = rect.x <= 0 ? scene_.safeArea.leading : 0;
+        const double top = rect.y <= 0 ? scene_.safeArea.top : 0;
+        const double right = rect.maxX() >= scene_.size.width ? scene_.safeArea.trailing : 0;
+        const double bottom = rect.maxY() >= scene_.size.height ? scene_.safeArea.bottom : 0;
+        return {rect.x - left, rect.y - top, rect.width + left + right, rect.height + top + bottom};
+    }
+
+    Scene finish() { return std::move(scene_); }
+
+private:
+    Scene scene_;
+    std::vector<SceneNode>* sink_ = &scene_.nodes;
+    Place place_;
+};
+
 /// One element or modifier of a description. Immutable. A layout asks it for three things:
 ///
 ///   1. resolve   from parents to children   it makes the boxes that stand for it, each in its environment
@@ -72,8 +121,8 @@ public:
     virtual std::optional<double> spacerMinimum() const { return std::nullopt; }
 
 protected:
-    /// The boxes of all children, in one list; each knows the position of its child.
-    std::vector<Box> members(const Environment& environment) const;
+    /// Appends the boxes of all children; each knows the position of its child.
+    void resolveChildren(const Environment& environment, std::vector<Box>& boxes) const;
     const std::vector<View>& children() const { return children_; }
 
 private:
@@ -139,11 +188,8 @@ View makeView(Arguments&&... arguments) {
     return View{std::make_shared<const NodeType>(std::forward<Arguments>(arguments)...)};
 }
 
-/// The sum of two lengths, never beyond the greatest finite one.
-double sumOf(double a, double b);
 /// How far inside `outer` something as long as `inner` begins.
 double offset(HorizontalAlignment alignment, double outer, double inner);
-double centered(double outer, double inner);
 /// Where in `outer` something as large as `inner` has its top left.
 Point offset(Alignment alignment, Size outer, Size inner);
 

@@ -64,7 +64,6 @@ Outline outlineOf(ShapeKind shape, const Rect& rect, const PixelGrid& grid);
 struct StrokedOutline {
     Outline path;
     double lineWidth = 1;
-    friend bool operator==(const StrokedOutline&, const StrokedOutline&) = default;
 };
 
 /// A stroke whose outer edge lies on the grid, and whose line is as many whole pixels wide.
@@ -77,7 +76,6 @@ Outline lookOf(const Control& control);
 struct IndicatorLine {
     std::array<Point, 3> points;
     double lineWidth = 1.5;
-    friend bool operator==(const IndicatorLine&, const IndicatorLine&) = default;
 };
 
 IndicatorLine lineOf(const MenuIndicator& indicator, const PixelGrid& grid);

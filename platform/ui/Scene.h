@@ -103,7 +103,6 @@ struct MenuItem {
 struct Place {
     std::vector<std::uint32_t> steps;
     std::size_t rowLength = 0;
-    bool inSameRowAs(const Place& other) const;
     friend bool operator==(const Place&, const Place&) = default;
 };
 
@@ -134,6 +133,14 @@ struct SceneNode {
     std::variant<Fill, Stroke, TextRun, ImageRun, MenuIndicator, Clip, Control> value;
     friend bool operator==(const SceneNode&, const SceneNode&) = default;
 };
+
+inline bool operator==(const Clip& a, const Clip& b) {
+    return a.rect == b.rect && a.shape == b.shape && a.content == b.content;
+}
+inline bool operator==(const Control& a, const Control& b) {
+    return a.rect == b.rect && a.place == b.place && a.accessibleName == b.accessibleName && a.kind == b.kind &&
+           a.content == b.content;
+}
 
 /// All that a window shows. `size` is what lies inside the safe area; where a screen prefers no color scheme, the
 /// desktop's is right.

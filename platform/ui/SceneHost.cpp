@@ -1,7 +1,6 @@
 #include "platform/ui/SceneHost.h"
 
 #include "platform/ui/Node.h"
-#include "platform/ui/SceneWriter.h"
 
 namespace platform::ui {
 

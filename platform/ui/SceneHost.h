@@ -18,14 +18,8 @@ Scene layout(const View& view, std::optional<Size> size, const Metrics& metrics,
 
 /// The scene of an application: a window that shows what the builder yields. The builder is called each time the
 /// platform asks the scene for its content, and only then; a change of an observed object does not call it.
-class WindowGroup {
-public:
-    explicit WindowGroup(std::function<View()> content) : content_{std::move(content)} {}
-
-    View content() const { return content_(); }
-
-private:
-    std::function<View()> content_;
+struct WindowGroup {
+    std::function<View()> content;
 };
 
 /// The content of one window: asks the window group for it once, when it is made, and keeps its scene true to what it

@@ -1,11 +1,12 @@
+#include "platform/ui/Stacks.h"
+
 #include "platform/ui/Node.h"
-#include "platform/ui/SceneWriter.h"
-#include "platform/ui/StackLayout.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <numeric>
 
-// Stacks, and what only means something in one: spacers, dividers, groups, rows. The arithmetic is in StackLayout.h.
+// Stacks, and what only means something in one: spacers, dividers, groups, rows.
 
 namespace platform::ui {
 
@@ -17,17 +18,41 @@ constexpr double leastSpacer = 8;
 constexpr double dividerThickness = 1;
 constexpr Color dividerColor{0, 0, 0, 0.1};
 
-double along(const Axis axis, const Size size) {
-    return axis == Axis::horizontal ? size.width : size.height;
+std::vector<std::size_t> indicesOf(const std::vector<StackItem>& items, const bool spacers) {
+    std::vector<std::size_t> indices;
+    for (std::size_t i = 0; i < items.size(); ++i)
+        if (items[i].spacerMinimum.has_value() == spacers) indices.push_back(i);
+    return indices;
 }
-double across(const Axis axis, const Size size) {
-    return axis == Axis::horizontal ? size.height : size.width;
+
+std::vector<std::size_t> byFlexibility(const std::vector<StackItem>& items) {
+    std::vector<double> flexibility(items.size());
+    auto indices = indicesOf(items, false);
+    for (const std::size_t i : indices)
+        flexibility[i] = items[i].lengthFor(greatestFiniteMagnitude) - items[i].lengthFor(0.0);
+    std::stable_sort(indices.begin(), indices.end(),
+                     [&](const std::size_t a, const std::size_t b) { return flexibility[a] < flexibility[b]; });
+    return indices;
 }
-std::optional<double> along(const Axis axis, const Proposal& offered) {
-    return axis == Axis::horizontal ? offered.width : offered.height;
+
+/// Offers to each of `indices` an equal share of what remains of `left` after those before it.
+void share(const std::vector<StackItem>& items, const std::vector<std::size_t>& indices, double& left,
+           std::vector<double>& lengths) {
+    auto remaining = static_cast<double>(indices.size());
+    for (const std::size_t i : indices) {
+        lengths[i] = items[i].lengthFor(std::max(0.0, left / remaining--));
+        left -= lengths[i];
+    }
 }
-std::optional<double> across(const Axis axis, const Proposal& offered) {
-    return axis == Axis::horizontal ? offered.height : offered.width;
+
+/// Of a Size or a Proposal.
+template <typename Pair>
+auto along(const Axis axis, const Pair& pair) {
+    return axis == Axis::horizontal ? pair.width : pair.height;
+}
+template <typename Pair>
+auto across(const Axis axis, const Pair& pair) {
+    return axis == Axis::horizontal ? pair.height : pair.width;
 }
 /// A Proposal, Size or Point from its parts along and across an axis.
 template <typename Pair, typename Part>
@@ -43,24 +68,23 @@ double spacingBetween(const Axis axis, const Box& before, const Box& after) {
 /// Several views that are members of the stack around them.
 class GroupNode : public Node {
 public:
-    explicit GroupNode(std::vector<View> children) : Node{std::move(children)} {}
+    using Node::Node;
 
     void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
-        for (Box& member : members(environment))
-            boxes.push_back(std::move(member));
+        resolveChildren(environment, boxes);
     }
 };
 
 /// The same, each child a row.
 class RowsNode : public Node {
 public:
-    explicit RowsNode(std::vector<View> rows) : Node{std::move(rows)} {}
+    using Node::Node;
 
     void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
-        for (Box& member : members(environment)) {
-            member.beginRow();
-            boxes.push_back(std::move(member));
-        }
+        auto at = boxes.size();
+        resolveChildren(environment, boxes);
+        for (; at < boxes.size(); ++at)
+            boxes[at].beginRow();
     }
 };
 
@@ -73,7 +97,7 @@ public:
     void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
         Environment inside = environment;
         inside.stackAxis = axis_;
-        boxes.emplace_back(shared_from_this(), environment, members(inside));
+        Node::resolve(inside, boxes);
     }
     Size size(Box& box, const Proposal& proposal) const override {
         const Line line = arrange(box, proposal);
@@ -181,6 +205,23 @@ std::vector<View> rowsOf(const std::size_t count, const std::function<View(std::
 
 } // namespace
 
+std::vector<double> stackLengths(const std::vector<StackItem>& items, const std::optional<double> length,
+                                 const double spacing) {
+    std::vector<double> lengths;
+    for (const StackItem& item : items)
+        lengths.push_back(item.lengthFor(std::nullopt));
+    if (!length) return lengths;
+    const auto spacers = indicesOf(items, true);
+    const double minimums =
+        std::accumulate(spacers.begin(), spacers.end(), 0.0,
+                        [&](const double sum, const std::size_t i) { return sum + *items[i].spacerMinimum; });
+    double left = *length - spacing - minimums;
+    share(items, byFlexibility(items), left, lengths);
+    left += minimums;
+    share(items, spacers, left, lengths);
+    return lengths;
+}
+
 HStack::HStack(VerticalAlignment, std::vector<View> children)
     : View{makeView<LinearStack>(Axis::horizontal, Alignment::center, std::move(children))} {
 }
@@ -191,9 +232,6 @@ VStack::VStack(const HorizontalAlignment alignment, std::vector<View> children)
 
 ZStack::ZStack(const Alignment alignment, std::vector<View> children)
     : View{makeView<DepthStack>(alignment, std::move(children))} {
-}
-
-EmptyView::EmptyView() : View{makeView<GroupNode>(std::vector<View>{})} {
 }
 
 Group::Group(std::vector<View> children) : View{makeView<GroupNode>(std::move(children))} {

@@ -26,11 +26,10 @@ struct FixedFrame {
     Alignment alignment = Alignment::center;
 };
 
-/// A bound that is set clamps the length offered; one that is not set is the content's own.
+/// As long as what is offered, but no longer than a bound that is set, and no shorter than the content unless the bound
+/// is; where none is set, as long as the content.
 struct FlexibleFrame {
-    std::optional<double> minWidth = std::nullopt;
     std::optional<double> maxWidth = std::nullopt;
-    std::optional<double> minHeight = std::nullopt;
     std::optional<double> maxHeight = std::nullopt;
     Alignment alignment = Alignment::center;
 };

@@ -1,8 +1,8 @@
 #include "views/CardView.h"
 
-#include "platform/ui/SceneHost.h"
 #include "tests/support/FakeWindow.h"
 #include "tests/support/SceneText.h"
+#include "views/KelvraIcon.h"
 
 #include <limits>
 #include <vector>
@@ -36,12 +36,11 @@ protected:
     }
     FakeWindow window(const SysExtInfo& sei) {
         const CardView view = card(sei);
-        return FakeWindow{WindowGroup{[view] { return view.body().frame({.width = 400, .height = 50}); }}};
+        return FakeWindow{WindowGroup{[view] { return view; }}};
     }
     std::vector<std::string> controls(const SysExtInfo& sei) { return window(sei).controls(); }
     std::string scene(const SysExtInfo& sei, const double height = 50.5) {
-        const platform::fake::FixedMetrics metrics;
-        return platform::fake::textOf(layout(card(sei).body(), platform::ui::Size{400, height}, metrics));
+        return platform::fake::sceneOf(card(sei), platform::ui::Size{400, height});
     }
 
     std::vector<std::string> calls_;
@@ -131,18 +130,16 @@ TEST_F(ACard, KeepsItsLayoutWhereItsTextsAreEmpty) {
     SysExtInfo sei = camera(true, build);
     sei.driverName.clear();
     sei.state.clear();
-    const platform::fake::FixedMetrics metrics;
-    const auto scene = layout(card(sei).body(), platform::ui::Size{400, 100}, metrics);
-    EXPECT_EQ(platform::fake::textOf(scene), "fill rectangle 0,20 400x60 white\n"
-                                             "clip circle 24,30 40x40\n"
-                                             "  fill rectangle 24,30 40x40 black\n"
-                                             "  image 33,39 22x22 \"VideoCameraDark\" named \", enabled\"\n"
-                                             "text 80,31.5 0x18.75 title3 semibold black \"\"\n"
-                                             "text 80,52.25 0x16.25 body semibold gray \"\"\n"
-                                             "menu 366,42 10x16 \" actions\"\n"
-                                             "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
-                                             "  item \"Remove\" \"trash\"\n"
-                                             "  indicator 366,42 10x16 black\n");
+    EXPECT_EQ(scene(sei, 100), "fill rectangle 0,20 400x60 white\n"
+                               "clip circle 24,30 40x40\n"
+                               "  fill rectangle 24,30 40x40 black\n"
+                               "  image 33,39 22x22 \"VideoCameraDark\" named \", enabled\"\n"
+                               "text 80,31.5 0x18.75 title3 semibold black \"\"\n"
+                               "text 80,52.25 0x16.25 body semibold gray \"\"\n"
+                               "menu 366,42 10x16 \" actions\"\n"
+                               "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
+                               "  item \"Remove\" \"trash\"\n"
+                               "  indicator 366,42 10x16 black\n");
 }
 
 TEST_F(ACard, ShowsItsTextsAsTheyStand) {
@@ -150,6 +147,14 @@ TEST_F(ACard, ShowsItsTextsAsTheyStand) {
     sei.driverName = "<b>%@ & \"Activate\"</b>";
     sei.state = "&lt;";
     EXPECT_EQ(window(sei).texts(), (std::vector<std::string>{sei.driverName, sei.state}));
+}
+
+TEST(TheIcon, HasItsRingOrDiscAtFullSizeWhetherItsImageIsThereOrMissing) {
+    platform::fake::FixedMetrics metrics;
+    metrics.images = {{"Huge", {512, 300}}, {"HugeDark", {512, 300}}};
+    for (const char* name : {"Huge", "Missing"})
+        for (const bool dark : {false, true})
+            EXPECT_EQ(layout(KelvraIcon{name, dark}, std::nullopt, metrics).size, (platform::ui::Size{40, 40}));
 }
 
 } // namespace

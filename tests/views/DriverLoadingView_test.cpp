@@ -6,19 +6,20 @@
 #include "tests/support/FakeServices.h"
 #include "tests/support/FakeWindow.h"
 #include "tests/support/SceneText.h"
+#include "views/StatusView.h"
 
-#include <array>
+#include <sstream>
 
 namespace views {
 namespace {
 
 using model::DriverLoadingViewModel;
 using model::DriverLoadingViewModelTestAccess;
+using model::InstallStatus;
 using model::SysExtInfo;
 using platform::fake::FakeWindow;
 using platform::fake::Submission;
 using platform::fake::SystemExtensions;
-using platform::ui::View;
 using platform::ui::WindowGroup;
 using Kind = platform::OSSystemExtensionRequest::Kind;
 
@@ -27,6 +28,51 @@ constexpr const char* cameraId = "com.kelvra.ip-camera.cmio";
 constexpr const char* activateBoth = "Both drivers need to be activated to run the camera";
 constexpr const char* allSet = "Woohoo, you are all set!";
 constexpr const char* allow = "Open Privacy & Security in System Settings to allow the extensions.";
+
+StatusView bannerOf(const InstallStatus status) {
+    return {status, "not yet", "done", "waiting"};
+}
+
+std::string scene(const StatusView& view, const platform::ui::EdgeInsets safeArea = {}) {
+    return platform::fake::sceneOf(view, platform::ui::Size{450, 40}, safeArea);
+}
+
+TEST(TheBanner, ShowsTheCheckMarkAndTheActivatedTextWhereAllAreEnabled) {
+    EXPECT_EQ(scene(bannerOf(InstallStatus::allEnabled)),
+              "fill rectangle 0,0 450x40 182/183/126\n"
+              "image 16,10 20x20 system black \"checkmark.circle.fill\" named \"Ready\"\n"
+              "text 44,12.5 21.6x15 callout black \"done\" announced\n");
+}
+
+TEST(TheBanner, ShowsTheExclamationMarkAndTheOrangeTextWhereApprovalIsAwaited) {
+    EXPECT_EQ(scene(bannerOf(InstallStatus::awaitingAllow)),
+              "fill rectangle 0,0 450x40 235/110/61\n"
+              "image 16,10 20x20 system black \"exclamationmark.circle.fill\" named \"Attention\"\n"
+              "text 44,12.5 37.8x15 callout black \"waiting\" announced\n");
+}
+
+TEST(TheBanner, DiffersInNothingButSentenceAndColorWhereNothingIsInstalled) {
+    EXPECT_EQ(scene(bannerOf(InstallStatus::nothingInstalled)),
+              "fill rectangle 0,0 450x40 230/198/105\n"
+              "image 16,10 20x20 system black \"exclamationmark.circle.fill\" named \"Attention\"\n"
+              "text 44,12.5 37.8x15 callout black \"not yet\" announced\n");
+}
+
+TEST(TheBanner, IsFortyHighWithItsIconAlsoWhereTheTextsAreEmpty) {
+    EXPECT_EQ(scene({InstallStatus::allEnabled, "", "", ""}),
+              "fill rectangle 0,0 450x40 182/183/126\n"
+              "image 16,10 20x20 system black \"checkmark.circle.fill\" named \"Ready\"\n"
+              "text 44,12.5 0x15 callout black \"\" announced\n");
+}
+
+TEST(TheBanner, RunsOnUnderATitleBar) {
+    const std::string seen = scene(bannerOf(InstallStatus::allEnabled), {28, 0, 0, 0});
+    EXPECT_EQ(seen.substr(0, seen.find('\n')), "fill rectangle 0,-28 450x68 182/183/126");
+}
+
+FakeWindow windowOf(const DriverLoadingView& screen) {
+    return FakeWindow{WindowGroup{[screen] { return screen; }}};
+}
 
 class TheScreen : public testing::Test {
 protected:
@@ -42,13 +88,10 @@ protected:
         return {model_, std::move(baseBundleId)};
     }
     std::string scene(std::vector<SysExtInfo> records, std::string baseBundleId = baseId) const {
-        const platform::fake::FixedMetrics metrics;
-        return platform::fake::textOf(
-            layout(screenOf(std::move(records), std::move(baseBundleId)), std::nullopt, metrics));
+        return platform::fake::sceneOf(screenOf(std::move(records), std::move(baseBundleId)));
     }
     std::vector<std::string> texts(std::vector<SysExtInfo> records, std::string baseBundleId = baseId) const {
-        const View screen = screenOf(std::move(records), std::move(baseBundleId));
-        return FakeWindow{WindowGroup{[screen] { return screen; }}}.texts();
+        return windowOf(screenOf(std::move(records), std::move(baseBundleId))).texts();
     }
     std::string sentence(std::string baseBundleId = baseId) const {
         return texts({base_, camera_, network_}, std::move(baseBundleId)).front();
@@ -105,75 +148,58 @@ const std::string banner =
 const std::string top = banner + "fill rectangle 25,68 400x134 white\n";
 const std::string bottom = "stroke rectangle 26,69 398x132 218.994/218.994/218.994 2\n";
 
+const std::string cameraCard = "fill rectangle 25,76 400x50.5 white\n"
+                               "stroke circle 51,83.25 36x36 black 2\n"
+                               "image 58,90.25 22x22 \"VideoCamera\" named \"Camera Driver, not enabled\"\n"
+                               "text 105,82.75 87.75x18.75 title3 semibold black \"Camera Driver\"\n"
+                               "text 105,103.5 76.05x16.25 body semibold gray \"Not installed\"\n"
+                               "button 300.2,86.125 82.8x30.25 \"Activate Camera Driver\"\n"
+                               "  clip capsule 300.2,86.125 82.8x30.25\n"
+                               "    fill rectangle 300.2,86.125 82.8x30.25 black\n"
+                               "    text 318.2,93.125 46.8x16.25 body white \"Activate\"\n"
+                               "menu 391,93.25 10x16 \"Camera Driver actions\"\n"
+                               "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
+                               "  item \"Remove\" \"trash\"\n"
+                               "  indicator 391,93.25 10x16 black\n";
+const std::string networkCard = "fill rectangle 25,143.5 400x50.5 white\n"
+                                "stroke circle 51,150.75 36x36 black 2\n"
+                                "image 58,157.75 22x22 \"Ethernet\" named \"Network Driver, not enabled\"\n"
+                                "text 105,150.25 94.5x18.75 title3 semibold black \"Network Driver\"\n"
+                                "text 105,171 76.05x16.25 body semibold gray \"Not installed\"\n"
+                                "button 300.2,153.625 82.8x30.25 \"Activate Network Driver\"\n"
+                                "  clip capsule 300.2,153.625 82.8x30.25\n"
+                                "    fill rectangle 300.2,153.625 82.8x30.25 black\n"
+                                "    text 318.2,160.625 46.8x16.25 body white \"Activate\"\n"
+                                "menu 391,160.75 10x16 \"Network Driver actions\"\n"
+                                "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
+                                "  item \"Remove\" \"trash\"\n"
+                                "  indicator 391,160.75 10x16 black\n";
+
 TEST_F(TheScreen, ShowsTheCameraAndTheNetworkWithOneDividerWhereTheBaseIsFirst) {
     EXPECT_EQ(scene({base_, camera_, network_}),
-              top +
-                  "fill rectangle 25,76 400x50.5 white\n"
-                  "stroke circle 51,83.25 36x36 black 2\n"
-                  "image 58,90.25 22x22 \"VideoCamera\" named \"Camera Driver, not enabled\"\n"
-                  "text 105,82.75 87.75x18.75 title3 semibold black \"Camera Driver\"\n"
-                  "text 105,103.5 76.05x16.25 body semibold gray \"Not installed\"\n"
-                  "button 300.2,86.125 82.8x30.25 \"Activate Camera Driver\"\n"
-                  "  clip capsule 300.2,86.125 82.8x30.25\n"
-                  "    fill rectangle 300.2,86.125 82.8x30.25 black\n"
-                  "    text 318.2,93.125 46.8x16.25 body white \"Activate\"\n"
-                  "menu 391,93.25 10x16 \"Camera Driver actions\"\n"
-                  "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
-                  "  item \"Remove\" \"trash\"\n"
-                  "  indicator 391,93.25 10x16 black\n"
-                  "fill rectangle 25,134.5 400x1 0/0/0@0.1\n"
-                  "fill rectangle 25,143.5 400x50.5 white\n"
-                  "stroke circle 51,150.75 36x36 black 2\n"
-                  "image 58,157.75 22x22 \"Ethernet\" named \"Network Driver, not enabled\"\n"
-                  "text 105,150.25 94.5x18.75 title3 semibold black \"Network Driver\"\n"
-                  "text 105,171 76.05x16.25 body semibold gray \"Not installed\"\n"
-                  "button 300.2,153.625 82.8x30.25 \"Activate Network Driver\"\n"
-                  "  clip capsule 300.2,153.625 82.8x30.25\n"
-                  "    fill rectangle 300.2,153.625 82.8x30.25 black\n"
-                  "    text 318.2,160.625 46.8x16.25 body white \"Activate\"\n"
-                  "menu 391,160.75 10x16 \"Network Driver actions\"\n"
-                  "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
-                  "  item \"Remove\" \"trash\"\n"
-                  "  indicator 391,160.75 10x16 black\n" +
-                  bottom);
+              top + cameraCard + "fill rectangle 25,134.5 400x1 0/0/0@0.1\n" + networkCard + bottom);
 }
 
 TEST_F(TheScreen, ShowsOneDividerBetweenTheCardsWhereTheBaseIsInTheMiddle) {
     EXPECT_EQ(scene({camera_, base_, network_}), scene({base_, camera_, network_}));
 }
 
+/// The block, its cards and dividers: what begins at its leading edge.
+std::string blockIn(const std::string& scene) {
+    std::istringstream lines{scene};
+    std::string block;
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with("fill rectangle 25,") || line.starts_with("stroke rectangle")) block += line + "\n";
+    return block;
+}
+
 TEST_F(TheScreen, ShowsADividerBelowEachCardWhereTheBaseIsLastAndOverflowsEvenly) {
-    EXPECT_EQ(scene({camera_, network_, base_}),
-              banner + "fill rectangle 25,64 400x142 white\n"
-                       "fill rectangle 25,72 400x50 white\n"
-                       "stroke circle 51,79 36x36 black 2\n"
-                       "image 58,86 22x22 \"VideoCamera\" named \"Camera Driver, not enabled\"\n"
-                       "text 105,78.5 87.75x18.75 title3 semibold black \"Camera Driver\"\n"
-                       "text 105,99.25 76.05x16.25 body semibold gray \"Not installed\"\n"
-                       "button 300.2,81.875 82.8x30.25 \"Activate Camera Driver\"\n"
-                       "  clip capsule 300.2,81.875 82.8x30.25\n"
-                       "    fill rectangle 300.2,81.875 82.8x30.25 black\n"
-                       "    text 318.2,88.875 46.8x16.25 body white \"Activate\"\n"
-                       "menu 391,89 10x16 \"Camera Driver actions\"\n"
-                       "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
-                       "  item \"Remove\" \"trash\"\n"
-                       "  indicator 391,89 10x16 black\n"
-                       "fill rectangle 25,130 400x1 0/0/0@0.1\n"
-                       "fill rectangle 25,139 400x50 white\n"
-                       "stroke circle 51,146 36x36 black 2\n"
-                       "image 58,153 22x22 \"Ethernet\" named \"Network Driver, not enabled\"\n"
-                       "text 105,145.5 94.5x18.75 title3 semibold black \"Network Driver\"\n"
-                       "text 105,166.25 76.05x16.25 body semibold gray \"Not installed\"\n"
-                       "button 300.2,148.875 82.8x30.25 \"Activate Network Driver\"\n"
-                       "  clip capsule 300.2,148.875 82.8x30.25\n"
-                       "    fill rectangle 300.2,148.875 82.8x30.25 black\n"
-                       "    text 318.2,155.875 46.8x16.25 body white \"Activate\"\n"
-                       "menu 391,156 10x16 \"Network Driver actions\"\n"
-                       "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
-                       "  item \"Remove\" \"trash\"\n"
-                       "  indicator 391,156 10x16 black\n"
-                       "fill rectangle 25,197 400x1 0/0/0@0.1\n"
-                       "stroke rectangle 26,65 398x140 218.994/218.994/218.994 2\n");
+    EXPECT_EQ(blockIn(scene({camera_, network_, base_})), "fill rectangle 25,64 400x142 white\n"
+                                                          "fill rectangle 25,72 400x50 white\n"
+                                                          "fill rectangle 25,130 400x1 0/0/0@0.1\n"
+                                                          "fill rectangle 25,139 400x50 white\n"
+                                                          "fill rectangle 25,197 400x1 0/0/0@0.1\n"
+                                                          "stroke rectangle 26,65 398x140 218.994/218.994/218.994 2\n");
 }
 
 TEST_F(TheScreen, ShowsNothingInItsBlockWhereThereAreNoRecords) {
@@ -208,8 +234,7 @@ TEST_F(TheScreen, NeverAsksByItself) {
 }
 
 TEST_F(TheScreen, BindsEachCardToTheModelsOperations) {
-    const View screen = screenOf({base_, camera_, network_});
-    FakeWindow window{WindowGroup{[screen] { return screen; }}};
+    FakeWindow window = windowOf(screenOf({base_, camera_, network_}));
     window.press("Activate Network Driver");
     window.choose("Camera Driver actions", "Remove");
     EXPECT_EQ(SystemExtensions::shared().submissions(),
@@ -222,8 +247,7 @@ TEST_F(TheScreen, KeepsItsModelAliveInEachCallback) {
     const std::weak_ptr<DriverLoadingViewModel> model = model_;
     platform::ui::Action press;
     {
-        const View screen = screenOf({base_, camera_, network_});
-        const FakeWindow window{WindowGroup{[screen] { return screen; }}};
+        const FakeWindow window = windowOf(screenOf({base_, camera_, network_}));
         press = std::get<platform::ui::PushButton>(controlsOf(window.scene()).front()->kind).action;
     }
     model_.reset();
@@ -234,9 +258,22 @@ TEST_F(TheScreen, KeepsItsModelAliveInEachCallback) {
     EXPECT_TRUE(model.expired());
 }
 
+TEST_F(TheScreen, KeepsFocusInTheCardWhoseActionIsGone) {
+    using namespace platform::ui;
+    const platform::fake::FixedMetrics metrics;
+    const Scene before = layout(screenOf({base_, camera_, network_}), std::nullopt, metrics);
+    camera_.enabled = network_.enabled = true;
+    camera_.intversion = network_.intversion = 2105;
+    const Scene after = layout(screenOf({base_, camera_, network_}), std::nullopt, metrics);
+    const auto actions = controlsOf(before);
+    const auto menus = controlsOf(after);
+    ASSERT_EQ(menus.size(), 2u);
+    EXPECT_EQ(focusAfter(before, after, actions.at(0)->place), menus[0]->place);
+    EXPECT_EQ(focusAfter(before, after, actions.at(2)->place), menus[1]->place);
+}
+
 TEST_F(TheScreen, IsEvaluatedAnewAfterAChangeOfAnyPublishedField) {
-    const View screen = screenOf({base_, camera_, network_});
-    FakeWindow window{WindowGroup{[screen] { return screen; }}};
+    FakeWindow window = windowOf(screenOf({base_, camera_, network_}));
     DriverLoadingViewModelTestAccess::setState(*model_, model::DriverLoadingStateMachine::State::blank);
     window.endTurn();
     EXPECT_EQ(window.rebuilds(), 1);
@@ -250,8 +287,7 @@ TEST_F(TheScreen, IsEvaluatedAnewAfterAChangeOfAnyPublishedField) {
 }
 
 TEST_F(TheScreen, CostsOneRebuildForTenThousandInstancesInOneAnswer) {
-    const View screen = screenOf({base_, camera_, network_});
-    FakeWindow window{WindowGroup{[screen] { return screen; }}};
+    FakeWindow window = windowOf(screenOf({base_, camera_, network_}));
     model_->enumerate();
     auto& service = SystemExtensions::shared();
     service.foundProperties(service.latest(Kind::properties, cameraId),

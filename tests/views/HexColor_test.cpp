@@ -83,7 +83,7 @@ TEST(AHexadecimalColor, TakesBytesThatAreNoTextAsSomethingToTrim) {
     EXPECT_EQ(hexColor("\xFF\xC3#B6B77E\x80"), onScale(182, 183, 126));
 }
 
-/// The colour of an ASCII text, told once more as plainly as possible.
+/// The color of an ASCII text, told once more as plainly as possible.
 Color restated(const std::string& text) {
     const auto first = text.find_first_of("0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ");
     const auto last = text.find_last_of("0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ");

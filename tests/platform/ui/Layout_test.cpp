@@ -1,19 +1,23 @@
-#include "platform/ui/SceneHost.h"
-
 #include "platform/ui/Elements.h"
 #include "platform/ui/Interaction.h"
+#include "platform/ui/SceneHost.h"
 #include "tests/support/FixedMetrics.h"
 #include "tests/support/SceneText.h"
 
 #include <cmath>
 #include <set>
+#include <sstream>
 
 namespace platform::ui {
 namespace {
 
-/// A white area that takes exactly this size.
-View box(const double width, const double height) {
-    return EmptyView{}.frame({.width = width, .height = height}).background(Color::white);
+using Lines = std::vector<std::string>;
+
+constexpr Color red{1, 0, 0, 1};
+
+/// An area that takes exactly this size.
+View box(const double width, const double height, const Color color = Color::white) {
+    return EmptyView{}.frame({.width = width, .height = height}).background(color);
 }
 
 /// A white area that takes what is offered.
@@ -21,191 +25,254 @@ View area() {
     return EmptyView{}.frame({.maxWidth = infinity, .maxHeight = infinity}).background(Color::white);
 }
 
-/// The scene of `view` as text, laid out in an area of this size.
-std::string scene(const View& view, const double width = 100, const double height = 100,
-                  const EdgeInsets safeArea = {}) {
-    return fake::sceneOf(view, Size{width, height}, safeArea);
+/// The scene of `view` in an area of this size, a line a node.
+Lines scene(const View& view, const Size size = {100, 60}, const EdgeInsets safeArea = {}) {
+    std::istringstream text{fake::sceneOf(view, size, safeArea)};
+    Lines lines;
+    for (std::string line; std::getline(text, line);)
+        lines.push_back(line);
+    return lines;
 }
 
+/// What `view` takes of its own accord. The images are 24 by 16.
 Size ownSize(const View& view) {
-    const fake::FixedMetrics metrics;
+    fake::FixedMetrics metrics;
+    metrics.images["Ethernet"] = {24, 16};
     return layout(view, std::nullopt, metrics).size;
+}
+
+View line(const char* text) {
+    return Text::verbatim(text);
 }
 
 // Ten characters of callout are 54 by 15, of body 58.5 by 16.25.
 const char* ten = "0123456789";
 
-TEST(AView, IsCentredInTheAreaItIsLaidOutIn) {
-    EXPECT_EQ(scene(box(20, 10)), "fill rectangle 40,45 20x10 white\n");
+TEST(AView, IsCenteredInTheAreaItIsLaidOutIn) {
+    EXPECT_EQ(scene(box(20, 10)), Lines{"fill rectangle 40,25 20x10 white"});
 }
 
 TEST(AView, LargerThanTheAreaOverflowsEvenly) {
-    EXPECT_EQ(scene(box(120, 10)), "fill rectangle -10,45 120x10 white\n");
+    EXPECT_EQ(scene(box(120, 70)), Lines{"fill rectangle -10,-5 120x70 white"});
 }
 
-TEST(AVerticalStack, LeavesEightPointsBetweenNeighbours) {
-    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, box(10, 10), box(20, 10)}),
-              "fill rectangle 45,36 10x10 white\n"
-              "fill rectangle 40,54 20x10 white\n");
+struct Greeting {
+    const char* name;
+    View body() const { return Text::verbatim(name).font(Font::callout); }
+};
+
+TEST(AView, IsWhateverHasABody) {
+    EXPECT_EQ(scene(HStack{VerticalAlignment::center, Greeting{"a"}, box(1, 2)}),
+              (Lines{"text 42.8,22.5 5.4x15 callout black \"a\"", "fill rectangle 56.2,29 1x2 white"}));
 }
 
-TEST(AHorizontalStack, LeavesEightPointsBetweenNeighbours) {
-    EXPECT_EQ(scene(HStack{VerticalAlignment::center, box(10, 10), box(10, 20)}), "fill rectangle 36,45 10x10 white\n"
-                                                                                  "fill rectangle 54,40 10x20 white\n");
+TEST(AStackOfViews, LeavesEightPointsBetweenNeighbors) {
+    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, box(10, 4), box(20, 6, red)}),
+              (Lines{"fill rectangle 45,21 10x4 white", "fill rectangle 40,33 20x6 255/0/0"}));
+    EXPECT_EQ(scene(HStack{VerticalAlignment::center, box(10, 4), box(6, 20, red)}),
+              (Lines{"fill rectangle 38,28 10x4 white", "fill rectangle 56,20 6x20 255/0/0"}));
 }
 
 TEST(AStackOfViews, LeavesNothingBesideASpacer) {
-    EXPECT_EQ(scene(HStack{VerticalAlignment::center, box(10, 10), Spacer{}, box(10, 10)}),
-              "fill rectangle 0,45 10x10 white\n"
-              "fill rectangle 90,45 10x10 white\n");
+    EXPECT_EQ(scene(HStack{VerticalAlignment::center, box(10, 4), Spacer{}, box(12, 6)}),
+              (Lines{"fill rectangle 0,28 10x4 white", "fill rectangle 88,27 12x6 white"}));
+    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, box(10, 4), Spacer{}, box(12, 6)}),
+              (Lines{"fill rectangle 45,0 10x4 white", "fill rectangle 44,54 12x6 white"}));
 }
 
-TEST(AVerticalStack, LeavesTwoPointsBetweenTexts) {
-    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, Text::verbatim("a"), Text::verbatim("b")}).height,
-              16.25 + 2 + 16.25);
+TEST(AStackOfViews, OffersWhatIsLeftToTheFlexibleAndItsWholeSideToAll) {
+    EXPECT_EQ(scene(HStack{VerticalAlignment::center, area(), box(10, 4)}),
+              (Lines{"fill rectangle 0,0 82x60 white", "fill rectangle 90,28 10x4 white"}));
+    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, box(10, 4), area()}),
+              (Lines{"fill rectangle 45,0 10x4 white", "fill rectangle 0,12 100x48 white"}));
 }
 
-TEST(AVerticalStack, SeesTextsThroughTheirModifiers) {
-    const View framed = Text::verbatim("a").font(Font::callout).frame({.width = 30});
-    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, framed, framed.padding(0)}).height, 15 + 2 + 15);
+TEST(AStackOfViews, IsAsLongAsItsMembersAndAsWideAsTheWidest) {
+    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, box(10, 4), box(30, 6), box(20, 5)}), (Size{30, 31}));
+    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, box(10, 4), box(30, 6), box(20, 5)}), (Size{76, 6}));
 }
 
-TEST(AHorizontalStack, LeavesEightPointsBetweenTexts) {
-    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, Text::verbatim(ten), Text::verbatim(ten)}).width,
-              58.5 + 8 + 58.5);
+TEST(AVerticalStack, LeavesTwoPointsBetweenTextsAlsoSeenThroughTheirModifiers) {
+    const View callout = line("a").font(Font::callout);
+    const double two = 15 + 2 + 15;
+    for (const View& second : {callout, callout.frame({.width = 30}), callout.padding(0), callout.background(red),
+                               callout.background(box(1, 1)), callout.fontWeight(FontWeight::semibold)})
+        EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, callout, second}).height, two);
 }
 
-TEST(AVerticalStack, LeavesEightPointsBetweenATextAndAnythingElse) {
-    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, Text::verbatim("a"), box(1, 1)}).height, 16.25 + 8 + 1);
+TEST(AStackOfViews, LeavesEightPointsBetweenATextAndAnythingElseAndBetweenTextsSideBySide) {
+    const auto below = [](const View& view) { return ownSize(VStack{HorizontalAlignment::center, line("a"), view}); };
+    EXPECT_EQ(below(box(1, 3)).height, 16.25 + 8 + 3);
+    EXPECT_EQ(below(Button{"b", [] {}}).height, 16.25 + 8 + 16.25);
+    EXPECT_EQ(below(Spacer{}).height, 16.25 + 8);
+    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, box(1, 3), line("a")}).height, 3 + 8 + 16.25);
+    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, line(ten), line(ten)}).width, 58.5 + 8 + 58.5);
 }
 
 TEST(AStackOfViews, AlignsItsMembersAcrossItsAxis) {
-    EXPECT_EQ(scene(VStack{HorizontalAlignment::leading, box(10, 10), box(20, 10)}.frame({.width = 20})),
-              "fill rectangle 40,36 10x10 white\n"
-              "fill rectangle 40,54 20x10 white\n");
+    const auto x = [](const HorizontalAlignment alignment) {
+        return scene(VStack{alignment, box(10, 4), box(20, 6)}).front();
+    };
+    EXPECT_EQ(x(HorizontalAlignment::leading), "fill rectangle 40,21 10x4 white");
+    EXPECT_EQ(x(HorizontalAlignment::center), "fill rectangle 45,21 10x4 white");
+    EXPECT_EQ(x(HorizontalAlignment::trailing), "fill rectangle 50,21 10x4 white");
 }
 
 TEST(AStackOfViews, ThatDoesNotFitOverflowsEvenly) {
-    EXPECT_EQ(scene(HStack{VerticalAlignment::center, box(60, 10), box(60, 10)}), "fill rectangle -14,45 60x10 white\n"
-                                                                                  "fill rectangle 54,45 60x10 white\n");
+    EXPECT_EQ(scene(HStack{VerticalAlignment::center, box(60, 10), box(70, 12)}),
+              (Lines{"fill rectangle -19,25 60x10 white", "fill rectangle 49,24 70x12 white"}));
 }
 
 TEST(AStackOfViews, CountsTheMembersOfRowsAsItsOwnAndAnEmptyRowAsNone) {
-    const auto row = [](const std::size_t index) { return index == 1 ? Group{} : Group{box(10, 10), Divider{}}; };
-    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, ForEach{3, row}, box(10, 10)}),
-              "fill rectangle 45,18 10x10 white\n"
-              "fill rectangle 0,36 100x1 0/0/0@0.1\n"
-              "fill rectangle 45,45 10x10 white\n"
-              "fill rectangle 0,63 100x1 0/0/0@0.1\n"
-              "fill rectangle 45,72 10x10 white\n");
+    const auto row = [](const std::size_t index) {
+        return index == 1 ? Group{} : Group{box(10 + static_cast<double>(index), 4), Divider{}};
+    };
+    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, ForEach{3, row}, box(20, 6)}),
+              (Lines{"fill rectangle 45,6 10x4 white", "fill rectangle 0,18 100x1 0/0/0@0.1",
+                     "fill rectangle 44,27 12x4 white", "fill rectangle 0,39 100x1 0/0/0@0.1",
+                     "fill rectangle 40,48 20x6 white"}));
 }
 
-TEST(AStackOfViews, WithNothingInItIsNothing) {
-    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, EmptyView{}}), Size{});
-}
-
-TEST(AnEmptyStack, StillCountsAsAMember) {
-    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, HStack{VerticalAlignment::center}, box(10, 10)}).width, 18);
+TEST(AStackOfViews, WithNothingInItIsNothingAndStillCountsAsAMember) {
+    const View empty = HStack{VerticalAlignment::center, EmptyView{}};
+    EXPECT_EQ(ownSize(empty), Size{});
+    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, empty, box(10, 4)}).width, 18);
 }
 
 TEST(ADepthStack, LaysItsMembersOneOverTheOther) {
-    EXPECT_EQ(scene(ZStack{Alignment::center, box(20, 10), box(10, 20)}), "fill rectangle 40,45 20x10 white\n"
-                                                                          "fill rectangle 45,40 10x20 white\n");
+    const auto stack = [](const Alignment alignment) { return ZStack{alignment, box(20, 10), box(14, 30, red)}; };
+    EXPECT_EQ(ownSize(stack(Alignment::center)), (Size{20, 30}));
+    EXPECT_EQ(scene(stack(Alignment::center)),
+              (Lines{"fill rectangle 40,25 20x10 white", "fill rectangle 43,15 14x30 255/0/0"}));
+    EXPECT_EQ(scene(stack(Alignment::leading)).back(), "fill rectangle 40,15 14x30 255/0/0");
+    EXPECT_EQ(scene(stack(Alignment::trailing)).back(), "fill rectangle 46,15 14x30 255/0/0");
+    EXPECT_EQ(scene(ZStack{Alignment::center, area()}), scene(area()));
+}
+
+TEST(SeveralViewsBehindAModifier, AreOneAboveTheOther) {
+    const View column = VStack{HorizontalAlignment::center, box(10, 4), box(20, 6)};
+    EXPECT_EQ(scene(Group{box(10, 4), box(20, 6)}.padding(3)), scene(column.padding(3)));
+    EXPECT_EQ(scene(Group{box(10, 4), box(20, 6)}.font(Font::callout)), scene(column));
 }
 
 TEST(ASpacer, IsEightLongAtTheLeastAndTakesNothingAcross) {
     EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, Spacer{}}), (Size{8, 0}));
     EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, Spacer{}}), (Size{0, 8}));
+    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, HStack{VerticalAlignment::center, Spacer{}}}), (Size{8, 0}));
 }
 
-TEST(ADivider, IsOneHighOverTheWidthOffered) {
-    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, Divider{}}), "fill rectangle 0,49.5 100x1 0/0/0@0.1\n");
+TEST(ADivider, IsOneThickAcrossItsStack) {
+    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, Divider{}}), Lines{"fill rectangle 0,29.5 100x1 0/0/0@0.1"});
+    EXPECT_EQ(scene(HStack{VerticalAlignment::center, Divider{}}), Lines{"fill rectangle 49.5,0 1x60 0/0/0@0.1"});
+    EXPECT_EQ(ownSize(Divider{}), (Size{0, 1}));
 }
 
-TEST(ALineOfText, TakesItsOwnSize) {
-    EXPECT_EQ(ownSize(Text::verbatim(ten)), fake::FixedMetrics{}.textSize(ten, Font::body));
+TEST(ALineOfText, TakesItsOwnSizeWhateverTheHeight) {
+    EXPECT_EQ(fake::textOf(ownSize(line(ten))), "58.5x16.25");
+    EXPECT_EQ(fake::textOf(ownSize(line(ten).frame({.height = 3}))), "58.5x3");
 }
 
-TEST(ALineOfText, KeepsItsSizeWhereItLacksLessThanAPoint) {
-    EXPECT_EQ(scene(Text::verbatim(ten), 57.6, 16.25), "text -0.45,0 58.5x16.25 body black \"0123456789\"\n");
-}
-
-TEST(ALineOfText, IsTruncatedWhereItLacksMore) {
-    EXPECT_EQ(scene(Text::verbatim(ten), 57.4, 16.25), "text 0,0 57.4x16.25 body black \"0123456789\" truncated\n");
+TEST(ALineOfText, KeepsItsSizeWhereItLacksLessThanAPointAndIsElseTruncated) {
+    const auto in = [](const double width) { return scene(line(ten), {width, 16.25}).front(); };
+    EXPECT_EQ(in(57.6), "text -0.45,0 58.5x16.25 body black \"0123456789\"");
+    EXPECT_EQ(in(57.5), "text 0,0 57.5x16.25 body black \"0123456789\" truncated") << "exactly one";
+    EXPECT_EQ(in(20), "text 0,0 20x16.25 body black \"0123456789\" truncated");
 }
 
 TEST(ALineOfText, IsNeverReadAsAnythingElse) {
-    EXPECT_EQ(scene(Text::verbatim("<b>&amp;"), 46.8, 16.25), "text 0,0 46.8x16.25 body black \"<b>&amp;\"\n");
+    EXPECT_EQ(scene(line("<b>&amp;"), {46.8, 16.25}), Lines{"text 0,0 46.8x16.25 body black \"<b>&amp;\""});
 }
 
-TEST(ALineOfText, TakesBodyAndBlackWhereNothingIsSet) {
-    EXPECT_EQ(scene(Text::verbatim("a"), 5.85, 16.25), "text 0,0 5.85x16.25 body black \"a\"\n");
-}
-
-TEST(ALineOfText, TakesTheFontAndColourAroundIt) {
-    const View stack =
-        HStack{VerticalAlignment::center, Text::verbatim("a")}.font(Font::callout).foregroundColor(Color::gray);
-    EXPECT_EQ(scene(stack, 5.4, 15), "text 0,0 5.4x15 callout gray \"a\"\n");
-}
-
-TEST(ALineOfText, PrefersItsOwnFontAndColour) {
-    const View text = Text::verbatim("a").font(Font::title3).foregroundColor(Color::white);
-    EXPECT_EQ(scene(text.font(Font::callout).foregroundColor(Color::gray), 6.75, 18.75),
-              "text 0,0 6.75x18.75 title3 white \"a\"\n");
+TEST(ALineOfText, TakesTheFontAndColorAroundItUnlessItHasItsOwn) {
+    const auto looks = [](const View& view) {
+        return scene(HStack{VerticalAlignment::center, view}.font(Font::callout).foregroundColor(Color::gray)).front();
+    };
+    EXPECT_EQ(looks(line("a")), "text 47.3,22.5 5.4x15 callout gray \"a\"");
+    EXPECT_EQ(looks(line("a").font(Font::title3).foregroundColor(red)),
+              "text 46.625,20.625 6.75x18.75 title3 255/0/0 \"a\"");
 }
 
 TEST(AWeight, TakesThePlaceOfTheFontsOwnWhereverItIsSet) {
-    EXPECT_EQ(scene(Text::verbatim("a").font(Font::title3).fontWeight(FontWeight::semibold), 6.75, 18.75),
-              "text 0,0 6.75x18.75 title3 semibold black \"a\"\n");
-    EXPECT_EQ(scene(Text::verbatim("a").fontWeight(FontWeight::semibold).font(Font::callout), 5.4, 15),
-              "text 0,0 5.4x15 callout semibold black \"a\"\n");
+    const Font semibold{TextStyle::callout, FontWeight::semibold};
+    const auto of = [](const View& view) { return scene(view, {5.4, 15}).front(); };
+    for (const View& text : {line("a").font(Font::callout).fontWeight(FontWeight::semibold),
+                             line("a").fontWeight(FontWeight::semibold).font(Font::callout), line("a").font(semibold)})
+        EXPECT_EQ(of(text), "text 0,0 5.4x15 callout semibold black \"a\"");
+    EXPECT_EQ(of(line("a").font(semibold).fontWeight(FontWeight::regular)), "text 0,0 5.4x15 callout black \"a\"");
+}
+
+TEST(AnAnnouncement, IsOfTheTextsInside) {
+    const View texts = HStack{VerticalAlignment::center, line("a").accessibilityAnnounced(), line("b")};
+    EXPECT_EQ(scene(texts, {19.7, 16.25}),
+              (Lines{"text 0,0 5.85x16.25 body black \"a\" announced", "text 13.85,0 5.85x16.25 body black \"b\""}));
 }
 
 TEST(AnImage, TakesItsOwnSize) {
-    fake::FixedMetrics metrics;
-    metrics.images["Ethernet"] = {24, 16};
-    EXPECT_EQ(layout(Image::named("Ethernet"), std::nullopt, metrics).size, (Size{24, 16}));
+    EXPECT_EQ(ownSize(Image::named("Ethernet")), (Size{24, 16}));
+    EXPECT_EQ(ownSize(Image::named("Ethernet").frame({.width = 30})), (Size{30, 16}));
+    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, Image::named("Ethernet")}.padding(Edge::horizontal, 1)),
+              (Size{26, 16}));
 }
 
-TEST(AResizableImage, TakesWhatIsOffered) {
-    EXPECT_EQ(scene(Image::named("Ethernet").resizable()), "image 0,0 100x100 \"Ethernet\"\n");
+TEST(AResizableImage, TakesWhatIsOfferedAndElseItsOwnLength) {
+    const View image = Image::named("Ethernet").resizable();
+    EXPECT_EQ(scene(image), Lines{"image 0,0 100x60 \"Ethernet\""});
+    EXPECT_EQ(ownSize(image), (Size{24, 16}));
+    EXPECT_EQ(ownSize(image.frame({.width = 30})), (Size{30, 16}));
+    EXPECT_EQ(ownSize(image.frame({.height = 30})), (Size{24, 30}));
 }
 
 TEST(AMissingImage, IsAnEmptyAreaOfTheSameSize) {
     EXPECT_EQ(ownSize(Image::named("Missing")), Size{});
-    EXPECT_EQ(ownSize(Image::named("Missing").resizable().frame({.width = 22, .height = 22})), (Size{22, 22}));
+    EXPECT_EQ(ownSize(Image::named("Missing").resizable().frame({.width = 22, .height = 20})), (Size{22, 20}));
 }
 
-TEST(ASymbol, TakesTheForegroundColour) {
-    EXPECT_EQ(scene(Image::system("trash").resizable().foregroundColor(Color::gray)),
-              "image 0,0 100x100 system gray \"trash\"\n");
+TEST(ASymbol, TakesTheForegroundColorAndTheNameGivenToIt) {
+    EXPECT_EQ(scene(Image::system("trash").resizable().foregroundColor(Color::gray).accessibilityLabel("Bin")),
+              Lines{"image 0,0 100x60 system gray \"trash\" named \"Bin\""});
+}
+
+TEST(ARing, TakesWhatIsOfferedAndElseNothing) {
+    const View ring = Circle{}.stroke(red);
+    EXPECT_EQ(scene(ring), Lines{"stroke circle 0,0 100x60 255/0/0 1"});
+    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, ring}), Size{});
+    EXPECT_EQ(ownSize(ring.padding(Edge::horizontal, 5).frame({.width = 30})), (Size{30, 0}));
+    EXPECT_EQ(scene(Circle{}.stroke(Color::gray, 2.5).frame({.height = 30})),
+              Lines{"stroke circle 0,15 100x30 gray 2.5"});
 }
 
 TEST(AFixedFrame, HasTheLengthThatIsSetAndElseTheContents) {
-    EXPECT_EQ(ownSize(box(10, 10).frame({.width = 30})), (Size{30, 10}));
+    EXPECT_EQ(ownSize(box(10, 4).frame({.width = 30})), (Size{30, 4}));
+    EXPECT_EQ(ownSize(box(10, 4).frame({.height = 30})), (Size{10, 30}));
 }
 
 TEST(AFixedFrame, TakesTheLengthOfferedWhereItIsInfinite) {
-    EXPECT_EQ(scene(box(10, 10).frame({.width = infinity, .alignment = Alignment::trailing})),
-              "fill rectangle 90,45 10x10 white\n");
-    EXPECT_EQ(ownSize(box(10, 10).frame({.width = infinity})), (Size{10, 10}));
+    EXPECT_EQ(scene(box(10, 4).frame({.width = infinity}).background(red)).front(),
+              "fill rectangle 0,28 100x4 255/0/0");
+    EXPECT_EQ(scene(box(10, 4).frame({.height = infinity}).background(red)).front(),
+              "fill rectangle 45,0 10x60 255/0/0");
+    EXPECT_EQ(ownSize(box(10, 4).frame({.width = infinity, .height = infinity})), (Size{10, 4}));
 }
 
 TEST(AFixedFrame, PlacesItsContentByItsAlignment) {
-    EXPECT_EQ(scene(box(10, 10).frame({.width = 30, .alignment = Alignment::leading})),
-              "fill rectangle 35,45 10x10 white\n");
-    EXPECT_EQ(scene(box(10, 10).frame({.width = 30, .alignment = Alignment::center})),
-              "fill rectangle 45,45 10x10 white\n");
+    const auto placed = [](const Alignment alignment) {
+        return scene(box(10, 4).frame({.width = 30, .height = 20, .alignment = alignment})).front();
+    };
+    EXPECT_EQ(placed(Alignment::leading), "fill rectangle 35,28 10x4 white");
+    EXPECT_EQ(placed(Alignment::center), "fill rectangle 45,28 10x4 white");
+    EXPECT_EQ(placed(Alignment::trailing), "fill rectangle 55,28 10x4 white");
+    EXPECT_EQ(scene(box(10, 4).frame({.width = 30})).front(), "fill rectangle 45,28 10x4 white");
 }
 
-TEST(AFixedFrame, OffersItsLengthToItsContent) {
-    EXPECT_EQ(scene(area().frame({.width = 30, .height = 20})), "fill rectangle 35,40 30x20 white\n");
+TEST(AFixedFrame, OffersItsLengthsToItsContentAndElseWhatItIsOffered) {
+    EXPECT_EQ(scene(area().frame({.width = 30, .height = 20})), Lines{"fill rectangle 35,20 30x20 white"});
+    EXPECT_EQ(scene(area().frame({.width = 30})), Lines{"fill rectangle 35,0 30x60 white"});
 }
 
 TEST(AFrameOfTheGreatestLength, PinsItsContentToTheLeadingEdge) {
-    const View text = Text::verbatim("a").frame({.width = greatestFiniteMagnitude, .alignment = Alignment::leading});
-    EXPECT_EQ(scene(text.frame({.width = 50, .height = 16.25, .alignment = Alignment::leading}), 50, 16.25),
-              "text 0,0 5.85x16.25 body black \"a\"\n");
+    const View text = line("a").frame({.width = greatestFiniteMagnitude, .alignment = Alignment::leading});
+    EXPECT_EQ(scene(text.frame({.width = 50, .height = 16.25, .alignment = Alignment::leading}), {50, 16.25}),
+              Lines{"text 0,0 5.85x16.25 body black \"a\""});
 }
 
 TEST(AFrameOfTheGreatestLength, NeverMakesALengthInfinite) {
@@ -214,118 +281,189 @@ TEST(AFrameOfTheGreatestLength, NeverMakesALengthInfinite) {
                                wide.padding().border(Color::black, 2)};
     const Size size = ownSize(stacks.frame({.maxWidth = infinity}).padding());
     EXPECT_TRUE(std::isfinite(size.width) && std::isfinite(size.height));
-    EXPECT_EQ(scene(stacks).find("nan"), std::string::npos);
-    EXPECT_EQ(scene(stacks).find("inf"), std::string::npos);
+    for (const std::string& text : {fake::sceneOf(stacks), fake::sceneOf(stacks, Size{100, 60})}) {
+        EXPECT_EQ(text.find("nan"), std::string::npos);
+        EXPECT_EQ(text.find("inf"), std::string::npos);
+    }
 }
 
-TEST(AFlexibleFrame, ClampsTheLengthOfferedToTheBoundThatIsSet) {
-    EXPECT_EQ(scene(area().frame({.maxHeight = 60})), "fill rectangle 0,20 100x60 white\n");
-    EXPECT_EQ(scene(area().frame({.maxHeight = 160})), "fill rectangle 0,0 100x100 white\n");
-    EXPECT_EQ(scene(area().frame({.minHeight = 160})), "fill rectangle 0,-30 100x160 white\n");
+TEST(AFlexibleFrame, TakesWhatIsOfferedUpToTheBoundThatIsSet) {
+    EXPECT_EQ(scene(area().frame({.maxHeight = 40})), Lines{"fill rectangle 0,10 100x40 white"});
+    EXPECT_EQ(scene(area().frame({.maxWidth = 40})), Lines{"fill rectangle 30,0 40x60 white"});
+    EXPECT_EQ(scene(area().frame({.maxHeight = 160})), Lines{"fill rectangle 0,0 100x60 white"});
+    EXPECT_EQ(scene(box(10, 4).frame({.maxWidth = 40, .maxHeight = 30}).background(red)).front(),
+              "fill rectangle 30,15 40x30 255/0/0");
 }
 
-TEST(AFlexibleFrame, IsNeverSmallerThanItsContentUnlessTheBoundIs) {
-    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, box(10, 80).frame({.maxHeight = 90})}.frame({.height = 50})),
-              (Size{10, 50}));
-    const auto heightIn = [](const FlexibleFrame& frame, const double offered) {
-        const fake::FixedMetrics metrics;
-        const View view = box(10, 80).frame(frame).background(Color::black);
-        const auto scene = layout(view, Size{10, offered}, metrics);
-        return std::get<Fill>(scene.nodes.front().value).rect.height;
+TEST(AFlexibleFrame, IsNeverShorterThanItsContentUnlessTheBoundIs) {
+    const auto heightOf = [](const double bound) {
+        const auto frame = scene(box(10, 80).frame({.maxHeight = bound}).background(red), {10, 60}).front();
+        return frame.substr(frame.find('x'));
     };
-    EXPECT_EQ(heightIn({.maxHeight = 90}, 50), 80);
-    EXPECT_EQ(heightIn({.maxHeight = 60}, 70), 60);
-    EXPECT_EQ(heightIn({.minHeight = 20}, 50), 50);
+    EXPECT_EQ(heightOf(90), "x80 255/0/0");
+    EXPECT_EQ(heightOf(70), "x70 255/0/0");
+    EXPECT_EQ(heightOf(infinity), "x80 255/0/0");
 }
 
-TEST(AFlexibleFrame, TakesTheContentsLengthWhereNoBoundIsSet) {
-    EXPECT_EQ(scene(box(10, 10).frame({.maxWidth = infinity}).background(Color::black)),
-              "fill rectangle 0,45 100x10 black\n"
-              "fill rectangle 45,45 10x10 white\n");
+TEST(AFlexibleFrame, TakesTheContentsLengthWhereNoBoundIsSetOrNothingOffered) {
+    EXPECT_EQ(scene(box(10, 4).frame({.maxWidth = infinity}).background(red)).front(),
+              "fill rectangle 0,28 100x4 255/0/0");
+    EXPECT_EQ(scene(box(10, 4).frame({.maxHeight = infinity}).background(red)).front(),
+              "fill rectangle 45,0 10x60 255/0/0");
+    EXPECT_EQ(ownSize(box(10, 4).frame({.maxWidth = infinity, .maxHeight = 30})), (Size{10, 4}));
+    EXPECT_EQ(ownSize(box(10, 40).frame({.maxWidth = infinity, .maxHeight = 30})), (Size{10, 30}));
 }
 
 TEST(AFlexibleFrame, PlacesItsContentByItsAlignment) {
-    EXPECT_EQ(scene(box(10, 10).frame({.maxWidth = infinity, .maxHeight = infinity, .alignment = Alignment::leading})),
-              "fill rectangle 0,45 10x10 white\n");
+    const FlexibleFrame frame{.maxWidth = infinity, .maxHeight = infinity, .alignment = Alignment::leading};
+    EXPECT_EQ(scene(box(10, 4).frame(frame)), Lines{"fill rectangle 0,28 10x4 white"});
+    EXPECT_EQ(scene(box(10, 4).frame({.maxWidth = infinity})), Lines{"fill rectangle 45,28 10x4 white"});
 }
 
 TEST(Padding, IsSixteenWhereNoLengthIsGiven) {
-    EXPECT_EQ(ownSize(box(10, 10).padding()), (Size{42, 42}));
+    EXPECT_EQ(ownSize(box(10, 4).padding()), (Size{42, 36}));
+    EXPECT_EQ(ownSize(box(10, 4).padding(Edge::horizontal)), (Size{42, 4}));
 }
 
 TEST(Padding, AddsToTheEdgesThatItNames) {
-    EXPECT_EQ(ownSize(box(10, 10).padding(Edge::horizontal, 3)), (Size{16, 10}));
-    EXPECT_EQ(ownSize(box(10, 10).padding(Edge::vertical, 3)), (Size{10, 16}));
-    EXPECT_EQ(scene(box(10, 10).padding(Edge::trailing, 8)), "fill rectangle 41,45 10x10 white\n");
+    const auto padded = [](const Edge edges) { return scene(box(10, 4).padding(edges, 8).background(red)); };
+    EXPECT_EQ(padded(Edge::all), (Lines{"fill rectangle 37,20 26x20 255/0/0", "fill rectangle 45,28 10x4 white"}));
+    EXPECT_EQ(padded(Edge::horizontal),
+              (Lines{"fill rectangle 37,28 26x4 255/0/0", "fill rectangle 45,28 10x4 white"}));
+    EXPECT_EQ(padded(Edge::vertical), (Lines{"fill rectangle 45,20 10x20 255/0/0", "fill rectangle 45,28 10x4 white"}));
+    EXPECT_EQ(padded(Edge::trailing), (Lines{"fill rectangle 41,28 18x4 255/0/0", "fill rectangle 41,28 10x4 white"}));
 }
 
 TEST(Padding, IsTakenOffWhatTheContentIsOffered) {
-    EXPECT_EQ(scene(area().padding(10)), "fill rectangle 10,10 80x80 white\n");
+    EXPECT_EQ(scene(area().padding(10)), Lines{"fill rectangle 10,10 80x40 white"});
+    EXPECT_EQ(scene(area().padding(Edge::trailing, 10)), Lines{"fill rectangle 0,0 90x60 white"});
+    EXPECT_EQ(scene(Image::named("Missing").resizable().padding(40)), Lines{"image 40,30 20x0 \"Missing\""});
 }
 
 TEST(ABackground, CoversTheViewAndLiesBehindIt) {
-    EXPECT_EQ(scene(box(10, 10).padding(5).background(Color::black)), "fill rectangle 40,40 20x20 black\n"
-                                                                      "fill rectangle 45,45 10x10 white\n");
+    EXPECT_EQ(scene(box(10, 4).padding(5).background(red)),
+              (Lines{"fill rectangle 40,23 20x14 255/0/0", "fill rectangle 45,28 10x4 white"}));
 }
 
 TEST(ABackground, RunsOnUnderEverySafeAreaEdgeThatTheViewTouches) {
-    const EdgeInsets insets{28, 3, 5, 7};
-    EXPECT_EQ(scene(area(), 100, 100, insets), "fill rectangle -3,-28 110x133 white\n");
-    EXPECT_EQ(scene(area().frame({.height = 100, .alignment = Alignment::leading}).frame({.width = 40}), 40, 100,
-                    {28, 0, 0, 0}),
-              "fill rectangle 0,-28 40x128 white\n");
+    const auto placed = [](const View& view) { return scene(view, {100, 60}, {28, 3, 5, 7}).front(); };
+    EXPECT_EQ(placed(area()), "fill rectangle -3,-28 110x93 white");
+    EXPECT_EQ(placed(area().padding(Edge::trailing, 1)), "fill rectangle -3,-28 102x93 white");
+    EXPECT_EQ(placed(area().padding(Edge::vertical, 1)), "fill rectangle -3,1 110x58 white");
+    EXPECT_EQ(placed(area().padding(Edge::horizontal, 1)), "fill rectangle 1,-28 98x93 white");
+    EXPECT_EQ(placed(box(10, 4)), "fill rectangle 45,28 10x4 white");
 }
 
-TEST(ABackground, DoesNotRunOnWhereTheViewTouchesNoEdge) {
-    EXPECT_EQ(scene(box(10, 10), 100, 100, {28, 3, 5, 7}), "fill rectangle 45,45 10x10 white\n");
-}
-
-TEST(ABackgroundOfAView, IsOfferedTheViewsSizeAndLiesBehindIt) {
-    EXPECT_EQ(scene(box(40, 40).background(Circle{}.stroke(Color::black, 2).padding(2))),
-              "stroke circle 32,32 36x36 black 2\n"
-              "fill rectangle 30,30 40x40 white\n");
+TEST(ABackgroundOfAView, IsOfferedTheViewsSizeAndLiesCenteredBehindIt) {
+    EXPECT_EQ(scene(box(40, 20).background(Circle{}.stroke(red, 3).padding(2))),
+              (Lines{"stroke circle 32,22 36x16 255/0/0 3", "fill rectangle 30,20 40x20 white"}));
+    EXPECT_EQ(scene(box(40, 20).background(box(10, 60, red))).front(), "fill rectangle 45,0 10x60 255/0/0");
 }
 
 TEST(ABorder, IsDrawnOverTheContentInsetByHalfItsWidth) {
-    EXPECT_EQ(scene(box(20, 20).border(Color::gray, 2)), "fill rectangle 40,40 20x20 white\n"
-                                                         "stroke rectangle 41,41 18x18 gray 2\n");
+    EXPECT_EQ(scene(box(20, 12).border(Color::gray, 3)),
+              (Lines{"fill rectangle 40,24 20x12 white", "stroke rectangle 41.5,25.5 17x9 gray 3"}));
+    EXPECT_EQ(scene(box(20, 12).border(red)).back(), "stroke rectangle 40.5,24.5 19x11 255/0/0 1");
 }
 
 TEST(AClip, CutsWhatCameBeforeIt) {
-    EXPECT_EQ(scene(box(20, 10).clipShape(Capsule{}).background(Color::black)), "fill rectangle 40,45 20x10 black\n"
-                                                                                "clip capsule 40,45 20x10\n"
-                                                                                "  fill rectangle 40,45 20x10 white\n");
+    EXPECT_EQ(scene(box(20, 10).clipShape(Capsule{}).background(red)),
+              (Lines{"fill rectangle 40,25 20x10 255/0/0", "clip capsule 40,25 20x10",
+                     "  fill rectangle 40,25 20x10 white"}));
+    EXPECT_EQ(scene(box(20, 10).clipShape(Circle{})).front(), "clip circle 40,25 20x10");
 }
 
-TEST(AMenu, IsAnIndicatorWithItsItems) {
-    const Menu menu{"", {Button{Label{"Remove", "trash"}, [] {}}}};
-    EXPECT_EQ(scene(menu.accessibilityLabel("Actions"), 10, 16), "menu 0,0 10x16 \"Actions\"\n"
-                                                                 "  item \"Remove\" \"trash\"\n"
-                                                                 "  indicator 0,0 10x16 black\n");
+TEST(AMenu, IsAnIndicatorOfItsColorWithItsItems) {
+    const Menu menu{"Title", {Button{Label{"Remove", "trash"}, [] {}}, Button{"Go", [] {}}}};
+    EXPECT_EQ(scene(menu.foregroundColor(red)), (Lines{"menu 45,22 10x16 \"Title\"", "  item \"Remove\" \"trash\"",
+                                                       "  item \"Go\" \"\"", "  indicator 45,22 10x16 255/0/0"}));
+    EXPECT_EQ(scene(menu.accessibilityLabel("Actions")).front(), "menu 45,22 10x16 \"Actions\"");
 }
 
 TEST(AButton, IsNamedByItsTitleUnlessALabelDoes) {
-    EXPECT_EQ(scene(Button{"Go", [] {}}, 11.7, 16.25), "button 0,0 11.7x16.25 \"Go\"\n"
-                                                       "  text 0,0 11.7x16.25 body black \"Go\"\n");
-    EXPECT_EQ(scene(Button{"Go", [] {}}.accessibilityLabel("Go on"), 11.7, 16.25),
-              "button 0,0 11.7x16.25 \"Go on\"\n"
-              "  text 0,0 11.7x16.25 body black \"Go\"\n");
+    EXPECT_EQ(scene(Button{"Go", [] {}}, {11.7, 16.25}),
+              (Lines{"button 0,0 11.7x16.25 \"Go\"", "  text 0,0 11.7x16.25 body black \"Go\""}));
+    EXPECT_EQ(scene(Button{"Go", [] {}}.accessibilityLabel("Go on"), {11.7, 16.25}),
+              (Lines{"button 0,0 11.7x16.25 \"Go on\"", "  text 0,0 11.7x16.25 body black \"Go\""}));
 }
 
-TEST(AControlBehindAnother, HasAPlaceOfItsOwn) {
+struct WithSymbol {
+    View makeBody(const ButtonStyleConfiguration& button) const {
+        const View symbol = Image::system("star").resizable().frame({.width = 6, .height = 4});
+        return HStack{VerticalAlignment::center, symbol, button.label};
+    }
+};
+
+TEST(AButton, LooksAsTheInnermostStyleSaysAndKeepsItsNameForItself) {
+    const View button = Button{"Go", [] {}}.buttonStyle(WithSymbol{}).accessibilityLabel("Go on");
+    EXPECT_EQ(scene(button.buttonStyle([](const ButtonStyleConfiguration& other) { return other.label; })),
+              (Lines{"button 37.15,21.875 25.7x16.25 \"Go on\"", "  image 37.15,28 6x4 system black \"star\"",
+                     "  text 51.15,21.875 11.7x16.25 body black \"Go\""}));
+}
+
+std::string placesIn(const Scene& scene) {
+    std::ostringstream text;
+    for (const Control* control : controlsOf(scene)) {
+        for (const std::uint32_t step : control->place.steps)
+            text << step << ' ';
+        text << "row " << control->place.rowLength << '\n';
+    }
+    return text.str();
+}
+
+TEST(APlace, IsTheWayToAControlAndToTheRowThatHoldsIt) {
+    const View button = Button{"Go", [] {}};
+    const auto row = [&](const std::size_t) { return Group{button, HStack{VerticalAlignment::center, button}}; };
+    const View screen = VStack{HorizontalAlignment::center, button, Group{ForEach{2, row}}.padding(), button};
+    EXPECT_EQ(placesIn(layout(screen, std::nullopt, fake::FixedMetrics{})), "0 row 0\n"
+                                                                            "1 0 0 0 0 0 row 5\n"
+                                                                            "1 0 0 0 0 1 0 row 5\n"
+                                                                            "1 0 0 0 1 0 row 5\n"
+                                                                            "1 0 0 0 1 1 0 row 5\n"
+                                                                            "2 row 0\n");
+}
+
+TEST(AControlBehindAnother, HasAPlaceOfItsOwnAndIsReadFirst) {
     const View button = Button{"Go", [] {}};
     const View row = HStack{VerticalAlignment::center, button, button};
-    const fake::FixedMetrics metrics;
-    const Scene laidOut = layout(row.background(row).background(button), std::nullopt, metrics);
-    std::set<std::vector<std::uint32_t>> places;
+    const Scene laidOut = layout(row.background(button).background(row), std::nullopt, fake::FixedMetrics{});
+    std::vector<std::vector<std::uint32_t>> places;
     for (const Control* control : controlsOf(laidOut))
-        places.insert(control->place.steps);
-    EXPECT_EQ(places.size(), 5u);
+        places.push_back(control->place.steps);
+    EXPECT_EQ(std::set(places.begin(), places.end()).size(), 5u);
+    EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
+}
+
+TEST(AScene, PrefersTheColorsOfItsViewAndElseNone) {
+    const fake::FixedMetrics metrics;
+    EXPECT_EQ(layout(area(), std::nullopt, metrics).preferredColorScheme, std::nullopt);
+    const View light = box(10, 4).preferredColorScheme(ColorScheme::light).padding();
+    EXPECT_EQ(layout(light, std::nullopt, metrics).preferredColorScheme, ColorScheme::light);
+    EXPECT_EQ(scene(light), scene(box(10, 4).padding()));
+}
+
+TEST(TwoScenes, AreEqualWhereNothingDiffersButTheirActions) {
+    const Control go{{0, 0, 20, 10}, {{1}, 1}, "Go", PushButton{{[] {}}}, {{Fill{}}}};
+    const auto sceneWith = [](const Control& control) { return Scene{{}, {}, {{Clip{{}, {}, {{control}}}}}}; };
+    const auto changed = [&](const auto& change) {
+        Control control = go;
+        change(control);
+        return sceneWith(control);
+    };
+    EXPECT_EQ(changed([](Control& control) { control.kind = PushButton{}; }), sceneWith(go));
+    EXPECT_NE(changed([](Control& control) { control.kind = PullDownMenu{}; }), sceneWith(go));
+    EXPECT_NE(changed([](Control& control) { control.rect.height = 11; }), sceneWith(go));
+    EXPECT_NE(changed([](Control& control) { control.place.steps = {2}; }), sceneWith(go));
+    EXPECT_NE(changed([](Control& control) { control.place.rowLength = 0; }), sceneWith(go));
+    EXPECT_NE(changed([](Control& control) { control.accessibleName = "Stop"; }), sceneWith(go));
+    EXPECT_NE(changed([](Control& control) { control.content.clear(); }), sceneWith(go));
+    EXPECT_NE((Clip{{}, ShapeKind::circle, {}}), (Clip{{}, ShapeKind::capsule, {}}));
+    EXPECT_NE((Clip{{1, 2, 3, 4}, {}, {}}), (Clip{{}, {}, {}}));
 }
 
 TEST(TheCostOfALayout, GrowsWithTheNumberOfNodesNotWithTheirDepth) {
     const auto measurements = [](const int depth) {
-        View view = Text::verbatim(ten);
+        View view = line(ten);
         for (int level = 0; level < depth; ++level)
             view = VStack{HorizontalAlignment::center, HStack{VerticalAlignment::center, view, Spacer{}}, Spacer{}};
         const fake::FixedMetrics metrics;

@@ -146,18 +146,13 @@ TEST(ARebuild, ReplacesTheHandlersAlsoWhereNothingVisibleChanged) {
     EXPECT_EQ(pressed, "second");
 }
 
-TEST(TextSizes, AreRememberedAcrossLayouts) {
+TEST(TextSizes, AreRememberedByTextStyleAndWeight) {
     const fake::FixedMetrics metrics;
     const RememberedMetrics remembered{metrics};
-    const Size size = remembered.textSize("text", Font::body);
-    EXPECT_EQ(remembered.textSize("text", Font::body), size);
-    EXPECT_EQ(metrics.textMeasurements, 1);
-}
-
-TEST(TextSizes, AreToldApartByFont) {
-    const fake::FixedMetrics metrics;
-    const RememberedMetrics remembered{metrics};
-    EXPECT_NE(remembered.textSize("text", Font::body), remembered.textSize("text", Font::title3));
+    const Font semibold{TextStyle::body, FontWeight::semibold};
+    for (const Font font : {Font::body, Font::title3, semibold, Font::body, Font::title3, semibold})
+        EXPECT_EQ(remembered.textSize("text", font), metrics.textSize("text", font));
+    EXPECT_EQ(metrics.textMeasurements, 3 + 6) << "six of them for the comparison alone";
 }
 
 TEST(TextSizes, AreForgottenBeforeTheyAreTooMany) {
@@ -165,8 +160,16 @@ TEST(TextSizes, AreForgottenBeforeTheyAreTooMany) {
     const RememberedMetrics remembered{metrics};
     for (int i = 0; i < 1000; ++i)
         remembered.textSize(std::to_string(i), Font::body);
+    remembered.textSize("999", Font::body);
+    EXPECT_EQ(metrics.textMeasurements, 1000);
     remembered.textSize("0", Font::body);
     EXPECT_EQ(metrics.textMeasurements, 1001);
+}
+
+TEST(SizesOfImages, AreThoseOfTheWindow) {
+    fake::FixedMetrics metrics;
+    metrics.images["Ethernet"] = {24, 16};
+    EXPECT_EQ(RememberedMetrics{metrics}.imageSize({"Ethernet"}), (Size{24, 16}));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "platform/ui/StackLayout.h"
+#include "platform/ui/Stacks.h"
 
 #include "platform/ui/Geometry.h"
 
@@ -20,7 +20,7 @@ StackItem flexible(const double least, const double most) {
 }
 
 StackItem spacer() {
-    return {8, nullptr};
+    return {8, [](const std::optional<double> offered) { return std::max(8.0, offered.value_or(0)); }};
 }
 
 TEST(AStack, SharesItsLengthEquallyAmongTheFlexible) {
