@@ -9,7 +9,7 @@ import cpp
 import tree
 
 MOST_LINES_OF_A_FILE = 500
-MOST_LINES_OF_A_FUNCTION = 40
+MOST_LINES_OF_A_FUNCTION = 30
 
 SYSTEM = re.compile(
     r"^[ \t]*#[ \t]*(?:el)?if(?:n?def)?\b.*(?:__APPLE__|__linux__|__linux|__unix__|_WIN32|_WIN64|__MACH__|TARGET_OS_|Q_OS_)",
