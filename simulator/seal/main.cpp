@@ -10,6 +10,8 @@
 
 namespace {
 
+using simulator::PropertyList;
+
 constexpr int badUsage = 2;
 constexpr int failed = 1;
 
@@ -19,30 +21,26 @@ int complain(int code, const QString& problem) {
 }
 
 /// "key" is true; "key=value" is a list of every value that is given for the key.
-simulator::PropertyList::Dictionary entitlementsFrom(const QStringList& arguments) {
-    std::map<std::string, simulator::PropertyList::Array> lists;
-    simulator::PropertyList::Dictionary entitlements;
+PropertyList::Dictionary entitlementsFrom(const QStringList& arguments) {
+    std::map<std::string, PropertyList::Array> lists;
+    PropertyList::Dictionary entitlements;
     for (const QString& argument : arguments) {
-        const qsizetype equals = argument.indexOf('=');
-        if (equals < 0) {
-            entitlements[argument.toStdString()] = true;
-        } else {
-            lists[argument.left(equals).toStdString()].push_back(argument.mid(equals + 1).toStdString());
-        }
+        const std::string key = argument.section('=', 0, 0).toStdString();
+        if (argument.contains('=')) lists[key].push_back(argument.section('=', 1).toStdString());
+        entitlements[key] = lists.count(key) == 0 ? PropertyList{true} : PropertyList{lists[key]};
     }
-    for (const auto& [key, values] : lists)
-        entitlements[key] = values;
     return entitlements;
 }
 
-int sealBundle(const QString& bundle, const QString& team, const QStringList& entitlements) {
-    const QString contents = QString::fromStdString(simulator::contentsOf(bundle.toStdString()));
-    if (!QFileInfo{contents + "/Info.plist"}.isFile()) return complain(failed, bundle + ": not a bundle");
-    auto files = simulator::digestsOf(bundle.toStdString());
-    if (!files) return complain(failed, bundle + ": a file cannot be read");
-    const simulator::Seal seal{team.toStdString(), entitlementsFrom(entitlements), std::move(*files)};
-    const std::string problem = simulator::writeSeal(bundle.toStdString(), seal);
-    return problem.empty() ? 0 : complain(failed, bundle + ": " + QString::fromStdString(problem));
+int sealBundle(const QString& path, const QString& team, const QStringList& entitlements) {
+    const std::string bundle = path.toStdString();
+    const QString info = QString::fromStdString(simulator::contentsOf(bundle) + "/Info.plist");
+    if (!QFileInfo{info}.isFile()) return complain(failed, path + ": not a bundle");
+    const auto files = simulator::digestsOf(bundle);
+    if (!files) return complain(failed, path + ": a file cannot be read");
+    const simulator::Seal seal{team.toStdString(), entitlementsFrom(entitlements), *files};
+    const std::string problem = simulator::writeSeal(bundle, seal);
+    return problem.empty() ? 0 : complain(failed, path + ": " + QString::fromStdString(problem));
 }
 
 } // namespace
@@ -50,15 +48,15 @@ int sealBundle(const QString& bundle, const QString& team, const QStringList& en
 int main(int argc, char** argv) {
     const QCoreApplication application{argc, argv};
     QCommandLineParser parser;
-    const QCommandLineOption team{"team", "Whose bundle it is.", "team"};
-    const QCommandLineOption entitlement{"entitlement", "What it may do; may be given several times.", "key[=value]"};
     parser.setApplicationDescription("Seals a bundle for the simulator.");
     parser.addHelpOption();
-    parser.addOptions({team, entitlement});
+    parser.addOptions({{"team", "Whose bundle it is.", "team"},
+                       {"entitlement", "What it may do; may be given several times.", "key[=value]"}});
     parser.addPositionalArgument("bundle", "The bundle's folder.");
     parser.process(application);
-    if (parser.positionalArguments().size() != 1 || !parser.isSet(team)) {
+    const QStringList bundles = parser.positionalArguments();
+    if (bundles.size() != 1 || !parser.isSet("team")) {
         return complain(badUsage, "usage: seal BUNDLE --team TEAM [--entitlement KEY[=VALUE]]...");
     }
-    return sealBundle(parser.positionalArguments().first(), parser.value(team), parser.values(entitlement));
+    return sealBundle(bundles.first(), parser.value("team"), parser.values("entitlement"));
 }
