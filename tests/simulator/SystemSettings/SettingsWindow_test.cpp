@@ -305,8 +305,7 @@ TEST_F(SystemSettings, CutsNothingOffHoweverNarrowItIsMade) {
 TEST_F(SystemSettings, CutsNoControlOffHoweverLongAVersionIs) {
     const QString version(400, u'1');
     open({copyIn("waiting", camera, "2.1", version)});
-    handleEvents(); // so that everything has its place
-    EXPECT_FALSE(reachesBeyond("Allow Camera"));
+    EXPECT_LT(labelWith(version).minimumSizeHint().width(), 100); // it gives way
     EXPECT_TRUE(says("2.1/" + version));
 }
 
@@ -351,12 +350,12 @@ TEST_F(SystemSettings, SendsKeyboardFocusNowhereElseOnItsWay) {
     const auto connection = QObject::connect(qApp, &QApplication::focusChanged, [&] { way += focused(); });
     control().showRequests({question(network)});
     ASSERT_TRUE(untilShown("Authorize Network"));
-    control().show(copies("enabled", "uninstalling"));
+    control().show(copies("disabled", "enabled"));
     control().showRequests({});
     ASSERT_TRUE(until([this] { return !shows("Authorize Network"); }));
     QObject::disconnect(connection);
     EXPECT_TRUE(named("Restart")->isEnabled());
-    EXPECT_EQ(way, (QStringList{"Authorize Network", "Enable Camera"}));
+    EXPECT_EQ(way, (QStringList{"Authorize Network", "Enable Network"}));
 }
 
 /// The conditions of the camera and of the network driver.
