@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// A colour of the sRGB space. Components outside 0 to 1 become the nearest that can be shown.
+/// A color of the sRGB space. Components outside 0 to 1 become the nearest that can be shown.
 NSColor* toNSColor(const ui::Color& color);
 /// The system's font of that text style.
 NSFont* toNSFont(ui::Font font);

@@ -9,8 +9,8 @@ namespace platform {
 
 class ImageStore;
 
-/// A titled window as large as its scene, which nobody can resize, in light colours. The scene runs on under the title
-/// bar.
+/// A titled window as large as its scene, which nobody can resize, in the color scheme that the scene prefers. The
+/// scene runs on under the title bar.
 class MainWindow {
 public:
     /// `images` outlives this.

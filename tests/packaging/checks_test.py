@@ -10,6 +10,7 @@ from support import BASE, CAMERA, NETWORK
 
 checker = support.load("check-extensions")
 profile_checker = support.load("check-profile")
+OF_ANOTHER_TEAM = f"of team OTHER12345, but the application and all it carries of {support.TEAM}"
 NOW = datetime.datetime(2030, 6, 1)
 
 
@@ -26,14 +27,16 @@ class WithExtensions(support.WithFolder):
     def info_file(self, name):
         return support.contents(self.folder / name) / "Info.plist"
 
-    def assert_found(self, *lines):
-        self.assertEqual(self.found(), list(lines))
+    def assert_found(self, *lines, **arguments):
+        """Each line is what is found wrong: the file, below the folder unless it is a path of its own, and the rule."""
+        expected = [f"{self.folder / file}: {rule}" for file, rule in lines]
+        self.assertEqual(self.found(**arguments), expected)
 
 
 class TheFolderOfExtensions(WithExtensions):
     def test_has_to_be_there(self):
         self.folder = self.folder / "nowhere"
-        self.assert_found(f"{self.folder}: is no folder, and has to hold the extensions")
+        self.assert_found(("", "is no folder, and has to hold the extensions"))
 
     def test_is_fine_with_the_three_in_it_and_any_other_file(self):
         (self.folder / "README.md").touch()
@@ -42,19 +45,20 @@ class TheFolderOfExtensions(WithExtensions):
     def test_is_told_each_bundle_that_is_missing_in_a_line_of_its_own(self):
         for name in (BASE, NETWORK):
             shutil.rmtree(self.folder / name)
-        self.assert_found(f"{self.folder / BASE}: is missing", f"{self.folder / NETWORK}: is missing")
+        self.assert_found((BASE, "is missing"), (NETWORK, "is missing"))
 
     def test_is_told_the_name_of_a_misnamed_bundle_and_not_that_it_is_missing(self):
-        for name, wrong in ((CAMERA, "Camera.systemextension"), (BASE, "com.kelvra.driverkit.base.systemextension")):
+        suffix = "com.kelvra.driverkit.base.systemextension"
+        for name, wrong in ((CAMERA, "Camera.systemextension"), (BASE, suffix)):
             with self.subTest(wrong):
                 (self.folder / name).rename(self.folder / wrong)
-                self.assert_found(f"{self.folder / wrong}: has to be named {name}, after its CFBundleIdentifier")
+                self.assert_found((wrong, f"has to be named {name}, after its CFBundleIdentifier"))
                 (self.folder / wrong).rename(self.folder / name)
 
     def test_may_not_hold_an_extension_that_the_application_does_not_manage(self):
         other = "com.kelvra.other.dext"
         support.make(self.folder, other)
-        self.assert_found(f"{self.folder / other}: is none of the extensions that the application manages")
+        self.assert_found((other, "is none of the extensions that the application manages"))
 
     def test_is_named_as_the_model_names_its_records(self):
         model = (support.ROOT / "model" / "SysExtInfo.h").read_text()
@@ -69,7 +73,7 @@ class AnInfoPlist(WithExtensions):
             for key in set(support.info(name)) - {"CMIOExtension"}:
                 with self.subTest(name=name, key=key):
                     support.change(self.folder / name, key)
-                    self.assert_found(f"{self.info_file(name)}: {key} is missing")
+                    self.assert_found((self.info_file(name), f"{key} is missing"))
             support.change(self.folder / name)
 
     def test_of_a_camera_has_to_name_its_service(self):
@@ -83,15 +87,15 @@ class AnInfoPlist(WithExtensions):
     def test_of_another_extension_than_a_driver_has_no_use_for_the_description_of_a_driver(self):
         description = {"OSBundleUsageDescription": "Shows the camera."}
         support.change(self.folder / CAMERA, "NSSystemExtensionUsageDescription", **description)
-        self.assert_found(f"{self.info_file(CAMERA)}: NSSystemExtensionUsageDescription is missing")
+        self.assert_found((self.info_file(CAMERA), "NSSystemExtensionUsageDescription is missing"))
 
     def test_has_to_be_a_property_list(self):
         for text in ("", "nonsense", "<plist><dict><date>x</date></dict></plist>", "<plist><string>x</string></plist>"):
             with self.subTest(text=text):
                 self.info_file(BASE).write_text(text)
-                self.assert_found(f"{self.info_file(BASE)}: is not a property list of keys and values")
+                self.assert_found((self.info_file(BASE), "is not a property list of keys and values"))
         self.info_file(BASE).unlink()
-        self.assert_found(f"{self.info_file(BASE)}: is not a property list of keys and values")
+        self.assert_found((self.info_file(BASE), "is not a property list of keys and values"))
 
     def test_may_be_binary(self):
         self.info_file(BASE).write_bytes(plistlib.dumps(support.info(BASE), fmt=plistlib.FMT_BINARY))
@@ -110,19 +114,19 @@ class AnInfoPlist(WithExtensions):
         ):
             with self.subTest(key=key, value=value):
                 support.change(self.folder / BASE, **{key: value})
-                self.assert_found(f"{self.info_file(BASE)}: {key} {problem}")
+                self.assert_found((self.info_file(BASE), f"{key} {problem}"))
 
 
 class ATeam(WithExtensions):
     def test_is_read_from_the_profile_in_the_bundle(self):
         support.give_profile(self.folder / CAMERA, "OTHER12345")
-        problem = f"its profile is of team OTHER12345, but the application and all it carries of {support.TEAM}"
-        self.assert_found(f"{self.folder / CAMERA}: {problem}")
+        problem = f"its profile is {OF_ANOTHER_TEAM}"
+        self.assert_found((CAMERA, problem))
 
     def test_is_that_of_the_first_bundle_where_none_is_given(self):
         support.give_profile(self.folder / NETWORK, "OTHER12345")
-        problem = f"its profile is of team OTHER12345, but the application and all it carries of {support.TEAM}"
-        self.assertEqual(self.found(team=None), [f"{self.folder / NETWORK}: {problem}"])
+        problem = f"its profile is {OF_ANOTHER_TEAM}"
+        self.assert_found((NETWORK, problem), team=None)
 
     def test_is_read_from_the_signature_where_there_is_a_tool_for_that(self):
         tool = self.entitlements / "codesign"
@@ -130,8 +134,8 @@ class ATeam(WithExtensions):
         tool.write_text('#!/bin/sh\ncase $3 in *base.dext) echo TeamIdentifier=OTHER12345 >&2 ;; esac\n')
         tool.chmod(0o755)
         with unittest.mock.patch.dict(os.environ, PATH=f"{tool.parent}:{os.environ['PATH']}"):
-            problem = f"its signature is of team OTHER12345, but the application and all it carries of {support.TEAM}"
-            self.assert_found(f"{self.folder / BASE}: {problem}")
+            problem = f"its signature is {OF_ANOTHER_TEAM}"
+            self.assert_found((BASE, problem))
 
     def test_that_cannot_be_read_is_not_held_against_the_bundle(self):
         (support.contents(self.folder / BASE) / "embedded.provisionprofile").write_bytes(b"nothing of the kind")
@@ -140,40 +144,41 @@ class ATeam(WithExtensions):
 
 
 class AnEntitlement(WithExtensions):
-    def found_with(self, changes):
+    def assert_entitled(self, *lines, **changes):
         support.write_entitlements(self.entitlements, changes)
-        return self.found(entitlements=self.entitlements)
+        self.assert_found(*lines, entitlements=self.entitlements)
 
     def test_that_is_as_it_has_to_be_is_fine(self):
-        self.assertEqual(self.found_with({}), [])
+        self.assert_entitled()
 
     def test_has_to_be_there(self):
         support.write_entitlements(self.entitlements)
         (self.entitlements / "com.kelvra.driverkit.base.entitlements").unlink()
         problem = "has no entitlements; its own build has to sign it with them"
-        self.assertEqual(self.found(entitlements=self.entitlements), [f"{self.folder / BASE}: {problem}"])
+        self.assert_found((BASE, problem), entitlements=self.entitlements)
 
     def test_may_not_let_anyone_debug_what_ships(self):
         debugged = {**support.ENTITLEMENTS[CAMERA], "com.apple.security.get-task-allow": True}
         problem = "may be debugged, com.apple.security.get-task-allow; nothing that ships may"
-        self.assertEqual(self.found_with({CAMERA: debugged}), [f"{self.folder / CAMERA}: {problem}"])
+        self.assert_entitled((CAMERA, problem), **{CAMERA: debugged})
 
     def test_of_a_driver_has_to_let_it_be_one(self):
         problem = "lacks the entitlement com.apple.developer.driverkit"
-        self.assertEqual(self.found_with({NETWORK: {}}), [f"{self.folder / NETWORK}: {problem}"])
+        self.assert_entitled((NETWORK, problem), **{NETWORK: {}})
 
     def test_of_another_team_is_refused(self):
         other = {**support.ENTITLEMENTS[BASE], "com.apple.developer.team-identifier": "OTHER12345"}
-        problem = f"its entitlements are of team OTHER12345, but the application and all it carries of {support.TEAM}"
-        self.assertEqual(self.found_with({BASE: other}), [f"{self.folder / BASE}: {problem}"])
+        problem = f"its entitlements are {OF_ANOTHER_TEAM}"
+        self.assert_entitled((BASE, problem), **{BASE: other})
 
     def test_has_to_hold_a_group_that_the_name_of_the_camera_service_begins_with_up_to_a_dot(self):
         service = f"{support.TEAM}.com.kelvra.ip-camera.service"
         groups = "com.apple.security.application-groups"
-        problem = f"CMIOExtensionMachServiceName {service} has to begin with one of {groups} and a dot"
-        for held in ([], [f"{support.TEAM}.com.kelvra.ip-cam"], [f"{service}"]):
+        rule = f"{service} has to begin with one of {groups} and a dot"
+        problem = (self.info_file(CAMERA), f"CMIOExtensionMachServiceName {rule}")
+        for held in ([], [f"{support.TEAM}.com.kelvra.ip-cam"], [service]):
             with self.subTest(held=held):
-                self.assertEqual(self.found_with({CAMERA: {groups: held}}), [f"{self.info_file(CAMERA)}: {problem}"])
+                self.assert_entitled(problem, **{CAMERA: {groups: held}})
 
 
 class TheScript(WithExtensions):

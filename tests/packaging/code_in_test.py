@@ -90,8 +90,6 @@ class TheMainExecutable(AnExtension):
     def test_of_the_extension_is_signed_with_it(self):
         self.write(f"Contents/MacOS/{self.camera.stem}")
         self.assertEqual(self.found(), [])
-
-    def test_of_a_driver_is_signed_with_it(self):
         (self.driver / self.driver.stem).write_bytes(THIN)
         self.assertEqual(code_in.code_in(self.driver), [])
 
@@ -125,16 +123,9 @@ class TheCommand(AnExtension):
         answer = self.run_with(self.camera)
         self.assertEqual((answer.returncode, answer.stdout, answer.stderr), (0, expected, ""))
 
-    def test_prints_nothing_of_what_is_not_there(self):
-        answer = self.run_with(self.camera / "none")
-        self.assertEqual((answer.returncode, answer.stdout, answer.stderr), (0, "", ""))
-
     def test_stops_at_a_file_that_it_cannot_read(self):
         broken = PermissionError(13, "Permission denied", "the/file")
         with unittest.mock.patch.object(code_in, "is_mach_o", side_effect=broken):
             with unittest.mock.patch("sys.argv", ["code-in", str(self.camera)]):
                 with self.assertRaisesRegex(SystemExit, "^the/file: cannot be read: Permission denied$"):
                     code_in.main()
-
-    def test_wants_a_bundle(self):
-        self.assertEqual(self.run_with().returncode, 2)

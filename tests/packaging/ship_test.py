@@ -14,7 +14,7 @@ IMAGE = "build/shipped/Driver Manager 2.1 (2105).dmg"
 READS_A_SIGNATURE = "codesign --display --verbose=2 "  # check-extensions does
 
 # What the camera carries, the innermost first.
-LIBRARY = "Contents/Frameworks/Codec.framework/Versions/A/Libraries/table of colours.dylib"
+LIBRARY = "Contents/Frameworks/Codec.framework/Versions/A/Libraries/table of colors.dylib"
 SERVE = "Contents/XPCServices/Codec.xpc/Contents/MacOS/serve"
 CODE = (LIBRARY, "Contents/Frameworks/Codec.framework", "Contents/Helpers/a tool", "Contents/XPCServices/Codec.xpc")
 
@@ -157,28 +157,24 @@ class Shipping(WithBuild):
 
     def test_notarises_and_staples_the_application_before_it_is_put_on_the_image_and_then_the_image(self):
         steps = [command[:3] + command[-1:] for command in self.commands if command[0] in ("xcrun", "hdiutil")]
-        submitted = ["xcrun", "notarytool", "submit", "json"]
-        expected = [submitted]
-        expected += [["xcrun", "stapler", "staple", STAGED], ["xcrun", "stapler", "validate", STAGED]]
-        expected += [["hdiutil", "create", "-volname", UNFINISHED], submitted]
-        expected += [["xcrun", "stapler", "staple", UNFINISHED], ["xcrun", "stapler", "validate", UNFINISHED]]
-        self.assertEqual(steps, expected)
+        notarized = [["xcrun", "notarytool", "submit", "json"]]
+        stapled = [["xcrun", "stapler", "staple"], ["xcrun", "stapler", "validate"]]
+        application = notarized + [[*command, STAGED] for command in stapled]
+        image = notarized + [[*command, UNFINISHED] for command in stapled]
+        created = [["hdiutil", "create", "-volname", UNFINISHED]]
+        self.assertEqual(steps, application + created + image)
 
-    def test_puts_the_application_on_the_image_beside_the_folder_that_it_has_to_go_to(self):
+    def test_makes_an_image_of_the_application_beside_the_folder_that_it_has_to_go_to(self):
         image = self.made.place / "build/shipped/staging/image"
-        self.assertEqual({file.name for file in image.iterdir()}, {"Driver Manager.app", "Applications"})
+        self.assertEqual(sorted(os.listdir(image)), ["Applications", "Driver Manager.app"])
         self.assertEqual(os.readlink(image / "Applications"), "/Applications")
-
-    def test_says_last_where_the_image_is(self):
         self.assertEqual(self.answer.stdout.splitlines()[-1], IMAGE)
         self.assertEqual(self.made.images(), [self.made.place / IMAGE])
 
-    def test_shows_whatever_it_runs(self):
+    def test_shows_whatever_it_runs_and_leaves_the_build_as_it_was(self):
         shown = {" ".join(command) for command in self.commands}
         ran = [call for call in self.made.calls() if not call.startswith(READS_A_SIGNATURE)]
         self.assertEqual([call for call in ran if call not in shown], [])
-
-    def test_leaves_the_build_as_it_was(self):
         self.assertEqual(sorted(self.made.app.rglob("*")), self.before)
 
     def test_is_shown_exactly_by_a_dry_run_which_changes_nothing_and_runs_only_what_reads(self):

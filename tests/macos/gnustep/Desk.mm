@@ -67,9 +67,9 @@ void takeSteps() {
     }
 }
 
-enum Signal { wakeUp, runBody };
-
-void post(const Signal signal) {
+/// Ends the wait for an event, so that whoever waits looks again.
+void wake() {
+    takeSteps();
     [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined
                                         location:NSZeroPoint
                                    modifierFlags:0
@@ -77,15 +77,9 @@ void post(const Signal signal) {
                                     windowNumber:0
                                          context:nil
                                          subtype:0
-                                           data1:signal
+                                           data1:0
                                            data2:0]
              atStart:NO];
-}
-
-/// Ends the wait for an event, so that whoever waits looks again.
-void wake() {
-    takeSteps();
-    post(wakeUp);
 }
 
 NSWindow* window() {
@@ -152,7 +146,7 @@ platform::ui::Rect placeOf(const id element) {
 
 } // namespace
 
-/// Runs the body of a test as the handling of an event, and its steps before each wait while something is tracked.
+/// Runs the body of a test after the handling of an event, and its steps before each wait while something is tracked.
 @interface TestApplication : NSApplication {
 @public
     Body body_;
@@ -181,12 +175,11 @@ platform::ui::Rect placeOf(const id element) {
     [super setMainMenu:menu];
 }
 
+// The body begins with the first event, whichever it is: while it comes to the front an application may drop one.
 - (void)sendEvent:(NSEvent*)event {
-    if ([event type] == NSApplicationDefined && [event data1] == runBody)
-        std::exchange(body_, nullptr)();
-    else
-        [super sendEvent:event];
+    [super sendEvent:event];
     if ([event type] == NSLeftMouseUp) ++releases_;
+    if (const auto body = std::exchange(body_, nullptr)) body();
 }
 
 - (NSEvent*)nextEventMatchingMask:(NSUInteger)mask untilDate:(NSDate*)end inMode:(NSString*)mode dequeue:(BOOL)dequeue {
@@ -253,7 +246,7 @@ int runWith(Body body, const Desk::Application& application) {
     standin::whenWorkIsDone(wake);
     static_cast<TestApplication*>(NSApp)->body_ = std::move(body);
     @autoreleasepool {
-        post(runBody);
+        wake();
     }
     const int status = application();
     standin::whenWorkIsDone(nullptr);

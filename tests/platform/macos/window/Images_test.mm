@@ -79,7 +79,7 @@ double difference(const std::vector<double>& a, const std::vector<double>& b) {
     return total / sum(a);
 }
 
-TEST(ASymbol, IsAsSharpInAColourAsItIsByItself) {
+TEST(ASymbol, IsAsSharpInAColorAsItIsByItself) {
     @autoreleasepool {
         [NSApplication sharedApplication];
         const ImageStore images{IMAGES};
