@@ -121,9 +121,9 @@ void lay(Pixel& pixel, const ui::Color& color, const Coverage& coverage) {
         contrast = std::max(contrast, std::abs(eightBit(component) - under));
         under += share * (eightBit(component) - under);
     };
-    mix(pixel.colour.red, color.red);
-    mix(pixel.colour.green, color.green);
-    mix(pixel.colour.blue, color.blue);
+    mix(pixel.color.red, color.red);
+    mix(pixel.color.green, color.green);
+    mix(pixel.color.blue, color.blue);
     pixel.leeway *= 1 - share;
     if (coverage.isOnRoundEdge) pixel.leeway += leewayOfEdges * contrast * color.opacity;
 }
@@ -148,8 +148,8 @@ private:
     void paint(const ui::Clip& clip) {
         Pixel content = pixel_;
         Painter{content, middle_}.paint(clip.content);
-        const Channels& colour = content.colour;
-        const ui::Color seen{colour.red / 255, colour.green / 255, colour.blue / 255, 1};
+        const Channels& color = content.color;
+        const ui::Color seen{color.red / 255, color.green / 255, color.blue / 255, 1};
         lay(pixel_, seen, within(clip.shape, clip.rect, middle_));
     }
 
@@ -157,17 +157,16 @@ private:
     ui::Point middle_;
 };
 
-std::string written(const Channels& colour) {
+std::string written(const Channels& color) {
     std::ostringstream text;
-    text << colour.red << '/' << colour.green << '/' << colour.blue;
+    text << color.red << '/' << color.green << '/' << color.blue;
     return text.str();
 }
 
 bool isNear(const Channels& seen, const Pixel& pixel) {
     constexpr double rounding = 0.5001;
     const auto near = [&](const double a, const double b) { return std::abs(a - b) <= pixel.leeway + rounding; };
-    return near(seen.red, pixel.colour.red) && near(seen.green, pixel.colour.green) &&
-           near(seen.blue, pixel.colour.blue);
+    return near(seen.red, pixel.color.red) && near(seen.green, pixel.color.green) && near(seen.blue, pixel.color.blue);
 }
 
 void collect(const std::vector<ui::SceneNode>& nodes, std::vector<ui::Rect>& found) {
@@ -220,7 +219,7 @@ std::vector<std::string> PlainPicture::differences(const Seen& seen, const std::
             if (isLeftOut || isNear(seen(x, y), at(x, y))) continue;
             std::ostringstream text;
             text << x - safeArea_.leading << ',' << y - safeArea_.top << " is " << written(seen(x, y)) << " and not "
-                 << written(at(x, y).colour) << ", give or take " << at(x, y).leeway;
+                 << written(at(x, y).color) << ", give or take " << at(x, y).leeway;
             found.push_back(text.str());
         }
     }

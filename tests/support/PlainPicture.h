@@ -31,7 +31,7 @@ public:
     std::vector<std::string> differences(const Seen& seen, const std::vector<ui::Rect>& leftOut = {}) const;
 
     struct Pixel {
-        Channels colour;
+        Channels color;
         /// How far a channel may be off.
         double leeway = 0;
     };
