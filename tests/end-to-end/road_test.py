@@ -2,7 +2,7 @@ import os
 import signal
 import unittest
 
-from application import ALL_SET, AWAITING, NOT_INSTALLED, NOTHING_INSTALLED
+from application import ALL_SET, AWAITING, NOT_INSTALLED, NOTHING_INSTALLED, TITLE, executable
 from bus import SERVICE
 from case import CAMERA, NETWORK, MacTest
 
@@ -76,6 +76,17 @@ class TheMenu(MacTest):
         self.mac.does("restart")
         application.wait_for_end()
         self.expect_new_look(NOTHING_INSTALLED, NOT_INSTALLED, "Enabled")
+
+
+class StandardOutput(MacTest):
+    def test_may_take_nothing_and_the_window_shows_what_there_is(self):
+        self.mac.does("install", CAMERA, "2.1", "2105")
+        for output in (">&-", ">/dev/full"):
+            application = self.open_application(["sh", "-c", f'exec "$0" {output}', executable()])
+            application.wait_for_state("Camera Driver", "Enabled")
+            self.desktop.display.close_window(TITLE)
+            self.assertEqual(0, application.wait_for_end())
+            self.assertEqual([], application.errors)
 
 
 class AServiceThatDies(MacTest):
