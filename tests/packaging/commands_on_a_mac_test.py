@@ -86,11 +86,11 @@ class TheTestCommand(OnAMac):
         self.assertRegex(self.calls()[3], rf"^ctest --preset dev --parallel {self.processors()} .* -R Banner$")
 
     def test_checks_all_that_there_is_to_check_on_a_mac(self):
-        for preset in ("dev", "core", "asan"):
+        for preset in ("dev", "asan"):
             (self.root / "build" / preset).mkdir()
         self.assertEqual(self.start("./test", "--all").returncode, 0)
         presets = [call.split()[2] for call in self.calls() if call.startswith("ctest")]
-        self.assertEqual(presets, ["dev", "core", "asan"])
+        self.assertEqual(presets, ["dev", "asan"])
 
 
 class WhatAMacNeeds(OnAMac):
