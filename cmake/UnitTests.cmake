@@ -14,8 +14,9 @@ if(NOT TARGET GTest::gmock) # a Mac has none; it is given the one that Debian 12
     FetchContent_MakeAvailable(googletest)
 endif()
 
-add_library(test_main STATIC "${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp")
-target_link_libraries(test_main PUBLIC GTest::gtest GTest::gmock PRIVATE warnings)
+# GoogleTest's own main function, and what tests share.
+add_library(test_main INTERFACE)
+target_link_libraries(test_main INTERFACE GTest::gmock_main)
 expose_headers(test_main tests/support)
 
 # register_suites(<name>): each suite of the test program is a test of its own. Which suites there are, the program says

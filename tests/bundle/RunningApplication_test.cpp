@@ -1,7 +1,7 @@
 #include "platform/linux/SimulatorManager.h"
 #include "tests/support/Descriptors.h"
-#include "tests/support/EventLoop.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/QtTesting.h"
 #include "tests/support/ScriptedService.h"
 
 #include <QDir>

@@ -2,8 +2,8 @@
 #include "platform/linux/SimulatorManager.h"
 #include "simulator/bus/Names.h"
 #include "tests/contract/ContractTest.h"
-#include "tests/support/EventLoop.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/QtTesting.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>

@@ -1,4 +1,4 @@
-#include "tests/support/FakeSystemExtensions.h"
+#include "tests/support/FakeServices.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,4 +1,4 @@
-#include "tests/support/QtWarnings.h"
+#include "tests/support/QtTesting.h"
 
 #include <QCoreApplication>
 

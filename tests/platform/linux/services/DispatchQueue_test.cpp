@@ -1,6 +1,6 @@
 #include "platform/DispatchQueue.h"
 
-#include "tests/support/EventLoop.h"
+#include "tests/support/QtTesting.h"
 
 #include <string>
 #include <thread>

@@ -2,8 +2,8 @@
 
 #include "Listener.h"
 #include "platform/linux/SimulatorManager.h"
-#include "tests/support/EventLoop.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/QtTesting.h"
 #include "tests/support/ScriptedService.h"
 
 #include <gmock/gmock.h>

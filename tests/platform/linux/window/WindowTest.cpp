@@ -1,7 +1,7 @@
 #include "tests/platform/linux/window/WindowTest.h"
 
 #include "platform/linux/Appearance.h"
-#include "tests/support/QtWarnings.h"
+#include "tests/support/QtTesting.h"
 
 #include <QTemporaryDir>
 #include <QTest>

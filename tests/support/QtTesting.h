@@ -6,7 +6,14 @@
 
 #include <chrono>
 
+// What tests of Qt programs share.
+
 namespace tests {
+
+/// From here on every warning that Qt prints fails the test that is running. Called once, first in main.
+void failOnQtWarnings();
+/// The same, but for what the offscreen platform says of what it lacks itself.
+void failOnQtWarningsOffscreen();
 
 /// Handles events, sleeping in between, until `condition` holds. False if it does not within half a minute: a bound
 /// for a test that fails, not a time to wait.
