@@ -8,13 +8,16 @@ import cpp
 import tree
 
 STANDARD = frozenset(
-    """algorithm any array atomic bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits clocale
-    cmath codecvt compare complex concepts condition_variable coroutine csetjmp csignal cstdarg cstddef cstdint cstdio
-    cstdlib cstring ctime cuchar cwchar cwctype deque exception execution filesystem forward_list fstream functional
-    future initializer_list iomanip ios iosfwd iostream istream iterator limits list locale map memory memory_resource
-    mutex new numbers numeric optional ostream queue random ratio regex scoped_allocator set shared_mutex source_location
-    span sstream stack stdexcept stop_token streambuf string string_view syncstream system_error thread tuple type_traits
-    typeindex typeinfo unordered_map unordered_set utility valarray variant vector version""".split()
+    """algorithm any array atomic bit bitset cassert cctype cerrno cfenv cfloat charconv
+    chrono cinttypes climits clocale cmath codecvt compare complex concepts
+    condition_variable coroutine csetjmp csignal cstdarg cstddef cstdint cstdio cstdlib
+    cstring ctime cuchar cwchar cwctype deque exception execution filesystem forward_list
+    fstream functional future initializer_list iomanip ios iosfwd iostream istream
+    iterator limits list locale map memory memory_resource mutex new numbers numeric
+    optional ostream queue random ratio regex scoped_allocator set shared_mutex
+    source_location span sstream stack stdexcept stop_token streambuf string string_view
+    syncstream system_error thread tuple type_traits typeindex typeinfo unordered_map
+    unordered_set utility valarray variant vector version""".split()
 )
 
 POSIX = ("fcntl.h", "poll.h", "signal.h", "unistd.h", "sys/")

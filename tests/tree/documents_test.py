@@ -46,12 +46,17 @@ def presets():
     return re.findall(r'"name": "(\w+)"', (tree.ROOT / "CMakePresets.json").read_text())
 
 
+def is_there(path):
+    return (tree.ROOT / path).exists()
+
+
 def unknown_paths(path, text):
     """What is named in code spans as a path of the tree, and is not there."""
     folders = {entry.name for entry in tree.ROOT.iterdir() if entry.is_dir()}
     spans = [span.removeprefix("./") for span in NAMED.findall(FENCE.sub("", text))]
-    paths = [span for span in spans if "/" in span and span.split("/")[0] in folders and not re.search(r"[\s*{<]", span)]
-    return [f"{path}: {span}" for span in paths if not BUILT.match(span) and not (tree.ROOT / span).exists()]
+    paths = [span for span in spans if "/" in span and not re.search(r"[\s*{<]", span)]
+    paths = [path for path in paths if path.split("/")[0] in folders]
+    return [f"{path}: {span}" for span in paths if not BUILT.match(span) and not is_there(span)]
 
 
 class TheDocuments(unittest.TestCase):
