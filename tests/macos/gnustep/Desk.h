@@ -83,11 +83,6 @@ public:
     /// The size of the window's content, in points.
     platform::ui::Size contentSize() const;
 
-    /// Whether the window is in front, where it is brought if need be, and painted.
-    bool isReady();
-
-    /// Where the control of that label is, in the scene's points.
-    platform::ui::Point middleOf(const std::string& label) const;
     void pointAt(platform::ui::Point point);
     void releaseButton() { display_.releaseButton(); }
     /// Presses the control of that label, and takes the steps while the button is held down.
@@ -95,8 +90,6 @@ public:
     void click(const std::string& label);
     /// Clicks where no control is. False if the application does not see to it.
     [[nodiscard]] bool clickBeside(platform::ui::Point point);
-    /// Points at the item of the open menu, and tells whether the menu has taken notice.
-    bool isAtItem(const std::string& title);
     /// Draws the pointer from the menu of that label to the item, and releases it there.
     void choose(const std::string& label, const std::string& item);
     void tapKey(const std::string& key, const std::vector<std::string>& modifiers = {});
@@ -104,9 +97,17 @@ public:
 
     /// Paints what waits to be, and takes a picture of the scene's area; of more above it, if it is told.
     Picture picture(int above = 0);
-    Rgb pixel(platform::ui::Point point);
 
 private:
+    /// Runs the body in front of the window, and tells what it throws: an application that is left by an exception
+    /// could not be run again.
+    static void runInFront(const std::function<void(Desk&)>& body);
+    /// Whether the window is in front, where it is brought if need be, and painted.
+    bool isReady();
+    /// Points at the item of the open menu, and tells whether the menu has taken notice.
+    bool isAtItem(const std::string& title);
+    /// Where the control of that label is, in the scene's points.
+    platform::ui::Point middleOf(const std::string& label) const;
     /// In the scene's points.
     platform::ui::Point middleOfItem(const std::string& title) const;
     /// On the screen.

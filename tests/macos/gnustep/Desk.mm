@@ -230,16 +230,6 @@ void prepareDesk() {
     }
 }
 
-/// Runs the body in front of the window, and tells what it throws: an application that is left by an exception could
-/// not be run again.
-void runInFront(const std::function<void(Desk&)>& body) {
-    Desk desk;
-    if (!desk.until([&] { return desk.isReady(); }))
-        ADD_FAILURE() << "the window did not come to the front";
-    else if (!platform::guarded([&] { body(desk); }))
-        ADD_FAILURE() << standin::loggedLines().back();
-}
-
 /// Runs the application, and the body inside its main loop.
 int runWith(Body body, const Desk::Application& application) {
     prepareDesk();
@@ -255,6 +245,14 @@ int runWith(Body body, const Desk::Application& application) {
 }
 
 } // namespace
+
+void Desk::runInFront(const std::function<void(Desk&)>& body) {
+    Desk desk;
+    if (!desk.until([&] { return desk.isReady(); }))
+        ADD_FAILURE() << "the window did not come to the front";
+    else if (!platform::guarded([&] { body(desk); }))
+        ADD_FAILURE() << standin::loggedLines().back();
+}
 
 int Desk::runToItsEnd(const std::function<void(Desk&)>& body, const Application& application) {
     return runWith([&] { runInFront(body); }, application);
@@ -407,7 +405,7 @@ bool Desk::isReady() {
     // The application knows of keys that it gets before it gets them.
     const bool getsKeys = [window() isKeyWindow] && display_.isFocused(nativeOf(window()));
     if (!getsKeys) display_.activate(nativeOf(window()));
-    return getsKeys && pixel({1, 1}) != Rgb{};
+    return getsKeys && picture().at(1, 1) != Rgb{};
 }
 
 platform::ui::Point Desk::middleOf(const std::string& label) const {
@@ -459,10 +457,6 @@ Picture Desk::picture(const int above) {
     const int top = static_cast<int>(-[sceneView() bounds].origin.y) - above;
     return display_.picture(nativeOf(window()), 0, top, static_cast<int>(size.width),
                             static_cast<int>(size.height) - top);
-}
-
-Rgb Desk::pixel(const platform::ui::Point point) {
-    return picture().at(static_cast<int>(point.x), static_cast<int>(point.y));
 }
 
 Display::Position Desk::originOfScene() const {
