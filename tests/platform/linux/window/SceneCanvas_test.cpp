@@ -28,10 +28,6 @@ protected:
     }
 };
 
-TEST_F(KeyboardFocus, IsNowhereAtFirst) {
-    EXPECT_EQ(focused(), "");
-}
-
 TEST_F(KeyboardFocus, GoesInReadingOrderAndStartsOver) {
     for (const char* expected : {"First", "First menu", "Second", "Second menu", "First"}) {
         key(Qt::Key_Tab);
