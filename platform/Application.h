@@ -14,6 +14,7 @@ public:
     NSApplicationDelegate& operator=(const NSApplicationDelegate&) = delete;
     virtual ~NSApplicationDelegate() = default;
 
+    /// Asked each time that the last window was closed; a true answer ends the application with status 0.
     virtual bool applicationShouldTerminateAfterLastWindowClosed() = 0;
 };
 

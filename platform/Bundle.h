@@ -10,6 +10,7 @@ namespace platform {
 
 /// The text of a property list's value; none where the value is no text: a number, a flag, a list.
 using InfoValue = std::optional<std::string>;
+/// What an Info.plist says, by key.
 using InfoDictionary = std::map<std::string, InfoValue>;
 
 /// A bundle on disk. It reads its information dictionary once, when it is made; a value, cheap to copy.

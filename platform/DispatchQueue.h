@@ -8,6 +8,7 @@ namespace platform {
 /// main loop of the application. A value; queues compare by identity.
 class DispatchQueue {
 public:
+    /// The queue that every request of the application names.
     static DispatchQueue main() { return DispatchQueue{}; }
 
     /// Appends `work`; it runs later, in order, never inside this call. Any thread may call this. Work that is still

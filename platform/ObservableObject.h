@@ -13,6 +13,7 @@ namespace platform {
 class [[nodiscard]] Subscription {
 public:
     Subscription() = default;
+    /// `end` is called once, unless this was moved from.
     explicit Subscription(std::function<void()> end) : end_{std::move(end)} {}
     Subscription(Subscription&& other) noexcept : end_{std::exchange(other.end_, nullptr)} {}
     Subscription& operator=(Subscription&& other) noexcept {
@@ -36,6 +37,7 @@ public:
     ObjectWillChangePublisher(const ObjectWillChangePublisher&) = delete;
     ObjectWillChangePublisher& operator=(const ObjectWillChangePublisher&) = delete;
 
+    /// The subscriber is called for as long as what is returned lives, and let go after that.
     Subscription subscribe(std::function<void()> subscriber) {
         auto slot = std::make_shared<Slot>(Slot{std::move(subscriber), true});
         slots_->push_back(slot);
@@ -45,6 +47,7 @@ public:
         }};
     }
 
+    /// Calls those who have subscribed before this call.
     void send() const {
         const auto present = *slots_;
         for (const auto& slot : present) {
@@ -68,6 +71,7 @@ public:
     ObservableObject(const ObservableObject&) = delete;
     ObservableObject& operator=(const ObservableObject&) = delete;
 
+    /// Sent before each change of a published field.
     ObjectWillChangePublisher& objectWillChange() { return objectWillChange_; }
 
 protected:

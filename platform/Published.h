@@ -17,6 +17,7 @@ public:
 
     const T& get() const { return value_; }
 
+    /// The subscribers still see the value before.
     Published& operator=(T value) {
         owner_.objectWillChange().send();
         value_ = std::move(value);

@@ -21,6 +21,7 @@ struct OSSystemExtensionProperties {
     std::string bundleIdentifier;
     std::string bundleShortVersion;
     std::string bundleVersion;
+    /// A copy is in one of these states at most; one that the user switched off is in none.
     bool isEnabled = false;
     bool isAwaitingUserApproval = false;
     bool isUninstalling = false;
@@ -74,7 +75,9 @@ public:
     requestActionForReplacingExtension(const OSSystemExtensionRequest& request,
                                        const OSSystemExtensionProperties& existing,
                                        const OSSystemExtensionProperties& replacement) = 0;
+    /// The user has to allow the extension in System Settings. The request waits for that, without limit.
     virtual void requestNeedsUserApproval(const OSSystemExtensionRequest& request) = 0;
+    /// A last answer, as the next two are: no other follows it.
     virtual void requestDidFinishWithResult(const OSSystemExtensionRequest& request,
                                             OSSystemExtensionRequestResult result) = 0;
     virtual void requestDidFailWithError(const OSSystemExtensionRequest& request, const Error& error) = 0;
@@ -87,10 +90,12 @@ public:
 /// is dropped.
 class OSSystemExtensionRequest {
 public:
+    /// Properties are found, or the request fails; the other two finish or fail.
     enum class Kind { properties, activation, deactivation };
 
     static std::shared_ptr<OSSystemExtensionRequest> propertiesRequestForExtension(std::string identifier,
                                                                                    DispatchQueue queue);
+    /// Installs the extension that the application carries, or replaces an installed one by it.
     static std::shared_ptr<OSSystemExtensionRequest> activationRequestForExtension(std::string identifier,
                                                                                    DispatchQueue queue);
     static std::shared_ptr<OSSystemExtensionRequest> deactivationRequestForExtension(std::string identifier,
