@@ -6,9 +6,9 @@
 namespace platform::ui {
 namespace {
 
-/// Control `step` of row `row`, 60 points below the row before.
+/// Control `step` of row `row`, 30 points below the row before: nearer than its neighbor in the row.
 Control control(const std::uint32_t row, const std::uint32_t step) {
-    return {{step * 40.0, row * 60.0, 20, 20}, {{2, row, step}, 2}, "control", PushButton{}, {}};
+    return {{step * 40.0, row * 30.0, 20, 20}, {{2, row, step}, 2}, "control", PushButton{}, {}};
 }
 
 Scene sceneOf(const std::vector<Control>& controls) {
@@ -32,15 +32,17 @@ TEST(KeyboardFocus, StaysWhereItsControlIsStillThere) {
 }
 
 TEST(KeyboardFocus, GoesToTheNextOfTheSameRowWhereItsControlIsGone) {
-    EXPECT_EQ(focus({control(0, menuStep), control(1, actionStep), control(1, menuStep)},
-                    {control(0, menuStep), control(1, menuStep)}, control(1, actionStep)),
-              control(1, menuStep).place);
+    const Control above = control(0, actionStep);
+    const Control gone = control(1, actionStep);
+    const Control next = control(1, menuStep);
+    EXPECT_EQ(focus({above, gone, next}, {above, next}, gone), next.place);
 }
 
 TEST(KeyboardFocus, GoesToTheOneBeforeWhereItWasTheLastOfItsRow) {
-    EXPECT_EQ(focus({control(0, actionStep), control(0, menuStep), control(1, actionStep)},
-                    {control(0, actionStep), control(1, actionStep)}, control(0, menuStep)),
-              control(0, actionStep).place);
+    const Control before = control(0, actionStep);
+    const Control gone = control(0, menuStep);
+    const Control below = control(1, menuStep);
+    EXPECT_EQ(focus({before, gone, below}, {before, below}, gone), before.place);
 }
 
 TEST(KeyboardFocus, GoesToTheNearestWhereItsRowIsGone) {

@@ -207,7 +207,11 @@ TEST(AnAnnouncement, IsOfTheTextsInside) {
               (Lines{"text 0,0 5.85x16.25 body black \"a\" announced", "text 13.85,0 5.85x16.25 body black \"b\""}));
 }
 
-TEST(AnImage, TakesItsOwnSize) {
+TEST(AnImage, TakesItsOwnSizeWhateverIsOffered) {
+    fake::FixedMetrics metrics;
+    metrics.images["Ethernet"] = {24, 16};
+    EXPECT_EQ(fake::textOf(layout(Image::named("Ethernet"), Size{100, 60}, metrics)),
+              "image 38,22 24x16 \"Ethernet\"\n");
     EXPECT_EQ(ownSize(Image::named("Ethernet")), (Size{24, 16}));
     EXPECT_EQ(ownSize(Image::named("Ethernet").frame({.width = 30})), (Size{30, 16}));
     EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, Image::named("Ethernet")}.padding(Edge::horizontal, 1)),
