@@ -14,90 +14,75 @@ using KeyDown = void (*)(id, SEL, NSEvent*);
 using Resign = BOOL (*)(id, SEL);
 using Dismiss = void (*)(id, SEL);
 
-Attach& originalAttach() {
-    static Attach attach;
-    return attach;
+/// How GNUstep does it.
+struct Originals {
+    Attach attach;
+    Dismiss dismiss;
+    KeyDown keyDown;
+    Resign resign;
+};
+
+Originals& original() {
+    static Originals originals;
+    return originals;
 }
 
-Dismiss& originalDismiss() {
-    static Dismiss dismiss;
-    return dismiss;
-}
+struct Tracking {
+    NSMenu* open = nil;
+    /// Whether the open menu is followed after a key has opened it, and is to close.
+    bool isFollowed = false;
+    bool isToClose = false;
+    std::function<void()> onceClosed;
+};
 
-KeyDown& originalKeyDown() {
-    static KeyDown keyDown;
-    return keyDown;
-}
-
-Resign& originalResign() {
-    static Resign resign;
-    return resign;
-}
-
-NSMenu*& open() {
-    static NSMenu* menu = nil;
-    return menu;
-}
-
-/// Whether the menu that is open is followed after a key has opened it, and is to close.
-bool& isFollowed() {
-    static bool followed = false;
-    return followed;
-}
-
-bool& isToClose() {
-    static bool toClose = false;
-    return toClose;
-}
-
-std::function<void()>& onceClosed() {
-    static std::function<void()> function;
-    return function;
+Tracking& tracking() {
+    static Tracking state;
+    return state;
 }
 
 void attach(NSPopUpButtonCell* self, SEL command, NSRect frame, NSView* view) {
-    open() = [self menu];
+    tracking().open = [self menu];
     [[[self menu] delegate] menuWillOpen:[self menu]];
-    originalAttach()(self, command, frame, view);
+    original().attach(self, command, frame, view);
 }
 
 void dismiss(NSPopUpButtonCell* self, SEL command) {
-    originalDismiss()(self, command);
-    if (open() != [self menu]) return;
-    open() = nil;
+    original().dismiss(self, command);
+    if (tracking().open != [self menu]) return;
+    tracking().open = nil;
     [[[self menu] delegate] menuDidClose:[self menu]];
-    if (const auto act = std::exchange(onceClosed(), nullptr)) act();
+    if (const auto act = std::exchange(tracking().onceClosed, nullptr)) act();
 }
 
 void follow(NSPopUpButtonCell* cell) {
-    isFollowed() = true;
-    while (open() == [cell menu]) {
+    tracking().isFollowed = true;
+    while (tracking().open == [cell menu]) {
         @autoreleasepool {
             NSEvent* const event = [NSApp nextEventMatchingMask:NSAnyEventMask
                                                       untilDate:[NSDate distantFuture]
                                                          inMode:NSEventTrackingRunLoopMode
                                                         dequeue:YES];
-            if (std::exchange(isToClose(), false))
+            if (std::exchange(tracking().isToClose, false))
                 [cell dismissPopUp];
             else
                 [NSApp sendEvent:event];
         }
     }
-    isFollowed() = false;
+    tracking().isFollowed = false;
 }
 
 void keyDown(NSPopUpButton* self, SEL command, NSEvent* event) {
-    originalKeyDown()(self, command, event);
-    if (isFollowed() || open() != [self menu]) return;
+    original().keyDown(self, command, event);
+    if (tracking().isFollowed || tracking().open != [self menu]) return;
     // The first item of a pull-down menu is not offered: a step downwards leads to the one below it.
-    [[open() menuRepresentation] setHighlightedItemIndex:0];
+    [[tracking().open menuRepresentation] setHighlightedItemIndex:0];
     follow([self cell]);
     [self setNeedsDisplay:YES];
 }
 
 // Who opened the menu may lose focus while it is open.
 BOOL resign(NSPopUpButton* self, SEL command) {
-    return isFollowed() || originalResign()(self, command);
+    return tracking().isFollowed || original().resign(self, command);
 }
 
 template <typename Function>
@@ -111,18 +96,18 @@ Function exchange(Class type, SEL selector, Function replacement) {
 namespace standin {
 
 void announceMenus() {
-    originalAttach() = exchange([NSPopUpButtonCell class], @selector(attachPopUpWithFrame:inView:), attach);
-    originalDismiss() = exchange([NSPopUpButtonCell class], @selector(dismissPopUp), dismiss);
-    originalKeyDown() = exchange([NSPopUpButton class], @selector(keyDown:), keyDown);
-    originalResign() = exchange([NSPopUpButton class], @selector(resignFirstResponder), resign);
+    original().attach = exchange([NSPopUpButtonCell class], @selector(attachPopUpWithFrame:inView:), attach);
+    original().dismiss = exchange([NSPopUpButtonCell class], @selector(dismissPopUp), dismiss);
+    original().keyDown = exchange([NSPopUpButton class], @selector(keyDown:), keyDown);
+    original().resign = exchange([NSPopUpButton class], @selector(resignFirstResponder), resign);
 }
 
 void* openMenu() {
-    return open();
+    return tracking().open;
 }
 
 void onceMenuHasClosed(std::function<void()> act, std::function<void()> then) {
-    onceClosed() = [act = std::move(act), then = std::move(then)] {
+    tracking().onceClosed = [act = std::move(act), then = std::move(then)] {
         act();
         [[NSRunLoop mainRunLoop] runMode:NSEventTrackingRunLoopMode beforeDate:[NSDate distantPast]];
         then();
@@ -135,8 +120,8 @@ void onceMenuHasClosed(std::function<void()> act, std::function<void()> then) {
 
 // A press beside the menu, which closes it with nothing chosen.
 - (void)cancelTracking {
-    if (open() != self) return;
-    isToClose() = isFollowed();
+    if (tracking().open != self) return;
+    tracking().isToClose = tracking().isFollowed;
     [NSApp postEvent:[NSEvent mouseEventWithType:NSLeftMouseUp
                                         location:NSMakePoint(-10, -10)
                                    modifierFlags:0
