@@ -1,7 +1,7 @@
 #include "simulator/SystemSettings/ControlClient.h"
 
 #include "simulator/bus/Names.h"
-#include "simulator/client/WhenAnswered.h"
+#include "simulator/client/Client.h"
 
 #include <algorithm>
 #include <array>
@@ -48,13 +48,7 @@ void ControlClient::refresh() {
 }
 
 void ControlClient::act(const QStringList& words) {
-    auto method = words.first();
-    method[0] = method[0].toUpper();
-    QVariantList arguments;
-    for (const auto& word : words.mid(1))
-        arguments += word;
-    const auto call = control_.asyncCallWithArgumentList(method, arguments);
-    whenAnswered(call, *this, [this](const QDBusPendingReply<>& answer) {
+    whenAnswered(control_.Do(words, {}), *this, [this](const QDBusPendingReply<QByteArray>& answer) {
         if (!answer.isError()) return;
         // Someone else was quicker: the lists will say so.
         if (answer.error().name() == QString{errorPrefix} + "NothingWaiting") return refresh();

@@ -2,7 +2,7 @@
 
 #include "Simulator1Proxy.h"
 
-#include "simulator/client/ServicePresence.h"
+#include "simulator/client/Client.h"
 
 #include <QDBusConnection>
 #include <QList>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "simulator/bus/CopyEntry.h"
-#include "simulator/bus/RequestEntry.h"
+#include "simulator/bus/Types.h"
 
 #include <QList>
 #include <QString>

@@ -1,7 +1,7 @@
 #include "simulator/SystemSettings/Appearance.h"
 #include "simulator/SystemSettings/SettingsWindow.h"
 #include "simulator/bus/Types.h"
-#include "simulator/client/OwnerRaces.h"
+#include "simulator/client/Client.h"
 #include "simulator/process/TerminationSignals.h"
 
 #include <QApplication>

@@ -1,13 +1,50 @@
 #pragma once
 
-#include "simulator/core/Failure.h"
-
 #include <cstdint>
+#include <set>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
+// What the machine says: to the applications that asked, and to who watches.
+
 namespace simulator {
+
+inline constexpr std::string_view extensionErrorDomain = "OSSystemExtensionErrorDomain";
+
+namespace code {
+inline constexpr std::int64_t unknown = 1;
+inline constexpr std::int64_t missingEntitlement = 2;
+inline constexpr std::int64_t unsupportedParentBundleLocation = 3;
+inline constexpr std::int64_t extensionNotFound = 4;
+inline constexpr std::int64_t extensionMissingIdentifier = 5;
+inline constexpr std::int64_t duplicateExtensionIdentifier = 6;
+inline constexpr std::int64_t unknownExtensionCategory = 7;
+inline constexpr std::int64_t codeSignatureInvalid = 8;
+inline constexpr std::int64_t validationFailed = 9;
+inline constexpr std::int64_t forbiddenBySystemPolicy = 10;
+inline constexpr std::int64_t requestCanceled = 11;
+inline constexpr std::int64_t requestSuperseded = 12;
+inline constexpr std::int64_t authorizationRequired = 13;
+} // namespace code
+
+/// Why a request failed, as its application hears it.
+struct Failure {
+    std::string domain;
+    std::int64_t code = 0;
+    std::string description;
+
+    friend bool operator==(const Failure&, const Failure&) = default;
+};
+
+/// The description that an error of this code usually carries; a general one for an unknown code.
+std::string_view usualDescription(std::int64_t code);
+/// An error of the extensions' domain with its usual description.
+Failure failureWith(std::int64_t code);
+Failure failureWith(std::int64_t code, std::string_view description);
+/// Of a request that fails because it came second, on a system that goes on with the first.
+Failure failureOfSecond();
 
 /// A copy as its application hears of it.
 struct CopyRecord {
@@ -58,6 +95,39 @@ struct Answer {
     AnswerBody body;
 
     friend bool operator==(const Answer&, const Answer&) = default;
+};
+
+/// What it says, as a scenario's line does: "needs approval", "finished 0", "failed 8 "why"", "asked to
+/// replace 2.1/2105 by 2.2/2206", "found 2.1/2105 enabled"; "nothing" of one that says nothing.
+std::string textOf(const AnswerBody& answer);
+
+/// One line for who watches.
+struct Event {
+    std::int64_t time = 0;
+    /// Empty where it is about the whole machine.
+    std::string identifier;
+    std::string text;
+};
+
+/// The seal of an extension that is being validated. Who drives the machine compares it with the extension's files, and
+/// says what came of it with Machine::sealChecked(), at any time later.
+struct SealToCheck {
+    std::int64_t request = 0;
+    /// The extension's folder.
+    std::string extension;
+};
+
+/// What the machine has to say since it was last asked. Whoever drives it first keeps the state, then says this.
+struct Outbox {
+    std::vector<Answer> answers;
+    std::vector<Event> events;
+    /// The numbers of the copies that came, changed or went.
+    std::set<std::int64_t> copies;
+    /// The seals that are to be checked.
+    std::vector<SealToCheck> seals;
+    bool restarting = false;
+    /// An ordered fault: the service is to die here.
+    bool crashed = false;
 };
 
 } // namespace simulator

@@ -76,7 +76,7 @@ bool isOfAnotherTeam(const Subject& subject) {
 }
 
 bool isUnsealedOrChanged(const Subject& subject) {
-    return subject.extension->team.empty() || !subject.extension->sealMatches;
+    return subject.extension->team.empty() || !subject.sealMatches;
 }
 
 bool hasNoUsageDescription(const Subject& subject) {
@@ -138,7 +138,7 @@ const ExtensionOnDisk* findExtension(const BundleOnDisk& bundle, const std::stri
 } // namespace
 
 Subject subjectOf(const BundleOnDisk* bundle, const std::string& identifier, const Settings& settings) {
-    return {bundle, identifier, &settings, bundle ? findExtension(*bundle, identifier) : nullptr};
+    return {bundle, identifier, &settings, bundle ? findExtension(*bundle, identifier) : nullptr, false};
 }
 
 bool isCarried(const Subject& subject) {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "simulator/core/Answer.h"
 #include "simulator/core/Copy.h"
 #include "simulator/core/Disk.h"
-#include "simulator/core/Failure.h"
 #include "simulator/core/Settings.h"
 
 #include <optional>
@@ -19,6 +19,8 @@ struct Subject {
     /// The extension of that identifier in the bundle, by its file name or else by its Info.plist; null if there is
     /// none.
     const ExtensionOnDisk* extension = nullptr;
+    /// Its files are as they were when it was sealed. To be set before it is validated.
+    bool sealMatches = false;
 };
 
 /// The subject of a request. All that is given must outlive it.

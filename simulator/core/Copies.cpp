@@ -1,218 +1,169 @@
-#include "simulator/core/Copies.h"
+// What the machine holds, and how a copy goes from one state to the next.
 
-#include "simulator/core/Require.h"
+#include "simulator/core/Checks.h"
+#include "simulator/core/Machine.h"
 
-#include <algorithm>
 #include <map>
+#include <utility>
 
 namespace simulator {
 
-namespace {
-
-bool isWaiting(CopyState state) {
-    return state == CopyState::waitingForUser;
-}
-
-bool isBeingRemoved(CopyState state) {
-    return state == CopyState::terminatingForUninstall;
-}
-
-std::string versionText(const Copy& copy) {
-    return copy.version.shortVersion + "/" + copy.version.version;
-}
-
-} // namespace
-
-CopyRecord recordOf(const Copy& copy) {
-    const CopyStateRow& row = describe(copy.state);
-    return {copy.extension.identifier,  copy.version.shortVersion, copy.version.version, row.isEnabled,
-            row.isAwaitingUserApproval, row.isUninstalling};
-}
-
-Copies::Copies(State& state, Outbox& outbox) : state_{state}, outbox_{outbox} {
-}
-
-std::int64_t Copies::add(const Extension& extension, const Version& version, const std::string& application,
-                         CopyState where) {
+/// Whatever happens to a copy is told, and its number is kept for whoever stores the state.
+Copy& Machine::add(const Extension& extension, const Version& version, const std::string& application,
+                   CopyState where) {
     const std::int64_t number = ++state_.lastNumber;
-    const Copy copy{number, extension, version, application, where, false};
-    state_.copies.emplace(number, copy);
+    Copy& copy = state_.copies[number] = {number, extension, version, application, where, false};
     outbox_.copies.insert(number);
     state_.seen[extension.identifier] = extension;
-    tell(copy, std::string{describe(where).text});
-    return number;
+    tell(extension.identifier, textOf(copy.version) + ": " + std::string{describe(where).text});
+    return copy;
 }
 
-void Copies::happen(std::int64_t number, CopyEvent event) {
-    const auto found = state_.copies.find(number);
-    require(found != state_.copies.end(), "the copy exists");
-    const CopyTransition* const row = transitionOf(found->second.state, event);
-    require(row != nullptr, "the event means something in this state");
+void Machine::put(Copy& copy, CopyState to) {
+    tell(copy.extension.identifier, textOf(copy.version) + ": " + std::string{describe(copy.state).text} + " -> " +
+                                        std::string{describe(to).text});
+    copy.state = to;
+    outbox_.copies.insert(copy.number);
+}
+
+void Machine::drop(std::int64_t number) {
+    const Copy& copy = state_.copies.at(number);
+    tell(copy.extension.identifier, textOf(copy.version) + ": " + std::string{describe(copy.state).text} + " -> gone");
     outbox_.copies.insert(number);
-    outbox_.copyTransitions.push_back(row);
-    const std::string before{describe(row->from).text};
-    if (row->to) {
-        found->second.state = *row->to;
-        tell(found->second, before + " -> " + std::string{describe(*row->to).text});
-    } else {
-        tell(found->second, before + " -> gone");
-        state_.copies.erase(found);
-    }
+    state_.copies.erase(number);
 }
 
-const Copy* Copies::find(std::int64_t number) const {
-    const auto found = state_.copies.find(number);
-    return found == state_.copies.end() ? nullptr : &found->second;
+std::vector<Copy*> Machine::all(const std::string& identifier, Is matches) {
+    std::vector<Copy*> found;
+    for (auto& [number, copy] : state_.copies)
+        if (copy.extension.identifier == identifier && matches(copy.state)) found.push_back(&copy);
+    return found;
 }
 
-const Copy* Copies::activated(const std::string& identifier) const {
-    return first(identifier, isActivated);
+Copy* Machine::first(const std::string& identifier, Is matches) {
+    const auto found = all(identifier, matches);
+    return found.empty() ? nullptr : found.front();
 }
 
-const Copy* Copies::waiting(const std::string& identifier) const {
-    return first(identifier, isWaiting);
+/// The copy that a newer one takes the place of: the activated one, or else the one that waits.
+Copy* Machine::replaceable(const std::string& identifier) {
+    Copy* const active = first(identifier, isActivated);
+    return active ? active : first(identifier, isWaiting);
 }
 
-const Copy* Copies::replaceable(const std::string& identifier) const {
-    const Copy* const active = activated(identifier);
-    return active ? active : waiting(identifier);
-}
-
-bool Copies::isInstalled(const std::string& identifier) const {
-    return first(identifier, simulator::isInstalled) != nullptr;
-}
-
-std::vector<CopyRecord> Copies::report(const std::string& identifier) const {
-    std::vector<CopyRecord> records;
-    for (const auto& [number, copy] : state_.copies) {
-        if (copy.extension.identifier == identifier && describe(copy.state).reported) {
-            records.push_back(recordOf(copy));
-        }
-    }
-    return records;
-}
-
-bool Copies::isApproved(const Extension& extension) const {
-    return state_.approvals.count({extension.team, extension.identifier}) != 0;
-}
-
-void Copies::approve(const Extension& extension) {
-    state_.approvals.insert({extension.team, extension.identifier});
-}
-
-std::int64_t Copies::activate(std::int64_t number, CopyEvent event) {
-    const std::string identifier = state_.copies.at(number).extension.identifier;
-    bool mustRestart = false;
-    for (const std::int64_t other : numbers(identifier, simulator::isInstalled)) {
-        if (other != number && replace(other)) mustRestart = true;
-    }
-    happen(number, event);
-    return mustRestart ? Finished::willCompleteAfterReboot : Finished::completed;
-}
-
-void Copies::letWait(std::int64_t number) {
-    const std::string identifier = state_.copies.at(number).extension.identifier;
-    for (const std::int64_t other : numbers(identifier, isWaiting))
-        replace(other);
-    happen(number, CopyEvent::unapproved);
-}
-
-void Copies::dropUnfinished(std::int64_t number) {
-    const Copy* const copy = find(number);
-    if (copy && (copy->state == CopyState::validating || copy->state == CopyState::staging)) {
-        happen(number, CopyEvent::dropped);
-    }
-}
-
-std::int64_t Copies::beginRemoval(const std::string& identifier) {
-    bool mustRestart = false;
-    for (const std::int64_t number : numbers(identifier, simulator::isInstalled)) {
-        const Copy& copy = state_.copies.at(number);
-        mustRestart = mustRestart || isInUse(copy);
-        state_.approvals.erase({copy.extension.team, identifier});
-        happen(number, CopyEvent::deactivated);
-    }
-    return mustRestart ? Finished::willCompleteAfterReboot : Finished::completed;
-}
-
-void Copies::endRemoval(const std::string& identifier) {
-    for (const std::int64_t number : numbers(identifier, isBeingRemoved))
-        happen(number, CopyEvent::stopped);
-}
-
-void Copies::clear(const std::string& identifier, CopyState forState) {
-    if (!simulator::isInstalled(forState)) return;
-    const auto matches = isWaiting(forState) ? isWaiting : isActivated;
-    for (const std::int64_t number : numbers(identifier, matches))
-        replace(number);
-}
-
-void Copies::forgetAll() {
-    for (const auto& [number, copy] : state_.copies)
-        outbox_.copies.insert(number);
-    state_.copies.clear();
-    state_.approvals.clear();
-}
-
-void Copies::restart() {
-    const std::vector<std::int64_t> kept = lingering();
-    std::vector<std::int64_t> ending;
-    for (const auto& [number, copy] : state_.copies) {
-        if (transitionOf(copy.state, CopyEvent::restarted)) ending.push_back(number);
-    }
-    for (const std::int64_t number : ending) {
-        const bool stays = std::find(kept.begin(), kept.end(), number) != kept.end();
-        if (stays) {
-            state_.copies.at(number).lingered = true;
-            outbox_.copies.insert(number);
-        } else {
-            happen(number, CopyEvent::restarted);
-        }
-    }
-}
-
-/// The youngest terminated copy of each extension outlives one restart, on a system that is switched to that.
-std::vector<std::int64_t> Copies::lingering() const {
-    if (state_.settings.isDefault(Switch::restart)) return {};
-    std::map<std::string, std::int64_t> youngest;
-    for (const auto& [number, copy] : state_.copies) {
-        if (copy.state == CopyState::terminated && !copy.lingered) youngest[copy.extension.identifier] = number;
-    }
-    std::vector<std::int64_t> kept;
-    for (const auto& [identifier, number] : youngest)
-        kept.push_back(number);
-    return kept;
-}
-
-bool Copies::isInUse(const Copy& copy) const {
+/// A driver that is in use runs on until the restart.
+bool Machine::isInUse(const Copy& copy) const {
     return copy.extension.category == Category::driver && copy.state == CopyState::enabled &&
-           !state_.settings.isDefault(Switch::driver);
+           !isDefault(Switch::driver);
 }
 
-bool Copies::replace(std::int64_t number) {
-    const bool runsOn = isInUse(state_.copies.at(number));
-    happen(number, CopyEvent::replaced);
-    if (!runsOn && find(number)) happen(number, CopyEvent::stopped);
+/// A newer copy takes its place: one that waits goes, one that is enabled ends, a driver in use only with the restart.
+/// Answers whether it runs on until then.
+bool Machine::makeWay(Copy& copy) {
+    const bool runsOn = isInUse(copy);
+    if (isWaiting(copy.state)) {
+        drop(copy.number);
+        return false;
+    }
+    put(copy, CopyState::terminatingForUpgrade);
+    if (!runsOn) put(copy, CopyState::terminated);
     return runsOn;
 }
 
-std::vector<std::int64_t> Copies::numbers(const std::string& identifier, bool (*matches)(CopyState)) const {
-    std::vector<std::int64_t> found;
-    for (const auto& [number, copy] : state_.copies) {
-        if (copy.extension.identifier == identifier && matches(copy.state)) found.push_back(number);
+/// The copy is enabled; finished 1 where a restart has to complete it.
+std::int64_t Machine::activate(Copy& copy) {
+    bool mustRestart = false;
+    for (Copy* const other : all(copy.extension.identifier, isInstalled))
+        if (other != &copy && makeWay(*other)) mustRestart = true;
+    put(copy, CopyState::enabled);
+    return mustRestart ? Finished::willCompleteAfterReboot : Finished::completed;
+}
+
+/// The copy waits for the user, and of one identifier no other does.
+void Machine::letWait(Copy& copy) {
+    for (Copy* const other : all(copy.extension.identifier, isWaiting))
+        drop(other->number);
+    put(copy, CopyState::waitingForUser);
+}
+
+/// Every copy terminates, and the approval is forgotten: the next activation asks again.
+std::int64_t Machine::beginRemoval(const std::string& identifier) {
+    bool mustRestart = false;
+    for (Copy* const copy : all(identifier, isInstalled)) {
+        mustRestart = mustRestart || isInUse(*copy);
+        state_.approvals.erase({copy->extension.team, identifier});
+        put(*copy, CopyState::terminatingForUninstall);
+    }
+    return mustRestart ? Finished::willCompleteAfterReboot : Finished::completed;
+}
+
+/// A copy that has terminated waits for the restart to be gone.
+void Machine::endRemoval(const std::string& identifier) {
+    for (Copy* const copy : all(identifier, isBeingRemoved))
+        put(*copy, CopyState::terminated);
+}
+
+/// Approval is per extension and stays on record across versions and restarts; a profile may stand for it.
+bool Machine::needsApproval(const Extension& extension) const {
+    if (state_.settings.profile.allows(extension.team, extension.identifier)) return false;
+    return state_.approvals.count({extension.team, extension.identifier}) == 0 || !isDefault(Switch::upgrade);
+}
+
+/// Brings a copy that is still under way to a state in which it can stay without a request.
+void Machine::finish(Copy& copy) {
+    if (isBeingRemoved(copy.state)) return put(copy, CopyState::terminated);
+    if (copy.state == CopyState::validating) return drop(copy.number);
+    if (copy.state != CopyState::staging) return;
+    if (failedPolicy(copy.extension, state_.settings)) return drop(copy.number);
+    if (needsApproval(copy.extension)) return letWait(copy);
+    activate(copy);
+}
+
+void Machine::finishWhatWasBegun() {
+    for (const auto& [number, was] : std::map{state_.copies}) {
+        const auto copy = state_.copies.find(number);
+        if (copy != state_.copies.end()) finish(copy->second);
+    }
+}
+
+// What it knows ------------------------------------------------------------------------------------------------------
+
+std::vector<BundleOnDisk> Machine::bundles() const {
+    std::set<std::string> paths = state_.applications;
+    for (const std::string& folder : state_.settings.applicationsFolders) {
+        for (const std::string& path : disk_.bundlesIn(folder))
+            paths.insert(path);
+    }
+    std::vector<BundleOnDisk> found;
+    for (const std::string& path : paths) {
+        if (auto bundle = disk_.read(path)) found.push_back(std::move(*bundle));
     }
     return found;
 }
 
-const Copy* Copies::first(const std::string& identifier, bool (*matches)(CopyState)) const {
-    for (const auto& [number, copy] : state_.copies) {
-        if (copy.extension.identifier == identifier && matches(copy.state)) return &copy;
+std::vector<std::string> Machine::identifiers() const {
+    std::set<std::string> found;
+    for (const auto& [identifier, extension] : state_.seen)
+        found.insert(identifier);
+    for (const BundleOnDisk& bundle : bundles()) {
+        for (const ExtensionOnDisk& extension : bundle.extensions) {
+            if (!extension.identifier.empty()) found.insert(extension.identifier);
+        }
     }
-    return nullptr;
+    return {found.begin(), found.end()};
 }
 
-void Copies::tell(const Copy& copy, const std::string& text) {
-    outbox_.events.push_back({state_.clock, copy.extension.identifier, versionText(copy) + ": " + text});
+std::optional<Extension> Machine::known(const std::string& identifier) const {
+    if (identifier.empty()) return std::nullopt;
+    if (const auto seen = state_.seen.find(identifier); seen != state_.seen.end()) return seen->second;
+    for (const BundleOnDisk& bundle : bundles()) {
+        for (const ExtensionOnDisk& extension : bundle.extensions) {
+            if (extension.identifier != identifier) continue;
+            return Extension{extension.team, identifier, extension.name, extension.category.value_or(Category::driver),
+                             bundle.identifier};
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace simulator

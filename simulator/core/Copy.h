@@ -1,12 +1,93 @@
 #pragma once
 
-#include "simulator/core/Category.h"
-#include "simulator/core/CopyState.h"
-
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
+
+// What the machine holds: copies of extensions, each of a category and in a state.
 
 namespace simulator {
+
+/// What kind of extension it is.
+enum class Category { camera, driver, endpointSecurity, network };
+
+struct CategoryRow {
+    Category category;
+    std::string_view name;
+};
+
+/// In alphabetical order of the names, which is the order of the printed list.
+inline constexpr std::array categories{
+    CategoryRow{Category::camera, "com.apple.system_extension.cmio"},
+    CategoryRow{Category::driver, "com.apple.system_extension.driver_extension"},
+    CategoryRow{Category::endpointSecurity, "com.apple.system_extension.endpoint_security"},
+    CategoryRow{Category::network, "com.apple.system_extension.network_extension"},
+};
+
+std::string_view nameOf(Category category);
+std::optional<Category> categoryNamed(std::string_view name);
+
+/// Where a copy of an extension stands.
+enum class CopyState {
+    validating,
+    staging,
+    waitingForUser,
+    enabled,
+    disabled,
+    terminatingForUpgrade,
+    terminatingForUninstall,
+    terminated,
+};
+
+/// How a state is shown.
+struct CopyStateRow {
+    CopyState state;
+    /// As the list prints it.
+    std::string_view text;
+    /// The one word by which scripts name it; several states may share one.
+    std::string_view condition;
+    /// Whether a properties request reports a copy that stands here, and with which three flags.
+    bool reported;
+    bool isEnabled;
+    bool isAwaitingUserApproval;
+    bool isUninstalling;
+    /// The list's two columns of stars.
+    bool enabledStar;
+    bool activeStar;
+};
+
+// clang-format off
+inline constexpr std::array copyStates{
+    //           state                               text                                        condition       reported enabled awaiting uninst  stars
+    CopyStateRow{CopyState::validating,              "validating",                               "preparing",    false,   false,  false,   false,  false, false},
+    CopyStateRow{CopyState::staging,                 "staging",                                  "preparing",    false,   false,  false,   false,  false, false},
+    CopyStateRow{CopyState::waitingForUser,          "activated waiting for user",               "waiting",      true,    false,  true,    false,  false, true},
+    CopyStateRow{CopyState::enabled,                 "activated enabled",                        "enabled",      true,    true,   false,   false,  true,  true},
+    CopyStateRow{CopyState::disabled,                "activated disabled",                       "disabled",     true,    false,  false,   false,  false, false},
+    CopyStateRow{CopyState::terminatingForUpgrade,   "terminating for upgrade via delegate",     "uninstalling", true,    false,  false,   true,   true,  true},
+    CopyStateRow{CopyState::terminatingForUninstall, "terminating for uninstall",                "uninstalling", true,    false,  false,   true,   true,  true},
+    CopyStateRow{CopyState::terminated,              "terminated waiting to uninstall on reboot","uninstalling", true,    false,  false,   true,   false, false},
+};
+// clang-format on
+
+const CopyStateRow& describe(CopyState state);
+std::optional<CopyState> copyStateWithText(std::string_view text);
+/// The state in which a copy is put when someone asks for this condition; nothing for an unknown word and for
+/// "preparing", in which no copy stays.
+std::optional<CopyState> stateForCondition(std::string_view condition);
+
+/// Waits for the user's approval.
+bool isWaiting(CopyState state);
+/// Approved, whether or not it was switched off since.
+bool isActivated(CopyState state);
+/// Waiting or activated, and not on its way out.
+bool isInstalled(CopyState state);
+/// On its way out, since it was asked to be removed.
+bool isBeingRemoved(CopyState state);
+/// Told to who asks for the properties.
+bool isReported(CopyState state);
 
 struct Version {
     std::string shortVersion;
@@ -41,5 +122,8 @@ struct Copy {
 
     friend bool operator==(const Copy&, const Copy&) = default;
 };
+
+/// "2.1/2105"
+std::string textOf(const Version& version);
 
 } // namespace simulator

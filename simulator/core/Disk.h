@@ -1,10 +1,13 @@
 #pragma once
 
-#include "simulator/core/Category.h"
+#include "simulator/core/Copy.h"
+#include "simulator/core/Refusal.h"
+#include "simulator/core/Settings.h"
 
 #include <optional>
 #include <set>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace simulator {
@@ -26,8 +29,9 @@ struct ExtensionOnDisk {
     /// From its seal; empty where it has none.
     std::string team;
     std::set<std::string> applicationGroups;
-    /// Each of its files is as it was when it was sealed, and none was added.
-    bool sealMatches = false;
+    /// Each of its files is as it was when it was sealed, and none was added. Nothing: only reading them all would
+    /// tell.
+    std::optional<bool> sealMatches;
 };
 
 /// An application's bundle.
@@ -41,7 +45,12 @@ struct BundleOnDisk {
     std::vector<ExtensionOnDisk> extensions;
 };
 
-/// Where applications lie.
+/// The folder of an extension in a bundle.
+inline std::string pathOf(const BundleOnDisk& bundle, const ExtensionOnDisk& extension) {
+    return bundle.path + "/Contents/Library/SystemExtensions/" + extension.fileName;
+}
+
+/// Where applications lie, and what is read as it is on a disk.
 class Disk {
 public:
     Disk() = default;
@@ -49,10 +58,14 @@ public:
     Disk& operator=(const Disk&) = delete;
     virtual ~Disk() = default;
 
-    /// Nothing if there is no bundle at that path.
+    /// Nothing if there is no bundle at that path. It reads no file of an extension but its Info.plist and its seal.
     virtual std::optional<BundleOnDisk> read(const std::string& bundle) const = 0;
     /// The paths of the bundles that lie directly in a folder, in alphabetical order.
     virtual std::vector<std::string> bundlesIn(const std::string& folder) const = 0;
+    /// The path without links; as it was given if there is nothing there.
+    virtual std::string canonical(const std::string& path) const { return path; }
+    /// The profile in a file's contents, or why it is none; empty contents are an empty profile.
+    virtual std::variant<Profile, Refusal> profileIn(const std::string& contents) const = 0;
 };
 
 } // namespace simulator

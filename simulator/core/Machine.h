@@ -1,11 +1,15 @@
 #pragma once
 
-#include "simulator/core/Catalog.h"
+#include "simulator/core/Answer.h"
+#include "simulator/core/Checks.h"
 #include "simulator/core/Refusal.h"
-#include "simulator/core/Requests.h"
-#include "simulator/core/Steps.h"
+#include "simulator/core/Request.h"
+#include "simulator/core/State.h"
 
 #include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,12 +27,8 @@ struct Submission {
     std::string identifier;
 };
 
-/// The simulated machine's extension service, whole: what applications ask, what the person at the machine does, and
-/// what becomes of it.
-///
-/// It is passive and deterministic. Whoever drives it calls an input, or step() while it answers true; then keeps
-/// state(), then says what takeOutbox() held, which names the copies that changed. No answer comes out of the
-/// submission itself, only out of later steps. Time stands still but for advance(). Not to be used from two threads.
+/// The simulated machine's extension service. Passive and deterministic: whoever drives it calls an input, or step()
+/// while it answers true; then keeps state(), then says what takeOutbox() held. Time stands still but for advance().
 class Machine {
 public:
     /// Goes on where the state was left: what had been begun is completed. The disk must outlive the machine.
@@ -37,14 +37,16 @@ public:
     Machine& operator=(const Machine&) = delete;
 
     const State& state() const { return state_; }
-    const std::map<std::int64_t, Request>& requests() const { return requests_.all(); }
-    /// Every extension that has or had a copy, or is carried by a bundle in an Applications folder; alphabetical.
-    std::vector<std::string> identifiers() const { return catalog_.identifiers(); }
-    bool knows(const std::string& identifier) const { return catalog_.find(identifier).has_value(); }
+    const std::map<std::int64_t, Request>& requests() const { return requests_; }
+    /// Of every extension that has or had a copy, or lies in a bundle that asked or is in an Applications folder; in
+    /// alphabetical order.
+    std::vector<std::string> identifiers() const;
 
-    /// Takes the next step that is due; false if there was none.
-    bool step() { return steps_.take(); }
+    /// Takes the next step that is due; says whether there was one.
+    bool step();
     Outbox takeOutbox();
+    /// What came of checking a seal that the outbox held; of no effect if its request has ended.
+    void sealChecked(std::int64_t request, bool matches);
 
     // The applications.
     [[nodiscard]] Verdict submit(const Submission& submission);
@@ -61,44 +63,83 @@ public:
 
     // The machine.
     void restart();
-    /// Removes all copies, approvals, requests and faults; the settings stay.
     void reset();
-    /// Puts a copy there. condition: see stateForCondition().
     [[nodiscard]] Verdict install(const std::string& identifier, const Version& version, const std::string& condition);
-    /// Removes an extension without asking anyone. team: "-" for any.
     [[nodiscard]] Verdict uninstall(const std::string& team, const std::string& identifier);
-    /// Absolute paths, without links and without a slash at the end.
     [[nodiscard]] Verdict setApplicationsFolders(std::vector<std::string> folders);
     void setDeveloperMode(bool on);
-    /// A profile that allows what waits, or lets remove what an administrator was asked for, answers it. What it
-    /// forbids is never enabled while it is there: an activation that is under way fails with its next step, what waits
-    /// waits on, and what is enabled already runs on until it is switched off.
-    void setProfile(Profile profile);
-    /// Where the administrator's word is now given at once, it answers who waits for it.
+    [[nodiscard]] Verdict setProfile(const std::string& contents);
     [[nodiscard]] Verdict setSwitch(const std::string& name, const std::string& value);
     [[nodiscard]] Verdict orderFault(const Fault& fault);
     [[nodiscard]] Verdict advance(std::int64_t milliseconds);
 
 private:
-    std::optional<Refusal> objectionTo(const Submission& submission);
-    void orderFaultOf(Request& request);
-    void makeWayFor(Request& request);
-    void supersede(const std::string& identifier);
+    using Is = bool (*)(CopyState);
 
-    void complete(std::int64_t copy);
-    void authorizeAll();
+    // Copies.cpp
+    Copy& add(const Extension& extension, const Version& version, const std::string& application, CopyState where);
+    void put(Copy& copy, CopyState to);
+    void drop(std::int64_t number);
+    Copy* first(const std::string& identifier, Is matches);
+    std::vector<Copy*> all(const std::string& identifier, Is matches);
+    Copy* replaceable(const std::string& identifier);
+    bool isInUse(const Copy& copy) const;
+    bool makeWay(Copy& copy);
+    std::int64_t activate(Copy& copy);
+    void letWait(Copy& copy);
+    std::int64_t beginRemoval(const std::string& identifier);
+    void endRemoval(const std::string& identifier);
+    bool needsApproval(const Extension& extension) const;
+    void finish(Copy& copy);
     void finishWhatWasBegun();
-    void finishStaging(const Copy& copy);
+    std::vector<BundleOnDisk> bundles() const;
+    /// What is known of the extension; nothing if it never had a copy, and no bundle holds it.
+    std::optional<Extension> known(const std::string& identifier) const;
+
+    // Requests.cpp
+    using Condition = std::function<bool(const Request&)>;
+    Request* find(const Condition& condition);
+    Request* pending(const std::string& identifier);
+    Request* asked(const std::string& identifier);
+    Request* waitingFor(const Copy& copy);
+    void goOn(Request& request, Stage to);
+    void wait(Request& request, Stage stage);
+    void say(const Request& request, AnswerBody body);
+    void end(Request& request, AnswerBody body = {});
+    void supersede(const std::string& identifier);
+    Verdict refusalOf(const Submission& submission);
+    Request requestOf(const Submission& submission);
+    void suffer(Request& request);
+    void giveWay(Request& request);
+
+    // Steps.cpp
+    bool isDue(const Request& request) const;
+    std::optional<BundleOnDisk> bundleOf(const Request& request) const;
+    bool knowsSeal(Request& request, Subject& subject);
+    bool isOfAnotherOwner(const std::string& identifier, const BundleOnDisk& bundle);
+    bool isForeign(const Request& request);
+    void check(Request& request);
+    void checkActivation(Request& request);
+    void checkDeactivation(Request& request);
+    void checkProperties(Request& request);
+    void validate(Request& request);
+    void stage(Request& request);
+    void askUser(Request& request, std::int64_t copy);
+    void remove(Request& request);
+
+    // Machine.cpp
+    void complete(Copy& copy);
+    void removeTerminated();
+    bool isDefault(Switch which) const { return state_.settings.isDefault(which); }
     std::optional<Refusal> policyAgainst(const Extension& extension) const;
     Refusal nothingOf(const std::string& identifier, const std::string& what) const;
     void tell(const std::string& identifier, const std::string& text);
 
     State state_;
+    const Disk& disk_;
     Outbox outbox_;
-    Catalog catalog_;
-    Copies copies_;
-    Requests requests_;
-    Steps steps_;
+    std::map<std::int64_t, Request> requests_;
+    std::int64_t lastTurn_ = 0;
 };
 
 } // namespace simulator

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "simulator/core/Fault.h"
-#include "simulator/core/RequestKind.h"
+#include "simulator/core/Answer.h"
 
 #include <array>
 #include <cstdint>
@@ -9,24 +8,86 @@
 #include <string>
 #include <string_view>
 
+// What applications ask, and what goes wrong with it.
+
 namespace simulator {
 
-/// Where a request stands.
-enum class Stage {
-    delayed,       ///< a fault holds it back
-    checking,      ///< whether it may be asked at all
-    validating,    ///< the extension's files
-    replacement,   ///< asked whether the new copy may take the place of the old one
-    staging,       ///< the new copy
-    user,          ///< waits for the user's approval
-    authorization, ///< an administrator's question is open
-    removing,      ///< the copies are being taken away
-    silent,        ///< will never be answered
-    ended,
+enum class RequestKind { activation, deactivation, properties };
+
+inline constexpr std::string_view nameOf(RequestKind kind) {
+    switch (kind) {
+    case RequestKind::activation:
+        return "activation";
+    case RequestKind::deactivation:
+        return "deactivation";
+    case RequestKind::properties:
+        return "properties";
+    }
+    return {};
+}
+
+inline constexpr std::optional<RequestKind> requestKindNamed(std::string_view name) {
+    for (const RequestKind kind : {RequestKind::activation, RequestKind::deactivation, RequestKind::properties}) {
+        if (nameOf(kind) == name) return kind;
+    }
+    return std::nullopt;
+}
+
+/// Something that goes wrong with one request, ordered beforehand.
+struct Fault {
+    enum class Kind {
+        error,
+        silent,
+        delay,
+        hollow,   ///< finishes, and nothing runs
+        noprompt, ///< waits for the user without saying so
+        crash,    ///< the service dies when it has begun
+    };
+
+    Kind kind = Kind::error;
+    /// The kind of request that it waits for; nothing: any.
+    std::optional<RequestKind> request;
+    /// Of an error.
+    Failure failure;
+    /// Of a delay.
+    std::int64_t milliseconds = 0;
+
+    friend bool operator==(const Fault&, const Fault&) = default;
 };
+
+struct FaultRow {
+    Fault::Kind kind;
+    std::string_view name;
+    /// Which requests it can befall.
+    bool activation;
+    bool deactivation;
+    bool properties;
+};
+
+inline constexpr std::array faultKinds{
+    FaultRow{Fault::Kind::error, "error", true, true, true},
+    FaultRow{Fault::Kind::silent, "silent", true, true, true},
+    FaultRow{Fault::Kind::delay, "delay", true, true, true},
+    FaultRow{Fault::Kind::hollow, "hollow", true, true, false},
+    FaultRow{Fault::Kind::noprompt, "noprompt", true, false, false},
+    FaultRow{Fault::Kind::crash, "crash", true, true, true},
+};
+
+std::string_view nameOf(Fault::Kind kind);
+std::optional<Fault::Kind> faultKindNamed(std::string_view name);
+/// Whether the fault, as it was ordered, befalls such a request.
+bool befalls(const Fault& fault, RequestKind request);
+/// Whether there is any kind of request that it can befall.
+bool isPossible(const Fault& fault);
+
+/// Where a request stands.
+enum class Stage { delayed, checking, validating, replacement, staging, user, authorization, removing, silent, ended };
 
 /// As it is listed.
 std::string_view nameOf(Stage stage);
+
+/// Whether a request that stands there goes on without anyone's word.
+bool worksByItself(Stage stage);
 
 /// One question of an application. It is not kept over a stop of the service.
 struct Request {
@@ -51,6 +112,11 @@ struct Request {
     /// When it was made, the extension was not its program's to ask for. It fails, and is in no one's way until then.
     bool isForeign = false;
     std::optional<Fault> fault;
+    /// Whether the extension's files match its seal, once that was found out; it is not due until then.
+    std::optional<bool> sealMatches;
+    bool awaitsSeal = false;
+
+    bool isBefallenBy(Fault::Kind what) const { return fault && fault->kind == what; }
 };
 
 } // namespace simulator

@@ -1,54 +1,13 @@
-#include "simulator/core/Requests.h"
+// What applications ask: how it begins, how it is answered, and how it ends.
 
-#include "simulator/core/Require.h"
+#include "simulator/core/Machine.h"
 
 #include <algorithm>
-#include <tuple>
+#include <utility>
 
 namespace simulator {
 
 namespace {
-
-bool worksByItself(Stage stage) {
-    return stage == Stage::delayed || stage == Stage::checking || stage == Stage::validating ||
-           stage == Stage::staging || stage == Stage::removing;
-}
-
-bool waitsForWord(Stage stage) {
-    return stage == Stage::replacement || stage == Stage::user || stage == Stage::authorization;
-}
-
-bool isFailure(const AnswerBody& body, std::int64_t code) {
-    const Failure* const failure = std::get_if<Failure>(&body);
-    return failure && failure->code == code;
-}
-
-/// Whether the answer is the one that the table names.
-bool fits(const AnswerBody& body, Reply reply) {
-    switch (reply) {
-    case Reply::nothing:
-        return std::holds_alternative<std::monostate>(body);
-    case Reply::replacementAsked:
-        return std::holds_alternative<ReplacementAsked>(body);
-    case Reply::needsApproval:
-        return std::holds_alternative<NeedsApproval>(body);
-    case Reply::completed:
-        return body == AnswerBody{Finished{Finished::completed}};
-    case Reply::finished:
-        return std::holds_alternative<Finished>(body);
-    case Reply::failed:
-        return std::holds_alternative<Failure>(body);
-    case Reply::canceled:
-        return isFailure(body, code::requestCanceled);
-    case Reply::superseded:
-        return isFailure(body, code::requestSuperseded);
-    case Reply::unauthorized:
-        return isFailure(body, code::authorizationRequired) || isFailure(body, code::requestCanceled);
-    case Reply::foundProperties:
-        return std::holds_alternative<FoundProperties>(body);
-    }
-    return false;
-}
 
 struct TextOfBody {
     std::string operator()(std::monostate) const { return {}; }
@@ -63,117 +22,158 @@ struct TextOfBody {
 
 } // namespace
 
-std::string textOf(const AnswerBody& body) {
-    return std::visit(TextOfBody{}, body);
+Request* Machine::find(const Condition& condition) {
+    for (auto& [number, request] : requests_)
+        if (request.stage != Stage::ended && condition(request)) return &request;
+    return nullptr;
 }
 
-Requests::Requests(State& state, Outbox& outbox, Copies& copies) : state_{state}, outbox_{outbox}, copies_{copies} {
-}
-
-Request& Requests::add(Request request) {
-    request.number = ++state_.lastNumber;
-    request.since = state_.clock;
-    request.turn = ++lastTurn_;
-    outbox_.events.push_back({state_.clock, request.identifier, std::string{nameOf(request.kind)} + " submitted"});
-    return requests_.emplace(request.number, std::move(request)).first->second;
-}
-
-void Requests::take(Request& request, RequestEvent event, AnswerBody body) {
-    const RequestTransition* const row = transitionOf(request.stage, event);
-    require(row != nullptr, "the event means something in this state");
-    require(fits(body, row->reply), "the answer is the one that the table names");
-    outbox_.requestTransitions.push_back(row);
-    request.stage = row->to;
-    request.turn = ++lastTurn_;
-    if (row->reply != Reply::nothing) answer(request, std::move(body));
-    settle(request, row->from);
-    if (request.client.empty() && waitsForWord(request.stage)) take(request, RequestEvent::clientLeft);
-}
-
-void Requests::takeIfMeant(Request& request, RequestEvent event, AnswerBody body) {
-    const RequestTransition* const row = transitionOf(request.stage, event);
-    if (!row) return;
-    take(request, event, row->reply == Reply::nothing ? AnswerBody{} : std::move(body));
-}
-
-/// What a request leaves behind when it ends.
-void Requests::settle(const Request& request, Stage before) {
-    if (request.stage != Stage::ended) return;
-    copies_.dropUnfinished(request.copy);
-    if (before == Stage::removing) copies_.endRemoval(request.identifier);
-}
-
-void Requests::answer(const Request& request, AnswerBody body) {
-    outbox_.events.push_back(
-        {state_.clock, request.identifier, std::string{nameOf(request.kind)} + " " + textOf(body)});
-    if (!request.client.empty()) outbox_.answers.push_back({request.client, request.token, std::move(body)});
-}
-
-Request* Requests::nextDue() {
-    Request* next = nullptr;
-    for (auto& [number, request] : requests_) {
-        if (!worksByItself(request.stage) || request.due > state_.clock) continue;
-        if (!next || std::tie(request.due, request.turn) < std::tie(next->due, next->turn)) next = &request;
-    }
-    return next;
-}
-
-template <typename Condition>
-Request* Requests::firstWhere(Condition condition) {
-    const auto found = std::find_if(requests_.begin(), requests_.end(), [&](const auto& entry) {
-        return entry.second.stage != Stage::ended && condition(entry.second);
-    });
-    return found == requests_.end() ? nullptr : &found->second;
-}
-
-Request* Requests::find(const std::string& client, const std::string& token) {
-    return firstWhere([&](const Request& request) { return request.client == client && request.token == token; });
-}
-
-Request* Requests::waitingFor(std::int64_t copy) {
-    return firstWhere([&](const Request& request) { return request.stage == Stage::user && request.copy == copy; });
-}
-
-Request* Requests::inStage(Stage stage) {
-    return firstWhere([&](const Request& request) { return request.stage == stage; });
-}
-
-Request* Requests::inStage(Stage stage, const std::string& identifier) {
-    return firstWhere(
-        [&](const Request& request) { return request.stage == stage && request.identifier == identifier; });
-}
-
-Request* Requests::pending(const std::string& identifier) {
-    return firstWhere([&](const Request& request) {
+/// The activation or deactivation of the identifier that is still to be answered.
+Request* Machine::pending(const std::string& identifier) {
+    return find([&](const Request& request) {
         return request.kind != RequestKind::properties && request.stage != Stage::silent && !request.isForeign &&
                request.identifier == identifier;
     });
 }
 
-std::size_t Requests::countOf(const std::string& client) const {
-    const auto ofClient = [&](const auto& entry) { return entry.second.client == client; };
-    return static_cast<std::size_t>(std::count_if(requests_.begin(), requests_.end(), ofClient));
+/// The deactivation that an administrator is asked about.
+Request* Machine::asked(const std::string& identifier) {
+    return find([&](const Request& request) {
+        return request.stage == Stage::authorization && request.identifier == identifier;
+    });
 }
 
-void Requests::clientLeft(const std::string& client) {
+/// The activation that waits for the user's word on that copy.
+Request* Machine::waitingFor(const Copy& copy) {
+    return find([&](const Request& request) { return request.stage == Stage::user && request.copy == copy.number; });
+}
+
+void Machine::goOn(Request& request, Stage to) {
+    request.stage = to;
+    request.turn = ++lastTurn_;
+}
+
+/// What waits for someone's word on behalf of nobody ends.
+void Machine::wait(Request& request, Stage stage) {
+    goOn(request, stage);
+    if (request.client.empty()) end(request);
+}
+
+/// The answer goes to the application that asked, if it is still there.
+void Machine::say(const Request& request, AnswerBody body) {
+    if (std::holds_alternative<std::monostate>(body)) return;
+    tell(request.identifier, std::string{nameOf(request.kind)} + " " + std::visit(TextOfBody{}, body));
+    if (!request.client.empty()) outbox_.answers.push_back({request.client, request.token, std::move(body)});
+}
+
+/// Nothing follows for a request that has ended; a copy that it had only begun goes.
+void Machine::end(Request& request, AnswerBody body) {
+    say(request, std::move(body));
+    const auto copy = state_.copies.find(request.copy);
+    if (copy != state_.copies.end() &&
+        (copy->second.state == CopyState::validating || copy->second.state == CopyState::staging))
+        drop(request.copy);
+    if (request.stage == Stage::removing) endRemoval(request.identifier);
+    goOn(request, Stage::ended);
+}
+
+/// A later request takes the place of the older ones, which fail with 12.
+void Machine::supersede(const std::string& identifier) {
+    while (Request* const older = pending(identifier))
+        end(*older, failureWith(code::requestSuperseded));
+}
+
+// What an application does -------------------------------------------------------------------------------------------
+
+Verdict Machine::submit(const Submission& submission) {
+    if (auto refusal = refusalOf(submission)) return refusal;
+    Request request = requestOf(submission);
+    request.isForeign = isForeign(request);
+    if (!request.isForeign) {
+        suffer(request);
+        giveWay(request);
+    }
+    if (!request.application.empty() && state_.applications.size() < limits::applications)
+        state_.applications.insert(request.application);
+    request.turn = ++lastTurn_;
+    tell(request.identifier, std::string{nameOf(request.kind)} + " submitted");
+    requests_.emplace(request.number, std::move(request));
+    return done;
+}
+
+Verdict Machine::refusalOf(const Submission& submission) {
+    const auto isOfClient = [&](const auto& entry) { return entry.second.client == submission.client; };
+    const auto count = std::count_if(requests_.begin(), requests_.end(), isOfClient);
+    if (submission.token.empty() || !isPlain(submission.token, limits::token)) return invalid("the token is malformed");
+    if (!isPlain(submission.identifier, limits::identifier)) return invalid("the identifier is malformed");
+    if (find([&](const Request& open) { return open.client == submission.client && open.token == submission.token; }))
+        return invalid("the token names an open request");
+    if (static_cast<std::size_t>(count) >= limits::requestsOfClient || requests_.size() >= limits::requests)
+        return tooMany("too many requests are open");
+    return done;
+}
+
+Request Machine::requestOf(const Submission& submission) {
+    Request request;
+    request.number = ++state_.lastNumber;
+    request.client = submission.client;
+    request.token = submission.token;
+    request.application = submission.application;
+    request.kind = submission.kind;
+    request.identifier = submission.identifier;
+    request.since = request.due = state_.clock;
+    return request;
+}
+
+/// The oldest fault that was ordered for such a request befalls it, and no other after it.
+void Machine::suffer(Request& request) {
+    const auto ordered = std::find_if(state_.faults.begin(), state_.faults.end(),
+                                      [&](const auto& entry) { return befalls(entry.second, request.kind); });
+    if (ordered == state_.faults.end()) return;
+    request.fault = ordered->second;
+    state_.faults.erase(ordered);
+    if (request.isBefallenBy(Fault::Kind::error)) request.doomed = request.fault->failure;
+    if (!request.isBefallenBy(Fault::Kind::delay)) return;
+    request.stage = Stage::delayed;
+    request.due += request.fault->milliseconds;
+}
+
+/// Of two activations or deactivations of one identifier the older fails, or else the newer.
+void Machine::giveWay(Request& request) {
+    if (request.kind == RequestKind::properties || !pending(request.identifier)) return;
+    if (isDefault(Switch::second))
+        supersede(request.identifier);
+    else
+        request.doomed = failureOfSecond();
+}
+
+/// Replace: the new copy is staged. Cancel: failed 11.
+Verdict Machine::answerReplacement(const std::string& client, const std::string& token, bool replace) {
+    Request* const request = find([&](const Request& open) {
+        return open.client == client && open.token == token && open.stage == Stage::replacement;
+    });
+    if (!request) return invalid("no such question is open");
+    if (replace) {
+        put(state_.copies.at(request->copy), CopyState::staging);
+        goOn(*request, Stage::staging);
+    } else {
+        end(*request, failureWith(code::requestCanceled));
+    }
+    return done;
+}
+
+void Machine::sealChecked(std::int64_t number, bool matches) {
+    const auto request = requests_.find(number);
+    if (request == requests_.end() || !std::exchange(request->second.awaitsSeal, false)) return;
+    request->second.sealMatches = matches;
+}
+
+/// An application that is gone gets no answer any more; the service goes on with what it was doing.
+void Machine::clientLeft(const std::string& client) {
     for (auto& [number, request] : requests_) {
         if (request.client != client || request.stage == Stage::ended) continue;
         request.client.clear();
-        take(request, RequestEvent::clientLeft);
-    }
-    sweep();
-}
-
-void Requests::withdrawAll() {
-    for (auto& [number, request] : requests_) {
-        takeIfMeant(request, RequestEvent::withdrawn, failureWith(code::requestCanceled));
-    }
-    sweep();
-}
-
-void Requests::sweep() {
-    for (auto entry = requests_.begin(); entry != requests_.end();) {
-        entry = entry->second.stage == Stage::ended ? requests_.erase(entry) : std::next(entry);
+        if (!worksByItself(request.stage)) end(request);
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simulator/core/Copy.h"
-#include "simulator/core/Fault.h"
+#include "simulator/core/Request.h"
 #include "simulator/core/Settings.h"
 
 #include <cstdint>

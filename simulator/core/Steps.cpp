@@ -1,205 +1,180 @@
-#include "simulator/core/Steps.h"
+// The steps that a request takes by itself, one after the other.
 
+#include "simulator/core/Checks.h"
+#include "simulator/core/Machine.h"
+
+#include <tuple>
 #include <utility>
 
 namespace simulator {
 
-Steps::Steps(State& state, const Disk& disk, Outbox& outbox, Copies& copies, Requests& requests)
-    : state_{state}, disk_{disk}, outbox_{outbox}, copies_{copies}, requests_{requests} {
+namespace {
+
+CopyRecord recordOf(const Copy& copy) {
+    const CopyStateRow& row = describe(copy.state);
+    return {copy.extension.identifier,  copy.version.shortVersion, copy.version.version, row.isEnabled,
+            row.isAwaitingUserApproval, row.isUninstalling};
 }
 
-bool Steps::take() {
-    Request* const request = requests_.nextDue();
-    if (!request) return false;
-    switch (request->stage) {
-    case Stage::delayed:
-        requests_.take(*request, RequestEvent::delayPassed);
-        break;
-    case Stage::checking:
-        check(*request);
-        break;
-    case Stage::validating:
-        validate(*request);
-        break;
-    case Stage::staging:
-        stage(*request);
-        break;
-    case Stage::removing:
-        requests_.take(*request, RequestEvent::removed, Finished{request->result});
-        break;
-    default:
-        break;
+} // namespace
+
+bool Machine::isDue(const Request& request) const {
+    return worksByItself(request.stage) && !request.awaitsSeal && request.due <= state_.clock;
+}
+
+/// What is due first comes first, and of what is due at once that which has waited longest.
+bool Machine::step() {
+    Request* next = nullptr;
+    for (auto& [number, request] : requests_) {
+        if (!isDue(request)) continue;
+        if (!next || std::tie(request.due, request.turn) < std::tie(next->due, next->turn)) next = &request;
     }
-    requests_.sweep();
+    if (!next) return false;
+    if (next->stage == Stage::delayed)
+        goOn(*next, Stage::checking);
+    else if (next->stage == Stage::checking)
+        check(*next);
+    else if (next->stage == Stage::validating)
+        validate(*next);
+    else if (next->stage == Stage::staging)
+        stage(*next);
+    else
+        end(*next, Finished{next->result});
     return true;
 }
 
-void Steps::check(Request& request) {
-    const bool crashes = request.fault && request.fault->kind == Fault::Kind::crash;
-    const std::size_t answersBefore = outbox_.answers.size();
-    checkAsOrdered(request);
-    if (!crashes) return;
-    outbox_.answers.resize(answersBefore);
-    outbox_.crashed = true;
+std::optional<BundleOnDisk> Machine::bundleOf(const Request& request) const {
+    return request.application.empty() ? std::nullopt : disk_.read(request.application);
 }
 
-void Steps::checkAsOrdered(Request& request) {
-    if (request.doomed) {
-        requests_.take(request, RequestEvent::failed, *request.doomed);
-    } else if (request.fault && request.fault->kind == Fault::Kind::silent) {
-        requests_.take(request, RequestEvent::goesSilent);
-    } else if (request.fault && request.fault->kind == Fault::Kind::hollow) {
-        requests_.take(request, RequestEvent::hollow, Finished{});
-    } else if (request.kind == RequestKind::activation) {
-        checkActivation(request);
-    } else if (request.kind == RequestKind::deactivation) {
-        checkDeactivation(request);
-    } else {
-        checkProperties(request);
-    }
+/// An extension that is installed belongs to the application that installed it.
+bool Machine::isOfAnotherOwner(const std::string& identifier, const BundleOnDisk& bundle) {
+    const Copy* const installed = replaceable(identifier);
+    return installed && (installed->extension.team != bundle.team || installed->extension.owner != bundle.identifier);
 }
 
-// Activation ---------------------------------------------------------------------------------------------------------
-
-void Steps::checkActivation(Request& request) {
-    const std::optional<BundleOnDisk> bundle = bundleOf(request);
-    const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
-    if (auto failure = firstFailedLookup(subject)) {
-        requests_.take(request, RequestEvent::failed, std::move(*failure));
-    } else if (request.isForeign || isOfAnotherOwner(request.identifier, *bundle)) {
-        requests_.take(request, RequestEvent::failed,
-                       failureWith(code::extensionNotFound, "The extension belongs to another application."));
-    } else {
-        beginActivation(request, subject);
-    }
+/// Where it does not, it asks whoever drives it, and the step is taken again once that has answered.
+bool Machine::knowsSeal(Request& request, Subject& subject) {
+    if (!request.sealMatches) request.sealMatches = subject.extension->sealMatches;
+    subject.sealMatches = request.sealMatches.value_or(false);
+    if (request.sealMatches) return true;
+    request.awaitsSeal = true;
+    outbox_.seals.push_back({request.number, pathOf(*subject.bundle, *subject.extension)});
+    return false;
 }
 
-void Steps::beginActivation(Request& request, const Subject& subject) {
-    const ExtensionOnDisk& found = *subject.extension;
-    const Version version{found.shortVersion, found.version};
-    const Copy* const active = copies_.activated(request.identifier);
-    const Copy* const waiting = copies_.waiting(request.identifier);
-    const bool isActive = active && active->version == version;
-    const bool waits = !isActive && waiting && waiting->version == version;
-    if (waits || (isActive && !state_.settings.developerMode)) {
-        keep(request, waits ? *waiting : *active, subject);
-    } else {
-        const Extension extension{found.team, request.identifier, found.name, *found.category,
-                                  subject.bundle->identifier};
-        request.copy = copies_.add(extension, version, request.application, CopyState::validating);
-        requests_.take(request, RequestEvent::isNew);
-    }
-}
-
-/// The copy need not be staged anew, but may have been damaged or forbidden since it was.
-void Steps::keep(Request& request, const Copy& copy, const Subject& subject) {
-    if (auto failure = firstFailedValidation(subject)) {
-        requests_.take(request, RequestEvent::failed, std::move(*failure));
-    } else if (isActivated(copy.state)) {
-        requests_.take(request, RequestEvent::alreadyActive, Finished{});
-    } else {
-        request.copy = copy.number;
-        askTheUser(request, RequestEvent::alreadyWaiting);
-    }
-}
-
-void Steps::validate(Request& request) {
-    const std::optional<BundleOnDisk> bundle = bundleOf(request);
-    const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
-    auto failure = firstFailedLookup(subject);
-    if (!failure) failure = firstFailedValidation(subject);
-    if (failure) {
-        requests_.take(request, RequestEvent::failed, std::move(*failure));
-    } else if (const Copy* const existing = copies_.replaceable(request.identifier)) {
-        const ReplacementAsked question{recordOf(*existing), recordOf(*copies_.find(request.copy))};
-        requests_.take(request, RequestEvent::needsQuestion, question);
-    } else {
-        copies_.happen(request.copy, CopyEvent::accepted);
-        requests_.take(request, RequestEvent::needsNoQuestion);
-    }
-}
-
-bool Steps::needsApproval(const Copy& copy) const {
-    const Extension& extension = copy.extension;
-    if (state_.settings.profile.allows(extension.team, extension.identifier)) return false;
-    return !copies_.isApproved(extension) || !state_.settings.isDefault(Switch::upgrade);
-}
-
-/// A profile may have arrived since the copy was validated.
-void Steps::stage(Request& request) {
-    const Copy& copy = *copies_.find(request.copy);
-    if (auto failure = failedPolicy(copy.extension, state_.settings)) {
-        requests_.take(request, RequestEvent::failed, std::move(*failure));
-        return;
-    }
-    if (!needsApproval(copy)) {
-        const std::int64_t result = copies_.activate(request.copy, CopyEvent::approved);
-        requests_.take(request, RequestEvent::activated, Finished{result});
-        return;
-    }
-    copies_.letWait(request.copy);
-    askTheUser(request, RequestEvent::needsApproval);
-}
-
-void Steps::askTheUser(Request& request, RequestEvent openly) {
-    if (request.fault && request.fault->kind == Fault::Kind::noprompt) {
-        requests_.take(request, RequestEvent::needsHiddenPrompt);
-    } else {
-        requests_.take(request, openly, NeedsApproval{});
-    }
-}
-
-// Deactivation and properties ----------------------------------------------------------------------------------------
-
-void Steps::checkDeactivation(Request& request) {
-    const std::optional<BundleOnDisk> bundle = bundleOf(request);
-    const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
-    const Copy* const installed = copies_.replaceable(request.identifier);
-    if (!subject.extension || !installed || request.isForeign || isOfAnotherOwner(request.identifier, *bundle)) {
-        requests_.take(request, RequestEvent::failed, failureWith(code::extensionNotFound));
-        return;
-    }
-    if (isAuthorized() || state_.settings.profile.letsRemove(installed->extension.team, request.identifier)) {
-        beginRemoval(request);
-    } else {
-        requests_.take(request, RequestEvent::needsAdministrator);
-    }
-}
-
-bool Steps::isAuthorized() const {
-    return !state_.settings.isDefault(Switch::authorization);
-}
-
-void Steps::beginRemoval(Request& request) {
-    request.result = copies_.beginRemoval(request.identifier);
-    requests_.take(request, RequestEvent::mayRemove);
-}
-
-void Steps::checkProperties(Request& request) {
-    std::vector<CopyRecord> records = copies_.report(request.identifier);
-    if (records.empty() && !state_.settings.isDefault(Switch::properties)) {
-        requests_.take(request, RequestEvent::failed, failureWith(code::extensionNotFound));
-    } else {
-        requests_.take(request, RequestEvent::listed, FoundProperties{std::move(records)});
-    }
-}
-
-bool Steps::isForeign(const Request& request) const {
+/// An application may activate and deactivate what it carries and what is its own, nothing else.
+bool Machine::isForeign(const Request& request) {
     if (request.kind == RequestKind::properties) return false;
-    const std::optional<BundleOnDisk> bundle = bundleOf(request);
+    const auto bundle = bundleOf(request);
     const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
     const bool holdsIt = request.kind == RequestKind::activation ? isCarried(subject) : subject.extension != nullptr;
     return !holdsIt || isOfAnotherOwner(request.identifier, *bundle);
 }
 
-bool Steps::isOfAnotherOwner(const std::string& identifier, const BundleOnDisk& bundle) const {
-    const Copy* const installed = copies_.replaceable(identifier);
-    if (!installed) return false;
-    return installed->extension.team != bundle.team || installed->extension.owner != bundle.identifier;
+/// What a fault does to a request, it does here; where the service dies, nothing is said.
+void Machine::check(Request& request) {
+    const std::size_t answersBefore = outbox_.answers.size();
+    if (request.doomed)
+        end(request, *request.doomed);
+    else if (request.isBefallenBy(Fault::Kind::silent))
+        goOn(request, Stage::silent);
+    else if (request.isBefallenBy(Fault::Kind::hollow))
+        end(request, Finished{});
+    else if (request.kind == RequestKind::activation)
+        checkActivation(request);
+    else if (request.kind == RequestKind::deactivation)
+        checkDeactivation(request);
+    else
+        checkProperties(request);
+    if (!request.isBefallenBy(Fault::Kind::crash)) return;
+    outbox_.answers.resize(answersBefore);
+    outbox_.crashed = true;
 }
 
-std::optional<BundleOnDisk> Steps::bundleOf(const Request& request) const {
-    return request.application.empty() ? std::nullopt : disk_.read(request.application);
+/// The same version already active, or waiting: finished 0 or told to wait, without a question; in developer mode a
+/// copy that is active is replaced all the same. Otherwise a new copy comes.
+void Machine::checkActivation(Request& request) {
+    const auto bundle = bundleOf(request);
+    Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
+    if (auto failure = firstFailedLookup(subject)) return end(request, *failure);
+    if (request.isForeign || isOfAnotherOwner(request.identifier, *bundle))
+        return end(request, failureWith(code::extensionNotFound, "The extension belongs to another application."));
+    const ExtensionOnDisk& found = *subject.extension;
+    const Version version{found.shortVersion, found.version};
+    const Copy* const active = first(request.identifier, isActivated);
+    const Copy* const waiting = first(request.identifier, isWaiting);
+    const bool isActive = active && active->version == version;
+    const bool waits = !isActive && waiting && waiting->version == version;
+    if (waits || (isActive && !state_.settings.developerMode)) {
+        if (!knowsSeal(request, subject)) return;
+        if (auto failure = firstFailedValidation(subject)) return end(request, *failure);
+        return waits ? askUser(request, waiting->number) : end(request, Finished{});
+    }
+    const Extension extension{found.team, request.identifier, found.name, *found.category, bundle->identifier};
+    request.copy = add(extension, version, request.application, CopyState::validating).number;
+    goOn(request, Stage::validating);
+}
+
+/// A sound copy is staged; where another is installed, the replacement question comes first.
+void Machine::validate(Request& request) {
+    const auto bundle = bundleOf(request);
+    Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
+    if (auto failure = firstFailedLookup(subject)) return end(request, *failure);
+    if (!knowsSeal(request, subject)) return;
+    if (auto failure = firstFailedValidation(subject)) return end(request, *failure);
+    Copy& copy = state_.copies.at(request.copy);
+    if (const Copy* const existing = replaceable(request.identifier)) {
+        say(request, ReplacementAsked{recordOf(*existing), recordOf(copy)});
+        return wait(request, Stage::replacement);
+    }
+    put(copy, CopyState::staging);
+    goOn(request, Stage::staging);
+}
+
+/// A staged copy is activated, or waits for the user. A profile may have arrived since it was validated.
+void Machine::stage(Request& request) {
+    Copy& copy = state_.copies.at(request.copy);
+    if (auto failure = failedPolicy(copy.extension, state_.settings)) return end(request, *failure);
+    if (!needsApproval(copy.extension)) return end(request, Finished{activate(copy)});
+    letWait(copy);
+    askUser(request, copy.number);
+}
+
+/// Needs approval; with one fault the prompt is never shown.
+void Machine::askUser(Request& request, std::int64_t copy) {
+    request.copy = copy;
+    if (!request.isBefallenBy(Fault::Kind::noprompt)) say(request, NeedsApproval{});
+    wait(request, Stage::user);
+}
+
+/// Nothing installed, or not the caller's: failed 4. An administrator is asked first, but not where the profile lists
+/// it as removable.
+void Machine::checkDeactivation(Request& request) {
+    const auto bundle = bundleOf(request);
+    const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
+    const Copy* const installed = replaceable(request.identifier);
+    if (!subject.extension || !installed || request.isForeign || isOfAnotherOwner(request.identifier, *bundle))
+        return end(request, failureWith(code::extensionNotFound));
+    if (!isDefault(Switch::authorization) ||
+        state_.settings.profile.letsRemove(installed->extension.team, request.identifier))
+        return remove(request);
+    wait(request, Stage::authorization);
+}
+
+void Machine::remove(Request& request) {
+    request.result = beginRemoval(request.identifier);
+    goOn(request, Stage::removing);
+}
+
+/// One record for each copy, oldest first.
+void Machine::checkProperties(Request& request) {
+    FoundProperties found;
+    for (const Copy* const copy : all(request.identifier, isReported))
+        found.copies.push_back(recordOf(*copy));
+    if (found.copies.empty() && !isDefault(Switch::properties))
+        return end(request, failureWith(code::extensionNotFound));
+    end(request, std::move(found));
 }
 
 } // namespace simulator

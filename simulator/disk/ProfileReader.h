@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/core/Profile.h"
 #include "simulator/core/Refusal.h"
+#include "simulator/core/Settings.h"
 
 #include <string>
 #include <variant>

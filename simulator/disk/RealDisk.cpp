@@ -1,5 +1,6 @@
 #include "simulator/disk/RealDisk.h"
 
+#include "simulator/disk/ProfileReader.h"
 #include "simulator/disk/Seal.h"
 
 #include <QDir>
@@ -43,9 +44,10 @@ void readInfo(ExtensionOnDisk& extension, const PropertyList& info, const QFileI
 
 void readSealOf(ExtensionOnDisk& extension, const std::string& path) {
     const auto seal = readSeal(path);
+    extension.sealMatches = false;
     if (!seal) return;
     extension.team = seal->team;
-    extension.sealMatches = digestsOf(path) == seal->files;
+    extension.sealMatches = std::nullopt;
     const auto groups = seal->entitlements.find(groupsEntitlement);
     if (groups == seal->entitlements.end()) return;
     for (std::string& group : groups->second.texts())
@@ -90,6 +92,15 @@ std::vector<std::string> RealDisk::bundlesIn(const std::string& folder) const {
         if (entry.suffix() == "app") paths.push_back(entry.canonicalFilePath().toStdString());
     }
     return paths;
+}
+
+std::variant<Profile, Refusal> RealDisk::profileIn(const std::string& contents) const {
+    return readProfile(contents);
+}
+
+bool isAsSealed(const std::string& extension) {
+    const auto seal = readSeal(extension);
+    return seal && digestsOf(extension) == seal->files;
 }
 
 std::string bundleOfFile(const std::string& file) {

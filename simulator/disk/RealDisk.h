@@ -4,16 +4,21 @@
 
 namespace simulator {
 
+/// The application bundle in which a file lies, the innermost one, without links; empty if it lies in none.
+std::string bundleOfFile(const std::string& file);
+/// The path without links; as it was given if there is nothing there.
+std::string canonicalPath(const std::string& path);
+
+/// Whether each file of an extension is as it was when it was sealed, and none was added. Reads them all.
+bool isAsSealed(const std::string& extension);
+
 /// The bundles of this machine's file system.
 class RealDisk final : public Disk {
 public:
     std::optional<BundleOnDisk> read(const std::string& bundle) const override;
     std::vector<std::string> bundlesIn(const std::string& folder) const override;
+    std::string canonical(const std::string& path) const override { return canonicalPath(path); }
+    std::variant<Profile, Refusal> profileIn(const std::string& contents) const override;
 };
-
-/// The application bundle in which a file lies, the innermost one, without links; empty if it lies in none.
-std::string bundleOfFile(const std::string& file);
-/// The path without links; as it was given if there is nothing there.
-std::string canonicalPath(const std::string& path);
 
 } // namespace simulator

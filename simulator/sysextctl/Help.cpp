@@ -1,8 +1,9 @@
 #include "simulator/sysextctl/Help.h"
 
-#include "simulator/sysextctl/Verbs.h"
+#include "simulator/core/Verbs.h"
 
-#include <QStringList>
+#include <algorithm>
+#include <cctype>
 
 namespace simulator::ctl {
 
@@ -29,45 +30,30 @@ Ends with 0 if it was done, 1 if it was not (nothing waits, not reached, no serv
 state, an identifier or another argument is unknown; what went wrong is one line on standard error.
 )";
 
-QString head(Verb::Role role) {
-    switch (role) {
-    case Verb::Role::shows:
-        return QStringLiteral("What is there, and what happens");
-    case Verb::Role::person:
-        return QStringLiteral("The person in front of the Mac");
-    case Verb::Role::machine:
-        return QStringLiteral("The machine");
-    case Verb::Role::faults:
-        return QStringLiteral("What goes wrong");
-    case Verb::Role::scenarios:
-        break;
-    }
-    return QStringLiteral("All of it, from a file");
-}
-
-QString call(const Verb& verb) {
-    return verb.arguments.isEmpty() ? verb.name : verb.name + u' ' + verb.arguments;
-}
-
-QString wholeHelp() {
-    constexpr auto columnWidth = 34;
-    QString text{opening};
-    const Verb* previous = nullptr;
-    for (const auto& verb : verbs()) {
-        if (previous == nullptr || previous->role != verb.role) text += QStringLiteral("\n%1\n").arg(head(verb.role));
-        text += QStringLiteral("  %1%2\n").arg(call(verb).leftJustified(columnWidth), verb.summary);
-        previous = &verb;
-    }
-    return text + closing;
+std::string lineOf(const Command& command) {
+    constexpr std::size_t columnWidth = 34;
+    std::string call = usageOf(command.word, command.usage);
+    call.resize(std::max(columnWidth, call.size()), ' ');
+    return "  " + call + command.summary + "\n";
 }
 
 } // namespace
 
-QString help(const QString& verb) {
-    const auto* known = verb.isEmpty() ? nullptr : verbNamed(verb);
-    if (known == nullptr) return wholeHelp();
-    return QStringLiteral("usage: sysextctl %1\n\n%2%3.\n%4")
-        .arg(call(*known), known->summary.left(1).toUpper(), known->summary.mid(1), known->details);
+std::string help() {
+    std::string text{opening};
+    std::string head;
+    for (const Command& command : commands()) {
+        if (command.head != head) text += "\n" + command.head + "\n";
+        head = command.head;
+        text += lineOf(command);
+    }
+    return text + closing;
+}
+
+std::string help(const Command& command) {
+    std::string summary = command.summary;
+    summary.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(summary.front())));
+    return "usage: sysextctl " + usageOf(command.word, command.usage) + "\n\n" + summary + ".\n" + command.details;
 }
 
 } // namespace simulator::ctl

@@ -1,10 +1,14 @@
 #pragma once
 
-#include <QString>
+#include "simulator/sysextctl/Commands.h"
+
+#include <string>
 
 namespace simulator::ctl {
 
-/// The help of one verb, or of the whole program if it is empty. Expects a verb that there is.
-QString help(const QString& verb);
+/// The help of the whole program.
+std::string help();
+/// The help of one verb.
+std::string help(const Command& command);
 
 } // namespace simulator::ctl

@@ -64,8 +64,23 @@ void Service::settle() {
         emit answered(answer);
     for (const Event& event : outbox.events)
         emit happened(event);
+    for (const SealToCheck& seal : outbox.seals)
+        check(seal);
     if (outbox.restarting) emit restarting();
     if (!outbox.events.empty()) emit changed();
+}
+
+void Service::check(const SealToCheck& seal) {
+    checks_.start([this, seal] {
+        const bool matches = isAsSealed(seal.extension);
+        const auto tell = [this, seal, matches] {
+            perform([&](Machine& machine) -> Verdict {
+                machine.sealChecked(seal.request, matches);
+                return done;
+            });
+        };
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    });
 }
 
 void Service::keep(const std::set<std::int64_t>& touched) {

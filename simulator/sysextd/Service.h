@@ -5,6 +5,7 @@
 #include "simulator/store/Store.h"
 
 #include <QObject>
+#include <QThreadPool>
 
 #include <cstdint>
 #include <functional>
@@ -40,12 +41,15 @@ private:
     void step();
     void stepLater();
     void settle();
+    /// On a thread of its own: it reads all of an extension's files, and nothing else waits for that.
+    void check(const SealToCheck& seal);
     void keep(const std::set<std::int64_t>& touched);
 
     Store store_;
     RealDisk disk_;
     Machine machine_;
     bool isStepping_ = false;
+    QThreadPool checks_;
 };
 
 } // namespace simulator

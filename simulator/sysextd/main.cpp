@@ -1,14 +1,11 @@
 #include "Simulator1Adaptor.h"
 #include "simulator/bus/Names.h"
-#include "simulator/process/TerminationSignals.h"
 #include "simulator/store/Store.h"
 #include "simulator/sysextd/BusObject.h"
 
 #include <QCoreApplication>
 #include <QDBusError>
 #include <QDir>
-
-#include <unistd.h>
 
 #include <cstdio>
 #include <exception>
@@ -28,10 +25,10 @@ std::string storeFile() {
     return (folder + "/kelvra-simulator/store.sqlite").toStdString();
 }
 
-/// Serves until it is told to stop or the bus is gone.
+/// Serves until the bus is gone. A kill loses nothing that was answered.
 int serve(QCoreApplication& application, QDBusConnection bus) {
     Service service{storeFile()};
-    BusObject object{bus, service, geteuid()};
+    BusObject object{bus, service};
     Simulator1Adaptor applications{&object};
     ControlAdaptor control{&object};
     bus.connect({}, "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local", "Disconnected", &application,
@@ -46,9 +43,7 @@ int serve(QCoreApplication& application, QDBusConnection bus) {
 
 int main(int argc, char** argv) {
     try {
-        TerminationSignals termination;
         QCoreApplication application{argc, argv};
-        termination.handle([] { QCoreApplication::quit(); });
         registerTypes();
         const QDBusConnection bus = QDBusConnection::sessionBus();
         if (!bus.isConnected()) return complain("there is no session bus: " + bus.lastError().message());

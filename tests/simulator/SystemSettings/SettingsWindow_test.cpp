@@ -1,10 +1,8 @@
-#include "tests/simulator/support/Printing.h"
+#include "tests/simulator/support/QtTesting.h"
 
 #include "tests/simulator/SystemSettings/ShownWindow.h"
 #include "tests/simulator/support/Program.h"
-#include "tests/simulator/support/QtMessages.h"
 #include "tests/simulator/support/ScriptedControl.h"
-#include "tests/simulator/support/Until.h"
 #include "tests/support/PrivateBus.h"
 
 #include <QAbstractButton>
@@ -196,13 +194,13 @@ TEST_F(SystemSettings, TellsAssistiveTechnologyWhatEachPartIs) {
 TEST_F(SystemSettings, TellsTheServiceWhatIsPressedByMouseReturnOrAssistiveTechnology) {
     open(copies("waiting", "enabled"));
     click("Restart");
-    EXPECT_TRUE(untilDone("Restart"));
+    EXPECT_TRUE(untilDone("restart"));
     press("Deny Camera");
-    EXPECT_TRUE(untilDone("Deny " + camera));
+    EXPECT_TRUE(untilDone("deny " + camera));
     QTest::keyClick(named("Allow Camera"), Qt::Key_Return);
-    EXPECT_TRUE(untilDone("Allow " + camera));
+    EXPECT_TRUE(untilDone("allow " + camera));
     QTest::keyClick(named("Enable Network"), Qt::Key_Return);
-    EXPECT_TRUE(untilDone("Disable " + network));
+    EXPECT_TRUE(untilDone("disable " + network));
 }
 
 TEST_F(SystemSettings, TurnsASwitchOnlyWhenTheServiceSaysSo) {
@@ -211,13 +209,13 @@ TEST_F(SystemSettings, TurnsASwitchOnlyWhenTheServiceSaysSo) {
     };
     open(copies({}, "enabled"));
     click("Enable Network");
-    ASSERT_TRUE(untilDone("Disable " + network));
+    ASSERT_TRUE(untilDone("disable " + network));
     EXPECT_TRUE(isOn());
     control().show(copies({}, "disabled"));
     ASSERT_TRUE(untilSaid("Disabled"));
     EXPECT_FALSE(isOn());
     click("Enable Network");
-    EXPECT_TRUE(untilDone("Enable " + network));
+    EXPECT_TRUE(untilDone("enable " + network));
 }
 
 TEST_F(SystemSettings, AsksFewTimesForManyChanges) {
@@ -231,7 +229,7 @@ TEST_F(SystemSettings, AsksFewTimesForManyChanges) {
 
 TEST_F(SystemSettings, SaysWhyTheServiceRefuses) {
     open(copies("waiting"));
-    control().refuse("Allow", "NotPermitted", "the profile forbids it");
+    control().refuse("allow", "NotPermitted", "the profile forbids it");
     press("Allow Camera");
     EXPECT_TRUE(untilSaid("the profile forbids it"));
     EXPECT_FALSE(shows("Start the simulated Mac"));
@@ -239,7 +237,7 @@ TEST_F(SystemSettings, SaysWhyTheServiceRefuses) {
 
 TEST_F(SystemSettings, LooksAgainAndSaysNothingIfSomeoneElseWasQuicker) {
     open(copies("waiting"));
-    control().refuse("Allow", "NothingWaiting", "nothing waits");
+    control().refuse("allow", "NothingWaiting", "nothing waits");
     const auto asked = control().timesAsked("ListCopies");
     press("Allow Camera");
     ASSERT_TRUE(untilAsked("ListCopies", asked + 1));
@@ -278,7 +276,7 @@ TEST_F(SystemSettings, AsksTheAdministratorsQuestionOverEverythingElse) {
 TEST_F(SystemSettings, RefusesAtEscape) {
     openWithQuestion();
     key(Qt::Key_Escape);
-    EXPECT_TRUE(untilDone("Refuse " + network));
+    EXPECT_TRUE(untilDone("refuse " + network));
 }
 
 TEST_F(SystemSettings, TakesADoubleClickAndAKeyThatIsHeldForOneAnswer) {
@@ -290,8 +288,8 @@ TEST_F(SystemSettings, TakesADoubleClickAndAKeyThatIsHeldForOneAnswer) {
     QTest::mouseRelease(authorize, Qt::LeftButton);
     QApplication::sendEvent(authorize, &held);
     press("Refuse Network");
-    ASSERT_TRUE(untilDone("Refuse " + network));
-    EXPECT_EQ(control().deeds().count("Authorize " + network), 1);
+    ASSERT_TRUE(untilDone("refuse " + network));
+    EXPECT_EQ(control().deeds().count("authorize " + network), 1);
 }
 
 TEST_F(SystemSettings, CutsNothingOffHoweverNarrowItIsMade) {

@@ -1,214 +1,111 @@
 #include "tests/simulator/sample/SampleMac.h"
 
-#include <functional>
-
 namespace simulator {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
+using Change = void (*)(BundleOnDisk& bundle, ExtensionOnDisk& camera);
+
+/// What is wrong with an application or its camera, and the error that its activation fails with.
 struct Wrong {
     const char* name;
-    int code;
-    std::function<void(BundleOnDisk&)> make;
+    Change make;
+    std::int64_t code;
+    const char* description;
 };
 
 void PrintTo(const Wrong& wrong, std::ostream* out) {
     *out << wrong.name;
 }
 
-class AnActivationThatIsWrong : public testing::TestWithParam<Wrong> {
-protected:
-    SampleMac mac;
-};
+constexpr auto notCarried = "The application holds no extension of this identifier.";
+constexpr auto outside = "The application must be in an Applications folder.";
+constexpr auto misnamed = "The extension's file name is not its identifier.";
+constexpr auto noCategory = "The extension is neither a driver nor of another known category.";
+constexpr auto changed = "The extension's files do not match its seal.";
+constexpr auto outsideItsGroup = "The camera's Mach service name is not in its application group.";
 
-TEST_P(AnActivationThatIsWrong, FailsWithItsCodeAndLeavesNothing) {
+// clang-format off
+const Wrong everythingThatIsWrong[]{
+    {"NestedInAnotherApplication", [](auto& bundle, auto&) { bundle.path = "/Applications/Outer.app/Contents/Inner.app"; },
+     1, "The application lies inside another application."},
+    {"WithoutTheEntitlement", [](auto& bundle, auto&) { bundle.mayInstallExtensions = false; },
+     2, "The application may not install system extensions."},
+    {"OutsideTheApplicationsFolder", [](auto& bundle, auto&) { bundle.path = "/Downloads/Driver Manager.app"; }, 3, outside},
+    {"BesideTheApplicationsFolder", [](auto& bundle, auto&) { bundle.path = "/Applications2/Manager.app"; }, 3, outside},
+    {"WithoutTheExtension", [](auto& bundle, auto&) { bundle.extensions.erase(bundle.extensions.begin()); }, 4, notCarried},
+    {"WithAMisnamedExtension", [](auto&, auto& camera) { camera.fileName = "Camera.systemextension"; }, 4, misnamed},
+    {"WithAnotherExtensionOfThatFileName", [](auto&, auto& camera) { camera.identifier = "com.example.other"; }, 4, misnamed},
+    {"WithAnExtensionOfAnotherTeam", [](auto&, auto& camera) { camera.team = "OTHER00001"; },
+     4, "The extension belongs to another team than the application."},
+    {"WithoutAnIdentifier", [](auto&, auto& camera) { camera.identifier.clear(); },
+     5, "The extension's Info.plist has no bundle identifier."},
+    {"WithTwoExtensionsOfOneIdentifier", [](auto& bundle, auto& camera) { bundle.extensions[1].identifier = camera.identifier; },
+     6, "The application holds several extensions of this identifier."},
+    {"WithAnExtensionOfNoCategory", [](auto&, auto& camera) { camera.category.reset(); }, 7, noCategory},
+    {"WithACameraNamedAsADriver", [](auto&, auto& camera) { camera.fileName = camera.identifier + ".dext"; }, 7, noCategory},
+    {"WithADriverNamedAsACamera", [](auto&, auto& camera) { camera.category = Category::driver; }, 7, noCategory},
+    {"WithAnExtensionOfAnUnknownSuffix", [](auto&, auto& camera) { camera.fileName = camera.identifier + ".appex"; }, 7, noCategory},
+    {"WithAnUnsealedExtension", [](auto&, auto& camera) { camera.team.clear(); }, 8, changed},
+    {"WithADamagedExtension", [](auto&, auto& camera) { camera.sealMatches = false; }, 8, changed},
+    {"WithoutAUsageDescription", [](auto&, auto& camera) { camera.hasUsageDescription = false; },
+     9, "The extension's Info.plist has no usage description."},
+    {"WithACameraOutsideItsGroup", [](auto&, auto& camera) { camera.machServiceName = "KELVRA0001.groupcamera"; }, 9, outsideItsGroup},
+    {"WithACameraWithoutAGroup", [](auto&, auto& camera) { camera.applicationGroups.clear(); }, 9, outsideItsGroup},
+};
+// clang-format on
+
+class AnActivationThatIsWrong : public testing::TestWithParam<Wrong> {};
+
+TEST_P(AnActivationThatIsWrong, FailsWithItsErrorAndLeavesNothing) {
+    SampleMac mac;
     BundleOnDisk bundle = mac.application();
     mac.disk().remove(bundle.path);
-    GetParam().make(bundle);
+    GetParam().make(bundle, bundle.extensions[0]);
     mac.disk().put(bundle);
-    mac.mustDo(mac.machine().submit({"client", "a", bundle.path, RequestKind::activation, camera}));
-    EXPECT_THAT(mac.heard(), ElementsAre("a: failed " + std::to_string(GetParam().code)));
+    mac.submit({"client", "a", bundle.path, RequestKind::activation, camera});
+    mac.rest();
+    const std::vector<Answer> answers = mac.takeOutbox().answers;
+    ASSERT_THAT(answers, SizeIs(1));
+    EXPECT_EQ(std::get<Failure>(answers[0].body),
+              (Failure{"OSSystemExtensionErrorDomain", GetParam().code, GetParam().description}));
     EXPECT_THAT(mac.copies(), IsEmpty());
 }
 
-const std::vector<Wrong> everythingThatIsWrong{
-    {"NestedInAnotherApplication", 1,
-     [](BundleOnDisk& bundle) { bundle.path = "/Applications/Outer.app/Contents/Inner.app"; }},
-    {"WithoutTheEntitlement", 2, [](BundleOnDisk& bundle) { bundle.mayInstallExtensions = false; }},
-    {"OutsideTheApplicationsFolder", 3, [](BundleOnDisk& bundle) { bundle.path = "/Downloads/Driver Manager.app"; }},
-    {"BesideTheApplicationsFolder", 3, [](BundleOnDisk& bundle) { bundle.path = "/Applications2/Manager.app"; }},
-    {"WithoutTheExtension", 4, [](BundleOnDisk& bundle) { bundle.extensions.erase(bundle.extensions.begin()); }},
-    {"WithAMisnamedExtension", 4,
-     [](BundleOnDisk& bundle) { bundle.extensions[0].fileName = "Camera.systemextension"; }},
-    {"WithAnotherExtensionOfThatFileName", 4,
-     [](BundleOnDisk& bundle) { bundle.extensions[0].identifier = "com.example.other"; }},
-    {"WithAnExtensionOfAnotherTeam", 4, [](BundleOnDisk& bundle) { bundle.extensions[0].team = "OTHER00001"; }},
-    {"WithoutAnIdentifier", 5, [](BundleOnDisk& bundle) { bundle.extensions[0].identifier.clear(); }},
-    {"WithTwoExtensionsOfOneIdentifier", 6, [](BundleOnDisk& bundle) { bundle.extensions[1].identifier = camera; }},
-    {"WithAnExtensionOfNoCategory", 7, [](BundleOnDisk& bundle) { bundle.extensions[0].category.reset(); }},
-    {"WithACameraNamedAsADriver", 7,
-     [](BundleOnDisk& bundle) { bundle.extensions[0].fileName = std::string{camera} + ".dext"; }},
-    {"WithAnExtensionOfAnUnknownSuffix", 7,
-     [](BundleOnDisk& bundle) { bundle.extensions[0].fileName = std::string{camera} + ".appex"; }},
-    {"WithAnUnsealedExtension", 8, [](BundleOnDisk& bundle) { bundle.extensions[0].team.clear(); }},
-    {"WithADamagedExtension", 8, [](BundleOnDisk& bundle) { bundle.extensions[0].sealMatches = false; }},
-    {"WithoutAUsageDescription", 9, [](BundleOnDisk& bundle) { bundle.extensions[0].hasUsageDescription = false; }},
-    {"WithACameraOutsideItsGroup", 9,
-     [](BundleOnDisk& bundle) { bundle.extensions[0].machServiceName = "KELVRA0001.groupcamera"; }},
-    {"WithACameraWithoutAGroup", 9, [](BundleOnDisk& bundle) { bundle.extensions[0].applicationGroups.clear(); }},
-};
-
-INSTANTIATE_TEST_SUITE_P(Every, AnActivationThatIsWrong, testing::ValuesIn(everythingThatIsWrong),
+INSTANTIATE_TEST_SUITE_P(, AnActivationThatIsWrong, testing::ValuesIn(everythingThatIsWrong),
                          [](const auto& which) { return which.param.name; });
 
-/// A profile that allows nothing and leaves nothing to the user.
-Profile forbidding() {
-    Profile profile;
-    profile.allowsUserOverrides = false;
-    return profile;
+std::int64_t codeOf(const BundleOnDisk& bundle) {
+    const Settings settings;
+    Subject subject = subjectOf(&bundle, camera, settings);
+    subject.sealMatches = subject.extension && subject.extension->sealMatches == true;
+    if (const auto failure = firstFailedLookup(subject)) return failure->code;
+    const auto failure = firstFailedValidation(subject);
+    return failure ? failure->code : 0;
 }
 
-class ACheck : public testing::Test {
-protected:
-    SampleMac mac;
+/// From the last check to the first.
+const Wrong worseAndWorse[]{
+    {"", [](auto&, auto& camera) { camera.hasUsageDescription = false; }, 9, ""},
+    {"", [](auto&, auto& camera) { camera.sealMatches = false; }, 8, ""},
+    {"", [](auto&, auto& camera) { camera.team = "OTHER00001"; }, 4, ""},
+    {"", [](auto&, auto& camera) { camera.category.reset(); }, 7, ""},
+    {"", [](auto& bundle, auto& camera) { bundle.extensions[1].identifier = camera.identifier; }, 6, ""},
+    {"", [](auto& bundle, auto&) { bundle.path = "/Downloads/Driver Manager.app"; }, 3, ""},
+    {"", [](auto& bundle, auto&) { bundle.mayInstallExtensions = false; }, 2, ""},
+    {"", [](auto& bundle, auto&) { bundle.path = "/Applications/Outer.app/Contents/Inner.app"; }, 1, ""},
+    {"", [](auto& bundle, auto&) { bundle.extensions.clear(); }, 4, ""},
 };
 
-TEST_F(ACheck, OfThePlaceIsLeftOutInDeveloperMode) {
+TEST(TheChecks, AreMadeInTheirOrder) {
     BundleOnDisk bundle = sampleBundle();
-    bundle.path = "/Downloads/Driver Manager.app";
-    mac.disk().put(bundle);
-    mac.machine().setDeveloperMode(true);
-    mac.mustDo(mac.machine().submit({"client", "a", bundle.path, RequestKind::activation, camera}));
-    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval"));
-}
-
-TEST_F(ACheck, OfThePlaceGoesByTheFoldersThatWereSet) {
-    mac.mustDo(mac.machine().setApplicationsFolders({"/elsewhere", "/tmp/build"}));
-    mac.activate("a");
-    BundleOnDisk bundle = sampleBundle();
-    bundle.path = "/tmp/build/Driver Manager.app";
-    mac.disk().put(bundle);
-    mac.mustDo(mac.machine().submit({"client", "b", bundle.path, RequestKind::activation, camera}));
-    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 3", "b: needs approval"));
-}
-
-TEST_F(ACheck, OfThePlaceTakesAnyWhereTheFolderIsTheRoot) {
-    mac.mustDo(mac.machine().setApplicationsFolders({"/"}));
-    mac.activate("a");
-    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval"));
-}
-
-TEST_F(ACheck, OfWhoAsksComesFirst) {
-    mac.application().mayInstallExtensions = false;
-    mac.activate("a", "com.example.unknown");
-    mac.mustDo(mac.machine().submit({"client", "b", "", RequestKind::activation, camera}));
-    mac.mustDo(mac.machine().submit({"client", "c", "/gone.app", RequestKind::activation, camera}));
-    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 4", "b: failed 4", "c: failed 4"));
-}
-
-TEST_F(ACheck, RefusesTheExtensionOfAnotherApplication) {
-    mac.activate("a");
-    mac.mustDo(mac.machine().allow(camera));
-    BundleOnDisk other = sampleBundle();
-    other.path = "/Applications/Other.app";
-    other.identifier = "com.example.other";
-    setVersion(other, "3.0", "3000");
-    mac.disk().put(other);
-    mac.heard();
-    mac.mustDo(mac.machine().submit({"client", "b", other.path, RequestKind::activation, camera}));
-    EXPECT_THAT(mac.heard(), ElementsAre("b: failed 4"));
-}
-
-TEST_F(ACheck, ComesBeforeTheReplacementQuestion) {
-    mac.install("2004", "enabled");
-    mac.application().extensions[0].sealMatches = false;
-    mac.activate("a");
-    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 8"));
-    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
-}
-
-TEST_F(ACheck, ForbidsWhatTheProfileNeitherAllowsNorLeavesToTheUser) {
-    Profile profile;
-    profile.allowsUserOverrides = false;
-    profile.allowedExtensions[sampleTeam] = {driver};
-    mac.machine().setProfile(profile);
-    mac.activate("a", camera);
-    mac.activate("b", driver);
-    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 10", "b: finished 0"));
-}
-
-TEST_F(ACheck, FindsThatTheVersionThatWaitsWasForbiddenSince) {
-    mac.activate("a");
-    mac.machine().clientLeft("client");
-    mac.machine().setProfile(forbidding());
-    mac.activate("b");
-    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "b: failed 10"));
-    EXPECT_THAT(mac.copies(), ElementsAre("2105 activated waiting for user"));
-}
-
-TEST_F(ACheck, FindsThatTheVersionThatWaitsWasDamagedSince) {
-    mac.activate("a");
-    mac.machine().clientLeft("client");
-    mac.application().extensions[0].sealMatches = false;
-    mac.activate("b");
-    EXPECT_THAT(mac.heard(), ElementsAre("a: needs approval", "b: failed 8"));
-    EXPECT_THAT(mac.copies(), ElementsAre("2105 activated waiting for user"));
-}
-
-/// The very version that the application carries is activated, or was and is switched off.
-class ACheckOfWhatIsThere : public ACheck, public testing::WithParamInterface<const char*> {
-protected:
-    ACheckOfWhatIsThere() {
-        mac.install("2105", GetParam());
-        setVersion(mac.application(), "0.0", "2105");
+    EXPECT_EQ(codeOf(bundle), 0);
+    for (const Wrong& wrong : worseAndWorse) {
+        wrong.make(bundle, bundle.extensions[0]);
+        EXPECT_EQ(codeOf(bundle), wrong.code);
     }
-
-    void expectOnlyThatItFailsWith(const std::string& code) {
-        const std::vector<std::string> copies = mac.copies();
-        mac.activate("a");
-        EXPECT_THAT(mac.heard(), ElementsAre("a: failed " + code));
-        EXPECT_EQ(mac.copies(), copies);
-    }
-};
-
-TEST_P(ACheckOfWhatIsThere, FindsThatItWasDamagedSince) {
-    mac.application().extensions[0].sealMatches = false;
-    expectOnlyThatItFailsWith("8");
-}
-
-TEST_P(ACheckOfWhatIsThere, FindsThatItIsNoLongerValidForItsCategory) {
-    mac.application().extensions[0].hasUsageDescription = false;
-    expectOnlyThatItFailsWith("9");
-}
-
-TEST_P(ACheckOfWhatIsThere, FindsThatItWasForbiddenSince) {
-    mac.machine().setProfile(forbidding());
-    expectOnlyThatItFailsWith("10");
-}
-
-TEST_P(ACheckOfWhatIsThere, FindsThatItWasDamagedSinceInDeveloperModeToo) {
-    mac.machine().setDeveloperMode(true);
-    mac.application().extensions[0].sealMatches = false;
-    expectOnlyThatItFailsWith("8");
-}
-
-TEST_P(ACheckOfWhatIsThere, FindsThatItWasForbiddenSinceInDeveloperModeToo) {
-    mac.machine().setDeveloperMode(true);
-    mac.machine().setProfile(forbidding());
-    expectOnlyThatItFailsWith("10");
-}
-
-INSTANTIATE_TEST_SUITE_P(Each, ACheckOfWhatIsThere, testing::Values("enabled", "disabled"),
-                         [](const auto& which) { return std::string{which.param}; });
-
-TEST_F(ACheck, SaysWhyInItsDescription) {
-    mac.application().mayInstallExtensions = false;
-    mac.activate("a");
-    const auto& failure = std::get<Failure>(mac.answers().back().body);
-    EXPECT_EQ(failure,
-              (Failure{"OSSystemExtensionErrorDomain", 2, "The application may not install system extensions."}));
 }
 
 } // namespace

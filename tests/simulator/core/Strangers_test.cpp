@@ -1,3 +1,5 @@
+// Programs that ask for an extension that is not their own.
+
 #include "tests/simulator/sample/SampleMac.h"
 
 namespace simulator {
@@ -7,22 +9,12 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr auto otherApplication = "/Applications/Other.app";
-
-BundleOnDisk anotherApplication() {
-    BundleOnDisk other = sampleBundle();
-    other.path = otherApplication;
-    other.identifier = "com.example.other";
-    setVersion(other, "3.0", "3000");
-    return other;
-}
-
-/// A program whose request for an extension cannot but fail, as the extension is not its own.
+/// A program whose request for an extension cannot but fail.
 struct Stranger {
     const char* name;
     /// The bundle that it runs from; empty if it runs from none.
     std::string application;
-    /// Makes it what it is, where it is one of another application.
+    /// Makes the other application what it is.
     void (*make)(BundleOnDisk& other);
 };
 
@@ -30,17 +22,14 @@ void PrintTo(const Stranger& stranger, std::ostream* out) {
     *out << stranger.name;
 }
 
-void leaveAsItIs(BundleOnDisk&) {
-}
-
-const std::vector<Stranger> strangers{
-    {"InNoBundle", "", leaveAsItIs},
-    {"InABundleThatIsGone", "/Applications/Gone.app", leaveAsItIs},
-    {"OfAnotherApplication", otherApplication, leaveAsItIs},
-    {"OfAnotherApplicationWithoutTheExtension", otherApplication,
-     [](BundleOnDisk& other) { other.extensions.clear(); }},
-    {"OfAnotherTeam", otherApplication,
-     [](BundleOnDisk& other) {
+const Stranger strangers[]{
+    {"InNoBundle", "", [](auto&) {}},
+    {"InABundleThatIsGone", "/Applications/Gone.app", [](auto&) {}},
+    {"OfAnotherApplication", "/Applications/Other.app", [](auto&) {}},
+    {"OfAnotherApplicationWithoutTheExtension", "/Applications/Other.app",
+     [](auto& other) { other.extensions.clear(); }},
+    {"OfAnotherTeam", "/Applications/Other.app",
+     [](auto& other) {
          other.identifier = sampleBundle().identifier;
          other.team = "OTHER00001";
          other.extensions[0].team = other.team;
@@ -50,17 +39,19 @@ const std::vector<Stranger> strangers{
 class AStranger : public testing::TestWithParam<Stranger> {
 protected:
     AStranger() {
-        BundleOnDisk other = anotherApplication();
+        BundleOnDisk other = otherBundle();
+        setVersion(other, "3.0", "3000");
         GetParam().make(other);
         mac.disk().put(other);
     }
 
     Machine& machine() { return mac.machine(); }
     void submit(const std::string& token, RequestKind kind) {
-        ASSERT_FALSE(machine().submit({"stranger", token, GetParam().application, kind, camera}));
+        mac.submit({"stranger", token, GetParam().application, kind, camera});
     }
     /// Asks for both, and is told no more than that there is no such extension.
     void askForBoth() {
+        mac.heard();
         submit("x", RequestKind::activation);
         submit("y", RequestKind::deactivation);
         mac.rest();
@@ -72,7 +63,6 @@ protected:
 
 TEST_P(AStranger, LeavesTheActivationThatWaitsForTheUserAlone) {
     mac.activate("a");
-    mac.heard();
     askForBoth();
     mac.mustDo(machine().allow(camera));
     EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
@@ -81,7 +71,6 @@ TEST_P(AStranger, LeavesTheActivationThatWaitsForTheUserAlone) {
 TEST_P(AStranger, LeavesTheQuestionAboutTheReplacementOpen) {
     mac.install("2004", "enabled");
     mac.activate("a");
-    mac.heard();
     askForBoth();
     mac.answer("a", true);
     EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
@@ -99,29 +88,21 @@ TEST_P(AStranger, LeavesTheRemovalThatTheAdministratorIsAskedAboutAlone) {
 TEST_P(AStranger, IsToldThatThereIsNoSuchExtensionOnASystemThatKeepsTheOlderRequestToo) {
     mac.set("second", "fails");
     mac.activate("a");
-    mac.heard();
     askForBoth();
     mac.mustDo(machine().allow(camera));
     EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
 }
 
 TEST_P(AStranger, IsNotInTheWayOfTheOwner) {
-    mac.install("2105", "enabled");
-    submit("x", RequestKind::activation);
-    submit("y", RequestKind::deactivation);
-    mac.deactivate("a");
-    mac.mustDo(machine().authorize(camera));
-    EXPECT_THAT(mac.heard(), ElementsAre("x: failed 4", "y: failed 4", "a: finished 0"));
-}
-
-TEST_P(AStranger, IsNotInTheWayOfTheOwnerOnASystemThatKeepsTheOlderRequest) {
-    mac.set("second", "fails");
-    mac.install("2105", "enabled");
-    submit("x", RequestKind::activation);
-    submit("y", RequestKind::deactivation);
-    mac.deactivate("a");
-    mac.mustDo(machine().authorize(camera));
-    EXPECT_THAT(mac.heard(), ElementsAre("x: failed 4", "y: failed 4", "a: finished 0"));
+    for (const auto* const value : {"supersedes", "fails"}) {
+        mac.set("second", value);
+        mac.install("2105", "enabled");
+        submit("x", RequestKind::activation);
+        submit("y", RequestKind::deactivation);
+        mac.deactivate("a");
+        mac.mustDo(machine().authorize(camera));
+        EXPECT_THAT(mac.heard(), ElementsAre("x: failed 4", "y: failed 4", "a: finished 0"));
+    }
 }
 
 TEST_P(AStranger, TakesNoFaultThatWasOrdered) {
@@ -147,56 +128,42 @@ TEST_P(AStranger, IsToldTheCopiesLikeAnyone) {
     mac.install("2105", "enabled");
     submit("x", RequestKind::properties);
     mac.rest();
-    EXPECT_THAT(mac.heard(), ElementsAre("x: found 2105 enabled"));
+    EXPECT_THAT(mac.heard(), ElementsAre("x: found 0.0/2105 enabled"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, AStranger, testing::ValuesIn(strangers),
                          [](const auto& which) { return which.param.name; });
 
-class AnApplicationThatCarriesItWrongly : public testing::Test {
-protected:
-    AnApplicationThatCarriesItWrongly() {
+/// An application that has an open request changes the extension that it carries, and asks again.
+TEST(AnApplicationThatCarriesItWrongly, TakesThePlaceOfItsOwnRequestAlone) {
+    using Change = void (*)(ExtensionOnDisk & camera);
+    const auto heardAfter = [](Change change) {
+        SampleMac mac;
         mac.activate("a");
         mac.heard();
-    }
+        change(mac.application().extensions[0]);
+        mac.activate("b");
+        return mac.heard();
+    };
+    const auto itsOwn = [&](Change change, const char* failure) {
+        EXPECT_THAT(heardAfter(change), ElementsAre("a: failed 12", failure));
+    };
+    const auto anothers = [&](Change change) { EXPECT_THAT(heardAfter(change), ElementsAre("b: failed 4")); };
+    anothers([](auto& camera) { camera.fileName = "Camera.systemextension"; });
+    anothers([](auto& camera) { camera.team = "OTHER00001"; });
+    itsOwn([](auto& camera) { camera.sealMatches = false; }, "b: failed 8");
+    itsOwn([](auto& camera) { camera.identifier.clear(); }, "b: failed 5");
+}
 
-    void askFromElsewhere(const BundleOnDisk& bundle) {
-        mac.disk().put(bundle);
-        mac.mustDo(mac.machine().submit({"other", "x", bundle.path, RequestKind::activation, camera}));
-    }
-
+TEST(AnotherApplication, GetsTheCodeOfTheFirstCheckThatItFails) {
     SampleMac mac;
-};
-
-TEST_F(AnApplicationThatCarriesItWrongly, UnderAnotherNameLeavesTheOpenRequestAlone) {
-    mac.application().extensions[0].fileName = "Camera.systemextension";
-    mac.activate("b");
-    EXPECT_THAT(mac.heard(), ElementsAre("b: failed 4"));
-}
-
-TEST_F(AnApplicationThatCarriesItWrongly, OfAnotherTeamLeavesTheOpenRequestAlone) {
-    mac.application().extensions[0].team = "OTHER00001";
-    mac.activate("b");
-    EXPECT_THAT(mac.heard(), ElementsAre("b: failed 4"));
-}
-
-TEST_F(AnApplicationThatCarriesItWrongly, OfAnotherOwnerGetsTheCodeOfTheFirstCheckThatItFails) {
-    BundleOnDisk other = anotherApplication();
+    mac.activate("a");
+    BundleOnDisk other = otherBundle();
     other.mayInstallExtensions = false;
-    askFromElsewhere(other);
-    EXPECT_THAT(mac.heard(), ElementsAre("x: failed 2"));
-}
-
-TEST_F(AnApplicationThatCarriesItWrongly, DamagedTakesThePlaceOfItsOwnRequest) {
-    mac.application().extensions[0].sealMatches = false;
-    mac.activate("b");
-    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 12", "b: failed 8"));
-}
-
-TEST_F(AnApplicationThatCarriesItWrongly, WithoutAnIdentifierTakesThePlaceOfItsOwnRequest) {
-    mac.application().extensions[0].identifier.clear();
-    mac.activate("b");
-    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 12", "b: failed 5"));
+    mac.disk().put(other);
+    mac.submit({"other", "x", other.path, RequestKind::activation, camera});
+    mac.rest();
+    EXPECT_EQ(mac.heard().back(), "x: failed 2");
 }
 
 } // namespace

@@ -1,10 +1,9 @@
-#include "tests/simulator/support/Printing.h"
-
-#include "SimulatedMac.h"
+// System Settings in front of the service itself, with the command line and an application beside it.
 
 #include "tests/simulator/SystemSettings/ShownWindow.h"
-#include "tests/simulator/support/QtMessages.h"
+#include "tests/simulator/support/SimulatedMac.h"
 
+#include <csignal>
 #include <optional>
 
 namespace simulator::tests {
@@ -12,42 +11,37 @@ namespace simulator::tests {
 namespace {
 
 class SystemSettingsOnASimulatedMac : public testing::Test {
-protected:
-    void open() { shown.emplace(mac.connect()); }
-
 private:
-    OffscreenApplication application_;
+    OffscreenApplication offscreen_;
     QtMessages messages_;
 
 protected:
+    void openAfter(const QString& line) {
+        EXPECT_EQ(mac.does(line), "");
+        shown.emplace(mac.connect());
+    }
+
     SimulatedMac mac;
     std::optional<ShownWindow> shown;
 };
 
-} // namespace
-
 TEST_F(SystemSettingsOnASimulatedMac, AllowsWhatWaits) {
-    ASSERT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
-    open();
+    openAfter("install com.kelvra.ip-camera.cmio 2.1 2105 waiting");
     ASSERT_TRUE(shown->untilShown("Allow Camera"));
-    EXPECT_TRUE(shown->says("Waiting for approval"));
     shown->press("Allow Camera");
     EXPECT_TRUE(shown->untilSaid("Enabled"));
-    EXPECT_EQ(mac.sysextctl("wait com.kelvra.ip-camera.cmio enabled"), silence);
+    EXPECT_EQ(mac.copies(camera), std::vector<std::string>{"2105 enabled"});
 }
 
 TEST_F(SystemSettingsOnASimulatedMac, DeniesWhatWaits) {
-    ASSERT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
-    open();
+    openAfter("install com.kelvra.ip-camera.cmio 2.1 2105 waiting");
     ASSERT_TRUE(shown->untilShown("Deny Camera"));
     shown->press("Deny Camera");
     EXPECT_TRUE(shown->untilSaid("No camera extension is installed."));
-    EXPECT_EQ(mac.sysextctl("wait com.kelvra.ip-camera.cmio waiting --timeout 0").code, 1);
 }
 
 TEST_F(SystemSettingsOnASimulatedMac, SwitchesOffAndOn) {
-    ASSERT_EQ(mac.sysextctl("install com.kelvra.driverkit.usb-to-poe 2.1 2105"), silence);
-    open();
+    openAfter("install com.kelvra.driverkit.usb-to-poe 2.1 2105");
     ASSERT_TRUE(shown->untilShown("Enable Network"));
     shown->press("Enable Network");
     EXPECT_TRUE(shown->untilSaid("Disabled"));
@@ -56,34 +50,40 @@ TEST_F(SystemSettingsOnASimulatedMac, SwitchesOffAndOn) {
 }
 
 TEST_F(SystemSettingsOnASimulatedMac, Restarts) {
-    ASSERT_EQ(mac.sysextctl("install com.kelvra.driverkit.usb-to-poe 2.1 2105 uninstalling"), silence);
-    open();
+    openAfter("install com.kelvra.driverkit.usb-to-poe 2.1 2105 uninstalling");
     ASSERT_TRUE(shown->untilSaid("Removed at restart"));
     shown->press("Restart");
     EXPECT_TRUE(shown->untilSaid("No driver is installed."));
 }
 
-TEST_F(SystemSettingsOnASimulatedMac, StartsTheServiceAndFollowsTheCommandLine) {
-    open();
-    ASSERT_TRUE(shown->untilSaid("No camera extension is installed."));
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
-    EXPECT_TRUE(shown->untilShown("Allow Camera"));
-    EXPECT_EQ(mac.sysextctl("reset"), silence);
-    EXPECT_TRUE(shown->untilSaid("No camera extension is installed."));
+TEST_F(SystemSettingsOnASimulatedMac, AnswersAnApplicationThatRemoves) {
+    openAfter("install com.kelvra.driverkit.usb-to-poe 2.1 2105");
+    const auto application = mac.application();
+    application->submit("a", "deactivation", driver);
+    ASSERT_TRUE(shown->untilShown("Refuse Network"));
+    EXPECT_TRUE(shown->says("Driver Manager wants to remove Network."));
+    EXPECT_EQ(mac.does({"refuse", driver}), "");
+    EXPECT_TRUE(shown->untilShown("Enable Network"));
+    application->submit("b", "deactivation", driver);
+    ASSERT_TRUE(shown->untilShown("Authorize Network"));
+    shown->press("Authorize Network");
+    EXPECT_TRUE(application->hears("b finished 0"));
+    EXPECT_TRUE(shown->untilSaid("Removed at restart"));
 }
 
 TEST_F(SystemSettingsOnASimulatedMac, LeavesAServiceThatDiedAloneUntilSomeoneCallsIt) {
-    ASSERT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
-    open();
+    openAfter("install com.kelvra.ip-camera.cmio 2.1 2105 waiting");
     ASSERT_TRUE(shown->untilShown("Allow Camera"));
-    mac.killService();
+    mac.signalService(SIGKILL);
     ASSERT_TRUE(shown->untilSaid("The simulated Mac is not running."));
     shown->press("Start the simulated Mac");
     EXPECT_TRUE(shown->untilShown("Allow Camera"));
-    mac.killService();
+    mac.signalService(SIGKILL);
     ASSERT_TRUE(shown->untilSaid("The simulated Mac is not running."));
-    EXPECT_EQ(mac.sysextctl("allow com.kelvra.ip-camera.cmio"), silence);
+    EXPECT_EQ(mac.does("allow com.kelvra.ip-camera.cmio"), "");
     EXPECT_TRUE(shown->untilSaid("Enabled"));
 }
+
+} // namespace
 
 } // namespace simulator::tests

@@ -1,177 +1,135 @@
-#include "tests/simulator/support/Printing.h"
+// The command line in front of the service itself.
 
-#include "SimulatedMac.h"
+#include "tests/simulator/support/SimulatedMac.h"
 
-#include "tests/simulator/application/SampleBundle.h"
-#include "tests/simulator/support/TestApplication.h"
+#include <QTemporaryFile>
+
+#include <csignal>
 
 namespace simulator::tests {
 
 namespace {
 
-constexpr auto header = "enabled\tactive\tteamID\tbundleID (version)\tname\t[state]\n";
+class SysextctlOnASimulatedMac : public OnASimulatedMac {
+protected:
+    Outcome said(const QString& line) { return mac.sysextctl(line); }
+};
 
-std::string cameraRow(const std::string& stars, const std::string& version, const std::string& state) {
+struct Line {
+    const char* words;
+    Outcome outcome;
+};
+
+Outcome says(const std::string& text) {
+    return {0, text, ""};
+}
+
+Outcome failed(int code, const std::string& line) {
+    return {code, "", "sysextctl: " + line + "\n"};
+}
+
+std::string row(const std::string& stars, const std::string& version, const std::string& state) {
     return stars + "\tKELVRA0001\tcom.kelvra.ip-camera.cmio (" + version + ")\tCamera\t[" + state + "]\n";
 }
 
-std::string cameraList(const std::string& row) {
-    return "1 extension(s)\n--- com.apple.system_extension.cmio\n" + std::string{header} + row;
-}
+const std::string head = "enabled\tactive\tteamID\tbundleID (version)\tname\t[state]\n";
+const std::string listOfThree =
+    "3 extension(s)\n--- com.apple.system_extension.cmio\n" + head +
+    row("\t", "2.0/2004", "terminated waiting to uninstall on reboot") + row("*\t*", "2.1/2105", "activated enabled") +
+    "--- com.apple.system_extension.driver_extension\n" + head +
+    "\t*\tKELVRA0001\tcom.kelvra.driverkit.usb-to-poe (2.1/2105)\tNetwork\t[activated waiting for user]\n";
+const std::string listOfOne =
+    "1 extension(s)\n--- com.apple.system_extension.cmio\n" + head + row("\t", "2.1/2105", "activated disabled");
 
-class TheCommandLineOnASimulatedMac : public testing::Test {
-protected:
-    std::string list() { return mac.sysextctl("list").output; }
-
-private:
-    TestApplication application_;
-
-protected:
-    SimulatedMac mac;
+/// One after the other, on one Mac.
+const Line lines[]{
+    {"list", says("0 extension(s)\n")},
+    {"list --json", says("[]\n")},
+    {"requests", says("0 request(s)\n")},
+    {"install com.kelvra.driverkit.usb-to-poe 2.1 2105 waiting", silence},
+    {"install com.kelvra.ip-camera.cmio 2.0 2004 uninstalling", silence},
+    {"install com.kelvra.ip-camera.cmio 2.1 2105", silence},
+    {"list", says(listOfThree)},
+    {"list network_extension", says("0 extension(s)\n")},
+    {"wait com.kelvra.ip-camera.cmio uninstalling", silence},
+    {"wait com.kelvra.ip-camera.cmio absent --timeout 0.05",
+     failed(1, "com.kelvra.ip-camera.cmio is not absent after 0.050 s")},
+    {"deny com.kelvra.driverkit.usb-to-poe", silence},
+    {"deny com.kelvra.driverkit.usb-to-poe", failed(1, "com.kelvra.driverkit.usb-to-poe: nothing waits for approval")},
+    {"disable com.kelvra.ip-camera.cmio", silence},
+    {"restart", silence},
+    {"list", says(listOfOne)},
+    {"allow com.kelvra.unknown", failed(2, "com.kelvra.unknown: no such extension")},
+    {"wait com.kelvra.unknown absent", failed(2, "com.kelvra.unknown: no such extension")},
+    {"uninstall OTHER com.kelvra.ip-camera.cmio", failed(1, "com.kelvra.ip-camera.cmio: not installed by OTHER")},
+    {"uninstall KELVRA0001 com.kelvra.ip-camera.cmio", silence},
+    {"reset", silence},
+    {"wait com.kelvra.ip-camera.cmio absent", silence},
+    {"developer on", silence},
+    {"developer", says("Developer mode is on\n")},
+    {"advance 90s", says("90.000\n")},
+    {"applications /b/../c /a", silence},
+    {"applications", says("/c\n/a\n")},
+    {"switch second fails", silence},
+    {"switch second",
+     says("second\tfails\t(supersedes | fails)\ta second request for an extension: ends the first with "
+          "12, or fails with 12\n")},
+    {"switch second maybe", failed(2, "second is supersedes or fails, not 'maybe'")},
+    {"switch nonsense", failed(2, "unknown switch \"nonsense\"; there is authorization, denial, driver, properties, "
+                                  "refusal, restart, second, upgrade")},
+    {"fault next activate silent", silence},
+    {"fault next properties hollow",
+     failed(2, "unknown kind of hollow request \"properties\"; there is activate, deactivate, any")},
+    {"profile", says("No profile\n")},
 };
 
-} // namespace
-
-TEST_F(TheCommandLineOnASimulatedMac, ListsNothingAtFirst) {
-    EXPECT_EQ(mac.sysextctl("list"), (Outcome{0, "0 extension(s)\n", ""}));
-    EXPECT_EQ(mac.sysextctl("list --json"), (Outcome{0, "[]\n", ""}));
-    EXPECT_EQ(mac.sysextctl("requests"), (Outcome{0, "0 request(s)\n", ""}));
+TEST_F(SysextctlOnASimulatedMac, SaysWhatItSays) {
+    for (const Line& line : lines)
+        EXPECT_EQ(said(line.words), line.outcome) << line.words;
 }
 
-TEST_F(TheCommandLineOnASimulatedMac, InstallsCopiesInEachState) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.0 2004"), silence);
-    EXPECT_EQ(list(), cameraList(cameraRow("*\t*", "2.0/2004", "activated enabled")));
-    EXPECT_EQ(mac.sysextctl("reset"), silence);
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.0 2004 waiting"), silence);
-    EXPECT_EQ(list(), cameraList(cameraRow("\t*", "2.0/2004", "activated waiting for user")));
-    EXPECT_EQ(mac.sysextctl("reset"), silence);
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.0 2004 disabled"), silence);
-    EXPECT_EQ(list(), cameraList(cameraRow("\t", "2.0/2004", "activated disabled")));
-    EXPECT_EQ(mac.sysextctl("reset"), silence);
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.0 2004 uninstalling"), silence);
-    EXPECT_EQ(list(), cameraList(cameraRow("\t", "2.0/2004", "terminated waiting to uninstall on reboot")));
+TEST_F(SysextctlOnASimulatedMac, BringsShowsAndTakesAwayAProfile) {
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    const QByteArray profile = "<plist version=\"1.0\"><dict><key>AllowUserOverrides</key><true/></dict></plist>";
+    file.write(profile);
+    file.flush();
+    EXPECT_EQ(mac.sysextctl({"profile", file.fileName()}), silence);
+    EXPECT_EQ(said("profile"), says(profile.toStdString()));
+    EXPECT_EQ(said("profile --remove"), silence);
+    EXPECT_EQ(said("profile"), says("No profile\n"));
+    file.resize(0);
+    EXPECT_EQ(mac.sysextctl({"profile", file.fileName()}).code, 2);
 }
 
-TEST_F(TheCommandLineOnASimulatedMac, ListsSeveralCopiesOldestFirstAndCategoriesInOrder) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.driverkit.usb-to-poe 2.1 2105"), silence);
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.0 2004 uninstalling"), silence);
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105"), silence);
-    EXPECT_EQ(list(), "3 extension(s)\n--- com.apple.system_extension.cmio\n" + std::string{header} +
-                          cameraRow("\t", "2.0/2004", "terminated waiting to uninstall on reboot") +
-                          cameraRow("*\t*", "2.1/2105", "activated enabled") +
-                          "--- com.apple.system_extension.driver_extension\n" + header +
-                          "*\t*\tKELVRA0001\tcom.kelvra.driverkit.usb-to-poe (2.1/2105)\tNetwork\t"
-                          "[activated enabled]\n");
-    EXPECT_EQ(mac.sysextctl("list network_extension"), (Outcome{0, "0 extension(s)\n", ""}));
+TEST_F(SysextctlOnASimulatedMac, ShowsTheRequestsOfAnApplication) {
+    EXPECT_EQ(said("fault next activate 8 broken"), silence);
+    const auto application = mac.application();
+    application->submit("a", "activation", camera);
+    EXPECT_TRUE(application->hears("a failed 8 \"broken\""));
+    application->submit("b", "activation", camera);
+    ASSERT_TRUE(application->hears("b needs approval"));
+    const std::string shown = said("requests").output;
+    EXPECT_EQ(shown.rfind("1 request(s)\n", 0), 0U);
+    EXPECT_NE(shown.find("activation\tcom.kelvra.ip-camera.cmio\t0.000\t"), std::string::npos);
+    EXPECT_NE(shown.find("/Applications/Driver Manager.app\t[user]\n"), std::string::npos);
+    EXPECT_EQ(said("allow com.kelvra.ip-camera.cmio"), silence);
+    EXPECT_TRUE(application->hears("b finished 0"));
 }
 
-TEST_F(TheCommandLineOnASimulatedMac, AllowsWhatWaitsOnce) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
-    EXPECT_EQ(mac.sysextctl("allow com.kelvra.ip-camera.cmio"), silence);
-    EXPECT_EQ(list(), cameraList(cameraRow("*\t*", "2.1/2105", "activated enabled")));
-    EXPECT_EQ(mac.sysextctl("allow com.kelvra.ip-camera.cmio"),
-              (Outcome{1, "", "sysextctl: com.kelvra.ip-camera.cmio: nothing waits for approval\n"}));
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, DeniesWhatWaitsOnce) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
-    EXPECT_EQ(mac.sysextctl("deny com.kelvra.ip-camera.cmio"), silence);
-    EXPECT_EQ(mac.sysextctl("wait com.kelvra.ip-camera.cmio waiting --timeout 0").code, 1);
-    EXPECT_EQ(mac.sysextctl("deny com.kelvra.ip-camera.cmio"),
-              (Outcome{1, "", "sysextctl: com.kelvra.ip-camera.cmio: nothing waits for approval\n"}));
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, SwitchesAnExtensionOffAndOn) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105"), silence);
-    EXPECT_EQ(mac.sysextctl("disable com.kelvra.ip-camera.cmio"), silence);
-    EXPECT_EQ(list(), cameraList(cameraRow("\t", "2.1/2105", "activated disabled")));
-    EXPECT_EQ(mac.sysextctl("enable com.kelvra.ip-camera.cmio"), silence);
-    EXPECT_EQ(list(), cameraList(cameraRow("*\t*", "2.1/2105", "activated enabled")));
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, RestartTakesAwayWhatIsUninstallingAndKeepsWhatWaits) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.driverkit.usb-to-poe 2.0 2004 uninstalling"), silence);
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
-    EXPECT_EQ(mac.sysextctl("restart"), silence);
-    EXPECT_EQ(list(), cameraList(cameraRow("\t*", "2.1/2105", "activated waiting for user")));
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, ResetTakesAwayEveryCopy) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105"), silence);
-    EXPECT_EQ(mac.sysextctl("reset"), silence);
-    EXPECT_EQ(list(), "0 extension(s)\n");
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, UninstallsForItsTeamOrForAny) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105"), silence);
-    EXPECT_EQ(mac.sysextctl("uninstall OTHER com.kelvra.ip-camera.cmio").code, 1);
-    EXPECT_EQ(mac.sysextctl("uninstall KELVRA0001 com.kelvra.ip-camera.cmio"), silence);
-    EXPECT_EQ(mac.sysextctl("wait com.kelvra.ip-camera.cmio uninstalling"), silence);
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.driverkit.usb-to-poe 2.1 2105"), silence);
-    EXPECT_EQ(mac.sysextctl("uninstall - com.kelvra.driverkit.usb-to-poe"), silence);
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, KnowsTheExtensionsOfTheApplicationsAndNoOthers) {
-    const Outcome unknown{2, "", "sysextctl: com.kelvra.unknown: no such extension\n"};
-    EXPECT_EQ(mac.sysextctl("allow com.kelvra.unknown"), unknown);
-    EXPECT_EQ(mac.sysextctl("deny com.kelvra.unknown"), unknown);
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.unknown 2.0 2004"), unknown);
-    EXPECT_EQ(mac.sysextctl("wait com.kelvra.unknown absent").code, 2);
-    EXPECT_EQ(mac.sysextctl("wait com.kelvra.ip-camera.cmio absent"), silence);
-    EXPECT_EQ(mac.sysextctl("allow com.kelvra.ip-camera.cmio").code, 1);
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, WaitsForEachState) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.0 2004 uninstalling"), silence);
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 disabled"), silence);
-    EXPECT_EQ(mac.sysextctl("wait com.kelvra.ip-camera.cmio uninstalling"), silence);
-    EXPECT_EQ(mac.sysextctl("wait com.kelvra.ip-camera.cmio disabled"), silence);
-    auto waiting = mac.started({"wait", camera, "enabled"});
-    EXPECT_EQ(mac.sysextctl("enable com.kelvra.ip-camera.cmio"), silence);
-    ASSERT_TRUE(waiting.ended());
-    EXPECT_EQ(waiting.exitCode(), 0);
-    EXPECT_EQ(mac.sysextctl("wait com.kelvra.ip-camera.cmio absent --timeout 0.05"),
-              (Outcome{1, "", "sysextctl: com.kelvra.ip-camera.cmio is not absent after 0.050 s\n"}));
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, FindsEverythingAsItWasAfterTheServiceDied) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
-    mac.killService();
-    EXPECT_EQ(list(), cameraList(cameraRow("\t*", "2.1/2105", "activated waiting for user")));
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, WaitsOnThroughTheDeathOfTheService) {
-    EXPECT_EQ(mac.sysextctl("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
+TEST_F(SysextctlOnASimulatedMac, WaitsAndWatchesThroughTheDeathOfTheService) {
+    EXPECT_EQ(said("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
     auto watching = mac.started({"watch"});
     ASSERT_TRUE(watching.printed("watching\n"));
     auto waiting = mac.started({"wait", camera, "enabled"});
-    mac.killService();
+    mac.signalService(SIGKILL);
     ASSERT_TRUE(watching.printed("the service is gone\n"));
-    EXPECT_EQ(mac.sysextctl("allow com.kelvra.ip-camera.cmio"), silence);
-    ASSERT_TRUE(waiting.ended());
-    EXPECT_EQ(waiting.exitCode(), 0);
-    EXPECT_EQ(waiting.errors(), "");
+    EXPECT_EQ(said("allow com.kelvra.ip-camera.cmio"), silence);
+    EXPECT_EQ(waiting.outcome(), silence);
+    EXPECT_TRUE(watching.printed("0.000\tcom.kelvra.ip-camera.cmio\t2.1/2105: activated waiting for user -> "
+                                 "activated enabled\n"));
 }
 
-TEST_F(TheCommandLineOnASimulatedMac, WatchesWhatHappens) {
-    auto watching = mac.started({"watch"});
-    ASSERT_TRUE(watching.printed("watching\n"));
-    EXPECT_EQ(mac.sysextctl("restart"), silence);
-    EXPECT_TRUE(watching.printed("0.000\t-\trestart\n"));
-}
-
-TEST_F(TheCommandLineOnASimulatedMac, ChangesAndShowsSettings) {
-    EXPECT_EQ(mac.sysextctl("developer"), (Outcome{0, "Developer mode is off\n", ""}));
-    EXPECT_EQ(mac.sysextctl("developer on"), silence);
-    EXPECT_EQ(mac.sysextctl("developer"), (Outcome{0, "Developer mode is on\n", ""}));
-    EXPECT_EQ(mac.sysextctl("advance 90s"), (Outcome{0, "90.000\n", ""}));
-    EXPECT_EQ(mac.sysextctl("advance 250ms"), (Outcome{0, "90.250\n", ""}));
-    EXPECT_EQ(mac.sysextctl("switch second fails"), silence);
-    EXPECT_EQ(mac.sysextctl("switch second").output.rfind("second\tfails\t(supersedes | fails)\t", 0), 0U);
-    EXPECT_EQ(mac.sysextctl("switch second maybe").code, 2);
-    EXPECT_EQ(mac.sysextctl("profile"), (Outcome{0, "No profile\n", ""}));
-    EXPECT_EQ(mac.sysextctl("fault next activate silent"), silence);
-    EXPECT_EQ(mac.sysextctl("fault next properties hollow").code, 2);
-}
+} // namespace
 
 } // namespace simulator::tests

@@ -15,6 +15,12 @@ std::vector<std::string> FakeDisk::bundlesIn(const std::string& folder) const {
     return paths;
 }
 
+std::variant<Profile, Refusal> FakeDisk::profileIn(const std::string& contents) const {
+    const auto found = profiles_.find(contents);
+    if (found == profiles_.end()) return Refusal{Refusal::Kind::invalidArgument, "the profile is malformed"};
+    return found->second;
+}
+
 BundleOnDisk sampleBundle() {
     ExtensionOnDisk cameraExtension;
     cameraExtension.fileName = std::string{camera} + ".systemextension";
@@ -37,6 +43,13 @@ BundleOnDisk sampleBundle() {
     driverExtension.machServiceName.clear();
 
     return {sampleApplication, "com.kelvra.driver-manager", sampleTeam, true, {cameraExtension, driverExtension}};
+}
+
+BundleOnDisk otherBundle() {
+    BundleOnDisk other = sampleBundle();
+    other.path = "/Applications/Other.app";
+    other.identifier = "com.example.other";
+    return other;
 }
 
 void setVersion(BundleOnDisk& bundle, const std::string& shortVersion, const std::string& version) {

@@ -12,20 +12,21 @@ namespace {
 
 constexpr auto otherApplication = "/Applications/Other.app";
 
-/// Another application of the same maker that carries a camera of the same identifier.
-BundleOnDisk otherBundle() {
-    BundleOnDisk other = sampleBundle();
-    other.path = otherApplication;
-    other.identifier = "com.example.other";
-    other.extensions.pop_back();
-    return other;
+/// "2.1/2105: staging -> gone" without the version, "properties found 2" without the number.
+std::string wayIn(const Event& event) {
+    const auto colon = event.text.find(": ");
+    if (colon != std::string::npos) return event.text.substr(colon + 2);
+    const auto found = event.text.find(" found ");
+    return found == std::string::npos ? event.text : event.text.substr(0, found + 6);
 }
 
 } // namespace
 
 RandomWalk::RandomWalk(unsigned seed, Keeper& keeper) : random_{seed}, keeper_{keeper} {
     disk_.put(sampleBundle());
-    disk_.put(otherBundle());
+    BundleOnDisk other = otherBundle();
+    other.extensions.pop_back();
+    disk_.put(std::move(other));
     machine_ = std::make_unique<Machine>(State{}, disk_);
     keeper_.keep(machine_->state(), {});
 }
@@ -165,7 +166,8 @@ void RandomWalk::bringAProfile() {
     profile.allowsUserOverrides = pick(4) != 0;
     profile.source = "profile " + std::to_string(profiles_.size());
     profiles_.emplace(profile.source, profile);
-    machine_->setProfile(profile);
+    disk_.bring(profile);
+    EXPECT_EQ(machine_->setProfile(profile.source), done);
     for (const auto* const identifier : {camera, driver}) {
         if (profile.allows(sampleTeam, identifier)) witness_.happened(Cause::allowed, identifier);
         if (profile.letsRemove(sampleTeam, identifier)) witness_.happened(Cause::authorized, identifier);
@@ -245,8 +247,8 @@ State RandomWalk::keptState() {
 Outbox RandomWalk::takeOutbox() {
     Outbox outbox = machine_->takeOutbox();
     keeper_.keep(machine_->state(), outbox.copies);
-    copyTransitions_.insert(outbox.copyTransitions.begin(), outbox.copyTransitions.end());
-    requestTransitions_.insert(outbox.requestTransitions.begin(), outbox.requestTransitions.end());
+    for (const Event& event : outbox.events)
+        if (!event.identifier.empty()) ways_.insert(wayIn(event));
     return outbox;
 }
 
@@ -254,7 +256,7 @@ void RandomWalk::hear() {
     const Outbox outbox = takeOutbox();
     for (const Answer& answer : outbox.answers)
         witness_.hear(answer, *machine_);
-    if (!outbox.answers.empty() && pick(200) == 0) compare();
+    if (!outbox.answers.empty() && pick(100) == 0) compare();
     if (outbox.crashed) comeBack();
 }
 

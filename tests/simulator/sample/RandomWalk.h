@@ -1,7 +1,6 @@
 #pragma once
 
 #include "simulator/core/Machine.h"
-#include "tests/simulator/sample/Consent.h"
 #include "tests/simulator/sample/FakeDisk.h"
 #include "tests/simulator/sample/Witness.h"
 
@@ -38,9 +37,8 @@ public:
     std::size_t answers() const { return witness_.answers(); }
     /// How often it was looked whether all that was answered is kept.
     std::size_t comparisons() const { return comparisons_; }
-    /// The rows of the two tables that were taken at least once.
-    const std::set<const CopyTransition*>& copyTransitions() const { return copyTransitions_; }
-    const std::set<const RequestTransition*>& requestTransitions() const { return requestTransitions_; }
+    /// What was told of copies and requests at least once, without versions and numbers of copies.
+    const std::set<std::string>& ways() const { return ways_; }
 
 private:
     std::uint32_t pick(std::uint32_t below);
@@ -83,8 +81,7 @@ private:
     std::map<std::string, Profile> profiles_{{"", Profile{}}};
     /// The copies that have outlived a restart which should have removed them.
     std::set<std::int64_t> lingered_;
-    std::set<const CopyTransition*> copyTransitions_;
-    std::set<const RequestTransition*> requestTransitions_;
+    std::set<std::string> ways_;
     int lastToken_ = 0;
     std::size_t comparisons_ = 0;
 };

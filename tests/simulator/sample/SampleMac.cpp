@@ -8,25 +8,10 @@ namespace simulator {
 
 namespace {
 
-std::string flagsOf(const CopyRecord& record) {
-    if (record.isEnabled) return "enabled";
-    if (record.isAwaitingUserApproval) return "awaiting";
-    return record.isUninstalling ? "uninstalling" : "neither";
-}
-
-std::string textOf(const FoundProperties& found) {
-    std::string text = "found";
-    for (const CopyRecord& record : found.copies)
-        text += " " + record.version + " " + flagsOf(record);
-    return text;
-}
-
 std::string lineOf(const Answer& answer) {
-    if (const auto* found = std::get_if<FoundProperties>(&answer.body)) return answer.token + ": " + textOf(*found);
-    if (const auto* asked = std::get_if<ReplacementAsked>(&answer.body)) {
-        return answer.token + ": replace " + asked->existing.version + " by " + asked->replacement.version + "?";
-    }
-    return answer.token + ": " + textOf(answer.body);
+    const std::string text = textOf(answer.body);
+    const bool isFailure = std::holds_alternative<Failure>(answer.body);
+    return answer.token + ": " + (isFailure ? text.substr(0, text.find(" \"")) : text);
 }
 
 } // namespace
@@ -36,20 +21,28 @@ SampleMac::SampleMac() {
     machine_ = std::make_unique<Machine>(State{}, disk_);
 }
 
-void SampleMac::ask(const std::string& token, RequestKind kind, const std::string& identifier) {
-    mustDo(machine().submit({"client", token, sampleApplication, kind, identifier}));
+void SampleMac::submit(const std::string& token, RequestKind kind, const std::string& identifier) {
+    submit({"client", token, sampleApplication, kind, identifier});
+}
+
+void SampleMac::submit(const Submission& submission) {
+    const Verdict verdict = machine().submit(submission);
+    EXPECT_FALSE(verdict) << verdict->message;
 }
 
 void SampleMac::activate(const std::string& token, const std::string& identifier) {
-    ask(token, RequestKind::activation, identifier);
+    submit(token, RequestKind::activation, identifier);
+    rest();
 }
 
 void SampleMac::deactivate(const std::string& token, const std::string& identifier) {
-    ask(token, RequestKind::deactivation, identifier);
+    submit(token, RequestKind::deactivation, identifier);
+    rest();
 }
 
 void SampleMac::properties(const std::string& token, const std::string& identifier) {
-    ask(token, RequestKind::properties, identifier);
+    submit(token, RequestKind::properties, identifier);
+    rest();
 }
 
 void SampleMac::answer(const std::string& token, bool replace) {
@@ -62,18 +55,35 @@ void SampleMac::mustDo(const Verdict& verdict) {
 }
 
 void SampleMac::rest() {
-    take(machine().takeOutbox());
+    take();
     while (machine().step())
-        take(machine().takeOutbox());
+        take();
+}
+
+void SampleMac::steps(int count) {
+    for (int step = 0; step < count; ++step)
+        machine().step();
 }
 
 void SampleMac::install(const std::string& build, const std::string& condition, const std::string& identifier) {
     mustDo(machine().install(identifier, {"0.0", build}, condition));
 }
 
+void SampleMac::bring(Profile profile) {
+    profile.source = "a profile";
+    disk_.bring(profile);
+    const Verdict verdict = machine().setProfile(profile.source);
+    EXPECT_FALSE(verdict) << verdict->message;
+}
+
+void SampleMac::forbid() {
+    Profile profile;
+    profile.allowsUserOverrides = false;
+    bring(profile);
+}
+
 void SampleMac::comeBack() {
-    State kept = machine().state();
-    machine_ = std::make_unique<Machine>(std::move(kept), disk_);
+    machine_ = std::make_unique<Machine>(State{machine().state()}, disk_);
     rest();
 }
 
@@ -90,13 +100,20 @@ std::vector<std::string> SampleMac::copies(const std::string& identifier) const 
     return lines;
 }
 
-void SampleMac::take(const Outbox& outbox) {
-    restarted_ = restarted_ || outbox.restarting;
-    crashed_ = crashed_ || outbox.crashed;
-    for (const Answer& answer : outbox.answers) {
-        answers_.push_back(answer);
+Outbox SampleMac::takeOutbox() {
+    take();
+    return std::exchange(outbox_, {});
+}
+
+void SampleMac::take() {
+    const Outbox news = machine().takeOutbox();
+    outbox_.restarting = outbox_.restarting || news.restarting;
+    outbox_.crashed = outbox_.crashed || news.crashed;
+    outbox_.copies.insert(news.copies.begin(), news.copies.end());
+    outbox_.events.insert(outbox_.events.end(), news.events.begin(), news.events.end());
+    outbox_.answers.insert(outbox_.answers.end(), news.answers.begin(), news.answers.end());
+    for (const Answer& answer : news.answers)
         heard_.push_back(lineOf(answer));
-    }
 }
 
 } // namespace simulator

@@ -18,11 +18,11 @@ bool isAnyIn(const Machine& machine, const std::string& identifier, bool (*condi
     });
 }
 
-bool isWaiting(CopyState state) {
+bool waits(CopyState state) {
     return state == CopyState::waitingForUser;
 }
 
-bool isReported(CopyState state) {
+bool isSeen(CopyState state) {
     return state != CopyState::validating && state != CopyState::staging;
 }
 
@@ -71,7 +71,7 @@ struct Witness::Look {
         EXPECT_EQ(request.kind, RequestKind::activation);
         EXPECT_FALSE(std::exchange(request.neededApproval, true)) << "needs approval twice";
         EXPECT_FALSE(request.fault && request.fault->kind == Fault::Kind::noprompt) << "the prompt was to be hidden";
-        EXPECT_TRUE(isAnyIn(machine, request.identifier, isWaiting)) << "nothing waits";
+        EXPECT_TRUE(isAnyIn(machine, request.identifier, waits)) << "nothing waits";
         lookAtConsent();
     }
 
@@ -103,10 +103,10 @@ struct Witness::Look {
     std::vector<CopyRecord> recordsThatAreDue() const {
         std::vector<CopyRecord> records;
         for (const auto& [number, copy] : machine.state().copies) {
-            if (copy.extension.identifier != request.identifier || !isReported(copy.state)) continue;
-            const bool isOnItsWayOut = !isWaiting(copy.state) && !isActivated(copy.state);
+            if (copy.extension.identifier != request.identifier || !isSeen(copy.state)) continue;
+            const bool isOnItsWayOut = !waits(copy.state) && !isActivated(copy.state);
             records.push_back({request.identifier, copy.version.shortVersion, copy.version.version,
-                               copy.state == CopyState::enabled, isWaiting(copy.state), isOnItsWayOut});
+                               copy.state == CopyState::enabled, waits(copy.state), isOnItsWayOut});
         }
         return records;
     }
@@ -119,7 +119,7 @@ struct Witness::Look {
         case code::extensionNotFound:
             return hasNothingToActOn();
         case code::codeSignatureInvalid:
-            return mayBeFoundUnfit() && !carried()->sealMatches;
+            return mayBeFoundUnfit() && carried()->sealMatches == false;
         case code::forbiddenBySystemPolicy:
             return mayBeFoundUnfit() && isForbidden();
         case code::requestCanceled:
@@ -140,7 +140,7 @@ struct Witness::Look {
         case RequestKind::deactivation:
             return request.isForeign || !isAnyIn(machine, request.identifier, isInstalled);
         case RequestKind::properties:
-            return !isAnyIn(machine, request.identifier, isReported);
+            return !isAnyIn(machine, request.identifier, isSeen);
         }
         return false;
     }
@@ -221,6 +221,45 @@ void Witness::hear(const Answer& answer, const Machine& machine) {
     const bool isLast =
         !std::holds_alternative<NeedsApproval>(answer.body) && !std::holds_alternative<ReplacementAsked>(answer.body);
     if (isLast) open_.erase(open);
+}
+
+// Consent -------------------------------------------------------------------------------------------------------------
+
+void Consent::given(const std::string& identifier) {
+    approved_.insert(identifier);
+    justApproved_ = identifier;
+}
+
+void Consent::look(const Machine& machine) {
+    std::map<std::int64_t, CopyState> now;
+    std::set<std::string> lasting;
+    for (const auto& [number, copy] : machine.state().copies) {
+        const std::string& identifier = copy.extension.identifier;
+        now.emplace(number, copy.state);
+        if (isActivated(copy.state) && approved_.count(identifier) != 0) lasting.insert(identifier);
+        if (copy.state == CopyState::enabled) lookAt(copy, machine.state().settings);
+    }
+    before_ = std::move(now);
+    approved_ = std::move(lasting);
+    justApproved_.clear();
+}
+
+/// What was enabled before runs on, whatever is allowed by now.
+void Consent::lookAt(const Copy& copy, const Settings& settings) const {
+    const auto before = before_.find(copy.number);
+    if (before != before_.end() && before->second == CopyState::enabled) return;
+    const Extension& extension = copy.extension;
+    EXPECT_FALSE(settings.profile.forbids(extension.team, extension.identifier))
+        << extension.identifier << " is enabled, and the profile forbids it";
+    const bool isSwitchedOn = before != before_.end() && before->second == CopyState::disabled;
+    EXPECT_TRUE(isSwitchedOn || covers(copy, settings)) << extension.identifier << " is enabled, and nobody allowed it";
+}
+
+bool Consent::covers(const Copy& copy, const Settings& settings) const {
+    const Extension& extension = copy.extension;
+    if (settings.profile.allows(extension.team, extension.identifier)) return true;
+    const bool asksAgain = settings.valueOf(Switch::upgrade) == "asked";
+    return asksAgain ? justApproved_ == extension.identifier : approved_.count(extension.identifier) != 0;
 }
 
 } // namespace simulator

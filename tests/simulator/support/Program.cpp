@@ -1,14 +1,19 @@
 #include "tests/simulator/support/Program.h"
 
-#include "tests/simulator/support/Until.h"
+#include "tests/simulator/support/QtTesting.h"
 
 #include <csignal>
+#include <gtest/gtest.h>
 #include <stdexcept>
 
 namespace simulator::tests {
 
 bool sendSignal(qint64 process, int signal) {
     return process > 0 && kill(static_cast<pid_t>(process), signal) == 0;
+}
+
+void PrintTo(const Outcome& outcome, std::ostream* stream) {
+    *stream << outcome.code << ", output <" << outcome.output << ">, errors <" << outcome.errors << '>';
 }
 
 Program::Program(const QString& path, const QStringList& arguments, const QProcessEnvironment& environment) {
@@ -25,6 +30,11 @@ Program::~Program() {
 
 bool Program::ended() {
     return until([this] { return !isRunning(); });
+}
+
+Outcome Program::outcome() {
+    EXPECT_TRUE(ended());
+    return {exitCode(), output().toStdString(), errors().toStdString()};
 }
 
 bool Program::printed(const QByteArray& text) {

@@ -6,10 +6,28 @@
 #include <QString>
 #include <QStringList>
 
+#include <ostream>
+#include <string>
+
 namespace simulator::tests {
 
 /// Sends a signal to one process, never to a group: false for what is no process's number, and where there is none.
 [[nodiscard]] bool sendSignal(qint64 process, int signal);
+
+/// What a program left behind.
+struct Outcome {
+    /// Its exit status; -1 if it crashed.
+    int code = -1;
+    std::string output;
+    std::string errors;
+
+    friend bool operator==(const Outcome&, const Outcome&) = default;
+};
+
+void PrintTo(const Outcome& outcome, std::ostream* stream);
+
+/// It was done, and there was nothing to say.
+inline const Outcome silence{0, "", ""};
 
 /// A program under test. Its process is killed when this goes.
 class Program {
@@ -21,15 +39,19 @@ public:
 
     /// Handles this process's events until the program has ended; says whether it did so in time.
     [[nodiscard]] bool ended();
-    /// The same until its standard output holds the text.
+    /// Waits for its end, and says what it left behind.
+    Outcome outcome();
+    /// Handles events until its standard output holds the text.
     [[nodiscard]] bool printed(const QByteArray& text);
 
     bool isRunning() const { return process_.state() != QProcess::NotRunning; }
     [[nodiscard]] bool signal(int number) const { return sendSignal(process_.processId(), number); }
     /// Valid after it has ended; -1 if it crashed.
     int exitCode() const;
+    /// All of it, from the beginning.
     const QByteArray& output();
     const QByteArray& errors();
+    void write(const QByteArray& text) { process_.write(text); }
 
 private:
     QProcess process_;

@@ -27,12 +27,12 @@ void ScriptedControl::showRequests(QList<RequestEntry> requests) {
     emit Changed();
 }
 
-void ScriptedControl::refuse(const QString& method, const QString& error, const QString& message) {
-    refusals_[method] = {errorPrefix + error, message};
+void ScriptedControl::refuse(const QString& what, const QString& error, const QString& message) {
+    refusals_[what] = {errorPrefix + error, message};
 }
 
-void ScriptedControl::ignore(const QString& method) {
-    ignored_ += method;
+void ScriptedControl::ignore(const QString& what) {
+    ignored_ += what;
 }
 
 void ScriptedControl::leave() {
@@ -43,15 +43,10 @@ void ScriptedControl::comeBack() {
     if (!bus_.registerService(serviceName)) throw std::runtime_error{"the service's name is taken"};
 }
 
-void ScriptedControl::ask(const QString& method) {
-    ++asked_[method];
-    if (refusals_.contains(method)) sendErrorReply(refusals_[method].error, refusals_[method].message);
-    if (ignored_.contains(method)) setDelayedReply(true);
-}
-
-void ScriptedControl::deed(const QStringList& words) {
-    deeds_ += words.join(u' ');
-    ask(words.first());
+void ScriptedControl::ask(const QString& what) {
+    ++asked_[what];
+    if (refusals_.contains(what)) sendErrorReply(refusals_[what].error, refusals_[what].message);
+    if (ignored_.contains(what)) setDelayedReply(true);
 }
 
 QList<CopyEntry> ScriptedControl::ListCopies() {
@@ -69,93 +64,10 @@ QStringList ScriptedControl::ListIdentifiers() {
     return identifiers;
 }
 
-QList<SwitchEntry> ScriptedControl::ListSwitches() {
-    ask("ListSwitches");
-    return switches;
-}
-
-void ScriptedControl::Allow(const QString& identifier) {
-    deed({"Allow", identifier});
-}
-
-void ScriptedControl::Deny(const QString& identifier) {
-    deed({"Deny", identifier});
-}
-
-void ScriptedControl::Authorize(const QString& identifier) {
-    deed({"Authorize", identifier});
-}
-
-void ScriptedControl::Refuse(const QString& identifier) {
-    deed({"Refuse", identifier});
-}
-
-void ScriptedControl::Disable(const QString& identifier) {
-    deed({"Disable", identifier});
-}
-
-void ScriptedControl::Enable(const QString& identifier) {
-    deed({"Enable", identifier});
-}
-
-void ScriptedControl::Restart() {
-    deed({"Restart"});
-}
-
-void ScriptedControl::Reset() {
-    deed({"Reset"});
-}
-
-void ScriptedControl::Install(const QString& identifier, const QString& shortVersion, const QString& version,
-                              const QString& condition) {
-    deed({"Install", identifier, shortVersion, version, condition});
-}
-
-void ScriptedControl::Uninstall(const QString& team, const QString& identifier) {
-    deed({"Uninstall", team, identifier});
-}
-
-void ScriptedControl::SetApplicationsFolders(const QStringList& folders) {
-    applicationsFolders = folders;
-    deed(QStringList{"SetApplicationsFolders"} + folders);
-}
-
-QStringList ScriptedControl::GetApplicationsFolders() {
-    ask("GetApplicationsFolders");
-    return applicationsFolders;
-}
-
-void ScriptedControl::SetDeveloperMode(bool on) {
-    deed({"SetDeveloperMode", on ? "on" : "off"});
-}
-
-bool ScriptedControl::GetDeveloperMode() {
-    ask("GetDeveloperMode");
-    return true;
-}
-
-void ScriptedControl::SetProfile(const QByteArray& contents) {
-    profile = contents;
-    deed({"SetProfile"});
-}
-
-QByteArray ScriptedControl::GetProfile() {
-    ask("GetProfile");
-    return profile;
-}
-
-qlonglong ScriptedControl::Advance(qlonglong milliseconds) {
-    deed({"Advance", QString::number(milliseconds)});
-    return milliseconds + 500;
-}
-
-void ScriptedControl::SetSwitch(const QString& name, const QString& value) {
-    deed({"SetSwitch", name, value});
-}
-
-void ScriptedControl::OrderFault(const QString& kind, const QString& fault, const QString& domain, qlonglong code,
-                                 const QString& description, qlonglong milliseconds) {
-    deed({"OrderFault", kind, fault, domain, QString::number(code), description, QString::number(milliseconds)});
+QByteArray ScriptedControl::Do(const QStringList& words, const QByteArray&) {
+    deeds_ += words.join(u' ');
+    ask(words.first());
+    return {};
 }
 
 CopyEntry copyIn(const QString& condition, const QString& identifier, const QString& shortVersion,

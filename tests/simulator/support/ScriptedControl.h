@@ -10,7 +10,8 @@
 
 namespace simulator::tests {
 
-/// A service that answers what the test says, and remembers what it was asked to do.
+/// A service that answers what the test says, and remembers what it was asked to do. What it refuses or leaves
+/// unanswered is named by the method's name, or by the verb that is to be done.
 class ScriptedControl : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.kelvra.Simulator1.Control")
@@ -25,49 +26,26 @@ public:
     /// The same for the requests.
     void showRequests(QList<RequestEntry> requests);
 
-    /// Answers a method with an error from now on; the name without the common prefix.
-    void refuse(const QString& method, const QString& error, const QString& message);
-    /// Leaves a method unanswered from now on.
-    void ignore(const QString& method);
+    /// Answers with an error from now on; its name without the common prefix.
+    void refuse(const QString& what, const QString& error, const QString& message);
+    /// Leaves it unanswered from now on.
+    void ignore(const QString& what);
 
     /// Leaves the bus's name, as if it had died; and takes it again.
     void leave();
     void comeBack();
 
+    /// The words of each thing that was to be done, with one blank between them.
     const QStringList& deeds() const { return deeds_; }
-    int timesAsked(const QString& method) const { return asked_.value(method); }
+    int timesAsked(const QString& what) const { return asked_.value(what); }
 
     QStringList identifiers;
-    QStringList applicationsFolders;
-    QList<SwitchEntry> switches;
-    QByteArray profile;
 
 public slots:
     QList<simulator::CopyEntry> ListCopies();
     QList<simulator::RequestEntry> ListRequests();
     QStringList ListIdentifiers();
-    QList<simulator::SwitchEntry> ListSwitches();
-    void Allow(const QString& identifier);
-    void Deny(const QString& identifier);
-    void Authorize(const QString& identifier);
-    void Refuse(const QString& identifier);
-    void Disable(const QString& identifier);
-    void Enable(const QString& identifier);
-    void Restart();
-    void Reset();
-    void Install(const QString& identifier, const QString& shortVersion, const QString& version,
-                 const QString& condition);
-    void Uninstall(const QString& team, const QString& identifier);
-    void SetApplicationsFolders(const QStringList& folders);
-    QStringList GetApplicationsFolders();
-    void SetDeveloperMode(bool on);
-    bool GetDeveloperMode();
-    void SetProfile(const QByteArray& contents);
-    QByteArray GetProfile();
-    qlonglong Advance(qlonglong milliseconds);
-    void SetSwitch(const QString& name, const QString& value);
-    void OrderFault(const QString& kind, const QString& fault, const QString& domain, qlonglong code,
-                    const QString& description, qlonglong milliseconds);
+    QByteArray Do(const QStringList& words, const QByteArray& contents);
 
 signals:
     void Changed();
@@ -79,8 +57,7 @@ private:
         QString message;
     };
 
-    void ask(const QString& method);
-    void deed(const QStringList& words);
+    void ask(const QString& what);
 
     QDBusConnection bus_;
     QList<CopyEntry> copies_;

@@ -1,197 +1,354 @@
-#include "simulator/sysextctl/CommandFailure.h"
-#include "simulator/sysextctl/CommandLine.h"
-#include "tests/simulator/support/Printing.h"
+// What is typed and printed, without a bus.
+
+#include "simulator/core/Request.h"
+#include "simulator/core/Verbs.h"
+#include "simulator/player/Scenario.h"
+#include "simulator/sysextctl/Commands.h"
+#include "simulator/sysextctl/Ending.h"
+#include "simulator/sysextctl/Help.h"
+#include "simulator/sysextctl/Lists.h"
+#include "tests/simulator/support/QtTesting.h"
+#include "tests/simulator/support/ScriptedControl.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
 
 namespace simulator::ctl {
 
+using tests::copyIn;
+
 namespace {
 
-/// The one line that a command line gets which is not understood, and what the program ends with.
-struct Refused {
-    int code = 0;
-    std::string line;
-};
+constexpr auto camera = "com.kelvra.ip-camera.cmio";
+constexpr auto network = "com.kelvra.driverkit.usb-to-poe";
 
-template <typename Expected>
-Expected read(const QString& line) {
-    return std::get<Expected>(readCommandLine(line.split(u' ', Qt::SkipEmptyParts)));
-}
+// What is not understood ---------------------------------------------------------------------------------------------
 
-Refused refused(const QStringList& words) {
+/// The one line about words that are not understood; empty if they are.
+std::string complaintAbout(const WordList& words) {
     try {
         readCommandLine(words);
     } catch (const CommandFailure& failure) {
-        return {failure.code(), failure.what()};
+        EXPECT_EQ(failure.code(), exitCode::notUnderstood);
+        return failure.what();
     }
     return {};
 }
 
-std::string refusedLine(const QString& line) {
-    const auto [code, text] = refused(line.split(u' ', Qt::SkipEmptyParts));
-    EXPECT_EQ(code, exitCode::notUnderstood);
-    return text;
+std::string complaintAbout(const QString& line) {
+    WordList words;
+    for (const QString& word : line.split(u' ', Qt::SkipEmptyParts))
+        words.push_back(word.toStdString());
+    return complaintAbout(words);
 }
 
-} // namespace
+struct Misuse {
+    const char* line;
+    const char* complaint;
+};
 
-TEST(TheCommandLine, ListsEveryCategoryAsTextUnlessToldOtherwise) {
-    const auto list = read<ListCopies>("list");
-    EXPECT_EQ(list.category, "");
-    EXPECT_EQ(list.form, Form::text);
+constexpr auto usageOfWait = "usage: sysextctl wait ID STATE [--timeout TIME]; \"sysextctl wait --help\" says more";
+constexpr auto usageOfPlay = "usage: sysextctl play FILE [--bus]; \"sysextctl play --help\" says more";
+
+const Misuse misuses[]{
+    {"", "a verb is missing; \"sysextctl --help\" lists the verbs"},
+    {"frobnicate", "unknown verb \"frobnicate\"; \"sysextctl --help\" lists the verbs"},
+    {"help frobnicate", "unknown verb \"frobnicate\"; \"sysextctl --help\" lists the verbs"},
+    {"list dext", "unknown category \"dext\"; there is cmio, driver_extension, endpoint_security, network_extension"},
+    {"list --xml", "list knows no option \"--xml\"; \"sysextctl list --help\" says more"},
+    {"list cmio cmio", "usage: sysextctl list [CATEGORY] [--json]; \"sysextctl list --help\" says more"},
+    {"requests x", "usage: sysextctl requests [--json]; \"sysextctl requests --help\" says more"},
+    {"watch x", "usage: sysextctl watch; \"sysextctl watch --help\" says more"},
+    {"wait x", usageOfWait},
+    {"wait x absent --timeout", usageOfWait},
+    {"wait x ready", "unknown state \"ready\"; there is absent, enabled, waiting, disabled, uninstalling"},
+    {"wait x absent --timeout -1", "\"-1\" is not a time; examples are 90s, 5m and 250ms"},
+    {"play", usageOfPlay},
+    {"play a b", usageOfPlay},
+    {"allow", "usage: sysextctl allow ID; \"sysextctl allow --help\" says more"},
+};
+
+TEST(TheCommandLine, SaysWhatItDoesNotUnderstand) {
+    for (const Misuse& misuse : misuses)
+        EXPECT_EQ(complaintAbout(QString{misuse.line}), misuse.complaint) << misuse.line;
 }
 
-TEST(TheCommandLine, TakesACategoryByItsFullOrItsShortName) {
-    EXPECT_EQ(read<ListCopies>("list cmio").category, "com.apple.system_extension.cmio");
-    EXPECT_EQ(read<ListCopies>("list com.apple.system_extension.driver_extension").category,
-              "com.apple.system_extension.driver_extension");
-}
-
-TEST(TheCommandLine, ListsAsJsonWhereverTheOptionStands) {
-    EXPECT_EQ(read<ListCopies>("list --json cmio").form, Form::json);
-    EXPECT_EQ(read<ListCopies>("list cmio --json").form, Form::json);
-    EXPECT_EQ(read<ListRequests>("requests --json").form, Form::json);
-}
-
-TEST(TheCommandLine, NamesTheExtensionThatAPersonActsOn) {
-    const auto allow = read<ActOn>("allow com.kelvra.ip-camera.cmio");
-    EXPECT_EQ(allow.deed, Deed::allow);
-    EXPECT_EQ(allow.identifier, "com.kelvra.ip-camera.cmio");
-    EXPECT_EQ(read<ActOn>("deny x").deed, Deed::deny);
-    EXPECT_EQ(read<ActOn>("authorize x").deed, Deed::authorize);
-    EXPECT_EQ(read<ActOn>("refuse x").deed, Deed::refuse);
-    EXPECT_EQ(read<ActOn>("disable x").deed, Deed::disable);
-    EXPECT_EQ(read<ActOn>("enable x").deed, Deed::enable);
-}
-
-TEST(TheCommandLine, InstallsAnEnabledCopyUnlessAStateIsGiven) {
-    const auto install = read<Install>("install com.kelvra.ip-camera.cmio 2.0 2004");
-    EXPECT_EQ(install.identifier, "com.kelvra.ip-camera.cmio");
-    EXPECT_EQ(install.shortVersion, "2.0");
-    EXPECT_EQ(install.version, "2004");
-    EXPECT_EQ(install.condition, "enabled");
-    EXPECT_EQ(read<Install>("install x 2.0 2004 uninstalling").condition, "uninstalling");
-}
-
-TEST(TheCommandLine, WaitsHalfAMinuteUnlessATimeoutIsGiven) {
-    const auto wait = read<WaitFor>("wait x absent");
-    EXPECT_EQ(wait.identifier, "x");
-    EXPECT_EQ(wait.condition, "absent");
-    EXPECT_EQ(wait.timeout, 30'000);
-}
-
-TEST(TheCommandLine, TakesATimeoutInSecondsWhereverItStands) {
-    EXPECT_EQ(read<WaitFor>("wait x enabled --timeout 5").timeout, 5'000);
-    EXPECT_EQ(read<WaitFor>("wait --timeout 0.25 x enabled").timeout, 250);
-    EXPECT_EQ(read<WaitFor>("wait x enabled --timeout 2m").timeout, 120'000);
-    EXPECT_EQ(read<WaitFor>("wait x enabled --timeout=2m").timeout, 120'000);
-}
-
-TEST(TheCommandLine, ShowsOrSetsTheApplicationsFolders) {
-    EXPECT_EQ(read<Applications>("applications").folders, QStringList{});
-    EXPECT_EQ(read<Applications>("applications /here there").folders, (QStringList{"/here", "there"}));
-}
-
-TEST(TheCommandLine, ShowsOrSetsDeveloperMode) {
-    EXPECT_EQ(read<DeveloperMode>("developer").on, std::nullopt);
-    EXPECT_EQ(read<DeveloperMode>("developer on").on, true);
-    EXPECT_EQ(read<DeveloperMode>("developer off").on, false);
-}
-
-TEST(TheCommandLine, ShowsSetsOrRemovesAProfile) {
-    EXPECT_EQ(read<Profile>("profile").purpose, Profile::Purpose::show);
-    EXPECT_EQ(read<Profile>("profile --remove").purpose, Profile::Purpose::remove);
-    const auto set = read<Profile>("profile managed.plist");
-    EXPECT_EQ(set.purpose, Profile::Purpose::set);
-    EXPECT_EQ(set.file, "managed.plist");
-}
-
-TEST(TheCommandLine, AdvancesTheClockByAnyUnit) {
-    EXPECT_EQ(read<Advance>("advance 90s").milliseconds, 90'000);
-    EXPECT_EQ(read<Advance>("advance 1h").milliseconds, 3'600'000);
-}
-
-TEST(TheCommandLine, OrdersAnErrorWithOrWithoutADescription) {
-    const auto plain = read<OrderFault>("fault next activate 8");
-    EXPECT_EQ(plain.kind, "activation");
-    EXPECT_EQ(plain.fault, "error");
-    EXPECT_EQ(plain.code, 8);
-    EXPECT_EQ(plain.description, "");
-    const auto told = std::get<OrderFault>(
-        readCommandLine({"fault", "next", "any", "28", "no space left", "--domain", "NSPOSIXErrorDomain"}));
-    EXPECT_EQ(told.kind, "any");
-    EXPECT_EQ(told.code, 28);
-    EXPECT_EQ(told.description, "no space left");
-    EXPECT_EQ(told.domain, "NSPOSIXErrorDomain");
-}
-
-TEST(TheCommandLine, OrdersADelayInMilliseconds) {
-    const auto delay = read<OrderFault>("fault next deactivate after 90s");
-    EXPECT_EQ(delay.kind, "deactivation");
-    EXPECT_EQ(delay.fault, "delay");
-    EXPECT_EQ(delay.milliseconds, 90'000);
-}
-
-TEST(TheCommandLine, OrdersTheFaultsThatTakeNothing) {
-    EXPECT_EQ(read<OrderFault>("fault next properties silent").fault, "silent");
-    EXPECT_EQ(read<OrderFault>("fault next activate hollow").fault, "hollow");
-    EXPECT_EQ(read<OrderFault>("fault next activate noprompt").fault, "noprompt");
-    EXPECT_EQ(read<OrderFault>("fault next any crash").fault, "crash");
-}
-
-TEST(TheCommandLine, GivesHelpForTheProgramAndForAVerb) {
-    EXPECT_EQ(read<ShowHelp>("--help").verb, "");
-    EXPECT_EQ(read<ShowHelp>("help").verb, "");
-    EXPECT_EQ(read<ShowHelp>("help wait").verb, "wait");
-    EXPECT_EQ(read<ShowHelp>("install --help").verb, "install");
-    EXPECT_EQ(read<ShowHelp>("fault next any --help").verb, "fault");
-    EXPECT_EQ(read<ShowHelp>("fault -h").verb, "fault");
-}
-
-TEST(TheCommandLine, SaysWhatItDoesNotKnow) {
-    EXPECT_EQ(refusedLine(""), "a verb is missing; \"sysextctl --help\" lists the verbs");
-    EXPECT_EQ(refusedLine("frobnicate"), "unknown verb \"frobnicate\"; \"sysextctl --help\" lists the verbs");
-    EXPECT_EQ(refusedLine("help frobnicate"), "unknown verb \"frobnicate\"; \"sysextctl --help\" lists the verbs");
-    EXPECT_EQ(refusedLine("wait x ready"),
-              "unknown state \"ready\"; there is absent, enabled, waiting, disabled, uninstalling");
-    EXPECT_EQ(refusedLine("install x 2.0 2004 absent"),
-              "unknown state \"absent\"; there is enabled, waiting, disabled, uninstalling");
-    EXPECT_EQ(refusedLine("fault next query silent"),
-              "unknown kind of request \"query\"; there is activate, deactivate, properties, any");
-    EXPECT_EQ(refusedLine("fault next activate 8x"),
-              "unknown fault \"8x\"; there is an error code, after, silent, hollow, noprompt, crash");
-    EXPECT_EQ(refusedLine("fault next properties hollow"),
-              "unknown kind of hollow request \"properties\"; there is activate, deactivate, any");
-    EXPECT_EQ(refusedLine("list dext"),
-              "unknown category \"dext\"; there is cmio, driver_extension, endpoint_security, network_extension");
-    EXPECT_EQ(refusedLine("list --xml"), "list knows no option \"--xml\"; \"sysextctl list --help\" says more");
-}
-
-TEST(TheCommandLine, SaysHowAVerbIsUsedIfItsArgumentsAreTooFewOrTooMany) {
-    const std::string wait = "usage: sysextctl wait ID STATE [--timeout TIME]; \"sysextctl wait --help\" says more";
-    const std::string fault = "usage: sysextctl fault next KIND FAULT; \"sysextctl fault --help\" says more";
-    EXPECT_EQ(refusedLine("allow"), "usage: sysextctl allow ID; \"sysextctl allow --help\" says more");
-    EXPECT_EQ(refusedLine("allow x y"), "usage: sysextctl allow ID; \"sysextctl allow --help\" says more");
-    EXPECT_EQ(refusedLine("restart now"), "usage: sysextctl restart; \"sysextctl restart --help\" says more");
-    EXPECT_EQ(refusedLine("wait x"), wait);
-    EXPECT_EQ(refusedLine("wait x absent --timeout"), wait);
-    EXPECT_EQ(refusedLine("fault activate silent x"), fault);
-    EXPECT_EQ(refusedLine("fault next activate silent x"), fault);
-}
-
-TEST(TheCommandLine, TakesNoEmptyTextForAFolder) {
-    EXPECT_EQ(refused({"applications", ""}).line,
-              "usage: sysextctl applications [FOLDER...]; \"sysextctl applications --help\" says more");
-}
-
-TEST(TheCommandLine, SaysWhatATimeLooksLike) {
-    EXPECT_EQ(refusedLine("wait x absent --timeout -1"), "\"-1\" is not a time; examples are 90s, 5m and 250ms");
-    EXPECT_EQ(refusedLine("advance soon"), "\"soon\" is not a time; examples are 90s, 5m and 250ms");
+TEST(TheCommandLine, UnderstandsOptionsWhereverTheyStand) {
+    for (const auto* const line :
+         {"list --json cmio", "list com.apple.system_extension.cmio --json", "requests --json",
+          "wait x enabled --timeout 5", "wait --timeout 0.25 x enabled", "wait x enabled --timeout=2m",
+          "play --bus a.scenario", "fault next any --help", "fault -h", "help wait", "help", "-h"})
+        EXPECT_EQ(complaintAbout(QString{line}), "") << line;
 }
 
 TEST(TheCommandLine, AnswersInOneLineWhateverWasTyped) {
-    const auto line = refused({"frob\nnicate\u2028\t"}).line;
-    EXPECT_EQ(line.find_first_of("\n\t"), std::string::npos);
-    EXPECT_EQ(line.find("\u2028"), std::string::npos);
+    EXPECT_EQ(complaintAbout(WordList{"frob\nnicate\u2028\t"}),
+              "unknown verb \"frob nicate  \"; \"sysextctl --help\" lists the verbs");
 }
+
+// The lists ----------------------------------------------------------------------------------------------------------
+
+TEST(TheList, HasAHeadForEachCategoryAndALineForEachCopy) {
+    EXPECT_EQ(asText(QList<CopyEntry>{}), "0 extension(s)\n");
+    EXPECT_EQ(asText({copyIn("enabled"), copyIn("uninstalling", camera, "2.0", "2004"), copyIn("waiting", network)}),
+              "3 extension(s)\n"
+              "--- com.apple.system_extension.cmio\n"
+              "enabled\tactive\tteamID\tbundleID (version)\tname\t[state]\n"
+              "*\t*\tKELVRA0001\tcom.kelvra.ip-camera.cmio (2.1/2105)\tCamera\t[activated enabled]\n"
+              "\t\tKELVRA0001\tcom.kelvra.ip-camera.cmio (2.0/2004)\tCamera\t"
+              "[terminated waiting to uninstall on reboot]\n"
+              "--- com.apple.system_extension.driver_extension\n"
+              "enabled\tactive\tteamID\tbundleID (version)\tname\t[state]\n"
+              "\t*\tKELVRA0001\tcom.kelvra.driverkit.usb-to-poe (2.1/2105)\tNetwork\t[activated waiting for user]\n");
+}
+
+TEST(TheList, KeepsItsColumnsWhateverANameHolds) {
+    auto copy = copyIn("enabled");
+    copy.name = "Two\tcolumns\nand lines %1 %2";
+    EXPECT_EQ(asText({copy}).split(u'\n').at(3), "*\t*\tKELVRA0001\tcom.kelvra.ip-camera.cmio (2.1/2105)\t"
+                                                 "Two columns and lines %1 %2\t[activated enabled]");
+}
+
+TEST(TheList, CanBeOfOneCategory) {
+    const QList<CopyEntry> both{copyIn("waiting"), copyIn("disabled", network)};
+    const auto drivers = copiesOf(both, "com.apple.system_extension.driver_extension");
+    ASSERT_EQ(drivers.size(), 1);
+    EXPECT_EQ(drivers.first().identifier, network);
+    EXPECT_EQ(copiesOf(both, {}).size(), 2);
+    EXPECT_EQ(copiesOf(both, "com.apple.system_extension.network_extension").size(), 0);
+    EXPECT_EQ(categoryNamed("endpoint_security"), "com.apple.system_extension.endpoint_security");
+    EXPECT_EQ(categoryNamed("com.apple.system_extension.cmio"), "com.apple.system_extension.cmio");
+    EXPECT_EQ(categoryNamed("camera"), "");
+    EXPECT_EQ(categoryNamed(""), "");
+}
+
+RequestEntry request() {
+    return {3,      ":1.7", "token", "/Applications/Driver Manager.app", "activation", "com.kelvra.ip-camera.cmio",
+            "user", 90'250};
+}
+
+TEST(TheRequests, AreShownInColumnsSeparatedByTabs) {
+    EXPECT_EQ(asText(QList<RequestEntry>{}), "0 request(s)\n");
+    EXPECT_EQ(asText({request()}),
+              "1 request(s)\n"
+              "number\tkind\tbundleID\tsince (s)\tapplication\t[stage]\n"
+              "3\tactivation\tcom.kelvra.ip-camera.cmio\t90.250\t/Applications/Driver Manager.app\t[user]\n");
+}
+
+/// The first of the objects in a JSON list, as one line with its keys in their order.
+QString firstIn(const QString& json) {
+    const auto object = QJsonDocument::fromJson(json.toUtf8()).array().at(0).toObject();
+    return QJsonDocument{object}.toJson(QJsonDocument::Compact);
+}
+
+TEST(TheJsonLists, HaveOneObjectALineWithEveryColumn) {
+    auto copy = copyIn("enabled");
+    copy.name = "A \"quoted\" name";
+    copy.number = 7;
+    copy.application = "/Applications/Driver Manager.app";
+    const QString copies = asJson({copy, copyIn("disabled", network)});
+    EXPECT_EQ(copies.count(u'\n'), 4);
+    EXPECT_EQ(firstIn(copies), R"({"active":true,"application":"/Applications/Driver Manager.app",)"
+                               R"("category":"com.apple.system_extension.cmio","condition":"enabled","enabled":true,)"
+                               R"("identifier":"com.kelvra.ip-camera.cmio","name":"A \"quoted\" name","number":7,)"
+                               R"("shortVersion":"2.1","state":"activated enabled","team":"KELVRA0001",)"
+                               R"("version":"2105"})");
+    EXPECT_EQ(firstIn(asJson({request()})),
+              R"({"application":"/Applications/Driver Manager.app","client":":1.7",)"
+              R"("identifier":"com.kelvra.ip-camera.cmio","kind":"activation","number":3,"since":90250,)"
+              R"("stage":"user","token":"token"})");
+    EXPECT_EQ(asJson(QList<CopyEntry>{}), "[]\n");
+    EXPECT_EQ(asJson(QList<RequestEntry>{}), "[]\n");
+}
+
+TEST(ACondition, HoldsIfAnyCopyIsInItOrNoneIsThere) {
+    const QList<CopyEntry> copies{copyIn("enabled", camera, "2.0", "2004"), copyIn("waiting")};
+    EXPECT_TRUE(isInCondition(copies, camera, "enabled"));
+    EXPECT_TRUE(isInCondition(copies, camera, "waiting"));
+    EXPECT_FALSE(isInCondition(copies, camera, "disabled"));
+    EXPECT_FALSE(isInCondition(copies, network, "enabled"));
+    EXPECT_TRUE(isInCondition(copies, network, "absent"));
+    EXPECT_FALSE(isInCondition({copyIn("uninstalling")}, camera, "absent"));
+    EXPECT_FALSE(isInCondition({copyIn("preparing")}, camera, "absent"));
+}
+
+// The help -----------------------------------------------------------------------------------------------------------
+
+QString helpOf(const std::string& word) {
+    return QString::fromStdString(help(*commandNamed(word)));
+}
+
+TEST(TheHelp, SaysOfEachVerbMoreThanItsSummaryWhichCanBeReadAlone) {
+    const QRegularExpression reference{"^\\w+ it\\b"};
+    for (const Command& command : commands()) {
+        EXPECT_GT(command.details.size(), command.summary.size()) << command.word;
+        EXPECT_EQ(command.details.back(), '\n') << command.word;
+        EXPECT_FALSE(reference.match(QString::fromStdString(command.summary)).hasMatch()) << command.word;
+    }
+}
+
+TEST(TheHelp, FitsAScreenOf120Columns) {
+    auto texts = QString::fromStdString(help());
+    for (const Command& command : commands())
+        texts += helpOf(command.word);
+    for (const auto& line : texts.split(u'\n'))
+        EXPECT_LE(line.size(), 120) << line.toStdString();
+}
+
+TEST(TheHelp, OfAVerbSaysHowItIsCalledAndWhatItMeans) {
+    EXPECT_EQ(helpOf("install"), "usage: sysextctl install ID SHORT BUILD [STATE]\n"
+                                 "\n"
+                                 "Puts a copy there without a request.\n"
+                                 "STATE is enabled (the default; the approval is recorded), waiting, disabled or "
+                                 "uninstalling.\n"
+                                 "Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004\n");
+}
+
+TEST(TheHelp, NamesEachKeyOfTheJson) {
+    const auto expectKeys = [](const QString& json, const std::string& word) {
+        const QString text = helpOf(word).section("\n\n", 1).simplified();
+        for (const auto& key : QJsonDocument::fromJson(json.toUtf8()).array().at(0).toObject().keys())
+            EXPECT_TRUE(QRegularExpression{"--json.*\\b" + key + "\\b"}.match(text).hasMatch()) << key.toStdString();
+    };
+    expectKeys(asJson({CopyEntry{}}), "list");
+    expectKeys(asJson({RequestEntry{}}), "requests");
+}
+
+using WordSet = std::set<std::string>;
+
+/// The first words of the lines that are set in, which are the names of what the help of a verb tabulates.
+WordSet namesIn(const std::string& word) {
+    WordSet names;
+    for (const auto& line : helpOf(word).split(u'\n'))
+        if (line.startsWith("  ")) names.insert(line.simplified().section(u' ', 0, 0).toStdString());
+    return names;
+}
+
+TEST(TheHelp, NamesEachStageInWhichARequestIsListed) {
+    WordSet stages;
+    for (auto stage = Stage::delayed; stage != Stage::ended; stage = static_cast<Stage>(static_cast<int>(stage) + 1))
+        stages.insert(std::string{nameOf(stage)});
+    EXPECT_EQ(namesIn("requests"), stages);
+}
+
+TEST(TheHelp, NamesEachSwitchWithItsValues) {
+    WordSet names;
+    for (const auto& row : switches) {
+        names.insert(std::string{row.name});
+        const auto values = std::string{row.byDefault} + " | " + std::string{row.otherwise};
+        EXPECT_TRUE(helpOf("switch").contains(QString::fromStdString(values))) << values;
+    }
+    EXPECT_EQ(namesIn("switch"), names);
+}
+
+WordSet wordsIn(const QString& text, const QString& separator) {
+    WordSet words;
+    for (const auto& word : text.split(QRegularExpression{separator}))
+        words.insert(word.toStdString());
+    return words;
+}
+
+/// The list in "STATE is absent, enabled (the default) or waiting."
+WordSet wordsFor(const QString& placeholder, const std::string& verb) {
+    const auto text = helpOf(verb).remove(QRegularExpression{"\\([^)]*\\)"}).simplified();
+    const auto sentence =
+        QRegularExpression{"\\b" + placeholder + "(?: that is expected)? is ([^.;]*)[.;]"}.match(text);
+    EXPECT_TRUE(sentence.hasMatch()) << placeholder.toStdString();
+    return wordsIn(sentence.captured(1).simplified().replace(" ,", ","), ", | or ");
+}
+
+std::string complaintOfAScenario(const QString& line) {
+    try {
+        player::readScenario(line.toStdString(), "a.scenario", ".");
+    } catch (const player::ScenarioError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+/// Of a line with "?" where a word stands: the words that a complaint about another one lists, and that are understood.
+template <typename Complain>
+WordSet understoodIn(const QString& line, Complain complaintOf) {
+    const auto complaint = QString::fromStdString(complaintOf(QString{line}.replace('?', "nonsense")));
+    const auto list = QRegularExpression{"; there is ([^;]*)"}.match(complaint);
+    EXPECT_TRUE(list.hasMatch()) << complaint.toStdString();
+    const WordSet words = wordsIn(list.captured(1), ", ");
+    for (const auto& word : words)
+        EXPECT_EQ(complaintOf(QString{line}.replace('?', QString::fromStdString(word))), "");
+    return words;
+}
+
+TEST(TheHelp, NamesTheWordsThatAreUnderstoodAndNoOthers) {
+    const auto typed = [](const QString& line) { return complaintAbout(line); };
+    EXPECT_EQ(wordsFor("STATE", "install"), understoodIn("install com.x 1.0 100 ?", typed));
+    EXPECT_EQ(wordsFor("STATE", "wait"), understoodIn("wait com.x ?", typed));
+    EXPECT_EQ(wordsFor("KIND", "fault"), understoodIn("fault next ? silent", typed));
+    EXPECT_EQ(wordsFor("LACK", "play"),
+              understoodIn("carry com.x.systemextension 1/1 without ?", complaintOfAScenario));
+    EXPECT_EQ(wordsFor("CATEGORY", "play"),
+              understoodIn("carry com.x.systemextension 1/1 category ?", complaintOfAScenario));
+    EXPECT_EQ(wordsFor("STATE", "play"), understoodIn("expect copy com.x 1/1 ?", complaintOfAScenario));
+}
+
+/// A choice in a line of a scenario, as its grammar writes it, and such a line.
+struct Choice {
+    const char* words;
+    const char* line;
+};
+
+const Choice choices[]{
+    {"replace|cancel|later", "activate com.x answering ?"},
+    {"replace|cancel", "answer com.x ?"},
+    {"enabled|waiting|disabled|uninstalling", "install com.x 1.0 100 ?"},
+    {"enabled|waiting|disabled|uninstalling", "expect found 1.0/100 ?"},
+    {"on|off", "developer ?"},
+    {"0|1", "expect finished ?"},
+    {"replacement|user|authorization|delayed|silent", "expect request com.x ?"},
+};
+
+TEST(TheHelp, NamesTheWordsOfEachChoiceInALineOfAScenario) {
+    WordSet known;
+    for (const Choice& choice : choices) {
+        EXPECT_EQ(wordsIn(choice.words, "\\|"), understoodIn(choice.line, complaintOfAScenario)) << choice.line;
+        known.insert(choice.words);
+    }
+    WordSet found;
+    auto groups = QRegularExpression{"\\w+(\\|\\w+)+"}.globalMatch(QString::fromStdString(player::grammar()));
+    while (groups.hasNext())
+        found.insert(groups.next().captured().toStdString());
+    EXPECT_EQ(found, known);
+}
+
+TEST(TheHelp, NamesEachFaultThatALineOfAScenarioMayOrder) {
+    const QRegularExpression line{"^fault next KIND (.*)$", QRegularExpression::MultilineOption};
+    const auto usage = line.match(QString::fromStdString(player::grammar()));
+    EXPECT_EQ(wordsIn(usage.captured(1), " \\| "),
+              (WordSet{"CODE [TEXT] [--domain D]", "after TIME", "silent", "hollow", "noprompt", "crash"}));
+    for (const QString fault :
+         {"8", "8 text", "8 text --domain D", "after 90s", "silent", "hollow", "noprompt", "crash"})
+        EXPECT_EQ(complaintOfAScenario("fault next any " + fault), "");
+}
+
+TEST(TheHelp, NamesEachUnitOfATimeAndNoOther) {
+    const auto units = QRegularExpression{"TIME is a number with ([^;]*);"}.match(helpOf("play").simplified());
+    WordSet accepted;
+    for (char first = 'a'; first <= 'z'; ++first) {
+        for (const char second : std::string{"\0abcdefghijklmnopqrstuvwxyz", 27}) {
+            std::string unit{first};
+            if (second != '\0') unit += second;
+            if (complaintAbout(WordList{"advance", "5" + unit}).empty()) accepted.insert(unit);
+        }
+    }
+    EXPECT_EQ(accepted, wordsIn(units.captured(1), ", | or "));
+}
+
+} // namespace
 
 } // namespace simulator::ctl

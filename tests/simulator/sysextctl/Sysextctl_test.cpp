@@ -1,15 +1,15 @@
-// The program itself, on a bus of its own, in front of a service that answers what the test says.
+// The program itself, in front of a service that answers what the test says.
 
 #include "simulator/bus/Names.h"
-#include "tests/simulator/support/Printing.h"
 #include "tests/simulator/support/Program.h"
+#include "tests/simulator/support/QtTesting.h"
 #include "tests/simulator/support/ScriptedControl.h"
-#include "tests/simulator/support/TestApplication.h"
-#include "tests/simulator/support/Until.h"
 #include "tests/support/PrivateBus.h"
 
 #include <QDir>
 #include <QTemporaryFile>
+
+#include <gtest/gtest.h>
 
 #include <optional>
 
@@ -19,19 +19,6 @@ namespace {
 
 constexpr auto camera = "com.kelvra.ip-camera.cmio";
 
-/// What a program left behind.
-struct Outcome {
-    int code = -1;
-    std::string output;
-    std::string errors;
-
-    bool operator==(const Outcome&) const = default;
-};
-
-void PrintTo(const Outcome& outcome, std::ostream* stream) {
-    *stream << outcome.code << ", output <" << outcome.output << ">, errors <" << outcome.errors << '>';
-}
-
 class Sysextctl : public testing::Test {
 protected:
     Sysextctl() { control_.emplace(bus_.connect()).identifiers = QStringList{camera}; }
@@ -39,16 +26,18 @@ protected:
     ScriptedControl& control() { return *control_; }
     ::tests::PrivateBus& bus() { return bus_; }
 
-    Program started(const QStringList& arguments) { return {SYSEXTCTL, arguments, bus_.environment()}; }
-
-    Outcome outcomeOf(const QStringList& arguments) {
-        auto program = started(arguments);
-        return outcomeOf(program);
+    Program started(const QStringList& words) const { return {SYSEXTCTL, words, bus_.environment()}; }
+    Outcome outcomeOf(const QStringList& words) const { return started(words).outcome(); }
+    Outcome withoutABus(const QStringList& words) const {
+        auto environment = bus_.environment();
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+        return Program{SYSEXTCTL, words, environment}.outcome();
     }
-
-    static Outcome outcomeOf(Program& program) {
-        EXPECT_TRUE(program.ended());
-        return {program.exitCode(), program.output().toStdString(), program.errors().toStdString()};
+    /// Waits for the camera to be enabled, and has looked at the list once.
+    std::unique_ptr<Program> waiting() {
+        auto program = std::make_unique<Program>(SYSEXTCTL, QStringList{"wait", camera, "enabled"}, bus_.environment());
+        EXPECT_TRUE(until([this] { return control().timesAsked("ListCopies") == 1; }));
+        return program;
     }
 
 private:
@@ -57,221 +46,181 @@ private:
     std::optional<ScriptedControl> control_;
 };
 
-} // namespace
+Outcome failed(int code, const std::string& line) {
+    return {code, "", "sysextctl: " + line + "\n"};
+}
 
-TEST_F(Sysextctl, PrintsTheListOfTheService) {
+constexpr auto head =
+    "--- com.apple.system_extension.cmio\nenabled\tactive\tteamID\tbundleID (version)\tname\t[state]\n";
+
+TEST_F(Sysextctl, PrintsTheListsOfTheService) {
     control().show({copyIn("waiting")});
-    EXPECT_EQ(outcomeOf({"list"}),
-              (Outcome{0,
-                       "1 extension(s)\n"
-                       "--- com.apple.system_extension.cmio\n"
-                       "enabled\tactive\tteamID\tbundleID (version)\tname\t[state]\n"
-                       "\t*\tKELVRA0001\tcom.kelvra.ip-camera.cmio (2.1/2105)\tCamera\t[activated waiting for user]\n",
-                       ""}));
+    const std::string row =
+        "\t*\tKELVRA0001\tcom.kelvra.ip-camera.cmio (2.1/2105)\tCamera\t[activated waiting for user]\n";
+    EXPECT_EQ(outcomeOf({"list"}), (Outcome{0, "1 extension(s)\n" + std::string{head} + row, ""}));
+    EXPECT_EQ(outcomeOf({"list", "cmio"}), outcomeOf({"list"}));
     EXPECT_EQ(outcomeOf({"list", "driver_extension"}), (Outcome{0, "0 extension(s)\n", ""}));
+    EXPECT_EQ(outcomeOf({"list", "driver_extension", "--json"}), (Outcome{0, "[]\n", ""}));
+    EXPECT_EQ(outcomeOf({"requests"}), (Outcome{0, "0 request(s)\n", ""}));
+    EXPECT_EQ(outcomeOf({"requests", "--json"}), (Outcome{0, "[]\n", ""}));
 }
 
-TEST_F(Sysextctl, SaysNothingWhereTheServiceDidWhatItWasAsked) {
-    const Outcome silent{0, "", ""};
-    EXPECT_EQ(outcomeOf({"allow", camera}), silent);
-    EXPECT_EQ(outcomeOf({"deny", camera}), silent);
-    EXPECT_EQ(outcomeOf({"authorize", camera}), silent);
-    EXPECT_EQ(outcomeOf({"refuse", camera}), silent);
-    EXPECT_EQ(outcomeOf({"disable", camera}), silent);
-    EXPECT_EQ(outcomeOf({"enable", camera}), silent);
-    EXPECT_EQ(outcomeOf({"restart"}), silent);
-    EXPECT_EQ(outcomeOf({"reset"}), silent);
-    EXPECT_EQ(outcomeOf({"install", camera, "2.0", "2004", "waiting"}), silent);
-    EXPECT_EQ(outcomeOf({"uninstall", "-", camera}), silent);
-    EXPECT_EQ(outcomeOf({"developer", "on"}), silent);
-    EXPECT_EQ(outcomeOf({"switch", "denied", "silent"}), silent);
-    EXPECT_EQ(outcomeOf({"fault", "next", "activate", "8", "broken"}), silent);
-    EXPECT_EQ(control().deeds(), (QStringList{"Allow com.kelvra.ip-camera.cmio", "Deny com.kelvra.ip-camera.cmio",
-                                              "Authorize com.kelvra.ip-camera.cmio", "Refuse com.kelvra.ip-camera.cmio",
-                                              "Disable com.kelvra.ip-camera.cmio", "Enable com.kelvra.ip-camera.cmio",
-                                              "Restart", "Reset", "Install com.kelvra.ip-camera.cmio 2.0 2004 waiting",
-                                              "Uninstall - com.kelvra.ip-camera.cmio", "SetDeveloperMode on",
-                                              "SetSwitch denied silent", "OrderFault activation error  8 broken 0"}));
+TEST_F(Sysextctl, HasTheServiceDoWhatWasTypedAndSaysNothing) {
+    EXPECT_EQ(outcomeOf({"allow", camera}), silence);
+    EXPECT_EQ(outcomeOf({"fault", "next", "any", "28", "no space left", "--domain", "D"}), silence);
+    EXPECT_EQ(outcomeOf({"applications", "/a b/c/", "d"}), silence);
+    EXPECT_EQ(control().deeds(),
+              (QStringList{"allow com.kelvra.ip-camera.cmio", "fault next any 28 no space left --domain D",
+                           "applications /a b/c " + QDir::current().absoluteFilePath("d")}));
 }
 
-TEST_F(Sysextctl, EndsWith1AndOneLineIfNothingWaits) {
-    control().refuse("Allow", "NothingWaiting", "nothing of com.kelvra.ip-camera.cmio waits");
-    EXPECT_EQ(outcomeOf({"allow", camera}),
-              (Outcome{1, "", "sysextctl: nothing of com.kelvra.ip-camera.cmio waits\n"}));
+TEST_F(Sysextctl, EndsAsTheServiceRefuses) {
+    control().refuse("allow", "NothingWaiting", "nothing of com.kelvra.ip-camera.cmio waits");
+    control().refuse("deny", "UnknownIdentifier", "x:\nno such extension");
+    control().refuse("reset", "InvalidArgument", "never");
+    control().refuse("restart", "LimitExceeded", "not now");
+    control().refuse("enable", "ForbiddenByProfile", "forbidden");
+    EXPECT_EQ(outcomeOf({"allow", camera}), failed(1, "nothing of com.kelvra.ip-camera.cmio waits"));
+    EXPECT_EQ(outcomeOf({"deny", "x"}), failed(2, "x: no such extension"));
+    EXPECT_EQ(outcomeOf({"reset"}), failed(2, "never"));
+    EXPECT_EQ(outcomeOf({"restart"}), failed(1, "not now"));
+    EXPECT_EQ(outcomeOf({"enable", "x"}), failed(1, "forbidden"));
+    EXPECT_EQ(outcomeOf({"wait", "x", "absent"}), failed(2, "x: no such extension"));
 }
 
-TEST_F(Sysextctl, EndsWith2AndOneLineIfTheIdentifierIsUnknown) {
-    control().refuse("Deny", "UnknownIdentifier", "x:\nno such extension");
-    EXPECT_EQ(outcomeOf({"deny", "x"}), (Outcome{2, "", "sysextctl: x: no such extension\n"}));
-    EXPECT_EQ(outcomeOf({"wait", "x", "absent"}), (Outcome{2, "", "sysextctl: x: no such extension\n"}));
-}
-
-TEST_F(Sysextctl, EndsWith2AndOneLineIfTheVerbIsUnknown) {
+TEST_F(Sysextctl, CallsNobodyWhereItDoesNotUnderstand) {
     EXPECT_EQ(outcomeOf({"frobnicate"}),
-              (Outcome{2, "", "sysextctl: unknown verb \"frobnicate\"; \"sysextctl --help\" lists the verbs\n"}));
+              failed(2, "unknown verb \"frobnicate\"; \"sysextctl --help\" lists the verbs"));
+    EXPECT_EQ(outcomeOf({"allow"}).code, 2);
+    EXPECT_EQ(outcomeOf({"profile", "/nonexistent"}), failed(1, "cannot read /nonexistent: No such file or directory"));
+    EXPECT_EQ(control().deeds(), QStringList{});
 }
 
-TEST_F(Sysextctl, EndsWith1AndOneLineWithoutAService) {
-    control().leave();
-    const Outcome none{1, "",
-                       "sysextctl: the simulated extension service is not running, and nothing here starts it\n"};
-    EXPECT_EQ(outcomeOf({"list"}), none);
-    EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), none);
-    EXPECT_EQ(outcomeOf({"watch"}), none);
-}
-
-TEST_F(Sysextctl, EndsWith1AndSaysWhereTheReasonIsIfTheServiceCannotBeStarted) {
-    control().leave();
-    bus().makeActivatable(serviceName, "/bin/false");
-    const Outcome none{1, "",
-                       "sysextctl: the simulated extension service cannot be started; running sysextd shows why\n"};
-    EXPECT_EQ(outcomeOf({"list"}), none);
-    EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), none);
-}
-
-TEST_F(Sysextctl, EndsWith1AndOneLineWithoutABus) {
-    auto environment = bus().environment();
-    environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
-    Program program{SYSEXTCTL, {"list"}, environment};
-    EXPECT_EQ(outcomeOf(program), (Outcome{1, "", "sysextctl: there is no session bus\n"}));
-}
-
-TEST_F(Sysextctl, GivesHelpWithoutABus) {
-    auto environment = bus().environment();
-    environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
-    Program program{SYSEXTCTL, {"--help"}, environment};
-    const auto help = outcomeOf(program);
+TEST_F(Sysextctl, NeedsABusButForHelp) {
+    EXPECT_EQ(withoutABus({"list"}), failed(1, "there is no session bus"));
+    EXPECT_EQ(withoutABus({"allow"}).code, 2);
+    const Outcome help = withoutABus({"--help"});
     EXPECT_EQ(help.code, 0);
     EXPECT_EQ(help.errors, "");
     EXPECT_EQ(help.output.rfind("usage: sysextctl VERB", 0), 0U);
+    EXPECT_EQ(withoutABus({"help", "restart"}).output.rfind("usage: sysextctl restart\n\nRestarts the", 0), 0U);
+}
+
+TEST_F(Sysextctl, NeedsTheService) {
+    control().leave();
+    const Outcome none = failed(1, "the simulated extension service is not running, and nothing here starts it");
+    EXPECT_EQ(outcomeOf({"list"}), none);
+    EXPECT_EQ(outcomeOf({"restart"}), none);
+    EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), none);
+    EXPECT_EQ(outcomeOf({"watch"}), none);
+    bus().makeActivatable(serviceName, "/bin/false");
+    const Outcome dead = failed(1, "the simulated extension service cannot be started; running sysextd shows why");
+    EXPECT_EQ(outcomeOf({"list"}), dead);
+    EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), dead);
 }
 
 TEST_F(Sysextctl, FailsIfItsOutputCannotBeWritten) {
     Program program{"/bin/sh", {"-c", R"(exec "$0" list > /dev/full)", SYSEXTCTL}, bus().environment()};
-    EXPECT_EQ(outcomeOf(program), (Outcome{1, "", "sysextctl: standard output takes no more\n"}));
+    EXPECT_EQ(program.outcome(), failed(1, "standard output takes no more"));
 }
 
 TEST_F(Sysextctl, WaitsNotAtAllForWhatIsSoAlready) {
-    EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), (Outcome{0, "", ""}));
+    EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), silence);
     control().show({copyIn("uninstalling"), copyIn("waiting")});
-    EXPECT_EQ(outcomeOf({"wait", camera, "waiting"}), (Outcome{0, "", ""}));
+    EXPECT_EQ(outcomeOf({"wait", camera, "waiting"}), silence);
 }
 
 TEST_F(Sysextctl, WaitsUntilACopyIsInTheState) {
-    auto program = started({"wait", camera, "enabled"});
-    ASSERT_TRUE(until([this] { return control().timesAsked("ListCopies") == 1; }));
+    const auto program = waiting();
     control().show({copyIn("waiting")});
     ASSERT_TRUE(until([this] { return control().timesAsked("ListCopies") == 2; }));
-    EXPECT_TRUE(program.isRunning());
+    EXPECT_TRUE(program->isRunning());
     control().show({copyIn("enabled")});
-    EXPECT_EQ(outcomeOf(program), (Outcome{0, "", ""}));
+    EXPECT_EQ(program->outcome(), silence);
 }
 
-TEST_F(Sysextctl, EndsWith1IfTheStateIsNotReachedInTime) {
+TEST_F(Sysextctl, WaitsNoLongerThanItIsTold) {
     EXPECT_EQ(outcomeOf({"wait", camera, "enabled", "--timeout", "0.05"}),
-              (Outcome{1, "", "sysextctl: com.kelvra.ip-camera.cmio is not enabled after 0.050 s\n"}));
-}
-
-TEST_F(Sysextctl, EndsWith1IfTheServiceDoesNotAnswerInTime) {
+              failed(1, "com.kelvra.ip-camera.cmio is not enabled after 0.050 s"));
     control().ignore("ListIdentifiers");
     EXPECT_EQ(outcomeOf({"wait", camera, "absent", "--timeout", "0.05"}),
-              (Outcome{1, "", "sysextctl: com.kelvra.ip-camera.cmio is not absent after 0.050 s\n"}));
+              failed(1, "com.kelvra.ip-camera.cmio is not absent after 0.050 s"));
 }
 
 TEST_F(Sysextctl, WaitsOnThroughTheDeathOfTheService) {
-    auto program = started({"wait", camera, "enabled"});
-    ASSERT_TRUE(until([this] { return control().timesAsked("ListCopies") == 1; }));
+    const auto program = waiting();
     control().leave();
     control().show({copyIn("enabled")});
-    EXPECT_TRUE(program.isRunning());
+    EXPECT_TRUE(program->isRunning());
     control().comeBack();
-    EXPECT_EQ(outcomeOf(program), (Outcome{0, "", ""}));
+    EXPECT_EQ(program->outcome(), silence);
 }
 
-TEST_F(Sysextctl, WaitsNoLongerWhenTheBusIsGone) {
-    auto program = started({"wait", camera, "enabled"});
-    ASSERT_TRUE(until([this] { return control().timesAsked("ListCopies") == 1; }));
+TEST_F(Sysextctl, WaitsAndWatchesNoLongerWhenTheBusIsGone) {
+    Program watching = started({"watch"});
+    ASSERT_TRUE(watching.printed("-\t-\twatching\n"));
+    const auto program = waiting();
     bus().stop();
-    EXPECT_EQ(outcomeOf(program), (Outcome{1, "", "sysextctl: the bus is gone\n"}));
+    EXPECT_EQ(program->outcome(), failed(1, "the bus is gone"));
+    const Outcome end = watching.outcome();
+    EXPECT_EQ(end.code, 1);
+    EXPECT_EQ(end.errors, "sysextctl: the bus is gone\n");
 }
 
 TEST_F(Sysextctl, WatchesWhatTheServiceTells) {
     auto program = started({"watch"});
     ASSERT_TRUE(program.printed("-\t-\twatching\n"));
     emit control().Event(1500, camera, "allowed");
-    ASSERT_TRUE(program.printed("allowed\n"));
+    emit control().Event(0, "", "restart\nnow");
+    ASSERT_TRUE(program.printed("now\n"));
     control().leave();
     ASSERT_TRUE(program.printed("gone\n"));
     control().comeBack();
     ASSERT_TRUE(program.printed("there\n"));
     EXPECT_EQ(program.output(), "-\t-\twatching\n"
                                 "1.500\tcom.kelvra.ip-camera.cmio\tallowed\n"
+                                "0.000\t-\trestart now\n"
                                 "-\t-\tthe service is gone\n"
                                 "-\t-\tthe service is there\n");
 }
 
 TEST_F(Sysextctl, WatchesNoLongerWhenNobodyReads) {
     Program program{"/bin/sh", {"-c", R"("$0" watch | head -n 1)", SYSEXTCTL}, bus().environment()};
-    EXPECT_EQ(outcomeOf(program), (Outcome{0, "-\t-\twatching\n", ""}));
+    EXPECT_EQ(program.outcome(), (Outcome{0, "-\t-\twatching\n", ""}));
 }
 
-TEST_F(Sysextctl, WatchesNoLongerWhenTheBusIsGone) {
-    auto program = started({"watch"});
-    ASSERT_TRUE(program.printed("-\t-\twatching\n"));
-    bus().stop();
-    const auto end = outcomeOf(program);
-    EXPECT_EQ(end.code, 1);
-    EXPECT_EQ(end.errors, "sysextctl: the bus is gone\n");
+// The verb "play", in this process -----------------------------------------------------------------------------------
+
+/// What comes of playing a scenario of these lines; its name is NAME in what is printed.
+class Playing : public Sysextctl {
+protected:
+    Outcome play(const QByteArray& text) {
+        QTemporaryFile file;
+        EXPECT_TRUE(file.open());
+        file.write(text);
+        file.flush();
+        Outcome outcome = withoutABus({"play", file.fileName()});
+        for (std::string* const printed : {&outcome.output, &outcome.errors}) {
+            const std::string name = file.fileName().toStdString();
+            const auto at = printed->find(name);
+            if (at != std::string::npos) printed->replace(at, name.size(), "NAME");
+        }
+        return outcome;
+    }
+};
+
+TEST_F(Playing, SaysThatItWentAsItSaysOrWhereItDidNot) {
+    EXPECT_EQ(play("properties com.x\nexpect found none\n"), (Outcome{0, "NAME: 2 steps, all as expected\n", ""}));
+    EXPECT_EQ(play("properties com.x\nexpect found none\nexpect finished 0\nexpect finished 1\n"),
+              failed(1, "NAME:3: \"expect finished 0\": Driver Manager heard nothing"));
 }
 
-TEST_F(Sysextctl, BringsShowsAndRemovesAProfile) {
-    EXPECT_EQ(outcomeOf({"profile"}), (Outcome{0, "No profile\n", ""}));
-    QTemporaryFile file;
-    ASSERT_TRUE(file.open());
-    file.write("<plist/>\n");
-    file.close();
-    EXPECT_EQ(outcomeOf({"profile", file.fileName()}), (Outcome{0, "", ""}));
-    EXPECT_EQ(outcomeOf({"profile"}), (Outcome{0, "<plist/>\n", ""}));
-    EXPECT_EQ(outcomeOf({"profile", "--remove"}), (Outcome{0, "", ""}));
-    EXPECT_EQ(control().profile, "");
+TEST_F(Playing, EndsWithTwoWhereTheScenarioIsNotUnderstood) {
+    EXPECT_EQ(play("restart\nrestart now\n"), failed(2, "NAME:2: \"now\" is too much; right would be: restart"));
+    EXPECT_EQ(withoutABus({"play", "/nowhere.scenario"}), failed(2, "/nowhere.scenario: there is no such file"));
+    EXPECT_EQ(withoutABus({"play", "/"}), failed(2, "/: it is a folder"));
 }
 
-TEST_F(Sysextctl, EndsWith1IfAProfileCannotBeRead) {
-    EXPECT_EQ(outcomeOf({"profile", "/nonexistent"}),
-              (Outcome{1, "", "sysextctl: cannot read /nonexistent: No such file or directory\n"}));
-    EXPECT_EQ(control().deeds(), QStringList{});
-}
-
-TEST_F(Sysextctl, PrintsTheReadingOfTheAdvancedClock) {
-    EXPECT_EQ(outcomeOf({"advance", "90s"}), (Outcome{0, "90.500\n", ""}));
-}
-
-TEST_F(Sysextctl, SetsTheApplicationsFoldersByTheirAbsolutePaths) {
-    EXPECT_EQ(outcomeOf({"applications", "/a b/c/", "d"}), (Outcome{0, "", ""}));
-    EXPECT_EQ(control().applicationsFolders, (QStringList{"/a b/c", QDir::current().absoluteFilePath("d")}));
-}
-
-TEST_F(Sysextctl, ShowsTheApplicationsFoldersALineEach) {
-    control().applicationsFolders = {"/Applications", "/a b"};
-    EXPECT_EQ(outcomeOf({"applications"}), (Outcome{0, "/Applications\n/a b\n", ""}));
-}
-
-TEST_F(Sysextctl, SaysWhetherDeveloperModeIsOn) {
-    EXPECT_EQ(outcomeOf({"developer"}), (Outcome{0, "Developer mode is on\n", ""}));
-}
-
-TEST_F(Sysextctl, ShowsASwitch) {
-    control().switches = {{"denied", "11", {"11", "silent"}, "what a denied activation gets"}};
-    EXPECT_EQ(outcomeOf({"switch", "denied"}),
-              (Outcome{0, "denied\t11\t(11 | silent)\twhat a denied activation gets\n", ""}));
-    EXPECT_EQ(outcomeOf({"switch", "unknown"}),
-              (Outcome{2, "", "sysextctl: unknown switch \"unknown\"; there is denied\n"}));
-}
-
-TEST_F(Sysextctl, ListsRequests) {
-    EXPECT_EQ(outcomeOf({"requests"}), (Outcome{0, "0 request(s)\n", ""}));
-    EXPECT_EQ(outcomeOf({"requests", "--json"}), (Outcome{0, "[]\n", ""}));
-    EXPECT_EQ(outcomeOf({"list", "--json"}), (Outcome{0, "[]\n", ""}));
-}
+} // namespace
 
 } // namespace simulator::tests

@@ -1,11 +1,12 @@
 // What applications ask and hear, each a process of its own.
 
-#include "tests/simulator/application/SampleBundle.h"
-#include "tests/simulator/support/Until.h"
-#include "tests/simulator/sysextd/TheService.h"
+#include "simulator/player/PrivateBus.h"
+#include "tests/simulator/support/SimulatedMac.h"
 
 #include <QDir>
 #include <QSignalSpy>
+
+#include <gmock/gmock.h>
 
 namespace simulator::tests {
 
@@ -13,139 +14,125 @@ namespace {
 
 using testing::ElementsAre;
 
-const QString activateCamera = QString{"submit a activation "} + camera;
-
-TEST_F(TheService, TakesAnActivationThroughApprovalToItsEnd) {
-    const auto asker = application();
-    asker->tell(activateCamera);
-    ASSERT_TRUE(asker->hears("a needs approval"));
-    must(control().Allow(camera));
-    ASSERT_TRUE(asker->hears("a finished 0"));
-    EXPECT_THAT(copies(camera), ElementsAre("2105 enabled"));
-}
-
-TEST_F(TheService, AsksForReplacementWithBothCopiesAndTakesTheAnswer) {
-    must(control().Install(camera, "2.0", "2004", "enabled"));
-    const auto asker = application();
-    asker->tell(activateCamera);
-    ASSERT_TRUE(asker->hears("a replace 2.0/2004 enabled by 2.1/2105 neither?"));
-    asker->tell("answer a replace");
-    ASSERT_TRUE(asker->hears("a finished 0"));
-    EXPECT_THAT(copies(camera), ElementsAre("2004 uninstalling", "2105 enabled"));
-}
-
-TEST_F(TheService, FindsTheCopiesOldestFirst) {
-    must(control().Install(camera, "1.0", "1", "uninstalling"));
-    must(control().Install(camera, "2.0", "2", "enabled"));
-    const auto asker = application();
-    asker->tell(QString{"submit a properties "} + camera);
-    EXPECT_TRUE(asker->hears("a found, 1.0/1 uninstalling, 2.0/2 enabled"));
-}
-
-TEST_F(TheService, SpeaksOnlyToTheClientThatAsked) {
-    const auto one = application();
-    const auto other = application();
-    one->tell(QString{"submit a properties "} + camera);
-    ASSERT_TRUE(one->hears("a found"));
-    other->tell(QString{"submit b properties "} + camera);
-    ASSERT_TRUE(other->hears("b found"));
-    one->tell(QString{"submit c properties "} + camera);
-    ASSERT_TRUE(one->hears("c found"));
-    EXPECT_EQ(one->lines(), (QStringList{"a found", "c found"}));
-    EXPECT_EQ(other->lines(), QStringList{"b found"});
-}
-
-TEST_F(TheService, FailsAnActivationOfAProgramThatLiesInNoBundle) {
-    const auto program = strayProgram();
-    program->tell(activateCamera);
-    EXPECT_TRUE(program->hears("a failed OSSystemExtensionErrorDomain 4 "
-                               "(The application holds no extension of this identifier.)"));
-}
-
-TEST_F(TheService, FailsADeactivationOfAProgramThatLiesInNoBundle) {
-    must(control().Install(camera, "2.1", "2105", "enabled"));
-    const auto program = strayProgram();
-    program->tell(QString{"submit a deactivation "} + camera);
-    ASSERT_TRUE(program->hears("a failed OSSystemExtensionErrorDomain 4 "
-                               "(The extension was not found in the application.)"));
-    EXPECT_THAT(copies(camera), ElementsAre("2105 enabled"));
-}
-
-TEST_F(TheService, FailsAnotherApplicationThatCarriesTheSameExtension) {
-    must(control().Install(camera, "2.1", "2105", "enabled"));
-    const QString program = makeSampleBundle(applications() + "/Other.app", ASKER, "com.example.other");
-    Asker other{program, environment()};
-    other.tell(activateCamera);
-    EXPECT_TRUE(other.hears("a failed OSSystemExtensionErrorDomain 4 (The extension belongs to another application.)"));
-}
-
-TEST_F(TheService, FailsAnActivationFromOutsideTheApplicationsFolder) {
-    must(control().SetApplicationsFolders({"/Applications"}));
-    const auto asker = application();
-    asker->tell(activateCamera);
-    EXPECT_TRUE(asker->hears("a failed OSSystemExtensionErrorDomain 3 "
-                             "(The application must be in an Applications folder.)"));
-}
-
-class AMovedApplication : public TheService {
+class AnApplication : public OnASimulatedMac {
 protected:
-    /// The sample application asks, is moved to this bundle while it runs, and activates the camera as "b".
-    std::unique_ptr<Asker> activatingFrom(const QString& bundle) {
-        auto asker = application();
-        asker->tell(QString{"submit a properties "} + camera);
-        EXPECT_TRUE(asker->hears("a found"));
-        QDir{}.mkpath(QFileInfo{bundle}.path());
-        EXPECT_TRUE(QDir{}.rename(applications() + "/Driver Manager.app", bundle));
-        asker->tell(QString{"submit b activation "} + camera);
-        return asker;
-    }
+    std::unique_ptr<Application> application = mac.application();
 };
 
-TEST_F(AMovedApplication, IsFoundInAnotherFolder) {
-    EXPECT_TRUE(activatingFrom(stateFolder() + "/Downloads/Driver Manager.app")
-                    ->hears("b failed OSSystemExtensionErrorDomain 3 "
-                            "(The application must be in an Applications folder.)"));
+TEST_F(AnApplication, IsTakenThroughApprovalToItsEnd) {
+    application->submit("a", "activation", camera);
+    ASSERT_TRUE(application->hears("a needs approval"));
+    EXPECT_EQ(mac.does({"allow", camera}), "");
+    ASSERT_TRUE(application->hears("a finished 0"));
+    EXPECT_THAT(mac.copies(camera), ElementsAre("2105 enabled"));
 }
 
-TEST_F(AMovedApplication, IsFoundInsideAnotherApplication) {
-    EXPECT_TRUE(activatingFrom(applications() + "/Suite.app/Contents/Applications/Driver Manager.app")
-                    ->hears("b failed OSSystemExtensionErrorDomain 1 "
-                            "(The application lies inside another application.)"));
+TEST_F(AnApplication, IsAskedForReplacementAndAnswers) {
+    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 2.0 2004"), "");
+    application->submit("a", "activation", camera);
+    ASSERT_TRUE(application->hears("a asked to replace 2.0/2004 by 2.1/2105"));
+    application->answer("a", "replace");
+    ASSERT_TRUE(application->hears("a finished 0"));
+    application->submit("b", "properties", camera);
+    EXPECT_TRUE(application->hears("b found 2.0/2004 uninstalling, 2.1/2105 enabled"));
 }
 
-TEST_F(AMovedApplication, IsFoundUnderAnotherName) {
-    EXPECT_TRUE(activatingFrom(applications() + "/Drivers.app")->hears("b needs approval"));
+TEST_F(AnApplication, HearsWhatItAskedAndNothingElse) {
+    const auto other = mac.application();
+    for (const auto* const token : {"a", "b"}) {
+        application->submit(token, "properties", camera);
+        ASSERT_TRUE(application->hears(QString{token} + " found none"));
+        other->submit("c" + QString{token}, "properties", driver);
+        ASSERT_TRUE(other->hears("c" + QString{token} + " found none"));
+    }
+    EXPECT_EQ(application->lines(), (QStringList{"a found none", "b found none"}));
+    EXPECT_EQ(other->lines(), (QStringList{"ca found none", "cb found none"}));
 }
 
-TEST_F(TheService, EndsTheRequestsOfAClientThatLeavesTheBus) {
-    const auto asker = application();
-    asker->tell(activateCamera);
-    ASSERT_TRUE(asker->hears("a needs approval"));
-    ASSERT_EQ(must(control().ListRequests()).value().size(), 1);
-    const QSignalSpy changes{&control(), &Control::Changed};
-    asker->kill();
-    EXPECT_TRUE(until([&] { return must(control().ListRequests()).value().isEmpty(); }));
-    EXPECT_THAT(copies(camera), ElementsAre("2105 waiting"));
+TEST_F(AnApplication, IsRefusedWhatIsMalformedAndServedAgain) {
+    application->submit("a", "reactivation", camera);
+    EXPECT_TRUE(application->hears("refused 'reactivation' is no kind of request"));
+    application->submit("b", "activation", QString(256, 'x'));
+    EXPECT_TRUE(application->hears("refused the identifier is malformed"));
+    application->answer("c", "perhaps");
+    EXPECT_TRUE(application->hears("refused 'perhaps' is neither replace nor cancel"));
+    application->answer("c", "replace");
+    EXPECT_TRUE(application->hears("refused no such question is open"));
+    application->submit("d", "properties", camera);
+    EXPECT_TRUE(application->hears("d found none"));
 }
 
-TEST_F(TheService, TellsEveryoneThatTheMachineRestarts) {
-    const auto one = application();
-    const auto other = strayProgram();
-    must(control().Restart());
-    EXPECT_TRUE(one->hears("restarting"));
-    EXPECT_TRUE(other->hears("restarting"));
+TEST_F(AnApplication, ThatLeavesTheBusHasNoRequestAnyMore) {
+    application->submit("a", "activation", camera);
+    ASSERT_TRUE(application->hears("a needs approval"));
+    ASSERT_EQ(must(mac.control().ListRequests()).value().size(), 1);
+    const QSignalSpy changes{&mac.control(), &Control::Changed};
+    EXPECT_TRUE(application->kill());
+    EXPECT_TRUE(until([&] { return must(mac.control().ListRequests()).value().isEmpty(); }));
+    EXPECT_THAT(mac.copies(camera), ElementsAre("2105 waiting"));
 }
 
-TEST_F(TheService, RefusesAMalformedRequestAndLives) {
-    const auto asker = application();
-    asker->tell(QString{"submit a reactivation "} + camera);
-    EXPECT_TRUE(asker->hears("a refused com.kelvra.Simulator1.Error.InvalidArgument"));
-    asker->tell("submit b activation " + QString(256, 'x'));
-    EXPECT_TRUE(asker->hears("b refused com.kelvra.Simulator1.Error.InvalidArgument"));
-    asker->tell("answer c perhaps");
-    EXPECT_TRUE(asker->hears("c refused com.kelvra.Simulator1.Error.InvalidArgument"));
-    asker->tell(QString{"submit d properties "} + camera);
-    EXPECT_TRUE(asker->hears("d found"));
+TEST_F(AnApplication, IsToldLikeEveryoneThatTheMachineRestarts) {
+    const auto stray = mac.applicationAt(SUBMIT);
+    EXPECT_EQ(mac.does("restart"), "");
+    EXPECT_TRUE(application->ended());
+    EXPECT_TRUE(stray->ended());
+}
+
+/// Who asks is found by where its program lies.
+TEST_F(AnApplication, ThatLiesInNoBundleOwnsNoExtension) {
+    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 2.1 2105"), "");
+    const auto stray = mac.applicationAt(SUBMIT);
+    stray->submit("a", "activation", camera);
+    EXPECT_TRUE(stray->hears("a failed 4 \"The application holds no extension of this identifier.\""));
+    stray->submit("b", "deactivation", camera);
+    EXPECT_TRUE(stray->hears("b failed 4 \"The extension was not found in the application.\""));
+    EXPECT_THAT(mac.copies(camera), ElementsAre("2105 enabled"));
+}
+
+TEST_F(AnApplication, ThatIsAnotherOwnsNoExtensionOfTheSameName) {
+    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 2.1 2105"), "");
+    const auto other = mac.applicationAt(mac.putApplication("Other", "com.example.other"));
+    other->submit("a", "activation", camera);
+    EXPECT_TRUE(other->hears("a failed 4 \"The extension belongs to another application.\""));
+}
+
+TEST_F(AnApplication, MustLieInAnApplicationsFolder) {
+    EXPECT_EQ(mac.does("applications /Applications"), "");
+    application->submit("a", "activation", camera);
+    EXPECT_TRUE(application->hears("a failed 3 \"The application must be in an Applications folder.\""));
+}
+
+/// Its files are looked at, not what the service knew of them.
+TEST_F(AnApplication, MustBeAsItWasSealed) {
+    const QString file = mac.applications() + "/Driver Manager.app/Contents/Library/SystemExtensions/" + camera +
+                         ".systemextension/Contents/MacOS/added";
+    player::writeFile(file, "new");
+    application->submit("a", "activation", camera);
+    EXPECT_TRUE(application->hears("a failed 8 \"The extension's files do not match its seal.\""));
+    ASSERT_TRUE(QFile::remove(file));
+    application->submit("b", "activation", camera);
+    EXPECT_TRUE(application->hears("b needs approval"));
+}
+
+TEST_F(AnApplication, IsFoundWhereItWasMovedWhileItRuns) {
+    application->submit("a", "properties", camera);
+    ASSERT_TRUE(application->hears("a found none"));
+    QString bundle = mac.applications() + "/Driver Manager.app";
+    const auto moveTo = [&](const QString& path) {
+        QDir{}.mkpath(QFileInfo{path}.path());
+        ASSERT_TRUE(QDir{}.rename(bundle, path));
+        bundle = path;
+    };
+    moveTo(mac.folder() + "/Downloads/Driver Manager.app");
+    application->submit("b", "activation", camera);
+    EXPECT_TRUE(application->hears("b failed 3 \"The application must be in an Applications folder.\""));
+    moveTo(mac.applications() + "/Suite.app/Contents/Applications/Driver Manager.app");
+    application->submit("c", "activation", camera);
+    EXPECT_TRUE(application->hears("c failed 1 \"The application lies inside another application.\""));
+    moveTo(mac.applications() + "/Drivers.app");
+    application->submit("d", "activation", camera);
+    EXPECT_TRUE(application->hears("d needs approval"));
 }
 
 } // namespace

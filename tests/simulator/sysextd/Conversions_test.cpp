@@ -1,4 +1,8 @@
+// What the machine knows and says, as it goes over the bus.
+
+#include "simulator/bus/Names.h"
 #include "simulator/sysextd/Conversions.h"
+#include "tests/simulator/support/QtTesting.h"
 
 #include <gmock/gmock.h>
 
@@ -19,15 +23,6 @@ void add(State& state, Category category, const char* identifier, const char* ve
     state.copies.emplace(copy.number, copy);
 }
 
-std::vector<std::string> linesOf(const QList<CopyEntry>& copies) {
-    std::vector<std::string> lines;
-    for (const CopyEntry& copy : copies)
-        lines.push_back((copy.category.section('.', -1) + ' ' + copy.identifier + ' ' + copy.version).toStdString());
-    return lines;
-}
-
-} // namespace
-
 TEST(TheListOfCopies, IsInTheOrderOfCategoriesThenIdentifiersThenAges) {
     State state;
     add(state, Category::network, "a", "1");
@@ -36,10 +31,53 @@ TEST(TheListOfCopies, IsInTheOrderOfCategoriesThenIdentifiersThenAges) {
     add(state, Category::driver, "c", "4");
     add(state, Category::camera, "z", "5");
     add(state, Category::driver, "d", "9");
-    add(state, Category::driver, "c", "4");
-    EXPECT_THAT(linesOf(copyEntries(state)),
-                ElementsAre("cmio z 5", "driver_extension c 4", "driver_extension c 4", "driver_extension d 10",
-                            "driver_extension d 9", "endpoint_security b 2", "network_extension a 1"));
+    std::vector<std::string> lines;
+    for (const CopyEntry& copy : copyEntries(state))
+        lines.push_back((copy.category.section('.', -1) + ' ' + copy.identifier + ' ' + copy.version).toStdString());
+    EXPECT_THAT(lines, ElementsAre("cmio z 5", "driver_extension c 4", "driver_extension d 10", "driver_extension d 9",
+                                   "endpoint_security b 2", "network_extension a 1"));
 }
+
+QString textOf(const CopyReport& copy) {
+    const QString flags =
+        QString{copy.enabled ? "e" : "-"} + (copy.awaitingUserApproval ? "a" : "-") + (copy.uninstalling ? "u" : "-");
+    return QStringList{copy.identifier, copy.shortVersion, copy.version, flags}.join(' ');
+}
+
+QString textOf(const QVariant& argument) {
+    if (argument.canConvert<CopyReport>()) return textOf(argument.value<CopyReport>());
+    if (!argument.canConvert<QList<CopyReport>>()) return argument.toString();
+    QStringList copies;
+    for (const CopyReport& copy : argument.value<QList<CopyReport>>())
+        copies += textOf(copy);
+    return copies.join(", ");
+}
+
+/// The name of the signal that carries an answer, and its arguments.
+std::string sent(AnswerBody body) {
+    const QDBusMessage message = messageOf({":1.7", "token", std::move(body)});
+    EXPECT_EQ(message.type(), QDBusMessage::SignalMessage);
+    EXPECT_EQ(message.service(), ":1.7");
+    EXPECT_EQ(message.path(), objectPath);
+    EXPECT_EQ(message.interface(), interfaceName);
+    QStringList parts{message.member()};
+    for (const QVariant& argument : message.arguments())
+        parts += textOf(argument);
+    return parts.join(" | ").toStdString();
+}
+
+TEST(AnAnswer, IsASignalToItsClient) {
+    const CopyRecord old{"com.x", "2.0", "2004", true, false, false};
+    const CopyRecord young{"com.x", "2.1", "2105", false, true, false};
+    const CopyRecord leaving{"com.x", "1.0", "1", false, false, true};
+    EXPECT_EQ(sent(ReplacementAsked{old, young}), "ReplacementAsked | token | com.x 2.0 2004 e-- | com.x 2.1 2105 -a-");
+    EXPECT_EQ(sent(NeedsApproval{}), "NeedsApproval | token");
+    EXPECT_EQ(sent(Finished{1}), "Finished | token | 1");
+    EXPECT_EQ(sent(Failure{"D", -4, "caf\u00e9"}), "Failed | token | D | -4 | caf\u00e9");
+    EXPECT_EQ(sent(FoundProperties{{leaving, old}}), "FoundProperties | token | com.x 1.0 1 --u, com.x 2.0 2004 e--");
+    EXPECT_EQ(sent(FoundProperties{}), "FoundProperties | token | ");
+}
+
+} // namespace
 
 } // namespace simulator::tests

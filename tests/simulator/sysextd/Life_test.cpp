@@ -1,16 +1,14 @@
 // How the service comes, goes, and dies.
 
-#include "tests/simulator/application/SampleBundle.h"
-#include "tests/simulator/support/Printing.h"
-#include "tests/simulator/support/Program.h"
-#include "tests/simulator/support/Until.h"
-#include "tests/simulator/sysextd/TheService.h"
+#include "simulator/store/Store.h"
+#include "simulator/sysextd/Service.h"
+#include "tests/simulator/support/SimulatedMac.h"
 
 #include <QDBusConnectionInterface>
 #include <QFile>
 #include <QFileInfo>
 
-#include <sqlite3.h>
+#include <gmock/gmock.h>
 
 #include <csignal>
 #include <optional>
@@ -22,57 +20,45 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class TheServicesLife : public TheService {};
+class AService : public OnASimulatedMac {};
 
-TEST_F(TheServicesLife, LosesNothingThatWasAnsweredWhenItIsKilled) {
-    must(control().Install(camera, "1.0", "1", "enabled"));
-    must(control().SetSwitch("upgrade", "asked"));
-    signalService(SIGKILL);
-    ASSERT_TRUE(serviceIsGone());
-    EXPECT_THAT(copies(camera), ElementsAre("1 enabled"));
-    EXPECT_EQ(must(control().ListSwitches()).value().last().value, "asked");
+TEST_F(AService, LosesNothingThatWasAnsweredWhenItIsKilled) {
+    for (const int signal : {SIGKILL, SIGTERM, SIGINT}) {
+        EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 1.0 " + QString::number(signal)), "");
+        EXPECT_EQ(mac.does("switch upgrade asked"), "");
+        mac.signalService(signal);
+        ASSERT_TRUE(mac.serviceIsGone());
+        EXPECT_THAT(mac.copies(camera), ElementsAre(std::to_string(signal) + " enabled"));
+        EXPECT_EQ(mac.does("switch upgrade").substr(0, 14), "upgrade\tasked\t");
+        EXPECT_EQ(mac.does("reset"), "");
+    }
 }
 
-TEST_F(TheServicesLife, EndsInTheMiddleOfARequestAsOrderedAndBeginsAnew) {
-    must(control().OrderFault("activation", "crash", {}, 0, {}, 0));
-    const auto asker = application();
-    asker->tell(QString{"submit a activation "} + camera);
-    ASSERT_TRUE(serviceIsGone());
-    EXPECT_THAT(copies(camera), IsEmpty());
-    asker->tell(QString{"submit b activation "} + camera);
-    EXPECT_TRUE(asker->hears("b needs approval"));
-    EXPECT_EQ(asker->lines(), QStringList{"b needs approval"});
+TEST_F(AService, EndsInTheMiddleOfARequestAsOrderedAndBeginsAnew) {
+    EXPECT_EQ(mac.does("fault next activate crash"), "");
+    const auto application = mac.application();
+    application->submit("a", "activation", camera);
+    ASSERT_TRUE(mac.serviceIsGone());
+    EXPECT_THAT(mac.copies(camera), IsEmpty());
+    application->submit("b", "activation", camera);
+    EXPECT_TRUE(application->hears("b needs approval"));
+    EXPECT_EQ(application->lines(), QStringList{"b needs approval"});
 }
 
-/// Another start of the service, with the same store, on a bus that starts nothing by itself.
-class AStartOfTheService : public TheService {
+/// Other starts of the service, with the store of one that is gone, on a bus that starts nothing by itself.
+class AStartOfTheService : public AService {
 protected:
     AStartOfTheService() {
-        signalService(SIGTERM);
-        EXPECT_TRUE(serviceIsGone());
+        mac.signalService(SIGTERM);
+        EXPECT_TRUE(mac.serviceIsGone());
     }
 
-    std::unique_ptr<Program> start() { return std::make_unique<Program>(SYSEXTD, QStringList{}, ownEnvironment()); }
-    /// The same, in a shell that first does something to itself.
-    std::unique_ptr<Program> startAfter(const QString& commands) {
-        return std::make_unique<Program>("/bin/sh", QStringList{"-c", commands + "; exec \"$0\"", SYSEXTD},
-                                         ownEnvironment());
-    }
+    std::unique_ptr<Program> start() const { return std::make_unique<Program>(SYSEXTD, QStringList{}, environment()); }
 
-    QProcessEnvironment ownEnvironment() const {
+    QProcessEnvironment environment() const {
         QProcessEnvironment environment = own_.environment();
-        environment.insert("XDG_STATE_HOME", stateFolder());
+        environment.insert("XDG_STATE_HOME", mac.folder());
         return environment;
-    }
-
-    /// Its one line is that reason, and the store is as it was.
-    void expectRefusal(const QString& reason) {
-        const QByteArray before = contentsOf(storeFile());
-        const auto service = start();
-        ASSERT_TRUE(service->ended());
-        EXPECT_EQ(service->exitCode(), 1);
-        EXPECT_EQ(QString{service->errors()}, "sysextd: " + storeFile() + ": " + reason + '\n');
-        EXPECT_EQ(contentsOf(storeFile()), before);
     }
 
     bool isThere() {
@@ -84,11 +70,8 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray{};
     }
 
-    void tamper(const char* statement) {
-        sqlite3* handle = nullptr;
-        ASSERT_EQ(sqlite3_open(storeFile().toUtf8(), &handle), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(handle, statement, nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(handle);
+    Outcome complaint(const QString& reason) const {
+        return {1, "", "sysextd: " + mac.storeFile().toStdString() + ": " + reason.toStdString() + "\n"};
     }
 
     ::tests::PrivateBus own_;
@@ -96,94 +79,52 @@ protected:
     QDBusServiceWatcher watcher_{serviceName, connection_};
 };
 
-TEST_F(AStartOfTheService, EndsCleanlyWhenItIsTold) {
-    for (const int signal : {SIGTERM, SIGINT}) {
-        const auto service = start();
-        ASSERT_TRUE(isThere());
-        ASSERT_TRUE(service->signal(signal));
-        ASSERT_TRUE(service->ended());
-        EXPECT_EQ(service->exitCode(), 0);
-        EXPECT_EQ(service->errors(), "");
-    }
-}
-
 TEST_F(AStartOfTheService, EndsCleanlyWhenTheBusGoesAway) {
     const auto service = start();
     ASSERT_TRUE(isThere());
     own_.stop();
-    ASSERT_TRUE(service->ended());
-    EXPECT_EQ(service->exitCode(), 0);
-    EXPECT_EQ(service->errors(), "");
+    EXPECT_EQ(service->outcome(), silence);
+}
+
+TEST_F(AStartOfTheService, NeedsABus) {
+    QProcessEnvironment nowhere = environment();
+    nowhere.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    const Outcome outcome = Program{SYSEXTD, {}, nowhere}.outcome();
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.errors, testing::StartsWith("sysextd: there is no session bus: "));
 }
 
 TEST_F(AStartOfTheService, LeavesTheStoreToAnotherThatHasIt) {
     const auto first = start();
     ASSERT_TRUE(isThere());
-    const auto second = start();
-    ASSERT_TRUE(second->ended());
-    EXPECT_EQ(second->exitCode(), 1);
-    EXPECT_EQ(QString{second->errors()}, "sysextd: " + storeFile() + ": it is in use by another service\n");
+    EXPECT_EQ(start()->outcome(), complaint("it is in use by another service"));
 }
 
 TEST_F(AStartOfTheService, LeavesADamagedStoreAlone) {
-    QFile file{storeFile()};
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    file.seek(4096);
-    file.write(QByteArray(4096, 'x'));
-    file.close();
-    expectRefusal("it is damaged");
-}
-
-TEST_F(AStartOfTheService, BeginsNothingAnewWhereItsStoreIsEmpty) {
-    ASSERT_TRUE(QFile::resize(storeFile(), 0));
-    expectRefusal("it is damaged: it is empty");
-}
-
-TEST_F(AStartOfTheService, LeavesAStoreOfANewerVersionAlone) {
-    tamper("PRAGMA user_version = 3");
-    expectRefusal("it was written by a newer simulator (version 3, this one knows 2)");
-}
-
-TEST_F(AStartOfTheService, LeavesAFileOfAnotherProgramAlone) {
-    tamper("PRAGMA application_id = 7");
-    expectRefusal("it is no store of the simulator");
-}
-
-TEST_F(AStartOfTheService, SaysThatTheFolderOfItsStoreCannotBeCreated) {
-    const QString inTheWay = stateFolder() + "/file";
-    ASSERT_TRUE(QFile{inTheWay}.open(QIODevice::WriteOnly));
-    QProcessEnvironment environment = own_.environment();
-    environment.insert("XDG_STATE_HOME", inTheWay);
-    Program service{SYSEXTD, QStringList{}, environment};
-    ASSERT_TRUE(service.ended());
-    EXPECT_EQ(service.exitCode(), 1);
-    EXPECT_EQ(QString{service.errors()}, "sysextd: " + inTheWay +
-                                             "/kelvra-simulator/store.sqlite: its folder cannot be created: "
-                                             "Not a directory\n");
-    EXPECT_TRUE(QFileInfo{inTheWay}.isFile());
+    ASSERT_TRUE(QFile::resize(mac.storeFile(), 0));
+    EXPECT_EQ(start()->outcome(), complaint("it is damaged: it is empty"));
+    EXPECT_EQ(contentsOf(mac.storeFile()), "");
 }
 
 TEST_F(AStartOfTheService, GivesNoAnswerWhenItsStoreCannotGrowAndKeepsWhatItHad) {
-    const auto service = startAfter("trap '' XFSZ; ulimit -f 200");
+    Program service{"/bin/sh", {"-c", "trap '' XFSZ; ulimit -f 200; exec \"$0\"", SYSEXTD}, environment()};
     ASSERT_TRUE(isThere());
     Control control{serviceName, objectPath, connection_};
-    must(control.Install(camera, "1.0", "1", "enabled"));
-    int answered = 0;
-    const auto installAnother = [&] {
-        auto reply = control.Install(camera, QString(4000, 'x'), QString::number(answered), "uninstalling");
+    const auto install = [&](int version) {
+        const QString text(4000, 'x');
+        auto reply = control.Do({"install", camera, text, QString::number(version), "uninstalling"}, {});
         reply.waitForFinished();
-        return reply;
+        return reply.error().type();
     };
-    auto last = installAnother();
-    for (; !last.isError() && answered < 1000; last = installAnother())
+    int answered = 0;
+    auto error = QDBusError::NoError;
+    while (answered < 1000 && (error = install(answered)) == QDBusError::NoError)
         ++answered;
-    ASSERT_TRUE(service->ended());
-    EXPECT_EQ(last.error().type(), QDBusError::NoReply);
-    EXPECT_EQ(service->exitCode(), 1);
-    EXPECT_EQ(QString{service->errors()}, "sysextd: " + storeFile() + ": the disk cannot be read or written\n");
+    EXPECT_EQ(error, QDBusError::NoReply);
+    EXPECT_EQ(service.outcome(), complaint("the disk cannot be read or written"));
     const auto again = start();
     ASSERT_TRUE(isThere());
-    EXPECT_EQ(must(control.ListCopies()).value().size(), answered + 1);
+    EXPECT_EQ(must(control.ListCopies()).value().size(), answered);
 }
 
 /// What XDG_STATE_HOME is; nothing: it is not set.
@@ -195,12 +136,56 @@ TEST_P(AStateFolder, ThatIsNoneIsTheOneInTheHomeFolder) {
     environment.insert("HOME", home.path());
     environment.remove("XDG_STATE_HOME");
     if (GetParam()) environment.insert("XDG_STATE_HOME", *GetParam());
-    const Program service{SYSEXTD, QStringList{}, environment};
+    const Program service{SYSEXTD, {}, environment};
     ASSERT_TRUE(isThere());
     EXPECT_TRUE(QFile::exists(home.filePath(".local/state/kelvra-simulator/store.sqlite")));
 }
 
 INSTANTIATE_TEST_SUITE_P(, AStateFolder, testing::Values(std::nullopt, QString{}, QString{"state"}));
+
+// The machine and its store, in this process -------------------------------------------------------------------------
+
+class AServiceInThisProcess : public testing::Test {
+private:
+    TestApplication application_;
+    QTemporaryDir folder_;
+
+protected:
+    const QString file = folder_.filePath("store.sqlite");
+    Service service{file.toStdString()};
+
+    /// What a kill at this moment would leave in the store.
+    State kept() const {
+        const QString image = folder_.filePath("image.sqlite");
+        for (const auto* const part : {"", "-wal"}) {
+            QFile::remove(image + part);
+            QFile::copy(file + part, image + part);
+        }
+        return Store{image.toStdString()}.load();
+    }
+};
+
+TEST_F(AServiceInThisProcess, HasKeptWhatItSaysWhenItSaysIt) {
+    int said = 0;
+    const auto look = [&] {
+        ++said;
+        EXPECT_TRUE(kept() == service.machine().state());
+    };
+    QObject::connect(&service, &Service::answered, look);
+    QObject::connect(&service, &Service::happened, look);
+    QObject::connect(&service, &Service::changed, look);
+    QObject::connect(&service, &Service::restarting, look);
+    service.perform([](Machine& machine) {
+        return machine.submit({"client", "a", "", RequestKind::properties, camera});
+    });
+    ASSERT_TRUE(until([&] { return service.machine().requests().empty(); }));
+    service.perform([](Machine& machine) { return machine.advance(7); });
+    service.perform([](Machine& machine) -> Verdict {
+        machine.restart();
+        return done;
+    });
+    EXPECT_EQ(said, 1 + 4 + 4 + 1);
+}
 
 } // namespace
 

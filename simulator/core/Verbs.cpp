@@ -1,0 +1,411 @@
+#include "simulator/core/Verbs.h"
+
+#include "simulator/core/Refusal.h"
+#include "simulator/core/Words.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
+
+namespace simulator {
+
+namespace {
+
+constexpr std::string_view anIdentifier = "an extension's identifier";
+
+Refusal invalid(std::string message) {
+    return {Refusal::Kind::invalidArgument, std::move(message)};
+}
+
+Outcome outcomeOf(Verdict verdict) {
+    if (verdict) return *std::move(verdict);
+    return std::string{};
+}
+
+template <void (Machine::*deed)()>
+Deed ofTheMachine(Words& words) {
+    words.expect(0, 0);
+    return [](Machine& machine) {
+        (machine.*deed)();
+        return std::string{};
+    };
+}
+
+template <Verdict (Machine::*deed)(const std::string&)>
+Deed ofAnExtension(Words& words) {
+    words.expect(1, 1);
+    return [identifier = words.take(anIdentifier)](Machine& machine) { return outcomeOf((machine.*deed)(identifier)); };
+}
+
+Deed install(Words& words) {
+    words.expect(3, 4);
+    const std::string identifier = words.take(anIdentifier);
+    const std::string shortVersion = words.take("a short version");
+    const Version version{shortVersion, words.take("a build")};
+    std::string condition = "enabled";
+    if (!words.isAtEnd()) condition = words.takeOneOf("a state", {"enabled", "waiting", "disabled", "uninstalling"});
+    return [=](Machine& machine) { return outcomeOf(machine.install(identifier, version, condition)); };
+}
+
+Deed uninstall(Words& words) {
+    words.expect(2, 2);
+    const std::string team = words.take("a team");
+    const std::string identifier = words.take(anIdentifier);
+    return [=](Machine& machine) { return outcomeOf(machine.uninstall(team, identifier)); };
+}
+
+// Settings -----------------------------------------------------------------------------------------------------------
+
+Outcome foldersOf(const Machine& machine) {
+    std::string lines;
+    for (const std::string& folder : machine.state().settings.applicationsFolders)
+        lines += folder + "\n";
+    return lines;
+}
+
+Deed applications(Words& words) {
+    words.expect(0, std::numeric_limits<std::size_t>::max());
+    if (words.asks()) return foldersOf;
+    WordList folders{words.take("a folder")};
+    for (const std::string& folder : words.takeAll())
+        folders.push_back(folder);
+    if (std::count(folders.begin(), folders.end(), std::string{}) > 0) words.misused();
+    return [folders](Machine& machine) { return outcomeOf(machine.setApplicationsFolders(folders)); };
+}
+
+Outcome modeOf(const Machine& machine) {
+    return machine.state().settings.developerMode ? "Developer mode is on\n" : "Developer mode is off\n";
+}
+
+Deed developer(Words& words) {
+    words.expect(0, 1);
+    if (words.asks()) return modeOf;
+    return [isOn = words.takeOneOf("a mode", {"on", "off"}) == "on"](Machine& machine) {
+        machine.setDeveloperMode(isOn);
+        return std::string{};
+    };
+}
+
+Outcome profileOf(const Machine& machine) {
+    const std::string& source = machine.state().settings.profile.source;
+    return source.empty() ? "No profile\n" : source;
+}
+
+Deed profile(Words& words) {
+    const bool isRemoved = words.takeFlag("--remove");
+    words.expect(0, isRemoved ? 0 : 1);
+    if (isRemoved) return [](Machine& machine) { return outcomeOf(machine.setProfile({})); };
+    if (words.asks()) return profileOf;
+    words.take("a file");
+    return [contents = words.contents()](Machine& machine) -> Outcome {
+        return contents.empty() ? invalid("the profile is empty") : outcomeOf(machine.setProfile(contents));
+    };
+}
+
+Deed advance(Words& words) {
+    words.expect(1, 1);
+    return [length = words.takeDuration()](Machine& machine) -> Outcome {
+        if (auto refusal = machine.advance(length)) return *std::move(refusal);
+        return inSeconds(machine.state().clock) + "\n";
+    };
+}
+
+WordList switchNames() {
+    WordList names;
+    for (const SwitchRow& row : switches)
+        names.emplace_back(row.name);
+    return names;
+}
+
+WordList valuesOf(const std::string& name) {
+    const auto which = switchNamed(name);
+    if (!which) return {};
+    return {std::string{describe(*which).byDefault}, std::string{describe(*which).otherwise}};
+}
+
+std::string lineOf(const Machine& machine, const SwitchRow& row) {
+    const std::string values = "(" + std::string{row.byDefault} + " | " + std::string{row.otherwise} + ")";
+    const std::string value{machine.state().settings.valueOf(row.which)};
+    return joined({std::string{row.name}, value, values, std::string{row.meaning}}, "\t") + "\n";
+}
+
+/// Of the switch of that name, or of every switch.
+Outcome linesOf(const Machine& machine, const std::string& name) {
+    std::string lines;
+    for (const SwitchRow& row : switches)
+        if (name.empty() || name == row.name) lines += lineOf(machine, row);
+    if (lines.empty()) return invalid("unknown switch " + inQuotes(name) + "; there is " + joined(switchNames()));
+    return lines;
+}
+
+Deed setSwitch(Words& words) {
+    words.expect(0, 2);
+    const std::string name = words.asks() ? "" : words.takeKnown("a switch", switchNames());
+    const std::string value = words.asks() ? "" : words.takeKnown("a value of " + name, valuesOf(name));
+    if (value.empty()) return [name](const Machine& machine) { return linesOf(machine, name); };
+    return [=](Machine& machine) { return outcomeOf(machine.setSwitch(name, value)); };
+}
+
+std::string padded(std::string text, std::size_t width) {
+    text.resize(std::max(width, text.size()), ' ');
+    return text;
+}
+
+std::string detailsOfSwitch() {
+    std::string lines =
+        "Without VALUE it shows the switch, without NAME every switch; the first value is the default.\n";
+    for (const SwitchRow& row : switches) {
+        const std::string values = std::string{row.byDefault} + " | " + std::string{row.otherwise};
+        lines += "  " + padded(std::string{row.name}, 15) + padded(values, 20) + std::string{row.meaning} + "\n";
+    }
+    return lines + "Example: sysextctl switch denial silence\n";
+}
+
+// Faults -------------------------------------------------------------------------------------------------------------
+
+/// How an order of a fault calls the requests that it is for; nothing: all of them.
+struct RequestWord {
+    const char* word;
+    std::optional<RequestKind> kind;
+};
+
+constexpr std::array requestWords{
+    RequestWord{"activate", RequestKind::activation},
+    RequestWord{"deactivate", RequestKind::deactivation},
+    RequestWord{"properties", RequestKind::properties},
+    RequestWord{"any", std::nullopt},
+};
+
+/// The words for the requests that such a fault can befall.
+WordList requestWordsFor(Fault::Kind kind) {
+    WordList known;
+    for (const RequestWord& row : requestWords)
+        if (isPossible({kind, row.kind, {}, 0})) known.emplace_back(row.word);
+    return known;
+}
+
+std::optional<RequestKind> requestFor(const std::string& word) {
+    return std::find_if(requestWords.begin(), requestWords.end(),
+                        [&](const RequestWord& row) { return row.word == word; })
+        ->kind;
+}
+
+Failure takeFailure(Words& words, const std::string& domain) {
+    const std::string code = words.take("a fault");
+    const auto number = numberIn(code);
+    if (!number) words.reject("a fault", code, {"an error code", "after", "silent", "hollow", "noprompt", "crash"});
+    const std::string where = domain.empty() ? std::string{extensionErrorDomain} : domain;
+    return {where, *number, words.isAtEnd() ? std::string{} : words.take("a description")};
+}
+
+/// What takes no more than its name, or "after" and a time.
+Fault::Kind takeKind(Words& words) {
+    using Kind = Fault::Kind;
+    for (const Kind kind : {Kind::silent, Kind::hollow, Kind::noprompt, Kind::crash})
+        if (words.takes(nameOf(kind))) return kind;
+    return words.takes("after") ? Kind::delay : Kind::error;
+}
+
+void mustBeFor(const std::string& request, Fault::Kind kind, Words& words) {
+    const WordList possible = requestWordsFor(kind);
+    const bool isPossible = std::count(possible.begin(), possible.end(), request) > 0;
+    if (!isPossible) words.reject("a kind of " + std::string{nameOf(kind)} + " request", request, possible);
+}
+
+Deed fault(Words& words) {
+    const auto domain = words.takeOption("--domain", "a domain");
+    words.expect(3, 4);
+    words.mustTake("next");
+    const std::string request = words.takeOneOf("a kind of request", requestWordsFor(Fault::Kind::error));
+    Fault fault{takeKind(words), requestFor(request), {}, 0};
+    if (fault.kind == Fault::Kind::error) {
+        fault.failure = takeFailure(words, domain.value_or(std::string{}));
+    } else {
+        const bool isDelay = fault.kind == Fault::Kind::delay;
+        words.expect(isDelay ? 4 : 3, isDelay ? 4 : 3);
+        if (domain) words.misused();
+        mustBeFor(request, fault.kind, words);
+        if (isDelay) fault.milliseconds = words.takeDuration();
+    }
+    return [fault](Machine& machine) { return outcomeOf(machine.orderFault(fault)); };
+}
+
+// The table ----------------------------------------------------------------------------------------------------------
+
+using Part = Verb::Part;
+
+std::vector<Verb> verbsOfThePerson() {
+    return {
+        {Part::person, "allow", "ID", "allows the extension that waits for approval",
+         R"(The copy of ID that waits is enabled, and the approval is on record for later versions. The application whose request
+waits for this is told that it finished, 0, or 1 if a restart completes it.
+)",
+         ofAnExtension<&Machine::allow>},
+        {Part::person, "deny", "ID", "denies the extension that waits for approval",
+         R"(The copy of ID that waits goes away. The application whose request waits for this is told that it failed with 11,
+cancelled; with "sysextctl switch denial silence" it is told nothing, ever.
+)",
+         ofAnExtension<&Machine::deny>},
+        {Part::person, "authorize", "ID", "answers the administrator's question about ID with yes",
+         R"(A removal asks for an administrator. With yes every copy of ID is taken away, and so is its approval; the application
+is told that its request finished, 0, or 1 if a restart completes it. "sysextctl switch authorization granted" says yes
+to every removal.
+)",
+         ofAnExtension<&Machine::authorize>},
+        {Part::person, "refuse", "ID", "answers the administrator's question about ID with no",
+         R"(Nothing is removed, and the application is told that its request failed with 13, authorisation required; with
+"sysextctl switch refusal 11" it is told 11, cancelled.
+)",
+         ofAnExtension<&Machine::refuse>},
+    };
+}
+
+std::vector<Verb> verbsOfTheSwitch() {
+    return {
+        {Part::person, "disable", "ID", "switches an enabled extension off",
+         R"(As the switch in System Settings does. The copy of ID is then "activated disabled": neither enabled nor waiting. No
+application is told; it learns of it when it asks for the properties.
+)",
+         ofAnExtension<&Machine::disable>},
+        {Part::person, "enable", "ID", "switches an extension on that was switched off",
+         R"(The copy of ID that was switched off is enabled without another approval. No application is told; it learns of it when
+it asks for the properties.
+)",
+         ofAnExtension<&Machine::enable>},
+    };
+}
+
+std::vector<Verb> verbsOfTheMachine() {
+    return {
+        {Part::machine, "restart", "", "restarts the simulated Mac, which ends every application",
+         R"(Copies that were uninstalling are gone, those that wait for approval go on waiting, and requests that were open are
+never answered. "./run" starts the application again.
+)",
+         ofTheMachine<&Machine::restart>},
+        {Part::machine, "reset", "", "takes away every copy, approval, request and fault; settings stay",
+         R"(An open request fails with 11, cancelled. The Applications folders, developer mode, the profile, the clock and the
+switches stay as they are.
+)",
+         ofTheMachine<&Machine::reset>},
+        {Part::machine, "install", "ID SHORT BUILD [STATE]", "puts a copy there without a request",
+         R"(STATE is enabled (the default; the approval is recorded), waiting, disabled or uninstalling.
+Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004
+)",
+         install, "ID SHORT BUILD [enabled|waiting|disabled|uninstalling]"},
+        {Part::machine, "uninstall", "TEAM ID", "removes an extension; TEAM - stands for any",
+         R"(TEAM is the ten characters that "list" shows. No application is told, no administrator is asked, and the approval is
+forgotten; the copies go with the next restart.
+Example: sysextctl uninstall KELVRA0001 com.kelvra.ip-camera.cmio
+)",
+         uninstall},
+    };
+}
+
+constexpr auto detailsOfApplications =
+    R"(An application may activate extensions only from inside one of them. The extensions that have an ID are
+those of the applications there, and those that were ever on this Mac.
+Example: sysextctl applications /Applications ~/Applications
+)";
+
+constexpr auto detailsOfDeveloper =
+    R"(In developer mode an application may lie outside the Applications folders, and an activation of the version that is
+enabled already asks the replacement question all the same.
+)";
+
+constexpr auto detailsOfProfile = R"(FILE is a property list, or a .mobileconfig that holds one, with any of the keys
+  AllowedSystemExtensions    identifiers by team, which are activated without approval
+  AllowedTeamIdentifiers     teams of which each extension is
+  AllowUserOverrides         if false, an activation of what is not allowed so fails with 10
+  RemovableSystemExtensions  identifiers by team, which are removed without an administrator
+A profile that arrives answers what waits. Where it forbids an extension, "allow", "enable" and "install" do not enable
+it, and say so. --remove takes the profile away; without an argument it is printed.
+Example: sysextctl profile simulator/scenarios/allow-team.mobileconfig
+)";
+
+std::vector<Verb> verbsOfItsRules() {
+    return {
+        {Part::machine, "applications", "[FOLDER...]", "sets the Applications folders, or shows them",
+         detailsOfApplications, applications, "FOLDER...", Verb::Names::folders},
+        {Part::machine, "developer", "[on|off]", "switches developer mode, or says whether it is on",
+         detailsOfDeveloper, developer, "on|off"},
+        {Part::machine, "profile", "[FILE | --remove]", "brings a management profile, takes it away, or prints it",
+         detailsOfProfile, profile, "FILE | --remove", Verb::Names::file, "--remove"},
+        {Part::machine, "advance", "TIME", "moves the simulated clock on and prints its reading in seconds",
+         "TIME is a number with ms, s, m, h or d; seconds if there is none.\n", advance},
+        {Part::machine, "switch", "[NAME [VALUE]]", "decides what no source settles about the real system",
+         detailsOfSwitch(), setSwitch, "NAME VALUE"},
+    };
+}
+
+std::vector<Verb> verbsOfFaults() {
+    return {
+        {Part::faults,
+         "fault",
+         "next KIND FAULT",
+         "orders a fault for the next request",
+         R"(KIND is activate, deactivate, properties or any. FAULT is one of
+  CODE [TEXT] [--domain D]  fails with that error
+  after TIME                is answered that much later on the simulated clock
+  silent                    is never answered
+  hollow                    finishes although nothing runs; not of properties
+  noprompt                  waits for the user without saying so; only of an activation
+  crash                     the service dies when it has begun
+Example: sysextctl fault next activate 8 "code signature invalid"
+)",
+         fault,
+         "next KIND CODE [TEXT] [--domain D] | after TIME | silent | hollow | noprompt | crash",
+         {},
+         "--domain"},
+    };
+}
+
+} // namespace
+
+std::string usageOf(std::string_view word, std::string_view usage) {
+    return usage.empty() ? std::string{word} : std::string{word} + " " + std::string{usage};
+}
+
+std::string lineOf(const Verb& verb) {
+    return usageOf(verb.word, verb.line.empty() ? verb.usage : verb.line);
+}
+
+const std::vector<Verb>& verbs() {
+    static const auto all = [] {
+        std::vector<Verb> every = verbsOfThePerson();
+        for (const auto part : {verbsOfTheSwitch, verbsOfTheMachine, verbsOfItsRules, verbsOfFaults})
+            for (Verb& verb : part())
+                every.push_back(std::move(verb));
+        return every;
+    }();
+    return all;
+}
+
+const Verb* verbNamed(std::string_view word) {
+    const auto found =
+        std::find_if(verbs().begin(), verbs().end(), [&](const Verb& verb) { return verb.word == word; });
+    return found == verbs().end() ? nullptr : &*found;
+}
+
+bool names(const std::vector<Word>& words, Verb::Names what) {
+    const Verb* const verb = words.empty() ? nullptr : verbNamed(words.front().text);
+    const bool mayName = verb && verb->names == what && words.size() > 1;
+    return mayName && (words.back().isQuoted || !isOption(words.back().text));
+}
+
+Deed understood(const Saying& saying, WrittenOn where) {
+    const std::string word = saying.words.empty() ? std::string{} : saying.words.front().text;
+    const Verb* const verb = verbNamed(word);
+    if (!verb) throw NotUnderstood{"unknown verb " + inQuotes(word) + "; \"sysextctl --help\" lists the verbs"};
+    const bool isTyped = where == WrittenOn::commandLine;
+    Words rest{{saying.words.begin() + 1, saying.words.end()},
+               isTyped ? "sysextctl " + usageOf(word, verb->usage) : lineOf(*verb),
+               word,
+               where};
+    rest.setContents(saying.contents);
+    const Deed deed = verb->read(rest);
+    rest.end();
+    return deed;
+}
+
+} // namespace simulator

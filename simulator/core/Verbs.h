@@ -1,0 +1,64 @@
+#pragma once
+
+#include "simulator/core/Machine.h"
+#include "simulator/core/Words.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace simulator {
+
+/// What came of it: what there is to say, which is often nothing, or why it was not done.
+using Outcome = std::variant<std::string, Refusal>;
+/// Words that were understood, to be done to a machine.
+using Deed = std::function<Outcome(Machine&)>;
+
+/// What someone says to the machine: a verb, and what follows it.
+struct Saying {
+    std::vector<Word> words;
+    /// Of the file that the words name, if they name one.
+    std::string contents;
+};
+
+/// What a person does to the simulated Mac, what befalls it, and how it is set up. A line of a scenario, a call of the
+/// command line and a press in System Settings are these words. A new verb is an entry of the table in Verbs.cpp.
+struct Verb {
+    enum class Part { person, machine, faults };
+    /// What the words after it, other than options, are to whoever says it: a file, whose contents are said with them;
+    /// or folders, which are absolute paths by the time that the machine hears of them.
+    enum class Names { nothing, file, folders };
+
+    Part part;
+    std::string word;
+    std::string usage;
+    /// One line.
+    std::string summary;
+    /// More lines, each ended.
+    std::string details;
+    /// Takes what follows the verb. Throws NotUnderstood.
+    Deed (*read)(Words& words);
+    /// Its usage in a scenario, where no one asks how it is; empty if that is the same.
+    std::string line{};
+    Names names = Names::nothing;
+    /// In a scenario, any other word that looks like an option is a text.
+    std::string option{};
+};
+
+/// In the order of the help.
+const std::vector<Verb>& verbs();
+/// Null if there is none.
+const Verb* verbNamed(std::string_view word);
+/// Whether words that can be understood name such a thing.
+bool names(const std::vector<Word>& words, Verb::Names what);
+/// Understands a verb and what follows it. Throws NotUnderstood.
+Deed understood(const Saying& saying, WrittenOn where = WrittenOn::commandLine);
+
+/// A word and what follows it, if anything does.
+std::string usageOf(std::string_view word, std::string_view usage);
+/// The same for a verb in a scenario.
+std::string lineOf(const Verb& verb);
+
+} // namespace simulator

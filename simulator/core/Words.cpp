@@ -1,0 +1,236 @@
+#include "simulator/core/Words.h"
+
+#include "simulator/core/Refusal.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+namespace simulator {
+
+namespace {
+
+constexpr std::string_view blanks = " \t\n\v\f\r";
+
+/// "a build" -> "build"
+std::string_view withoutArticle(std::string_view what) {
+    for (const std::string_view article : {"a ", "an "})
+        if (what.substr(0, article.size()) == article) return what.substr(article.size());
+    return what;
+}
+
+std::string_view trimmed(std::string_view word) {
+    const auto first = word.find_first_not_of(blanks);
+    return first == std::string_view::npos ? word : word.substr(first, word.find_last_not_of(blanks) - first + 1);
+}
+
+bool isOneOf(const WordList& known, const std::string& word) {
+    return std::find(known.begin(), known.end(), word) != known.end();
+}
+
+struct Unit {
+    std::string_view name;
+    double milliseconds;
+};
+
+constexpr std::array units{
+    Unit{"", 1000}, Unit{"ms", 1}, Unit{"s", 1000}, Unit{"m", 60e3}, Unit{"h", 3600e3}, Unit{"d", 24 * 3600e3},
+};
+
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+} // namespace
+
+Words::Words(std::vector<Word> words, std::string usage, std::string help, WrittenOn where)
+    : words_{std::move(words)}, usage_{std::move(usage)}, help_{std::move(help)}, where_{where} {
+}
+
+// Options ------------------------------------------------------------------------------------------------------------
+
+bool Words::takeFlag(std::string_view name) {
+    return std::erase_if(words_, [&](const Word& word) { return !word.isQuoted && word.text == name; }) > 0;
+}
+
+std::optional<std::string> Words::takeOption(const std::string& name, const std::string& what) {
+    const std::string assigned = name + "=";
+    for (auto word = words_.begin(); word != words_.end(); ++word) {
+        const bool isAssigned = !word->isQuoted && word->text.rfind(assigned, 0) == 0;
+        if (!isAssigned) continue;
+        const std::string value = word->text.substr(assigned.size());
+        words_.erase(word);
+        return value;
+    }
+    const auto option = std::find_if(words_.begin(), words_.end(),
+                                     [&](const Word& word) { return !word.isQuoted && word.text == name; });
+    if (option == words_.end()) return std::nullopt;
+    if (option + 1 == words_.end()) missing(what);
+    const std::string value = (option + 1)->text;
+    words_.erase(option, option + 2);
+    return value;
+}
+
+std::optional<std::int64_t> Words::takeDurationOption(const std::string& name) {
+    const auto word = takeOption(name, "a time");
+    return word ? std::optional{durationIn(*word)} : std::nullopt;
+}
+
+void Words::expect(std::size_t least, std::size_t most) const {
+    if (where_ == WrittenOn::scenario) return;
+    for (const Word& word : words_)
+        if (!word.isQuoted && isOption(word.text))
+            fail(help_ + " knows no option " + inQuotes(word.text) + "; \"sysextctl " + help_ + " --help\" says more");
+    if (words_.size() < least || words_.size() > most) misused();
+}
+
+// Words --------------------------------------------------------------------------------------------------------------
+
+bool Words::isNext(std::string_view word) const {
+    return !isAtEnd() && !words_[next_].isQuoted && words_[next_].text == word;
+}
+
+bool Words::takes(std::string_view word) {
+    const bool isThere = isNext(word);
+    if (isThere) ++next_;
+    return isThere;
+}
+
+std::string Words::take(std::string_view what) {
+    const bool endsHere = isAtEnd() || (where_ == WrittenOn::scenario && isNext(","));
+    if (endsHere) missing(std::string{what});
+    return words_[next_++].text;
+}
+
+std::string Words::takeOneOf(std::string_view what, const WordList& known) {
+    if (isAtEnd()) missing(std::string{what}, known);
+    const std::string word = take(what);
+    if (!isOneOf(known, word)) reject(what, word, known);
+    return word;
+}
+
+std::string Words::takeKnown(std::string_view what, const WordList& known) {
+    return where_ == WrittenOn::scenario ? takeOneOf(what, known) : take(what);
+}
+
+void Words::mustTake(std::string_view word) {
+    if (takes(word)) return;
+    if (isAtEnd()) missing(inQuotes(word));
+    if (where_ == WrittenOn::commandLine) misused();
+    fail(inQuotes(words_[next_].text) + " stands where " + inQuotes(word) + " should");
+}
+
+std::string Words::takePhrase(std::string_view what) {
+    std::string phrase = take(what);
+    while (!isAtEnd() && !isNext(","))
+        phrase += " " + take(what);
+    return phrase;
+}
+
+std::int64_t Words::takeNumber(std::string_view what) {
+    const std::string word = take(what);
+    const auto number = numberIn(word);
+    if (!number) fail(inQuotes(word) + " is not " + std::string{what});
+    return *number;
+}
+
+std::int64_t Words::takeDuration() {
+    return durationIn(take("a time"));
+}
+
+std::int64_t Words::durationIn(const std::string& word) const {
+    const auto length = millisecondsOf(word);
+    if (!length) fail(inQuotes(word) + " is not a time; examples are 90s, 5m and 250ms");
+    return *length;
+}
+
+WordList Words::takeAll() {
+    WordList all;
+    for (; !isAtEnd(); ++next_)
+        all.push_back(words_[next_].text);
+    return all;
+}
+
+void Words::end() const {
+    if (!isAtEnd()) fail(inQuotes(words_[next_].text) + " is too much");
+}
+
+// Complaints ---------------------------------------------------------------------------------------------------------
+
+void Words::fail(const std::string& problem) const {
+    throw NotUnderstood{where_ == WrittenOn::scenario ? problem + "; right would be: " + usage_ : problem};
+}
+
+void Words::misused() const {
+    throw NotUnderstood{"usage: " + usage_ + "; \"sysextctl " + help_ + " --help\" says more"};
+}
+
+void Words::missing(const std::string& what, const WordList& known) const {
+    if (where_ == WrittenOn::commandLine) misused();
+    fail(what + " is missing" + (known.empty() ? std::string{} : "; there is " + joined(known)));
+}
+
+void Words::reject(std::string_view what, std::string_view word, const WordList& known) const {
+    const bool isTyped = where_ == WrittenOn::commandLine;
+    const std::string problem = isTyped ? "unknown " + std::string{withoutArticle(what)} + " " + inQuotes(word)
+                                        : inQuotes(word) + " is not " + std::string{what};
+    fail(problem + "; there is " + joined(known));
+}
+
+// Texts --------------------------------------------------------------------------------------------------------------
+
+std::vector<Word> plainWords(const WordList& texts) {
+    std::vector<Word> words;
+    for (const std::string& text : texts)
+        words.push_back({text});
+    return words;
+}
+
+std::string inQuotes(std::string_view word) {
+    return "\"" + std::string{word} + "\"";
+}
+
+bool isOption(std::string_view word) {
+    return word.rfind("--", 0) == 0;
+}
+
+std::optional<std::int64_t> millisecondsOf(std::string_view text) {
+    double number = 0;
+    const char* const last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, number, std::chars_format::fixed);
+    if (error != std::errc{} || !isDigit(text.front()) || !isDigit(end[-1])) return std::nullopt;
+    for (const Unit& unit : units) {
+        if (unit.name != std::string_view{end, static_cast<std::size_t>(last - end)}) continue;
+        const double length = number * unit.milliseconds;
+        if (!(length <= static_cast<double>(limits::time))) return std::nullopt;
+        return static_cast<std::int64_t>(std::llround(length));
+    }
+    return std::nullopt;
+}
+
+std::string inSeconds(std::int64_t milliseconds) {
+    const std::string thousandths = std::to_string(milliseconds % 1000);
+    return std::to_string(milliseconds / 1000) + "." + std::string(3 - thousandths.size(), '0') + thousandths;
+}
+
+std::optional<std::int64_t> numberIn(std::string_view word) {
+    word = trimmed(word);
+    const bool hasPlus = word.size() > 1 && word[0] == '+' && word[1] != '-';
+    if (hasPlus) word.remove_prefix(1);
+    std::int64_t number = 0;
+    const char* const end = word.data() + word.size();
+    const auto result = std::from_chars(word.data(), end, number);
+    const bool isWhole = result.ec == std::errc{} && result.ptr == end;
+    return isWhole ? std::optional{number} : std::nullopt;
+}
+
+std::string joined(const WordList& words, std::string_view between) {
+    std::string text;
+    for (const std::string& word : words)
+        text += (text.empty() ? std::string{} : std::string{between}) + word;
+    return text;
+}
+
+} // namespace simulator

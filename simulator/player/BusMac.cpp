@@ -1,0 +1,165 @@
+#include "simulator/player/BusMac.h"
+
+#include "simulator/bus/Names.h"
+#include "simulator/client/Client.h"
+#include "simulator/core/Request.h"
+#include "simulator/core/Verbs.h"
+#include "simulator/player/BundleWriter.h"
+
+#include <QDBusConnectionInterface>
+#include <QDeadlineTimer>
+#include <QDir>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace simulator::player {
+
+namespace {
+
+constexpr int patience = 60'000;
+/// How often in a row the service may die before it is given up.
+constexpr int mostDeaths = 5;
+
+/// In these a request goes on by itself; a delayed one does once it is due.
+constexpr std::array working{Stage::checking, Stage::validating, Stage::staging, Stage::removing};
+
+bool isWorking(const RequestEntry& request) {
+    return std::any_of(working.begin(), working.end(),
+                       [&](const Stage stage) { return request.stage.toStdString() == nameOf(stage); });
+}
+
+bool isOfTheStart(const QDBusError& error) {
+    return error.name().startsWith("org.freedesktop.DBus.Error.Spawn.");
+}
+
+} // namespace
+
+template <typename Value>
+Value BusMac::answered(QDBusPendingReply<Value> reply) const {
+    reply.waitForFinished();
+    if (!reply.isError()) return reply.value();
+    const std::string message = reply.error().message().toStdString();
+    if (!isOfTheStart(reply.error())) throw NotDone{message};
+    const std::string complaint = bus_.lastComplaint().toStdString();
+    throw NotDone{"the service cannot be started: " + (complaint.empty() ? message : complaint)};
+}
+
+BusMac::BusMac(const QString& programs)
+    : bus_{programs}, submit_{programs + "/submit"}, control_{serviceName, objectPath, bus_.connection()} {
+    QDir{}.mkpath(real("/Applications"));
+    act({plainWords({"applications", "/Applications"}), {}});
+}
+
+// The disk -----------------------------------------------------------------------------------------------------------
+
+QString BusMac::real(const std::string& path) const {
+    return bus_.folder() + "/disk" + QString::fromStdString(path);
+}
+
+void BusMac::write(const BundleOnDisk& bundle) {
+    writeBundle(bundle, real(bundle.path), submit_);
+}
+
+void BusMac::remove(const BundleOnDisk& bundle) {
+    QDir{real(bundle.path)}.removeRecursively();
+}
+
+// Applications -------------------------------------------------------------------------------------------------------
+
+std::string BusMac::start(const std::string& application) {
+    const QString program = programOf(real(bundleOf(application).path));
+    processes_[application] = std::make_unique<ClientProcess>(program, bus_.address());
+    return processes_[application]->name().toStdString();
+}
+
+/// Once the bus says that it has left, the service has been told.
+void BusMac::end(const std::string& application) {
+    const auto process = std::move(processes_.extract(application).mapped());
+    process->quit();
+    const QDeadlineTimer deadline{patience};
+    while (bus_.connection().interface()->isServiceRegistered(process->name()))
+        if (deadline.hasExpired()) throw NotDone{"an application does not leave the bus"};
+}
+
+void BusMac::submit(const std::string& application, const std::string& token, const Ask& ask) {
+    const QString kind = QString::fromStdString(std::string{nameOf(ask.kind)});
+    const QString identifier = QString::fromStdString(ask.identifier);
+    processes_.at(application)->order({"submit", QString::fromStdString(token), kind, identifier});
+}
+
+void BusMac::reply(const std::string& application, const std::string& token, bool replace) {
+    processes_.at(application)->order({"answer", QString::fromStdString(token), replace ? "replace" : "cancel"});
+}
+
+// The person and the machine -----------------------------------------------------------------------------------------
+
+void BusMac::act(const Saying& saying) {
+    Saying said = saying;
+    if (names(said.words, Verb::Names::folders))
+        for (auto word = said.words.begin() + 1; word != said.words.end(); ++word)
+            if (word->text.rfind('/', 0) == 0) word->text = real(word->text).toStdString();
+    answered(callToDo(control_, said));
+}
+
+// What comes of it ---------------------------------------------------------------------------------------------------
+
+void BusMac::rest() {
+    do
+        awaitStandstill();
+    while (listen());
+}
+
+/// The service takes a step between any two of our questions, if one is due. So it has come to rest when it says the
+/// same twice, and no request is in a stage that it leaves by itself.
+void BusMac::awaitStandstill() {
+    QStringList before;
+    while (true) {
+        const auto open = openRequests();
+        QStringList now{"asked"};
+        for (const RequestEntry& request : open)
+            now += QString::number(request.number) + ' ' + request.stage;
+        if (now == before && std::none_of(open.begin(), open.end(), isWorking)) return;
+        before = std::move(now);
+    }
+}
+
+QList<RequestEntry> BusMac::openRequests() {
+    for (int deaths = 0; deaths < mostDeaths; ++deaths) {
+        auto reply = control_.ListRequests();
+        reply.waitForFinished();
+        if (reply.isError() && reply.error().type() == QDBusError::NoReply) continue;
+        return answered(reply);
+    }
+    throw NotDone{"the service dies again and again"};
+}
+
+bool BusMac::listen() {
+    bool isTold = false;
+    for (const auto& [application, process] : processes_) {
+        for (const ClientProcess::Told& told : process->hear()) {
+            tell(application, told.token.toStdString(), told.text.toStdString());
+            isTold = true;
+        }
+    }
+    return isTold;
+}
+
+WordList BusMac::copies(const std::string& identifier) {
+    WordList found;
+    for (const CopyEntry& copy : answered(control_.ListCopies())) {
+        if (copy.identifier.toStdString() != identifier) continue;
+        found.push_back((copy.shortVersion + "/" + copy.version + " " + copy.state).toStdString());
+    }
+    return found;
+}
+
+WordList BusMac::requests() {
+    WordList found;
+    for (const RequestEntry& request : openRequests())
+        found.push_back((request.identifier + " " + request.stage).toStdString());
+    return found;
+}
+
+} // namespace simulator::player

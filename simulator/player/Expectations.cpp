@@ -1,0 +1,194 @@
+// What a scenario expects, as the text that is to be seen then.
+
+#include "simulator/core/Answer.h"
+#include "simulator/core/Request.h"
+#include "simulator/player/Steps.h"
+
+#include <algorithm>
+
+namespace simulator::player {
+
+namespace {
+
+// Answers ------------------------------------------------------------------------------------------------------------
+
+/// failed 8 "why" domain "whose" -> failed 8 domain "whose". A quote in a description has a backslash before it.
+std::string withoutDescription(const std::string& answer) {
+    if (answer.rfind("failed ", 0) != 0) return answer;
+    const std::string code = answer.substr(0, answer.find(" \""));
+    const auto domain = answer.find("\" domain \"");
+    return domain == std::string::npos ? code : code + answer.substr(domain + 1);
+}
+
+std::string heardText(const std::optional<Heard>& heard) {
+    return heard ? heard->text + " to " + heard->request : "nothing";
+}
+
+void expectNothingOf(Mac& mac, const std::string& application) {
+    if (const auto heard = mac.hear(application)) throw NotDone{application + " heard " + heardText(heard)};
+}
+
+/// An answer of that text, the whole of it or all but a failure's description.
+Play expectAnswer(Reading& reading, const std::string& text) {
+    const std::string request = reading.words.takes("to") ? reading.words.take("a request's name") : std::string{};
+    const std::string application = takeApplicationAfter("as", reading);
+    return [=](Mac& mac) {
+        const auto heard = mac.hear(application);
+        const bool isText = heard && (heard->text == text || withoutDescription(heard->text) == text);
+        if (isText && (request.empty() || request == heard->request)) return;
+        throw NotDone{application + " heard " + heardText(heard)};
+    };
+}
+
+std::string takeVersionText(Words& words) {
+    const Version version = takeVersion(words);
+    return version.shortVersion + "/" + version.version;
+}
+
+Play needs(Reading& reading) {
+    reading.words.mustTake("approval");
+    return expectAnswer(reading, "needs approval");
+}
+
+Play asked(Reading& reading) {
+    reading.words.mustTake("to");
+    reading.words.mustTake("replace");
+    const std::string existing = takeVersionText(reading.words);
+    reading.words.mustTake("by");
+    return expectAnswer(reading, "asked to replace " + existing + " by " + takeVersionText(reading.words));
+}
+
+Play finished(Reading& reading) {
+    return expectAnswer(reading, "finished " + reading.words.takeOneOf("a result", {"0", "1"}));
+}
+
+Play failed(Reading& reading) {
+    Words& words = reading.words;
+    Failure failure{std::string{extensionErrorDomain}, words.takeNumber("a code"), {}};
+    const bool isBare = words.takes("without");
+    if (isBare) words.mustTake("description");
+    const bool isSaid = isBare || words.takes("saying");
+    if (isSaid && !isBare) failure.description = words.take("a description");
+    if (words.takes("domain")) failure.domain = words.take("a domain");
+    const std::string text = textOf(failure);
+    return expectAnswer(reading, isSaid ? text : withoutDescription(text));
+}
+
+Play found(Reading& reading) {
+    Words& words = reading.words;
+    if (words.takes("none")) return expectAnswer(reading, "found none");
+    WordList copies;
+    do {
+        const std::string version = takeVersionText(words);
+        copies.push_back(version + " " +
+                         words.takeOneOf("a state", {"enabled", "waiting", "disabled", "uninstalling"}));
+    } while (words.takes(","));
+    return expectAnswer(reading, "found " + joined(copies));
+}
+
+Play nothing(Reading& reading) {
+    if (!reading.words.takes("as")) return expectNothing;
+    return [application = takeApplication(reading)](Mac& mac) { expectNothingOf(mac, application); };
+}
+
+// Copies and requests ------------------------------------------------------------------------------------------------
+
+bool contains(const WordList& there, const std::string& text) {
+    return std::find(there.begin(), there.end(), text) != there.end();
+}
+
+std::string takeCopy(Words& words) {
+    const std::string version = takeVersionText(words);
+    const std::string state = words.takePhrase("a state");
+    WordList known;
+    for (const CopyStateRow& row : copyStates)
+        known.emplace_back(row.text);
+    if (!contains(known, state)) words.reject("a state", state, known);
+    return version + " " + state;
+}
+
+NotDone copiesAre(const WordList& there, const std::string& identifier) {
+    return NotDone{"the copies of " + identifier + " are: " + (there.empty() ? "none" : joined(there))};
+}
+
+NotDone requestsAre(const WordList& there) {
+    return NotDone{"the open requests are: " + (there.empty() ? "none" : joined(there))};
+}
+
+Play copy(Reading& reading) {
+    const std::string identifier = reading.words.take("an extension's identifier");
+    return [identifier, expected = takeCopy(reading.words)](Mac& mac) {
+        const WordList there = mac.copies(identifier);
+        if (!contains(there, expected)) throw copiesAre(there, identifier);
+    };
+}
+
+Play copies(Reading& reading) {
+    const std::string identifier = reading.words.take("an extension's identifier");
+    WordList expected;
+    if (!reading.words.takes("none")) {
+        do
+            expected.push_back(takeCopy(reading.words));
+        while (reading.words.takes(","));
+    }
+    return [=](Mac& mac) {
+        const WordList there = mac.copies(identifier);
+        if (there != expected) throw copiesAre(there, identifier);
+    };
+}
+
+Play requests(Reading& reading) {
+    const std::int64_t count = reading.words.takes("none") ? 0 : reading.words.takeNumber("a number of requests");
+    if (count < 0) reading.words.fail("a number of requests is not negative");
+    return [size = static_cast<std::size_t>(count)](Mac& mac) {
+        const WordList there = mac.requests();
+        if (there.size() != size) throw requestsAre(there);
+    };
+}
+
+Play request(Reading& reading) {
+    WordList stages;
+    for (const Stage stage : {Stage::replacement, Stage::user, Stage::authorization, Stage::delayed, Stage::silent})
+        stages.emplace_back(nameOf(stage));
+    const std::string identifier = reading.words.take("an extension's identifier");
+    return [text = identifier + " " + reading.words.takeOneOf("a stage", stages)](Mac& mac) {
+        const WordList there = mac.requests();
+        if (!contains(there, text)) throw requestsAre(there);
+    };
+}
+
+} // namespace
+
+void expectNothing(Mac& mac) {
+    for (const std::string& application : mac.applications())
+        expectNothingOf(mac, application);
+}
+
+const std::vector<LineVerb>& expectations() {
+    static const std::vector<LineVerb> all{
+        {"needs", "approval [to REQUEST] [as NAME]", needs},
+        {"asked", "to replace SHORT/BUILD by SHORT/BUILD [to REQUEST] [as NAME]", asked},
+        {"finished", "0|1 [to REQUEST] [as NAME]", finished},
+        {"failed", "CODE [saying TEXT | without description] [domain DOMAIN] [to REQUEST] [as NAME]", failed},
+        {"found", "none | SHORT/BUILD enabled|waiting|disabled|uninstalling, ... [to REQUEST] [as NAME]", found},
+        {"nothing", "[as NAME]", nothing},
+        {"copy", "ID SHORT/BUILD STATE", copy},
+        {"copies", "ID none | SHORT/BUILD STATE, ...", copies},
+        {"requests", "none | NUMBER", requests},
+        {"request", "ID replacement|user|authorization|delayed|silent", request},
+    };
+    return all;
+}
+
+Play readExpectation(Reading& reading) {
+    WordList known;
+    for (const LineVerb& expectation : expectations())
+        known.emplace_back(expectation.word);
+    const std::string word = reading.words.takeOneOf("what may be expected", known);
+    const auto expectation = std::find_if(expectations().begin(), expectations().end(),
+                                          [&](const LineVerb& row) { return row.word == word; });
+    reading.words.setUsage("expect " + usageOf(expectation->word, expectation->usage));
+    return expectation->read(reading);
+}
+
+} // namespace simulator::player

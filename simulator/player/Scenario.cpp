@@ -1,0 +1,213 @@
+#include "simulator/player/Scenario.h"
+
+#include "simulator/core/Verbs.h"
+#include "simulator/player/Sample.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <system_error>
+#include <utility>
+
+namespace simulator::player {
+
+namespace {
+
+// The words of a line ------------------------------------------------------------------------------------------------
+
+constexpr std::string_view blanks = " \t\r";
+
+bool isBlank(char character) {
+    return blanks.find(character) != std::string_view::npos;
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// Takes the text in quotes that the line begins with; in it \" is a quote and \\ a backslash.
+Word takeQuoted(std::string_view& line) {
+    std::string text;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        if (line[i] == '"') {
+            line.remove_prefix(i + 1);
+            return {text, true};
+        }
+        const bool isEscape = line[i] == '\\' && i + 1 < line.size();
+        if (isEscape && (line[i + 1] == '"' || line[i + 1] == '\\')) ++i;
+        text += line[i];
+    }
+    throw NotUnderstood{"a quote is not closed; right would be \"in quotes\""};
+}
+
+/// Takes the word that the line begins with. A comma that ends it is a word of its own.
+void takePlain(std::string_view& line, std::vector<Word>& words) {
+    std::string_view word = line.substr(0, line.find_first_of(blanks));
+    line.remove_prefix(word.size());
+    const bool endsList = word.size() > 1 && word.back() == ',';
+    if (endsList) word.remove_suffix(1);
+    words.push_back({std::string{word}});
+    if (endsList) words.push_back({","});
+}
+
+/// Words are divided by blanks; a # that begins a word begins a comment, which is left.
+std::vector<Word> takeWords(std::string_view& line) {
+    std::vector<Word> words;
+    while (!line.empty() && line.front() != '#') {
+        if (isBlank(line.front()))
+            line.remove_prefix(1);
+        else if (line.front() == '"')
+            words.push_back(takeQuoted(line));
+        else
+            takePlain(line, words);
+    }
+    return words;
+}
+
+// Files --------------------------------------------------------------------------------------------------------------
+
+/// Nothing if there is no such file, or it cannot be read.
+std::optional<std::string> contentsOfFile(const std::string& path) {
+    std::ifstream file{path, std::ios::binary};
+    std::error_code error;
+    if (!file || std::filesystem::is_directory(path, error)) return std::nullopt;
+    std::ostringstream contents;
+    if (file.peek() != std::ifstream::traits_type::eof()) contents << file.rdbuf();
+    return file.bad() || contents.bad() ? std::nullopt : std::optional{contents.str()};
+}
+
+std::string whyNotRead(const std::string& path) {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) return "it is a folder";
+    return std::filesystem::exists(path, error) ? "it cannot be read" : "there is no such file";
+}
+
+std::string contentsBeside(const std::string& folder, const std::string& file, const std::string& usage) {
+    const std::string path = file.rfind('/', 0) == 0 ? file : folder + "/" + file;
+    auto contents = contentsOfFile(path);
+    if (contents && !contents->empty()) return *std::move(contents);
+    throw NotUnderstood{inQuotes(path) + " cannot be read; right would be: " + usage};
+}
+
+// Lines --------------------------------------------------------------------------------------------------------------
+
+/// A verb of the machine.
+Play readVerb(const Verb& verb, std::vector<Word> line, const std::string& folder) {
+    for (Word& word : line)
+        if (word.text != verb.option) word.isQuoted = word.isQuoted || isOption(word.text);
+    Saying saying{std::move(line), {}};
+    understood(saying, WrittenOn::scenario); // or else this line is wrong
+    if (names(saying.words, Verb::Names::file))
+        saying.contents = contentsBeside(folder, saying.words.back().text, lineOf(verb));
+    return [saying](Mac& mac) { mac.perform(saying); };
+}
+
+WordList knownWords() {
+    WordList known;
+    for (const LineVerb& verb : lineVerbs())
+        known.emplace_back(verb.word);
+    for (const Verb& verb : verbs())
+        known.push_back(verb.word);
+    return known;
+}
+
+/// A line's own verb, with what follows it.
+Play readRest(const LineVerb& verb, std::vector<Word> line, std::set<std::string>& applications) {
+    line.erase(line.begin());
+    Words words{std::move(line), usageOf(verb.word, verb.usage), "play", WrittenOn::scenario};
+    Reading reading{words, applications};
+    Play play = verb.read(reading);
+    words.end();
+    return play;
+}
+
+Play readLine(std::vector<Word> line, std::set<std::string>& applications, const std::string& folder) {
+    const std::string word = line.front().text;
+    for (const LineVerb& verb : lineVerbs())
+        if (verb.word == word) return readRest(verb, std::move(line), applications);
+    if (const Verb* const verb = verbNamed(word)) return readVerb(*verb, std::move(line), folder);
+    throw NotUnderstood{inQuotes(word) + " is not a verb; there is " + joined(knownWords())};
+}
+
+/// Takes the first line off the text.
+std::string_view takeLine(std::string_view& text) {
+    const auto line = text.substr(0, text.find('\n'));
+    text.remove_prefix(line.size() < text.size() ? line.size() + 1 : line.size());
+    return line;
+}
+
+/// What some editors put before a text in UTF-8.
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+std::string_view withoutByteOrderMark(std::string_view text) {
+    return text.substr(text.rfind(byteOrderMark, 0) == 0 ? byteOrderMark.size() : 0);
+}
+
+/// Nothing: the line is empty, or a comment.
+std::optional<Step> readStep(std::size_t number, std::string_view line, std::set<std::string>& applications,
+                             const std::string& folder) {
+    std::string_view rest = line;
+    std::vector<Word> words = takeWords(rest);
+    if (words.empty()) return std::nullopt;
+    const std::string text{trimmed(line.substr(0, line.size() - rest.size()))};
+    return Step{number, text, readLine(std::move(words), applications, folder)};
+}
+
+} // namespace
+
+Scenario readScenario(std::string_view text, const std::string& name, const std::string& folder) {
+    if (text.find('\0') != std::string_view::npos) throw ScenarioError{name + ": it is no text in UTF-8"};
+    text = withoutByteOrderMark(text);
+    Scenario scenario;
+    std::set<std::string> applications{sampleName};
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        try {
+            if (auto step = readStep(number, takeLine(text), applications, folder))
+                scenario.push_back(*std::move(step));
+        } catch (const NotUnderstood& problem) {
+            throw ScenarioError{name + ":" + std::to_string(number) + ": " + problem.what()};
+        }
+    }
+    if (scenario.empty()) throw ScenarioError{name + ": it has no step"};
+    return scenario;
+}
+
+Scenario readScenarioFile(const std::string& path) {
+    const auto text = contentsOfFile(path);
+    if (!text) throw ScenarioError{path + ": " + whyNotRead(path)};
+    const auto slash = path.rfind('/');
+    return readScenario(*text, path, slash == std::string::npos ? "." : path.substr(0, slash));
+}
+
+std::string grammar() {
+    std::string lines;
+    for (const LineVerb& verb : lineVerbs())
+        if (verb.word != "expect") lines += usageOf(verb.word, verb.usage) + "\n";
+    for (const Verb& verb : verbs())
+        lines += lineOf(verb) + "\n";
+    for (const LineVerb& expectation : expectations())
+        lines += "expect " + usageOf(expectation.word, expectation.usage) + "\n";
+    return lines;
+}
+
+std::optional<Mismatch> play(const Scenario& scenario, Mac& mac) {
+    std::size_t line = scenario.front().line;
+    std::string text = "the sample application";
+    try {
+        mac.put(sampleName, sampleApplication());
+        for (const Step& step : scenario) {
+            line = step.line;
+            text = "\"" + step.text + "\"";
+            step.play(mac);
+        }
+        text = "no line expects what follows";
+        expectNothing(mac);
+    } catch (const NotDone& problem) {
+        return Mismatch{line, text + ": " + problem.what()};
+    }
+    return std::nullopt;
+}
+
+} // namespace simulator::player

@@ -1,0 +1,227 @@
+#include "simulator/sysextctl/Commands.h"
+
+#include "simulator/bus/Names.h"
+#include "simulator/client/Client.h"
+#include "simulator/core/Refusal.h"
+#include "simulator/core/Verbs.h"
+#include "simulator/sysextctl/Help.h"
+#include "simulator/sysextctl/Listening.h"
+#include "simulator/sysextctl/Lists.h"
+#include "simulator/sysextctl/Playing.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+
+namespace simulator::ctl {
+
+namespace {
+
+QDBusConnection sessionBus() {
+    const auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) throw CommandFailure{exitCode::notDone, "there is no session bus"};
+    return bus;
+}
+
+// What only looks ----------------------------------------------------------------------------------------------------
+
+Run list(Words& words) {
+    const bool isJson = words.takeFlag("--json");
+    words.expect(0, 1);
+    QString category;
+    if (!words.isAtEnd()) {
+        const std::string word = words.take("a category");
+        category = categoryNamed(word);
+        if (category.isEmpty()) words.reject("a category", word, shortCategories());
+    }
+    return [isJson, category] {
+        ComKelvraSimulator1ControlInterface control{serviceName, objectPath, sessionBus()};
+        const auto copies = copiesOf(answered(control.ListCopies()), category);
+        say(isJson ? asJson(copies) : asText(copies));
+    };
+}
+
+Run requests(Words& words) {
+    const bool isJson = words.takeFlag("--json");
+    words.expect(0, 0);
+    return [isJson] {
+        ComKelvraSimulator1ControlInterface control{serviceName, objectPath, sessionBus()};
+        const auto open = answered(control.ListRequests());
+        say(isJson ? asJson(open) : asText(open));
+    };
+}
+
+Run wait(Words& words) {
+    WaitFor wanted;
+    wanted.timeout = words.takeDurationOption("--timeout").value_or(30'000);
+    words.expect(2, 2);
+    wanted.identifier = QString::fromStdString(words.take("an extension's identifier"));
+    const WordList states{"absent", "enabled", "waiting", "disabled", "uninstalling"};
+    wanted.condition = QString::fromStdString(words.takeOneOf("a state", states));
+    return [wanted] { Waiting{sessionBus(), wanted}.run(); };
+}
+
+Run watch(Words& words) {
+    words.expect(0, 0);
+    return [] { Watching{sessionBus()}.run(); };
+}
+
+constexpr auto detailsOfRequests =
+    R"(One line a request, its columns separated by tabs: its number; activation, deactivation or properties; the
+extension; the reading of the simulated clock, in seconds, when it was asked; the application's bundle; and its stage:
+  delayed        a fault holds it back until the clock is advanced
+  checking       whether it may be asked at all
+  validating     the extension's files are looked at
+  replacement    the application is asked whether the new copy may replace the old one
+  staging        the new copy is being prepared
+  user           waits for "allow" or "deny"
+  authorization  waits for "authorize" or "refuse"
+  removing       the copies are being taken away
+  silent         will never be answered
+With --json it prints an array of objects with number, kind, identifier, since (in milliseconds), application, stage,
+and client and token, which are how the application is called on the bus and how it calls the request.
+)";
+
+std::vector<Command> commandsThatLook() {
+    const std::string head = "What is there, and what happens";
+    return {
+        {head, "list", "[CATEGORY] [--json]", "shows every copy of every extension",
+         R"(CATEGORY is cmio, driver_extension, endpoint_security or network_extension.
+The stars say whether a copy is enabled and whether it runs. With --json it prints an array of objects with
+category, team, identifier, shortVersion, version, name, state, condition, enabled, active, number and
+application, which is the bundle that it came from.
+)",
+         list},
+        {head, "requests", "[--json]", "shows what applications have asked and not been told yet", detailsOfRequests,
+         requests},
+        {head, "wait", "ID STATE [--timeout TIME]", "waits until a copy is in a state",
+         R"(STATE is absent, enabled, waiting, disabled or uninstalling; any copy of ID counts.
+Ends with 1 if that does not happen within TIME (30 s if it is left out), which is a number with ms, s, m, h
+or d; seconds if there is none.
+)",
+         wait},
+        {head, "watch", "", "prints what happens as it happens, until it is interrupted",
+         R"(One line an event, its columns separated by tabs: the reading of the simulated clock in seconds; the extension, or
+- for what concerns none; and what happened. Of a request it says that it was submitted and what the answer was,
+of a copy its version and its new state: "2.1/2105: activated waiting for user -> activated enabled".
+)",
+         watch},
+    };
+}
+
+// The verbs of the machine -------------------------------------------------------------------------------------------
+
+std::string contentsOf(const std::string& path) {
+    const auto name = QString::fromStdString(path);
+    QFile file{name};
+    if (!file.open(QIODevice::ReadOnly))
+        throw CommandFailure{exitCode::notDone, QStringLiteral("cannot read %1: %2").arg(name, file.errorString())};
+    const auto contents = file.read(limits::profile + 1).toStdString();
+    if (contents.empty() || contents.size() > limits::profile)
+        throw CommandFailure{exitCode::notUnderstood, QStringLiteral("%1 is not a profile").arg(name)};
+    return contents;
+}
+
+std::string absolute(const std::string& folder) {
+    return QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(folder))).toStdString();
+}
+
+/// What is typed, as it is said to the machine: with what is in a file, and where folders lie.
+Saying sayingOf(const std::vector<Word>& typed) {
+    Saying saying{typed, {}};
+    if (names(typed, Verb::Names::file)) saying.contents = contentsOf(typed.back().text);
+    if (!names(typed, Verb::Names::folders)) return saying;
+    for (auto word = saying.words.begin() + 1; word != saying.words.end(); ++word)
+        word->text = absolute(word->text);
+    return saying;
+}
+
+/// A folder's name may hold anything.
+QString folderLines(const QString& text) {
+    QString lines;
+    for (const QString& folder : text.split(u'\n', Qt::SkipEmptyParts))
+        lines += oneLine(folder) + u'\n';
+    return lines;
+}
+
+Run readVerb(const WordList& texts) {
+    const std::vector<Word> words = plainWords(texts);
+    understood({words, {}}); // or else it is wrong, and nothing is called
+    return [words] {
+        ComKelvraSimulator1ControlInterface control{serviceName, objectPath, sessionBus()};
+        const auto said = QString::fromUtf8(answered(callToDo(control, sayingOf(words))));
+        const bool listsFolders = verbNamed(words.front().text)->names == Verb::Names::folders;
+        say(listsFolders ? folderLines(said) : said);
+    };
+}
+
+std::string headOf(Verb::Part part) {
+    if (part == Verb::Part::person) return "The person in front of the Mac";
+    return part == Verb::Part::machine ? "The machine" : "What goes wrong";
+}
+
+// All of them --------------------------------------------------------------------------------------------------------
+
+Run play(Words& words) {
+    const bool isOnBus = words.takeFlag("--bus");
+    words.expect(1, 1);
+    return [file = words.take("a file"), isOnBus] { playFile(QString::fromStdString(file), isOnBus); };
+}
+
+std::vector<Command> everyCommand() {
+    std::vector<Command> all = commandsThatLook();
+    for (const Verb& verb : verbs())
+        all.push_back({headOf(verb.part), verb.word, verb.usage, verb.summary, verb.details});
+    all.push_back({"All of it, from a file", "play", "FILE [--bus]",
+                   "plays a scenario on a Mac of its own, or on the service", detailsOfPlay(), play});
+    return all;
+}
+
+const Command& knownCommand(const std::string& word) {
+    if (const Command* const known = commandNamed(word)) return *known;
+    throw NotUnderstood{"unknown verb \"" + word + "\"; \"sysextctl --help\" lists the verbs"};
+}
+
+bool asksForHelp(const std::string& word) {
+    return word == "--help" || word == "-h";
+}
+
+Run read(const WordList& words) {
+    if (words.empty()) throw NotUnderstood{"a verb is missing; \"sysextctl --help\" lists the verbs"};
+    const WordList rest{words.begin() + 1, words.end()};
+    if (asksForHelp(words.front()) || words.front() == "help") {
+        const std::string text = rest.empty() ? help() : help(knownCommand(rest.front()));
+        return [text] { say(QString::fromStdString(text)); };
+    }
+    const Command& command = knownCommand(words.front());
+    const bool isHelp =
+        std::count(rest.begin(), rest.end(), "--help") > 0 || (!rest.empty() && asksForHelp(rest.front()));
+    if (isHelp) return [&command] { say(QString::fromStdString(help(command))); };
+    if (!command.read) return readVerb(words);
+    Words reading{plainWords(rest), "sysextctl " + usageOf(command.word, command.usage), command.word};
+    return command.read(reading);
+}
+
+} // namespace
+
+const std::vector<Command>& commands() {
+    static const auto all = everyCommand();
+    return all;
+}
+
+const Command* commandNamed(const std::string& word) {
+    const auto found = std::find_if(commands().begin(), commands().end(),
+                                    [&](const Command& command) { return command.word == word; });
+    return found == commands().end() ? nullptr : &*found;
+}
+
+Run readCommandLine(const WordList& words) {
+    try {
+        return read(words);
+    } catch (const NotUnderstood& problem) {
+        throw CommandFailure{exitCode::notUnderstood, QString::fromUtf8(problem.what())};
+    }
+}
+
+} // namespace simulator::ctl

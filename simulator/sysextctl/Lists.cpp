@@ -1,0 +1,128 @@
+#include "simulator/sysextctl/Lists.h"
+
+#include "simulator/core/Copy.h"
+#include "simulator/core/Words.h"
+#include "simulator/sysextctl/Ending.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStringList>
+
+#include <algorithm>
+#include <iterator>
+
+namespace simulator::ctl {
+
+namespace {
+
+constexpr std::string_view categoryPrefix = "com.apple.system_extension.";
+
+QString rowOf(const QStringList& columns) {
+    return columns.join(u'\t') + u'\n';
+}
+
+QString row(const CopyEntry& copy) {
+    const auto star = [](bool shown) { return shown ? QStringLiteral("*") : QString{}; };
+    return rowOf({star(copy.enabled), star(copy.active), oneLine(copy.team),
+                  oneLine(QStringLiteral("%1 (%2/%3)").arg(copy.identifier, copy.shortVersion, copy.version)),
+                  oneLine(copy.name), oneLine(QStringLiteral("[%1]").arg(copy.state))});
+}
+
+QString row(const RequestEntry& request) {
+    return rowOf({QString::number(request.number), request.kind, oneLine(request.identifier),
+                  QString::fromStdString(inSeconds(request.since)), oneLine(request.application),
+                  QStringLiteral("[%1]").arg(request.stage)});
+}
+
+QString categoryHead(const QString& category) {
+    return QStringLiteral("--- %1\nenabled\tactive\tteamID\tbundleID (version)\tname\t[state]\n")
+        .arg(oneLine(category));
+}
+
+QJsonObject object(const CopyEntry& copy) {
+    return {
+        {"category", copy.category},     {"team", copy.team},
+        {"identifier", copy.identifier}, {"shortVersion", copy.shortVersion},
+        {"version", copy.version},       {"name", copy.name},
+        {"state", copy.state},           {"condition", copy.condition},
+        {"enabled", copy.enabled},       {"active", copy.active},
+        {"number", copy.number},         {"application", copy.application},
+    };
+}
+
+QJsonObject object(const RequestEntry& request) {
+    return {
+        {"number", request.number}, {"client", request.client},
+        {"token", request.token},   {"application", request.application},
+        {"kind", request.kind},     {"identifier", request.identifier},
+        {"stage", request.stage},   {"since", request.since},
+    };
+}
+
+template <typename Entry>
+QString jsonLines(const QList<Entry>& entries) {
+    QStringList lines;
+    for (const auto& entry : entries)
+        lines += QString::fromUtf8(QJsonDocument{object(entry)}.toJson(QJsonDocument::Compact));
+    return lines.isEmpty() ? QStringLiteral("[]\n") : QStringLiteral("[\n%1\n]\n").arg(lines.join(",\n"));
+}
+
+} // namespace
+
+WordList shortCategories() {
+    WordList names;
+    for (const CategoryRow& category : categories)
+        names.emplace_back(category.name.substr(categoryPrefix.size()));
+    return names;
+}
+
+QString categoryNamed(const std::string& word) {
+    for (const CategoryRow& category : categories) {
+        const bool isIt = category.name == word || category.name.substr(categoryPrefix.size()) == word;
+        if (isIt) return QString::fromStdString(std::string{category.name});
+    }
+    return {};
+}
+
+QList<CopyEntry> copiesOf(const QList<CopyEntry>& copies, const QString& category) {
+    QList<CopyEntry> chosen;
+    std::copy_if(copies.begin(), copies.end(), std::back_inserter(chosen),
+                 [&](const CopyEntry& copy) { return category.isEmpty() || copy.category == category; });
+    return chosen;
+}
+
+bool isInCondition(const QList<CopyEntry>& copies, const QString& identifier, const QString& condition) {
+    const auto ofIdentifier = [&](const CopyEntry& copy) { return copy.identifier == identifier; };
+    if (condition == u"absent") return std::none_of(copies.begin(), copies.end(), ofIdentifier);
+    return std::any_of(copies.begin(), copies.end(),
+                       [&](const CopyEntry& copy) { return ofIdentifier(copy) && copy.condition == condition; });
+}
+
+QString asText(const QList<CopyEntry>& copies) {
+    auto text = QStringLiteral("%1 extension(s)\n").arg(copies.size());
+    QString category;
+    for (const auto& copy : copies) {
+        if (copy.category != category) text += categoryHead(category = copy.category);
+        text += row(copy);
+    }
+    return text;
+}
+
+QString asText(const QList<RequestEntry>& requests) {
+    auto text = QStringLiteral("%1 request(s)\n").arg(requests.size());
+    if (requests.isEmpty()) return text;
+    text += "number\tkind\tbundleID\tsince (s)\tapplication\t[stage]\n";
+    for (const auto& request : requests)
+        text += row(request);
+    return text;
+}
+
+QString asJson(const QList<CopyEntry>& copies) {
+    return jsonLines(copies);
+}
+
+QString asJson(const QList<RequestEntry>& requests) {
+    return jsonLines(requests);
+}
+
+} // namespace simulator::ctl

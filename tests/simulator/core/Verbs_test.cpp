@@ -1,0 +1,312 @@
+// The language: words, lengths of time, verbs, and the text of an answer.
+
+#include "simulator/core/Verbs.h"
+#include "tests/simulator/sample/SampleMac.h"
+
+#include <set>
+#include <sstream>
+
+namespace simulator {
+namespace {
+
+using testing::ElementsAre;
+
+// Lengths of time and numbers ----------------------------------------------------------------------------------------
+
+TEST(ALengthOfTime, IsANumberWithAUnitOrInSeconds) {
+    const std::map<std::string, std::int64_t> lengths{
+        {"250ms", 250},    {"90s", 90'000},     {"5m", 300'000},
+        {"2h", 7'200'000}, {"7d", 604'800'000}, {"1.5h", 5'400'000},
+        {"3", 3'000},      {"0.25", 250},       {"0", 0},
+        {"0.0004s", 0},    {"0.0005s", 1},      {"366000d", 31'622'400'000'000},
+    };
+    for (const auto& [text, length] : lengths)
+        EXPECT_EQ(millisecondsOf(text), length) << text;
+}
+
+TEST(ALengthOfTime, IsNothingElse) {
+    for (const std::string text :
+         {"",   "s",      "-1s", "+1",   "1.s", ".5s", "5.",     "1s ",   " 1s",     "1 s",
+          "1w", "1.5.5s", "1e3", "0x10", "nan", "inf", "\u0663", "90s\n", "366001d", "31622400000001ms"})
+        EXPECT_EQ(millisecondsOf(text), std::nullopt) << text;
+    EXPECT_EQ(millisecondsOf(std::string(400, '9')), std::nullopt);
+}
+
+TEST(ALengthOfTime, IsPrintedInSecondsWithThreeDecimals) {
+    EXPECT_EQ(inSeconds(0), "0.000");
+    EXPECT_EQ(inSeconds(7), "0.007");
+    EXPECT_EQ(inSeconds(90'250), "90.250");
+}
+
+TEST(ANumber, IsWholeWithOrWithoutASign) {
+    EXPECT_EQ(numberIn("8"), 8);
+    EXPECT_EQ(numberIn("+8"), 8);
+    EXPECT_EQ(numberIn("-4"), -4);
+    EXPECT_EQ(numberIn(" 8\t"), 8);
+    for (const auto* const word : {"", "+", "-", "+-8", "8x", "x8", "1.5", "9223372036854775808"})
+        EXPECT_EQ(numberIn(word), std::nullopt) << word;
+}
+
+// The text of an answer ----------------------------------------------------------------------------------------------
+
+TEST(AnAnswer, HasOneText) {
+    const CopyRecord old{"com.x", "2.0", "2004", true, false, false};
+    const CopyRecord waiting{"com.x", "2.1", "2105", false, true, false};
+    const CopyRecord leaving{"com.x", "1.0", "1", false, false, true};
+    const CopyRecord off{"com.x", "3.0", "3", false, false, false};
+    EXPECT_EQ(textOf(AnswerBody{}), "nothing");
+    EXPECT_EQ(textOf(NeedsApproval{}), "needs approval");
+    EXPECT_EQ(textOf(Finished{1}), "finished 1");
+    EXPECT_EQ(textOf(ReplacementAsked{old, waiting}), "asked to replace 2.0/2004 by 2.1/2105");
+    EXPECT_EQ(textOf(FoundProperties{}), "found none");
+    EXPECT_EQ(textOf(FoundProperties{{leaving, old, waiting, off}}),
+              "found 1.0/1 uninstalling, 2.0/2004 enabled, 2.1/2105 waiting, 3.0/3 disabled");
+    EXPECT_EQ(textOf(failureWith(8, "why")), "failed 8 \"why\"");
+    EXPECT_EQ(textOf(Failure{"D", -4, "a \"b\" \\"}), R"(failed -4 "a \"b\" \\" domain "D")");
+}
+
+TEST(AnError, HasAUsualDescriptionForEachCode) {
+    std::set<std::string_view> descriptions;
+    for (std::int64_t code = 1; code <= 13; ++code)
+        descriptions.insert(usualDescription(code));
+    EXPECT_EQ(descriptions.size(), 13U);
+    EXPECT_EQ(descriptions.count(""), 0U);
+    EXPECT_EQ(usualDescription(14), usualDescription(0));
+    EXPECT_EQ(failureWith(4).description, usualDescription(4));
+    EXPECT_EQ(failureWith(4).domain, "OSSystemExtensionErrorDomain");
+}
+
+TEST(AState, IsToldAndListedAsOnARealMac) {
+    std::string lines;
+    for (const CopyStateRow& row : copyStates) {
+        EXPECT_EQ(&describe(row.state), &row);
+        EXPECT_EQ(copyStateWithText(row.text), row.state);
+        std::ostringstream line;
+        line << row.text << ": " << row.condition << ' ' << row.reported << ' ' << row.isEnabled
+             << row.isAwaitingUserApproval << row.isUninstalling << ' ' << row.enabledStar << row.activeStar << '\n';
+        lines += line.str();
+    }
+    EXPECT_EQ(lines, "validating: preparing 0 000 00\n"
+                     "staging: preparing 0 000 00\n"
+                     "activated waiting for user: waiting 1 010 01\n"
+                     "activated enabled: enabled 1 100 11\n"
+                     "activated disabled: disabled 1 000 00\n"
+                     "terminating for upgrade via delegate: uninstalling 1 001 11\n"
+                     "terminating for uninstall: uninstalling 1 001 11\n"
+                     "terminated waiting to uninstall on reboot: uninstalling 1 001 00\n");
+}
+
+TEST(TheCategories, StandInTheAlphabeticalOrderOfTheirNames) {
+    const auto named = [](const char* name) {
+        return categoryNamed(std::string{"com.apple.system_extension."} + name);
+    };
+    EXPECT_EQ(named("cmio"), Category::camera);
+    EXPECT_EQ(named("driver_extension"), Category::driver);
+    EXPECT_EQ(named("endpoint_security"), Category::endpointSecurity);
+    EXPECT_EQ(named("network_extension"), Category::network);
+    EXPECT_EQ(named("unknown"), std::nullopt);
+    for (std::size_t index = 1; index < categories.size(); ++index)
+        EXPECT_LT(categories.at(index - 1).name, categories.at(index).name);
+}
+
+TEST(TheTables, StandInTheOrderOfTheirKinds) {
+    for (const SwitchRow& row : switches) {
+        EXPECT_EQ(&describe(row.which), &row);
+        EXPECT_EQ(switchNamed(row.name), row.which);
+    }
+    for (const FaultRow& row : faultKinds) {
+        EXPECT_EQ(nameOf(row.kind), row.name);
+        EXPECT_EQ(faultKindNamed(row.name), row.kind);
+    }
+    EXPECT_EQ(switchNamed("nonsense"), std::nullopt);
+    EXPECT_EQ(faultKindNamed("nonsense"), std::nullopt);
+}
+
+// Verbs --------------------------------------------------------------------------------------------------------------
+
+std::vector<Word> wordsIn(const std::string& line) {
+    std::istringstream stream{line};
+    std::vector<Word> words;
+    for (std::string word; stream >> word;)
+        words.push_back({word});
+    return words;
+}
+
+/// What is said to a line: the text, or a word for the refusal, or why it is not understood.
+std::string said(SampleMac& mac, const Saying& saying) {
+    try {
+        const Outcome outcome = understood(saying)(mac.machine());
+        mac.rest();
+        const auto* const refusal = std::get_if<Refusal>(&outcome);
+        return refusal ? "refused: " + refusal->message : std::get<std::string>(outcome);
+    } catch (const NotUnderstood& problem) {
+        return std::string{"not understood: "} + problem.what();
+    }
+}
+
+std::string said(SampleMac& mac, const std::string& line) {
+    return said(mac, {wordsIn(line), {}});
+}
+
+class AVerb : public testing::Test {
+protected:
+    std::string says(const std::string& line) { return said(mac, line); }
+    const Settings& settings() { return mac.machine().state().settings; }
+    /// The fault that such a line orders.
+    Fault ordered(const std::string& words) {
+        mac.machine().reset();
+        EXPECT_EQ(says("fault next " + words), "");
+        const auto& faults = mac.machine().state().faults;
+        return faults.empty() ? Fault{} : faults.begin()->second;
+    }
+
+    SampleMac mac;
+};
+
+TEST_F(AVerb, OfThePersonDoesWhatItSays) {
+    const std::string id = " com.kelvra.ip-camera.cmio";
+    mac.install("1", "waiting");
+    EXPECT_EQ(says("allow" + id), "");
+    EXPECT_THAT(mac.copies(), ElementsAre("1 activated enabled"));
+    EXPECT_EQ(says("allow" + id), "refused: com.kelvra.ip-camera.cmio: nothing waits for approval");
+    EXPECT_EQ(says("disable" + id), "");
+    EXPECT_THAT(mac.copies(), ElementsAre("1 activated disabled"));
+    EXPECT_EQ(says("enable" + id), "");
+    mac.deactivate("a");
+    EXPECT_EQ(says("refuse" + id), "");
+    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 13"));
+    mac.deactivate("b");
+    EXPECT_EQ(says("authorize" + id), "");
+    EXPECT_THAT(mac.heard(), ElementsAre("b: finished 0"));
+    mac.activate("c");
+    EXPECT_EQ(says("deny" + id), "");
+    EXPECT_THAT(mac.heard(), ElementsAre("c: needs approval", "c: failed 11"));
+}
+
+TEST_F(AVerb, OfTheMachineDoesWhatItSays) {
+    EXPECT_EQ(says("install com.kelvra.ip-camera.cmio 2.0 2004"), "");
+    EXPECT_EQ(says("install com.kelvra.ip-camera.cmio 2.0 2005 uninstalling"), "");
+    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled", "2005 terminated waiting to uninstall on reboot"));
+    EXPECT_EQ(mac.machine().state().copies.begin()->second.version.shortVersion, "2.0");
+    EXPECT_EQ(says("restart"), "");
+    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
+    EXPECT_EQ(says("uninstall OTHER com.kelvra.ip-camera.cmio"),
+              "refused: com.kelvra.ip-camera.cmio: not installed by OTHER");
+    EXPECT_EQ(says("uninstall - com.kelvra.ip-camera.cmio"), "");
+    EXPECT_THAT(mac.copies(), ElementsAre("2004 terminated waiting to uninstall on reboot"));
+    EXPECT_EQ(says("reset"), "");
+    EXPECT_TRUE(mac.copies().empty());
+}
+
+TEST_F(AVerb, OfASettingSetsItOrSaysHowItIs) {
+    EXPECT_EQ(says("developer"), "Developer mode is off\n");
+    EXPECT_EQ(says("developer on"), "");
+    EXPECT_EQ(says("developer"), "Developer mode is on\n");
+    EXPECT_EQ(says("developer off"), "");
+    EXPECT_EQ(settings(), Settings{});
+    EXPECT_EQ(says("advance 90s"), "90.000\n");
+    EXPECT_EQ(says("advance 250ms"), "90.250\n");
+    EXPECT_EQ(says("applications"), "/Applications\n");
+    EXPECT_EQ(says("applications /b /a"), "");
+    EXPECT_EQ(says("applications"), "/b\n/a\n");
+    EXPECT_EQ(says("applications here"), "refused: 'here' is not an absolute path");
+}
+
+TEST_F(AVerb, OfASwitchMovesItOrShowsOneOrAll) {
+    EXPECT_EQ(says("switch denial silence"), "");
+    EXPECT_EQ(says("switch denial"),
+              "denial\tsilence\t(error | silence)\tan activation that the user denies: fails with "
+              "11, or is never answered\n");
+    const std::string all = says("switch");
+    EXPECT_EQ(all.substr(0, all.find("\tthe administrator")), "authorization\tasked\t(asked | granted)");
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 8);
+    EXPECT_EQ(says("switch denial loud"), "refused: denial is error or silence, not 'loud'");
+    EXPECT_EQ(says("switch denail loud"), "refused: 'denail' is no switch");
+    EXPECT_EQ(says("switch denail"), "refused: unknown switch \"denail\"; there is authorization, denial, driver, "
+                                     "properties, refusal, restart, second, upgrade");
+}
+
+TEST_F(AVerb, OfAProfileBringsItShowsItOrTakesItAway) {
+    Profile profile;
+    profile.source = std::string{"one\0two", 7};
+    profile.allowsUserOverrides = false;
+    mac.disk().bring(profile);
+    EXPECT_EQ(says("profile"), "No profile\n");
+    EXPECT_EQ(said(mac, {wordsIn("profile a.plist"), profile.source}), "");
+    EXPECT_EQ(settings().profile, profile);
+    EXPECT_EQ(says("profile"), profile.source);
+    EXPECT_EQ(said(mac, {wordsIn("profile a.plist"), "other"}), "refused: the profile is malformed");
+    EXPECT_EQ(said(mac, {wordsIn("profile a.plist"), ""}), "refused: the profile is empty");
+    EXPECT_EQ(says("profile"), profile.source);
+    EXPECT_EQ(says("profile --remove"), "");
+    EXPECT_EQ(settings(), Settings{});
+}
+
+TEST_F(AVerb, OfAFaultOrdersWhatItSays) {
+    const std::string domain{extensionErrorDomain};
+    const auto fault = [](Fault::Kind kind, std::optional<RequestKind> request) { return Fault{kind, request, {}, 0}; };
+    EXPECT_EQ(ordered("any silent"), fault(Fault::Kind::silent, {}));
+    EXPECT_EQ(ordered("activate hollow"), fault(Fault::Kind::hollow, RequestKind::activation));
+    EXPECT_EQ(ordered("activate noprompt"), fault(Fault::Kind::noprompt, RequestKind::activation));
+    EXPECT_EQ(ordered("properties crash"), fault(Fault::Kind::crash, RequestKind::properties));
+    EXPECT_EQ(ordered("deactivate after 90s"), (Fault{Fault::Kind::delay, RequestKind::deactivation, {}, 90'000}));
+    EXPECT_EQ(ordered("any 8"), (Fault{Fault::Kind::error, {}, {domain, 8, ""}, 0}));
+    EXPECT_EQ(ordered("any 8 broken"), (Fault{Fault::Kind::error, {}, {domain, 8, "broken"}, 0}));
+    EXPECT_EQ(ordered("any -4 text --domain D"), (Fault{Fault::Kind::error, {}, {"D", -4, "text"}, 0}));
+    EXPECT_EQ(ordered("any --domain=D 1"), (Fault{Fault::Kind::error, {}, {"D", 1, ""}, 0}));
+}
+
+TEST_F(AVerb, TakesAQuotedOptionForAText) {
+    mac.machine().reset();
+    const Saying saying{{{"fault"}, {"next"}, {"any"}, {"8"}, {"--domain", true}}, {}};
+    EXPECT_EQ(said(mac, saying), "");
+    EXPECT_EQ(mac.machine().state().faults.begin()->second.failure.description, "--domain");
+}
+
+/// A line of words that make no sense, and what is said to it.
+struct Misuse {
+    const char* line;
+    const char* complaint;
+};
+
+constexpr auto usageOfFault = "usage: sysextctl fault next KIND FAULT; \"sysextctl fault --help\" says more";
+
+const Misuse misuses[]{
+    {"", "unknown verb \"\"; \"sysextctl --help\" lists the verbs"},
+    {"alow x", "unknown verb \"alow\"; \"sysextctl --help\" lists the verbs"},
+    {"allow", "usage: sysextctl allow ID; \"sysextctl allow --help\" says more"},
+    {"allow x y", "usage: sysextctl allow ID; \"sysextctl allow --help\" says more"},
+    {"restart now", "usage: sysextctl restart; \"sysextctl restart --help\" says more"},
+    {"install x 2.0", "usage: sysextctl install ID SHORT BUILD [STATE]; \"sysextctl install --help\" says more"},
+    {"install x 2.0 2004 absent", "unknown state \"absent\"; there is enabled, waiting, disabled, uninstalling"},
+    {"install x 2.0 2004 --quick", "install knows no option \"--quick\"; \"sysextctl install --help\" says more"},
+    {"uninstall x", "usage: sysextctl uninstall TEAM ID; \"sysextctl uninstall --help\" says more"},
+    {"developer maybe", "unknown mode \"maybe\"; there is on, off"},
+    {"profile --remove x", "usage: sysextctl profile [FILE | --remove]; \"sysextctl profile --help\" says more"},
+    {"advance soon", "\"soon\" is not a time; examples are 90s, 5m and 250ms"},
+    {"advance", "usage: sysextctl advance TIME; \"sysextctl advance --help\" says more"},
+    {"switch denial silence now", "usage: sysextctl switch [NAME [VALUE]]; \"sysextctl switch --help\" says more"},
+    {"fault activate silent x", usageOfFault},
+    {"fault next any", usageOfFault},
+    {"fault next any silent x", usageOfFault},
+    {"fault next any after", usageOfFault},
+    {"fault next any silent --domain D", usageOfFault},
+    {"fault next any 8 --domain", usageOfFault},
+    {"fault next query silent", "unknown kind of request \"query\"; there is activate, deactivate, properties, any"},
+    {"fault next any 8x", "unknown fault \"8x\"; there is an error code, after, silent, hollow, noprompt, crash"},
+    {"fault next any after soon", "\"soon\" is not a time; examples are 90s, 5m and 250ms"},
+    {"fault next properties hollow",
+     "unknown kind of hollow request \"properties\"; there is activate, deactivate, any"},
+    {"fault next deactivate noprompt", "unknown kind of noprompt request \"deactivate\"; there is activate, any"},
+};
+
+TEST_F(AVerb, ThatMakesNoSenseIsComplainedAbout) {
+    for (const Misuse& misuse : misuses)
+        EXPECT_EQ(says(misuse.line), "not understood: " + std::string{misuse.complaint}) << misuse.line;
+    EXPECT_EQ(said(mac, {{{"applications"}, {""}}, {}}),
+              "not understood: usage: sysextctl applications [FOLDER...]; \"sysextctl applications --help\" says more");
+    EXPECT_EQ(mac.machine().state(), State{});
+}
+
+} // namespace
+} // namespace simulator

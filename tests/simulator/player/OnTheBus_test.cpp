@@ -1,0 +1,133 @@
+// "sysextctl play --bus": on a bus, a service and a store of its own.
+
+#include "tests/simulator/support/SimulatedMac.h"
+
+#include <QDir>
+#include <QFileSystemWatcher>
+#include <QTemporaryFile>
+
+#include <csignal>
+
+namespace simulator::tests {
+
+namespace {
+
+/// Players whose temporary files lie in a folder of the test's own.
+class APlayer : public testing::Test {
+protected:
+    QProcessEnvironment environment() const {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+        environment.insert("TMPDIR", folder_.path());
+        return environment;
+    }
+    std::unique_ptr<Program> started(const QString& file) const {
+        return std::make_unique<Program>(SYSEXTCTL, QStringList{"play", file, "--bus"}, environment());
+    }
+    /// Plays a scenario of these lines; what it complains about begins with the line's number.
+    Outcome play(const QByteArray& text) {
+        const auto file = written(text);
+        Outcome outcome = started(file->fileName())->outcome();
+        const std::string before = "sysextctl: " + file->fileName().toStdString() + ":";
+        if (outcome.errors.rfind(before, 0) == 0) outcome.errors.erase(0, before.size());
+        return outcome;
+    }
+    static std::unique_ptr<QTemporaryFile> written(const QByteArray& text) {
+        auto file = std::make_unique<QTemporaryFile>();
+        EXPECT_TRUE(file->open());
+        file->write(text);
+        file->flush();
+        return file;
+    }
+    bool leavesNothing() const {
+        return until([&] { return QDir{folder_.path()}.isEmpty(); });
+    }
+    bool isThere() const {
+        return until([&] { return !QDir{folder_.path()}.isEmpty(); });
+    }
+
+private:
+    TestApplication application_;
+    QTemporaryDir folder_;
+    /// Makes each change of the folder an event.
+    QFileSystemWatcher watcher_{{folder_.path()}};
+};
+
+class AScenarioOnTheBus : public APlayer, public testing::WithParamInterface<const char*> {};
+
+TEST_P(AScenarioOnTheBus, GoesAsItSays) {
+    const QString file = QString{SCENARIOS} + '/' + GetParam() + ".scenario";
+    const Outcome outcome = started(file)->outcome();
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_NE(outcome.output.find(" steps, all as expected\n"), std::string::npos);
+    EXPECT_EQ(outcome.code, 0);
+}
+
+/// Each shows something that is not the same on a bus: processes, files, seals, profiles, lives and times.
+INSTANTIATE_TEST_SUITE_P(, AScenarioOnTheBus,
+                         testing::Values("plain-road", "upgrade", "replacement-declined", "another-application",
+                                         "error-02-missing-entitlement", "error-03-outside-applications",
+                                         "error-08-invalid-signature", "error-12-superseded", "foreign-error",
+                                         "late-answer", "profile-arrives", "service-crash", "waiting-over-a-restart"),
+                         [](const auto& which) {
+                             std::string name = which.param;
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
+                         });
+
+TEST_F(APlayer, EndsAtTheFirstLineThatDoesNotGoAsItSays) {
+    EXPECT_EQ(play("activate com.kelvra.ip-camera.cmio\nexpect needs approval\nexpect finished 0\nexpect nothing\n"),
+              (Outcome{1, "", "3: \"expect finished 0\": Driver Manager heard nothing\n"}));
+    EXPECT_EQ(
+        play("install com.kelvra.ip-camera.cmio 2.0 2004 disabled\nexpect copies com.kelvra.ip-camera.cmio none\n"),
+        (Outcome{1, "",
+                 "2: \"expect copies com.kelvra.ip-camera.cmio none\": the copies of "
+                 "com.kelvra.ip-camera.cmio are: 2.0/2004 activated disabled\n"}));
+    EXPECT_EQ(play("activate com.kelvra.ip-camera.cmio\nexpect needs approval\nexpect requests none\n"),
+              (Outcome{1, "", "3: \"expect requests none\": the open requests are: com.kelvra.ip-camera.cmio user\n"}));
+    EXPECT_EQ(play("restart\nallow com.kelvra.ip-camera.cmio\n"),
+              (Outcome{1, "",
+                       "2: \"allow com.kelvra.ip-camera.cmio\": com.kelvra.ip-camera.cmio: nothing waits for "
+                       "approval\n"}));
+    EXPECT_TRUE(leavesNothing());
+}
+
+TEST_F(APlayer, IsNotInTheWayOfAnother) {
+    const auto file = written("activate com.kelvra.ip-camera.cmio\nexpect needs approval\n"
+                              "allow com.kelvra.ip-camera.cmio\nexpect finished 0\n");
+    const auto one = started(file->fileName());
+    const auto other = started(file->fileName());
+    EXPECT_EQ(one->outcome().code, 0);
+    EXPECT_EQ(other->outcome().code, 0);
+    EXPECT_TRUE(leavesNothing());
+}
+
+TEST_F(APlayer, LeavesNothingWhenItIsKilled) {
+    const auto file = written(QByteArray{"restart\n"}.repeated(100'000));
+    for (const int signal : {SIGKILL, SIGTERM}) {
+        const auto player = started(file->fileName());
+        ASSERT_TRUE(isThere());
+        ASSERT_TRUE(player->signal(signal));
+        ASSERT_TRUE(player->ended());
+        EXPECT_TRUE(leavesNothing());
+    }
+}
+
+class APlayerBesideAMac : public OnASimulatedMac {};
+
+TEST_F(APlayerBesideAMac, TouchesNothingOfIt) {
+    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 2.0 2004"), "");
+    EXPECT_EQ(mac.does("switch properties error"), "");
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    file.write("properties com.kelvra.ip-camera.cmio\nexpect found none\ndeveloper on\n"
+               "install com.kelvra.ip-camera.cmio 9 9\n");
+    file.flush();
+    EXPECT_EQ(mac.sysextctl({"play", file.fileName(), "--bus"}).code, 0);
+    EXPECT_EQ(mac.copies(camera), std::vector<std::string>{"2004 enabled"});
+    EXPECT_EQ(mac.does("developer"), "Developer mode is off\n");
+}
+
+} // namespace
+
+} // namespace simulator::tests

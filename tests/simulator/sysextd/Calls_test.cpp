@@ -1,0 +1,194 @@
+// What anyone may call: the lists, what is to be done, and calls that make no sense.
+
+#include "tests/simulator/support/SimulatedMac.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QFileInfo>
+#include <QSignalSpy>
+
+namespace simulator::tests {
+
+namespace {
+
+class TheService : public OnASimulatedMac {};
+
+TEST_F(TheService, ListsEachCopyWithAllThatIsKnownOfIt) {
+    EXPECT_EQ(mac.does("install com.kelvra.driverkit.usb-to-poe 1.0 1"), "");
+    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 1.0 2 waiting"), "");
+    const QList<CopyEntry> list = must(mac.control().ListCopies()).value();
+    ASSERT_EQ(list.size(), 2);
+    EXPECT_EQ(list[0].category, "com.apple.system_extension.cmio");
+    EXPECT_EQ(list[0].team, "KELVRA0001");
+    EXPECT_EQ(list[0].identifier, camera);
+    EXPECT_EQ(list[0].shortVersion, "1.0");
+    EXPECT_EQ(list[0].version, "2");
+    EXPECT_EQ(list[0].name, "Camera");
+    EXPECT_EQ(list[0].state, "activated waiting for user");
+    EXPECT_EQ(list[0].condition, "waiting");
+    EXPECT_FALSE(list[0].enabled);
+    EXPECT_TRUE(list[0].active);
+    EXPECT_GT(list[0].number, list[1].number);
+    EXPECT_EQ(list[0].application, "");
+    EXPECT_TRUE(list[1].enabled);
+}
+
+TEST_F(TheService, ListsEachRequestWithAllThatIsKnownOfIt) {
+    EXPECT_EQ(mac.does("advance 2s"), "2.000\n");
+    const auto application = mac.application();
+    application->submit("a", "activation", camera);
+    ASSERT_TRUE(application->hears("a needs approval"));
+    const QList<RequestEntry> list = must(mac.control().ListRequests()).value();
+    ASSERT_EQ(list.size(), 1);
+    EXPECT_GT(list[0].number, 0);
+    EXPECT_TRUE(list[0].client.startsWith(':'));
+    EXPECT_EQ(list[0].token, "a");
+    EXPECT_EQ(list[0].application, QFileInfo{mac.applications()}.canonicalFilePath() + "/Driver Manager.app");
+    EXPECT_EQ(list[0].kind, "activation");
+    EXPECT_EQ(list[0].identifier, camera);
+    EXPECT_EQ(list[0].stage, "user");
+    EXPECT_EQ(list[0].since, 2000);
+}
+
+TEST_F(TheService, KnowsTheExtensionsInTheApplicationsFolder) {
+    EXPECT_EQ(must(mac.control().ListIdentifiers()).value(),
+              (QStringList{"com.kelvra.driverkit.base", driver, camera}));
+}
+
+TEST_F(TheService, TellsThatSomethingChangedOnceItCanBeSeen) {
+    const QSignalSpy changed{&mac.control(), &Control::Changed};
+    const QSignalSpy events{&mac.control(), &Control::Event};
+    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 1.0 1"), "");
+    ASSERT_TRUE(until([&] { return changed.count() == 1; }));
+    ASSERT_EQ(events.count(), 1);
+    EXPECT_EQ(events[0], (QVariantList{0LL, camera, "1.0/1: activated enabled"}));
+}
+
+TEST_F(TheService, SaysByTheNameOfTheErrorWhyItRefuses) {
+    const QByteArray forbidding = "<plist version=\"1.0\"><dict><key>AllowUserOverrides</key><false/></dict></plist>";
+    EXPECT_EQ(mac.does({"allow", camera}), "NothingWaiting");
+    EXPECT_EQ(mac.does("allow com.example.unknown"), "UnknownIdentifier");
+    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 1 1 asleep"), "InvalidArgument");
+    EXPECT_EQ(mac.does("applications relative"), "InvalidArgument");
+    EXPECT_EQ(mac.does(QStringList{"applications"} + QStringList(65, "/a")), "LimitExceeded");
+    EXPECT_EQ(mac.does({"profile", "a.plist"}, forbidding), "");
+    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 1 1"), "ForbiddenByProfile");
+}
+
+TEST_F(TheService, KeepsTheProfileThatItHasWhereAnotherIsMalformed) {
+    const QByteArray profile = "<plist version=\"1.0\"><dict><key>AllowUserOverrides</key><true/></dict></plist>";
+    EXPECT_EQ(mac.does({"profile", "a.plist"}, profile), "");
+    EXPECT_EQ(mac.does({"profile", "a.plist"}, QByteArray{profile}.replace("<true/>", "<integer>1</integer>")),
+              "InvalidArgument");
+    EXPECT_EQ(mac.does("profile"), profile.toStdString());
+}
+
+// Calls that make no sense -------------------------------------------------------------------------------------------
+
+const QString huge(4'000'000, 'x');
+
+class ABadCall : public TheService {
+protected:
+    ABadCall() { EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 1.0 1"), ""); }
+    /// What it did, it did to the same service as in the beginning, which still has what it had and works.
+    ~ABadCall() override {
+        EXPECT_EQ(mac.processOfService(), process_);
+        EXPECT_EQ(mac.copies(camera), std::vector<std::string>{"1 enabled"});
+        EXPECT_EQ(mac.does({"disable", camera}), "");
+    }
+
+    QDBusMessage call(const QString& method, const QVariantList& arguments,
+                      const QString& interface = controlInterfaceName, const QString& path = objectPath) {
+        QDBusMessage message = QDBusMessage::createMethodCall(serviceName, path, interface, method);
+        message.setArguments(arguments);
+        return program_.call(message);
+    }
+    /// The last part of the error's name.
+    std::string errorOf(const QDBusMessage& reply) { return reply.errorName().section('.', -1).toStdString(); }
+    std::string errorOfSubmit(const QString& token, const QString& kind, const QString& identifier) {
+        return errorOf(call("Submit", {token, kind, identifier}, interfaceName));
+    }
+
+private:
+    QDBusConnection program_ = mac.connect();
+    const uint process_ = mac.processOfService();
+};
+
+TEST_F(ABadCall, OfNoSuchMethodIsRefused) {
+    EXPECT_EQ(errorOf(call("Explode", {})), "UnknownMethod");
+    EXPECT_EQ(errorOf(call("ListCopies", {}, "com.kelvra.Nothing")), "UnknownInterface");
+    EXPECT_EQ(errorOf(call("ListCopies", {}, controlInterfaceName, "/nowhere")), "UnknownObject");
+}
+
+TEST_F(ABadCall, WithArgumentsOfOtherTypesIsRefused) {
+    EXPECT_EQ(errorOf(call("Do", {QStringList{"reset"}})), "UnknownMethod");
+    EXPECT_EQ(errorOf(call("Do", {"reset", QByteArray{}})), "UnknownMethod");
+    EXPECT_EQ(errorOf(call("Submit", {"a", "activation"}, interfaceName)), "UnknownMethod");
+    EXPECT_EQ(errorOf(call("Submit", {"a", "activation", QStringList{camera}}, interfaceName)), "UnknownMethod");
+}
+
+TEST_F(ABadCall, WithWordsThatMeanNothingIsRefused) {
+    EXPECT_EQ(errorOfSubmit("", "properties", camera), "InvalidArgument");
+    EXPECT_EQ(errorOfSubmit("two\nlines", "properties", camera), "InvalidArgument");
+    EXPECT_EQ(errorOfSubmit("a", "reactivation", camera), "InvalidArgument");
+    EXPECT_EQ(errorOf(call("AnswerReplacement", {"a", "replace"}, interfaceName)), "InvalidArgument");
+    EXPECT_EQ(mac.does(QStringList{}), "InvalidArgument");
+    EXPECT_EQ(mac.does(QStringList{""}), "InvalidArgument");
+    EXPECT_EQ(mac.does("frobnicate"), "InvalidArgument");
+    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 1\n 1"), "InvalidArgument");
+    EXPECT_EQ(mac.does({"profile", "a.plist"}, QByteArray{"\0\xff", 2}), "InvalidArgument");
+}
+
+TEST_F(ABadCall, ThatIsTooLargeIsRefused) {
+    EXPECT_EQ(errorOfSubmit(QString(129, 'x'), "properties", camera), "InvalidArgument");
+    EXPECT_EQ(errorOfSubmit(huge, huge, huge), "InvalidArgument");
+    for (const auto* const verb : {"allow", "deny", "authorize", "refuse", "disable", "enable"})
+        EXPECT_EQ(mac.does({verb, huge}), "InvalidArgument");
+    EXPECT_EQ(mac.does({"install", camera, huge, huge}), "InvalidArgument");
+    EXPECT_EQ(mac.does({"uninstall", "-", huge}), "InvalidArgument");
+    EXPECT_EQ(mac.does({"profile", "a.plist"}, QByteArray(1'048'577, 'x')), "InvalidArgument");
+    EXPECT_EQ(mac.does({"applications", "/" + huge}), "InvalidArgument");
+    EXPECT_EQ(mac.does(QStringList{"applications"} + QStringList(100'000, "/tmp")), "LimitExceeded");
+    EXPECT_EQ(mac.does({"switch", huge, huge}), "InvalidArgument");
+    EXPECT_EQ(mac.does({"fault", "next", "any", "1", huge, "--domain", huge}), "InvalidArgument");
+    EXPECT_EQ(mac.does({"advance", huge}), "InvalidArgument");
+}
+
+/// A binary list of lists, each of which holds the next one twice, and the last one a truth.
+QByteArray aListOfMoreThanAnyMemoryHolds() {
+    constexpr char values = 60;
+    QByteArray bytes = "bplist00";
+    QByteArray offsets;
+    for (char next = 1; next <= values; ++next) {
+        offsets += static_cast<char>(bytes.size());
+        bytes += next < values ? '\xa2' + QByteArray(2, next) : QByteArray{"\x09"};
+    }
+    const auto table = static_cast<char>(bytes.size());
+    const QByteArray zeros(7, '\0');
+    return bytes + offsets + zeros.first(6) + "\x01\x01" + zeros + values + zeros + '\0' + zeros + table;
+}
+
+TEST_F(ABadCall, WithAProfileThatNoMemoryHoldsIsRefused) {
+    EXPECT_EQ(mac.does({"profile", "a.plist"}, aListOfMoreThanAnyMemoryHolds()), "InvalidArgument");
+}
+
+TEST_F(ABadCall, IsQuotedInOneShortLine) {
+    const QString text = call("Do", {QStringList{"switch", "a\nb" + huge, "x"}, QByteArray{}}).errorMessage();
+    EXPECT_EQ(text.size(), 200);
+    EXPECT_TRUE(text.startsWith("'a b"));
+}
+
+TEST_F(ABadCall, OfOneClientTooManyLeavesTheOthersAlone) {
+    for (int token = 0; token < 256; ++token) {
+        EXPECT_EQ(mac.does("fault next properties silent"), "");
+        ASSERT_EQ(errorOfSubmit(QString::number(token), "properties", camera), "");
+    }
+    EXPECT_EQ(errorOfSubmit("more", "properties", camera), "LimitExceeded");
+    const auto other = mac.application();
+    other->submit("a", "activation", driver);
+    EXPECT_TRUE(other->hears("a needs approval"));
+}
+
+} // namespace
+
+} // namespace simulator::tests
