@@ -18,6 +18,7 @@ protected:
     BundleOnDisk() { std::filesystem::create_directories(folder_ / BUNDLE_RESOURCES); }
     ~BundleOnDisk() override { std::filesystem::remove_all(folder_); }
 
+    /// The bundle with that list, a property list; without one where it is empty.
     NSBundle read(const std::string& list) const {
         if (!list.empty()) std::ofstream{folder_ / BUNDLE_LIST} << list;
         @autoreleasepool {
@@ -25,6 +26,7 @@ protected:
             return readBundle([[[::NSBundle alloc] initWithPath:path] autorelease]);
         }
     }
+    /// A property list of these keys and values.
     static std::string listOf(const std::string& content) {
         return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
                "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\"><plist version=\"1.0\"><dict>" +

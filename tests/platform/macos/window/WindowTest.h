@@ -19,7 +19,8 @@ namespace macos_tests {
 inline const std::string camera = "com.kelvra.ip-camera.cmio";
 inline const std::string network = "com.kelvra.driverkit.usb-to-poe";
 
-/// What the extension service tells of one extension.
+/// What the extension service tells of one extension: a copy that is neither enabled, awaited nor on its way out has
+/// all three false.
 struct Copy {
     std::string identifier;
     std::string version = "2105";
@@ -28,10 +29,12 @@ struct Copy {
     bool isUninstalling = false;
 };
 
+/// Enabled, of the application's own build unless told otherwise.
 inline Copy enabled(const std::string& identifier, const std::string& version = "2105") {
     return {.identifier = identifier, .version = version, .isEnabled = true};
 }
 
+/// Installed, and not yet allowed by the user.
 inline Copy waiting(const std::string& identifier) {
     return {.identifier = identifier, .isAwaitingUserApproval = true};
 }
@@ -61,6 +64,7 @@ protected:
     /// Answers the latest question about that extension.
     void found(const Copy& copy) const;
 
+    /// Knows of nothing when the body begins but of what the application asks at its start.
     standin::ScriptedExtensions& service_ = standin::ScriptedExtensions::shared();
 };
 
@@ -77,11 +81,12 @@ protected:
 
     /// Runs `body` in front of a window that shows the screen of the number.
     void run(const Screen& screen, const std::function<void(Desk&)>& body);
-    /// Makes the number another.
+    /// Makes the number another: the window shows the screen of it at the end of the turn.
     void change(int number) { situation_->number = number; }
 
     /// A button that counts its presses.
     platform::ui::View button(const std::string& title);
+    /// How often the button of that title was pressed, in any of the screens.
     int pressed(const std::string& title) const;
 
 private:
