@@ -10,7 +10,7 @@ TEST_F(TheExtensionService, WaitsForTheUserBeforeItFinishesAnActivation) {
     activate("first");
     EXPECT_THAT(heard(), ElementsAre("first needs approval"));
     EXPECT_THAT(copies(), ElementsAre("2.1 2105 awaiting"));
-    stage->allow(camera);
+    act({"allow", camera});
     EXPECT_THAT(heard(), ElementsAre("first needs approval", "first finished 0"));
     EXPECT_THAT(copies(), ElementsAre("2.1 2105 enabled"));
 }
@@ -27,7 +27,7 @@ TEST_F(TheExtensionService, FailsTheOlderOfTwoRequestsAndGoesOnWithTheNewer) {
     activate("newer");
     EXPECT_THAT(heard(), ElementsAre("older needs approval", "older failed 12", "newer needs approval"));
     EXPECT_TRUE(older.expired());
-    stage->allow(camera);
+    act({"allow", camera});
     EXPECT_THAT(heard(),
                 ElementsAre("older needs approval", "older failed 12", "newer needs approval", "newer finished 0"));
 }
@@ -35,7 +35,7 @@ TEST_F(TheExtensionService, FailsTheOlderOfTwoRequestsAndGoesOnWithTheNewer) {
 // Replacement --------------------------------------------------------------------------------------------------------
 
 TEST_F(TheExtensionService, AsksBeforeItReplacesACopyByAnother) {
-    stage->install(camera, "2.0", "2004", "enabled");
+    install(camera, "2.0", "2004");
     activate("first");
     EXPECT_EQ(heard().at(0), "first is asked");
     EXPECT_EQ(textOf(record.existing), "2.0 2004 enabled");
@@ -47,14 +47,14 @@ TEST_F(TheExtensionService, AsksBeforeItReplacesACopyByAnother) {
 }
 
 TEST_F(TheExtensionService, ReplacesACopyThatMayBeReplaced) {
-    stage->install(camera, "2.0", "2004", "enabled");
+    install(camera, "2.0", "2004");
     activate("first");
     EXPECT_THAT(heard(), ElementsAre("first is asked", "first finished 0"));
     EXPECT_THAT(copies(), ElementsAre("2.0 2004 uninstalling", "2.1 2105 enabled"));
 }
 
 TEST_F(TheExtensionService, LeavesACopyThatMayNotBeReplaced) {
-    stage->install(camera, "2.0", "2004", "enabled");
+    install(camera, "2.0", "2004");
     record.cancelling.insert("first");
     activate("first");
     EXPECT_THAT(heard(), ElementsAre("first is asked", "first failed 11"));
@@ -62,16 +62,16 @@ TEST_F(TheExtensionService, LeavesACopyThatMayNotBeReplaced) {
 }
 
 TEST_F(TheExtensionService, FinishesWithOneWhereTheReplacedCopyRunsOnUntilTheRestart) {
-    stage->keepDriversRunning();
-    stage->install(driver, "2.0", "2004", "enabled");
+    act({"switch", "driver", "in-use"});
+    install(driver, "2.0", "2004");
     activate("first", driver);
     EXPECT_THAT(heard(), ElementsAre("first is asked", "first finished 1"));
     EXPECT_THAT(copies(driver), ElementsAre("2.0 2004 uninstalling", "2.1 2105 enabled"));
 }
 
 TEST_F(TheExtensionService, KeepsTheQuestionsOfTwoActivationsApart) {
-    stage->install(camera, "2.0", "2004", "enabled");
-    stage->install(driver, "2.0", "2004", "enabled");
+    install(camera, "2.0", "2004");
+    install(driver, "2.0", "2004");
     record.cancelling.insert("first");
     activate("first", camera);
     activate("second", driver);
@@ -84,24 +84,24 @@ TEST_F(TheExtensionService, KeepsTheQuestionsOfTwoActivationsApart) {
 // Deactivation --------------------------------------------------------------------------------------------------------
 
 TEST_F(TheExtensionService, FailsADeactivationThatTheAdministratorRefuses) {
-    stage->install(camera, "2.0", "2004", "enabled");
+    install(camera, "2.0", "2004");
     deactivate("first");
     stage->settle();
-    stage->refuse(camera);
+    act({"refuse", camera});
     EXPECT_THAT(heard(), ElementsAre("first failed 13"));
     EXPECT_THAT(copies(), ElementsAre("2.0 2004 enabled"));
 }
 
 TEST_F(TheExtensionService, FinishesADeactivation) {
-    stage->install(camera, "2.0", "2004", "enabled");
+    install(camera, "2.0", "2004");
     remove("first");
     EXPECT_THAT(heard(), ElementsAre("first finished 0"));
     EXPECT_THAT(copies(), ElementsAre("2.0 2004 uninstalling"));
 }
 
 TEST_F(TheExtensionService, FinishesADeactivationWithOneWhereTheDriverRunsOnUntilTheRestart) {
-    stage->keepDriversRunning();
-    stage->install(driver, "2.1", "2105", "enabled");
+    act({"switch", "driver", "in-use"});
+    install(driver, "2.1", "2105");
     remove("first", driver);
     EXPECT_THAT(heard(), ElementsAre("first finished 1"));
     EXPECT_THAT(copies(driver), ElementsAre("2.1 2105 uninstalling"));

@@ -10,7 +10,7 @@ using platform::Error;
 using testing::ElementsAre;
 
 TEST_F(TheExtensionService, TellsEachFieldOfACopy) {
-    stage->install(driver, "2.0", "2004", "enabled");
+    install(driver, "2.0", "2004");
     query("copies", driver);
     ASSERT_THAT(heard(), ElementsAre("copies found 1"));
     const auto& copy = record.copies.at(0);
@@ -24,42 +24,47 @@ TEST_F(TheExtensionService, TellsEachFieldOfACopy) {
 }
 
 TEST_F(TheExtensionService, TellsNeitherOfThreeFlagsOfWhatIsSwitchedOff) {
-    stage->install(camera, "2.1", "2105", "disabled");
+    act({"install", camera, "2.1", "2105", "disabled"});
     EXPECT_THAT(copies(), ElementsAre("2.1 2105"));
 }
 
 TEST_F(TheExtensionService, FindsSeveralCopiesOldestFirst) {
-    stage->install(camera, "3.0", "3001", "uninstalling");
-    stage->install(camera, "1.0", "1001", "uninstalling");
-    stage->install(camera, "1.0", "1001", "uninstalling");
-    stage->install(camera, "2.2", "2210", "waiting");
-    stage->install(camera, "2.1", "2105", "enabled");
+    act({"install", camera, "3.0", "3001", "uninstalling"});
+    act({"install", camera, "1.0", "1001", "uninstalling"});
+    act({"install", camera, "1.0", "1001", "uninstalling"});
+    act({"install", camera, "2.2", "2210", "waiting"});
+    install(camera, "2.1", "2105");
     EXPECT_THAT(copies(), ElementsAre("3.0 3001 uninstalling", "1.0 1001 uninstalling", "1.0 1001 uninstalling",
                                       "2.2 2210 awaiting", "2.1 2105 enabled"));
 }
 
 TEST_F(TheExtensionService, TellsTheCopiesOfOneExtensionAlone) {
-    stage->install(camera, "2.0", "2004", "enabled");
-    stage->install(driver, "1.9", "1904", "enabled");
+    install(camera, "2.0", "2004");
+    install(driver, "1.9", "1904");
     EXPECT_THAT(copies(camera), ElementsAre("2.0 2004 enabled"));
     EXPECT_THAT(copies(driver), ElementsAre("1.9 1904 enabled"));
 }
 
 TEST_F(TheExtensionService, HandsVersionsOnAsTheyAre) {
-    stage->install(camera, "", "", "uninstalling");
-    stage->install(camera, "二.一 β", " 00002105 ", "uninstalling");
-    stage->install(camera, std::string(4096, '1'), "-99999999999999999999", "uninstalling");
+    act({"install", camera, "", "", "uninstalling"});
+    act({"install", camera, "二.一 β", " 00002105 ", "uninstalling"});
+    act({"install", camera, std::string(4096, '1'), "-99999999999999999999", "uninstalling"});
     EXPECT_THAT(copies(), ElementsAre("  uninstalling", "二.一 β  00002105  uninstalling",
                                       std::string(4096, '1') + " -99999999999999999999 uninstalling"));
 }
 
 // Errors -------------------------------------------------------------------------------------------------------------
 
+const char* verbOf(const Kind kind) {
+    return kind == Kind::activation ? "activate" : kind == Kind::deactivation ? "deactivate" : "properties";
+}
+
 class AFailedRequest : public TheExtensionService {
 protected:
     /// The error that reaches the listener of a request of that kind when the service fails it with this one.
     Error delivered(const Error& error, const Kind kind = Kind::activation) {
-        stage->failNext(kind, error);
+        act({"fault", "next", verbOf(kind), std::to_string(error.code), error.localizedDescription, "--domain",
+             error.domain});
         submit("first", kind, camera);
         EXPECT_EQ(heard().back(), "first failed " + std::to_string(error.code));
         return record.errors.empty() ? Error{} : record.errors.back();

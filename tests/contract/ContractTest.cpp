@@ -45,7 +45,7 @@ std::weak_ptr<OSSystemExtensionRequest> TheExtensionService::deactivate(const st
 void TheExtensionService::remove(const std::string& name, const std::string& identifier) {
     deactivate(name, identifier);
     stage->settle();
-    stage->authorize(identifier);
+    act({"authorize", identifier});
 }
 
 std::weak_ptr<OSSystemExtensionRequest> TheExtensionService::query(const std::string& name,

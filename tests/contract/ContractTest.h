@@ -101,20 +101,8 @@ public:
 
     virtual platform::OSSystemExtensionManager& manager() = 0;
 
-    /// Puts a copy there, younger than those before it. condition: "enabled", "waiting", "disabled", "uninstalling".
-    virtual void install(const std::string& identifier, const std::string& shortVersion, const std::string& version,
-                         const std::string& condition) = 0;
-    /// From here on an enabled driver runs on until the restart, whatever becomes of it.
-    virtual void keepDriversRunning() = 0;
-    /// The next request of that kind fails.
-    virtual void failNext(platform::OSSystemExtensionRequest::Kind kind, const platform::Error& error) = 0;
-
-    /// The user allows, or denies, what waits for approval.
-    virtual void allow(const std::string& identifier) = 0;
-    virtual void deny(const std::string& identifier) = 0;
-    /// An administrator authorises, or refuses, the removal that waits for it.
-    virtual void authorize(const std::string& identifier) = 0;
-    virtual void refuse(const std::string& identifier) = 0;
+    /// Does what the words say, which are those of the command line: "install" and what follows it, "allow" and so on.
+    virtual void act(const std::vector<std::string>& words) = 0;
 
     /// Returns when the service has nothing left to do by itself, and all that it said has been delivered. Nothing is
     /// delivered but in here.
@@ -129,6 +117,12 @@ using Kind = OSSystemExtensionRequest::Kind;
 /// What any extension service does, whichever stands in for it.
 class TheExtensionService : public testing::Test {
 protected:
+    void act(const std::vector<std::string>& words) { stage->act(words); }
+    /// Puts an enabled copy there.
+    void install(const std::string& identifier, const std::string& shortVersion, const std::string& version) {
+        act({"install", identifier, shortVersion, version});
+    }
+
     /// Submits a request whose listener has that name. Only the service keeps the request.
     std::weak_ptr<OSSystemExtensionRequest> submit(const std::string& name, Kind kind, const std::string& identifier);
     std::weak_ptr<OSSystemExtensionRequest> activate(const std::string& name, const std::string& identifier = camera);

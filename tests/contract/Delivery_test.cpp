@@ -29,7 +29,7 @@ TEST_F(TheExtensionService, AnswersNothingInsideASubmissionFromWithinAnAnswer) {
 }
 
 TEST_F(TheExtensionService, AnswersOnTheMainThread) {
-    stage->install(camera, "2.0", "2004", "enabled");
+    install(camera, "2.0", "2004");
     activate("first", camera);
     activate("second", driver);
     query("copies");
@@ -53,8 +53,8 @@ TEST_F(TheExtensionService, GivesEachAnswerTogetherWithItsRequest) {
     const auto first = cameraRequest.lock();
     const auto second = driverRequest.lock();
     ASSERT_TRUE(first && second);
-    stage->allow(driver);
-    stage->allow(camera);
+    act({"allow", driver});
+    act({"allow", camera});
     EXPECT_THAT(heard(), ElementsAre("camera needs approval", "driver needs approval", "driver finished 0",
                                      "camera finished 0"));
     EXPECT_THAT(record.requests, ElementsAre(first.get(), second.get(), second.get(), first.get()));
@@ -65,7 +65,7 @@ TEST_F(TheExtensionService, GivesEachAnswerTogetherWithItsRequest) {
 TEST_F(TheExtensionService, LetsARequestGoThatFinished) {
     const auto request = activate("first");
     stage->settle();
-    stage->allow(camera);
+    act({"allow", camera});
     EXPECT_THAT(heard(), ElementsAre("first needs approval", "first finished 0"));
     EXPECT_TRUE(request.expired());
 }
@@ -94,13 +94,13 @@ TEST_F(TheExtensionService, KeepsARequestDuringItsLastAnswer) {
 TEST_F(TheExtensionService, SaysNothingAfterTheLastAnswer) {
     activate("first");
     stage->settle();
-    stage->allow(camera);
+    act({"allow", camera});
     stage->settle();
     remove("second");
     stage->settle();
     activate("third");
     stage->settle();
-    stage->deny(camera);
+    act({"deny", camera});
     EXPECT_THAT(heard(), ElementsAre("first needs approval", "first finished 0", "second finished 0",
                                      "third needs approval", "third failed 11"));
 }
@@ -118,7 +118,7 @@ TEST_F(TheExtensionService, SaysNothingToADelegateThatIsGone) {
     const auto request = activate("first");
     stage->settle();
     drop("first");
-    stage->allow(camera);
+    act({"allow", camera});
     EXPECT_THAT(heard(), ElementsAre("first needs approval"));
     EXPECT_TRUE(request.expired());
     EXPECT_THAT(copies(), ElementsAre("2.1 2105 enabled"));
@@ -143,7 +143,7 @@ TEST_F(TheExtensionService, SaysNothingToADelegateThatWentWhileItsAnswerWasUnder
 }
 
 TEST_F(TheExtensionService, ReplacesNothingWhereTheDelegateIsGone) {
-    stage->install(camera, "2.0", "2004", "enabled");
+    install(camera, "2.0", "2004");
     const auto request = activate("first");
     drop("first");
     EXPECT_THAT(heard(), IsEmpty());

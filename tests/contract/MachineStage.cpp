@@ -1,5 +1,7 @@
 #include "tests/contract/MachineStage.h"
 
+#include "simulator/core/Verbs.h"
+
 #include <utility>
 #include <variant>
 
@@ -50,40 +52,11 @@ struct Prompt {
 
 MachineStage::MachineStage(std::unique_ptr<ScriptedStandIn> standIn)
     : standIn_{std::move(standIn)}, machine_{simulator::State{}, disk_} {
-    disk_.put(simulator::sampleBundle());
 }
 
-void MachineStage::install(const std::string& identifier, const std::string& shortVersion, const std::string& version,
-                           const std::string& condition) {
-    must(machine_.install(identifier, {shortVersion, version}, condition));
-}
-
-void MachineStage::keepDriversRunning() {
-    must(machine_.setSwitch("driver", "in-use"));
-}
-
-void MachineStage::failNext(const Kind kind, const platform::Error& error) {
-    simulator::Fault fault;
-    fault.kind = simulator::Fault::Kind::error;
-    fault.request = kindOf(kind);
-    fault.failure = {error.domain, error.code, error.localizedDescription};
-    must(machine_.orderFault(fault));
-}
-
-void MachineStage::allow(const std::string& identifier) {
-    must(machine_.allow(identifier));
-}
-
-void MachineStage::deny(const std::string& identifier) {
-    must(machine_.deny(identifier));
-}
-
-void MachineStage::authorize(const std::string& identifier) {
-    must(machine_.authorize(identifier));
-}
-
-void MachineStage::refuse(const std::string& identifier) {
-    must(machine_.refuse(identifier));
+void MachineStage::act(const std::vector<std::string>& words) {
+    const auto outcome = simulator::understood({simulator::plainWords(words), {}})(machine_);
+    if (const auto* const refusal = std::get_if<simulator::Refusal>(&outcome)) must(*refusal);
 }
 
 void MachineStage::settle() {
@@ -95,17 +68,19 @@ bool MachineStage::takeSubmission() {
     const auto submissions = standIn_->submissions();
     if (submissionsTaken_ == submissions.size()) return false;
     const auto& submission = submissions[submissionsTaken_];
-    must(machine_.submit({client, std::to_string(submissionsTaken_), simulator::sampleApplication,
-                          kindOf(submission.kind), submission.identifier}));
+    must(machine_.submit({client, std::to_string(submissionsTaken_), disk_.bundle().path, kindOf(submission.kind),
+                          submission.identifier}));
     ++submissionsTaken_;
     return true;
 }
 
 bool MachineStage::sayAnswers() {
-    const auto answers = machine_.takeOutbox().answers;
-    for (const auto& answer : answers)
+    const auto outbox = machine_.takeOutbox();
+    for (const auto& seal : outbox.seals)
+        machine_.sealChecked(seal.request, true);
+    for (const auto& answer : outbox.answers)
         std::visit(Prompt{*standIn_, std::stoul(answer.token), asked_}, answer.body);
-    return !answers.empty();
+    return !outbox.answers.empty() || !outbox.seals.empty();
 }
 
 bool MachineStage::takeReplacementAnswer() {

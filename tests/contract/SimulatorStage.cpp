@@ -42,18 +42,6 @@ QString applicationsFolder() {
     return QDir{QCoreApplication::applicationDirPath() + QStringLiteral("/../../..")}.canonicalPath();
 }
 
-QString nameOf(const Kind kind) {
-    switch (kind) {
-    case Kind::activation:
-        return QStringLiteral("activation");
-    case Kind::deactivation:
-        return QStringLiteral("deactivation");
-    case Kind::properties:
-        break;
-    }
-    return QStringLiteral("properties");
-}
-
 /// The built service on a bus of its own, as a process that ends with this.
 class RunningService {
 public:
@@ -77,8 +65,7 @@ public:
     ~RunningService() {
         process_.terminate();
         EXPECT_TRUE(process_.waitForFinished());
-        EXPECT_EQ(process_.exitStatus(), QProcess::NormalExit);
-        EXPECT_EQ(process_.exitCode(), 0);
+        EXPECT_EQ(process_.exitCode(), SIGTERM) << "the service ended by itself";
     }
 
 private:
@@ -106,30 +93,17 @@ public:
     SimulatorStage() {
         // Each change at the service becomes an event of this process, after which it looks again.
         QObject::connect(&control_, &Control::Changed, &control_, [] {});
-        must(control_.SetApplicationsFolders({applicationsFolder()}));
+        act({"applications", applicationsFolder().toStdString()});
     }
 
     platform::OSSystemExtensionManager& manager() override { return manager_; }
 
-    void install(const std::string& identifier, const std::string& shortVersion, const std::string& version,
-                 const std::string& condition) override {
-        must(control_.Install(QString::fromStdString(identifier), QString::fromStdString(shortVersion),
-                              QString::fromStdString(version), QString::fromStdString(condition)));
+    void act(const std::vector<std::string>& words) override {
+        QStringList list;
+        for (const auto& word : words)
+            list << QString::fromStdString(word);
+        must(control_.Do(list, {}));
     }
-
-    void keepDriversRunning() override { must(control_.SetSwitch(QStringLiteral("driver"), QStringLiteral("in-use"))); }
-
-    void failNext(const Kind kind, const platform::Error& error) override {
-        must(control_.OrderFault(nameOf(kind), QStringLiteral("error"), QString::fromStdString(error.domain),
-                                 error.code, QString::fromStdString(error.localizedDescription), 0));
-    }
-
-    void allow(const std::string& identifier) override { must(control_.Allow(QString::fromStdString(identifier))); }
-    void deny(const std::string& identifier) override { must(control_.Deny(QString::fromStdString(identifier))); }
-    void authorize(const std::string& identifier) override {
-        must(control_.Authorize(QString::fromStdString(identifier)));
-    }
-    void refuse(const std::string& identifier) override { must(control_.Refuse(QString::fromStdString(identifier))); }
 
     // What was submitted has reached the service once it answers a later request of the same client; and what it said
     // has been delivered once it answers one that it got when it had come to rest.
