@@ -1,12 +1,13 @@
 # Read by the test runner, after the build.
 
-# add_suites(<name> <program> <emulator>): a test "<name>: <suite>" for each suite that the program lists.
+# add_suites(<name> <program> <emulator>): a test "<name>: <suite>" for each suite that the program lists. Listing needs no
+# emulator, which may start a whole display.
 function(add_suites name program emulator)
     if(NOT EXISTS "${program}")
         add_test("${name}: not built" "${program}")
         return()
     endif()
-    execute_process(COMMAND ${emulator} "${program}" --gtest_list_tests
+    execute_process(COMMAND "${program}" --gtest_list_tests
         OUTPUT_VARIABLE listed RESULT_VARIABLE result ERROR_VARIABLE complaint)
     string(REGEX MATCHALL "\n[^ \n]+\\." suites "\n${listed}")
     if(NOT result EQUAL 0 OR suites STREQUAL "")
