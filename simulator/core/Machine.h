@@ -27,8 +27,10 @@ struct Submission {
     std::string identifier;
 };
 
-/// The simulated machine's extension service. Passive and deterministic: whoever drives it calls an input, or step()
-/// while it answers true; then keeps state(), then says what takeOutbox() held. Time stands still but for advance().
+/// The simulated machine's extension service: its copies are in Copies.cpp, what is asked of it in Requests.cpp, what
+/// it then does by itself in Steps.cpp, and the person and the machine in Machine.cpp. Passive and deterministic:
+/// whoever drives it calls an input, or step() while it answers true; then keeps state(), then says what takeOutbox()
+/// held. Time stands still but for advance().
 class Machine {
 public:
     /// Goes on where the state was left: what had been begun is completed. The disk must outlive the machine.

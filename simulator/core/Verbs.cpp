@@ -191,10 +191,16 @@ std::optional<RequestKind> requestFor(const std::string& word) {
         ->kind;
 }
 
+[[noreturn]] void rejectFault(const std::string& word, const Words& words) {
+    if (words.areTyped())
+        words.reject("a fault", word, {"an error code", "after", "silent", "hollow", "noprompt", "crash"});
+    words.fail(inQuotes(word) + " is not a fault: a code, after, silent, hollow, noprompt or crash");
+}
+
 Failure takeFailure(Words& words, const std::string& domain) {
     const std::string code = words.take("a fault");
     const auto number = numberIn(code);
-    if (!number) words.reject("a fault", code, {"an error code", "after", "silent", "hollow", "noprompt", "crash"});
+    if (!number) rejectFault(code, words);
     const std::string where = domain.empty() ? std::string{extensionErrorDomain} : domain;
     return {where, *number, words.isAtEnd() ? std::string{} : words.take("a description")};
 }
@@ -207,10 +213,14 @@ Fault::Kind takeKind(Words& words) {
     return words.takes("after") ? Kind::delay : Kind::error;
 }
 
-void mustBeFor(const std::string& request, Fault::Kind kind, Words& words) {
+void mustBeFor(const std::string& request, Fault::Kind kind, const Words& words) {
     const WordList possible = requestWordsFor(kind);
     const bool isPossible = std::count(possible.begin(), possible.end(), request) > 0;
-    if (!isPossible) words.reject("a kind of " + std::string{nameOf(kind)} + " request", request, possible);
+    if (isPossible) return;
+    const std::string name{nameOf(kind)};
+    const std::string what =
+        words.areTyped() ? "a kind of " + name + " request" : "a kind of request that can be " + name;
+    words.reject(what, request, possible);
 }
 
 Deed fault(Words& words) {
@@ -403,7 +413,7 @@ Deed understood(const Saying& saying, WrittenOn where) {
                word,
                where};
     rest.setContents(saying.contents);
-    const Deed deed = verb->read(rest);
+    Deed deed = verb->read(rest);
     rest.end();
     return deed;
 }

@@ -79,7 +79,7 @@ std::optional<std::int64_t> Words::takeDurationOption(const std::string& name) {
 }
 
 void Words::expect(std::size_t least, std::size_t most) const {
-    if (where_ == WrittenOn::scenario) return;
+    if (!areTyped()) return;
     for (const Word& word : words_)
         if (!word.isQuoted && isOption(word.text))
             fail(help_ + " knows no option " + inQuotes(word.text) + "; \"sysextctl " + help_ + " --help\" says more");
@@ -99,26 +99,26 @@ bool Words::takes(std::string_view word) {
 }
 
 std::string Words::take(std::string_view what) {
-    const bool endsHere = isAtEnd() || (where_ == WrittenOn::scenario && isNext(","));
+    const bool endsHere = isAtEnd() || (!areTyped() && isNext(","));
     if (endsHere) missing(std::string{what});
     return words_[next_++].text;
 }
 
 std::string Words::takeOneOf(std::string_view what, const WordList& known) {
     if (isAtEnd()) missing(std::string{what}, known);
-    const std::string word = take(what);
+    std::string word = take(what);
     if (!isOneOf(known, word)) reject(what, word, known);
     return word;
 }
 
 std::string Words::takeKnown(std::string_view what, const WordList& known) {
-    return where_ == WrittenOn::scenario ? takeOneOf(what, known) : take(what);
+    return areTyped() ? take(what) : takeOneOf(what, known);
 }
 
 void Words::mustTake(std::string_view word) {
     if (takes(word)) return;
     if (isAtEnd()) missing(inQuotes(word));
-    if (where_ == WrittenOn::commandLine) misused();
+    if (areTyped()) misused();
     fail(inQuotes(words_[next_].text) + " stands where " + inQuotes(word) + " should");
 }
 
@@ -160,7 +160,7 @@ void Words::end() const {
 // Complaints ---------------------------------------------------------------------------------------------------------
 
 void Words::fail(const std::string& problem) const {
-    throw NotUnderstood{where_ == WrittenOn::scenario ? problem + "; right would be: " + usage_ : problem};
+    throw NotUnderstood{areTyped() ? problem : problem + "; right would be: " + usage_};
 }
 
 void Words::misused() const {
@@ -168,14 +168,13 @@ void Words::misused() const {
 }
 
 void Words::missing(const std::string& what, const WordList& known) const {
-    if (where_ == WrittenOn::commandLine) misused();
+    if (areTyped()) misused();
     fail(what + " is missing" + (known.empty() ? std::string{} : "; there is " + joined(known)));
 }
 
 void Words::reject(std::string_view what, std::string_view word, const WordList& known) const {
-    const bool isTyped = where_ == WrittenOn::commandLine;
-    const std::string problem = isTyped ? "unknown " + std::string{withoutArticle(what)} + " " + inQuotes(word)
-                                        : inQuotes(word) + " is not " + std::string{what};
+    const std::string problem = areTyped() ? "unknown " + std::string{withoutArticle(what)} + " " + inQuotes(word)
+                                           : inQuotes(word) + " is not " + std::string{what};
     fail(problem + "; there is " + joined(known));
 }
 

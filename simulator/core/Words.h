@@ -52,7 +52,9 @@ public:
 
     bool isAtEnd() const { return next_ == words_.size(); }
     /// Nothing follows on a command line, which asks how it is. In a scenario nobody would hear the answer.
-    bool asks() const { return isAtEnd() && where_ == WrittenOn::commandLine; }
+    bool asks() const { return isAtEnd() && areTyped(); }
+    /// On a command line.
+    bool areTyped() const { return where_ == WrittenOn::commandLine; }
     std::size_t count() const { return words_.size() - next_; }
     /// Takes the next word if it is this one, without quotes.
     bool takes(std::string_view word);
