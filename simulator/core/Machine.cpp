@@ -128,7 +128,10 @@ void Machine::removeTerminated() {
 void Machine::reset() {
     for (auto& [number, request] : requests_) {
         const bool isHeard = request.stage != Stage::silent && request.stage != Stage::ended;
-        end(request, isHeard ? AnswerBody{failureWith(code::requestCanceled)} : AnswerBody{});
+        if (isHeard)
+            end(request, failureWith(code::requestCanceled));
+        else
+            end(request);
     }
     for (const auto& [number, copy] : state_.copies)
         outbox_.copies.insert(number);
@@ -153,7 +156,8 @@ Verdict Machine::install(const std::string& identifier, const Version& version, 
     if (state_.copies.size() >= limits::copies) return tooMany("too many copies are installed");
     if (isInstalled(*where)) {
         supersede(identifier);
-        for (Copy* const copy : all(identifier, isWaiting(*where) ? isWaiting : isActivated))
+        const Is replaced = isWaiting(*where) ? isWaiting : isActivated;
+        for (Copy* const copy : all(identifier, replaced))
             makeWay(*copy);
     }
     add(*extension, version, {}, *where);

@@ -19,7 +19,8 @@ CopyRecord recordOf(const Copy& copy) {
 } // namespace
 
 bool Machine::isDue(const Request& request) const {
-    return worksByItself(request.stage) && !request.awaitsSeal && request.due <= state_.clock;
+    const bool canGoOn = worksByItself(request.stage) && !request.awaitsSeal;
+    return canGoOn && request.due <= state_.clock;
 }
 
 /// What is due first comes first, and of what is due at once that which has waited longest.
@@ -112,7 +113,8 @@ void Machine::checkActivation(Request& request) {
         return waits ? askUser(request, waiting->number) : end(request, Finished{});
     }
     const Extension extension{found.team, request.identifier, found.name, *found.category, bundle->identifier};
-    request.copy = add(extension, version, request.application, CopyState::validating).number;
+    const Copy& copy = add(extension, version, request.application, CopyState::validating);
+    request.copy = copy.number;
     goOn(request, Stage::validating);
 }
 

@@ -121,7 +121,8 @@ WordList switchNames() {
 WordList valuesOf(const std::string& name) {
     const auto which = switchNamed(name);
     if (!which) return {};
-    return {std::string{describe(*which).byDefault}, std::string{describe(*which).otherwise}};
+    const SwitchRow& row = describe(*which);
+    return {std::string{row.byDefault}, std::string{row.otherwise}};
 }
 
 std::string lineOf(const Machine& machine, const SwitchRow& row) {
@@ -141,8 +142,10 @@ Outcome linesOf(const Machine& machine, const std::string& name) {
 
 Deed setSwitch(Words& words) {
     words.expect(0, 2);
-    const std::string name = words.asks() ? "" : words.takeKnown("a switch", switchNames());
-    const std::string value = words.asks() ? "" : words.takeKnown("a value of " + name, valuesOf(name));
+    std::string name;
+    std::string value;
+    if (!words.asks()) name = words.takeKnown("a switch", switchNames());
+    if (!words.asks()) value = words.takeKnown("a value of " + name, valuesOf(name));
     if (value.empty()) return [name](const Machine& machine) { return linesOf(machine, name); };
     return [=](Machine& machine) { return outcomeOf(machine.setSwitch(name, value)); };
 }
