@@ -2,7 +2,6 @@
 #include "simulator/SystemSettings/SettingsWindow.h"
 #include "simulator/bus/Types.h"
 #include "simulator/client/Client.h"
-#include "simulator/process/TerminationSignals.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -41,9 +40,7 @@ protected:
 
 int main(int argc, char** argv) {
     simulator::keepOwnerRacesQuiet();
-    simulator::TerminationSignals termination;
     QApplication application{argc, argv};
-    termination.handle([] { QApplication::exit(); });
     QApplication::setApplicationName("System Settings");
     simulator::registerTypes();
     simulator::settings::useAppearance(application);
