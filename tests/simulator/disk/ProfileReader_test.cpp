@@ -29,13 +29,17 @@ std::string refusalOf(const List& list) {
     return refusalOf(PropertyList{list}.toXml());
 }
 
-List payload(const char* type, List keys) {
+List payloadOf(const char* type, List keys) {
     keys["PayloadType"] = type;
     return keys;
 }
 
+List aboutSomethingElse(const PropertyList& overrides) {
+    return payloadOf("com.apple.security.firewall", {{"AllowUserOverrides", overrides}});
+}
+
 List configurationOf(const Array& payloads) {
-    return {{"PayloadType", "Configuration"}, {"PayloadContent", payloads}};
+    return payloadOf("Configuration", {{"PayloadContent", payloads}});
 }
 
 TEST(AProfile, ListsExtensionsAndTeams) {
@@ -56,18 +60,9 @@ TEST(AProfile, MayLeaveNothingToTheUser) {
     EXPECT_FALSE(profile.forbids("TEAM", "a"));
 }
 
-TEST(AProfile, MayLieInThePayloadsOfAConfigurationProfile) {
-    const Profile profile = profileOf(
-        {{"PayloadType", "Configuration"}, {"PayloadContent", Array{List{{"AllowedTeamIdentifiers", Array{"TEAM"}}}}}});
-    EXPECT_TRUE(profile.allows("TEAM", "a"));
-}
-
 TEST(AProfile, KeepsTheBytesThatItWasReadFrom) {
     const std::string bytes = PropertyList{List{{"AllowUserOverrides", false}}}.toXml();
     EXPECT_EQ(std::get<Profile>(readProfile(bytes)).source, bytes);
-}
-
-TEST(AProfile, IsEmptyForNoBytes) {
     EXPECT_EQ(std::get<Profile>(readProfile("")), Profile{});
 }
 
@@ -76,26 +71,21 @@ TEST(AProfile, IsNoneForWhatHoldsNoPolicy) {
     constexpr auto problem = "the profile holds no system extension policy";
     EXPECT_EQ(refusalOf(List{{"WiFi", true}}), problem);
     EXPECT_EQ(refusalOf(PropertyList{"text"}.toXml()), problem);
-    const List other = payload("com.apple.security.firewall", {{"AllowUserOverrides", false}});
-    EXPECT_EQ(refusalOf(configurationOf({other})), problem);
+    EXPECT_EQ(refusalOf(configurationOf({aboutSomethingElse(false)})), problem);
 }
 
-TEST(AProfile, IsNotChangedByAPayloadAboutSomethingElse) {
-    const List other = payload("com.apple.security.firewall", {{"AllowUserOverrides", false}});
-    const List policy = payload(policyType, {{"AllowedTeamIdentifiers", Array{"TEAM"}}});
-    const Profile profile = profileOf(configurationOf({other, policy}));
-    EXPECT_TRUE(profile.allows("TEAM", "a"));
-    EXPECT_FALSE(profile.forbids("OTHER", "a"));
+TEST(AProfile, MayLieInThePayloadsOfAConfigurationProfileBesideOthers) {
+    const List policy = {{"AllowedTeamIdentifiers", Array{"TEAM"}}};
+    for (const auto& payload : {policy, payloadOf(policyType, policy)}) {
+        const Profile profile = profileOf(configurationOf({aboutSomethingElse(false), payload}));
+        EXPECT_TRUE(profile.allows("TEAM", "a"));
+        EXPECT_FALSE(profile.forbids("OTHER", "a"));
+    }
 }
 
 TEST(AProfile, IsTakenWithAPayloadAboutSomethingElseWhoseKeysMeanSomethingElse) {
-    const List other = payload("com.apple.security.firewall", {{"AllowUserOverrides", "never"}});
-    const List policy = payload(policyType, {{"AllowUserOverrides", true}});
-    EXPECT_EQ(refusalOf(configurationOf({other, policy})), "they are taken");
-}
-
-TEST(AProfile, MayHoldAPolicyThatSaysNothing) {
-    EXPECT_FALSE(profileOf(configurationOf({payload(policyType, {})})).forbids("TEAM", "a"));
+    const Profile profile = profileOf(configurationOf({aboutSomethingElse("never"), payloadOf(policyType, {})}));
+    EXPECT_FALSE(profile.forbids("TEAM", "a"));
 }
 
 /// A key, a value of the wrong type, and what it has to be.
@@ -133,8 +123,7 @@ TEST(AMalformedProfile, IsRefusedWithTheKeyAndWhatItHasToBe) {
 }
 
 TEST(AMalformedProfile, IsRefusedForAWrongKeyInAPayload) {
-    const List policy = payload(policyType, {{"AllowUserOverrides", "false"}});
-    EXPECT_EQ(refusalOf(configurationOf({policy})),
+    EXPECT_EQ(refusalOf(configurationOf({payloadOf(policyType, {{"AllowUserOverrides", "false"}})})),
               "the profile is malformed: AllowUserOverrides has to be true or false");
 }
 

@@ -48,36 +48,35 @@ TEST(ABinaryList, IsReadWithValuesThatStandInSeveralPlaces) {
     EXPECT_THAT((*list)["key"].texts(), ElementsAre("text", "text"));
 }
 
-TEST(ABinaryList, IsNoneThatIsDeeperThanAnyReaderGoes) {
+/// A list in which each value but the last refers to the next one, that often.
+std::string listOfLevels(std::uint64_t levels, std::size_t times) {
     std::vector<std::string> values;
-    for (std::uint64_t level = 1; level < 130'000; ++level)
-        values.push_back("\xa1" + reference(level));
+    for (std::uint64_t level = 1; level < levels; ++level) {
+        values.push_back(std::string{static_cast<char>(0xa0 + times)});
+        for (std::size_t i = 0; i < times; ++i)
+            values.back() += reference(level);
+    }
     values.push_back("\x09");
-    EXPECT_FALSE(PropertyList::parse(binaryList(values)));
+    return binaryList(values);
 }
 
-TEST(ABinaryList, IsNoneThatHoldsItself) {
-    EXPECT_FALSE(PropertyList::parse(binaryList({"\xa1" + reference(0)})));
-}
-
-TEST(ABinaryList, IsNoneThatStandsForMoreValuesThanAnyMemoryHolds) {
-    std::vector<std::string> values;
-    for (std::uint64_t level = 1; level < 60; ++level)
-        values.push_back("\xa2" + reference(level) + reference(level));
-    values.push_back("\x09");
-    EXPECT_FALSE(PropertyList::parse(binaryList(values)));
-}
-
-TEST(ABinaryList, IsNoneThatStandsForMoreTextThanAnyMemoryHolds) {
+std::string manyLongTexts() {
     std::string many = "\xaf\x12" + bigEndian(100'000, 4);
     for (int i = 0; i < 100'000; ++i)
         many += reference(1);
-    EXPECT_FALSE(PropertyList::parse(binaryList({many, text(std::string(500'000, 'x'))})));
+    return binaryList({many, text(std::string(500'000, 'x'))});
 }
 
-TEST(ABinaryList, IsNoneWithACharacterThatIsNoneInAKey) {
-    EXPECT_FALSE(PropertyList::parse(
-        binaryList({"\xd1" + reference(1) + reference(2), text(std::string{"a\0b", 3}), text("text")})));
+std::string listWithKey(const std::string& key) {
+    return binaryList({"\xd1" + reference(1) + reference(2), text(key), text("text")});
+}
+
+TEST(ABinaryList, IsNoneThatNoReaderSurvives) {
+    EXPECT_FALSE(PropertyList::parse(listOfLevels(130'000, 1))) << "deeper than any stack";
+    EXPECT_FALSE(PropertyList::parse(binaryList({"\xa1" + reference(0)}))) << "holds itself";
+    EXPECT_FALSE(PropertyList::parse(listOfLevels(60, 2))) << "more values than any memory holds";
+    EXPECT_FALSE(PropertyList::parse(manyLongTexts())) << "more text than any memory holds";
+    EXPECT_FALSE(PropertyList::parse(listWithKey(std::string{"a\0b", 3}))) << "a character that is none in a key";
 }
 
 TEST(ABinaryList, MayBeDamagedInAnyOneByteOrCutShortAnywhere) {

@@ -1,23 +1,27 @@
 #include "simulator/store/RecordFile.h"
 
+#include "tests/simulator/store/StoreFile.h"
+
+#include <gmock/gmock.h>
+
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <csignal>
-#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <map>
 
 namespace simulator {
 namespace {
 
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Key;
+using testing::SizeIs;
 
 namespace fs = std::filesystem;
 
@@ -78,37 +82,44 @@ private:
     uid_t user_;
 };
 
-int statusOf(pid_t process) {
-    int status = 0;
-    EXPECT_EQ(waitpid(process, &status, 0), process);
-    return status;
+void die() {
+    std::raise(SIGKILL);
+}
+
+void write(const fs::path& file, const std::string& bytes) {
+    std::ofstream{file, std::ios::binary} << bytes;
 }
 
 /// Whether a process that does this is killed by it.
 bool kills(const std::function<void()>& deed) {
     const pid_t child = fork();
-    if (child != 0) return WIFSIGNALED(statusOf(child));
-    deed();
-    _exit(0);
+    if (child == 0) {
+        deed();
+        _exit(0);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return WIFSIGNALED(status);
 }
 
-/// A folder in which a file of records may be, at a path of which only the first folder is there.
-class ARecordFile : public testing::Test {
-protected:
-    ARecordFile() {
-        const fs::path memory = "/dev/shm";
-        std::string pattern = (fs::exists(memory) ? memory : fs::temp_directory_path()) / "records-XXXXXX";
-        folder = mkdtemp(pattern.data());
-        file = folder / "state" / "store.sqlite";
-    }
-    ~ARecordFile() override { fs::remove_all(folder); }
+/// Whether a process that is killed before its statement of that number gets so far in this.
+bool killsBefore(int statement, const std::function<void()>& deed) {
+    return kills([&] {
+        const auto death = beforeEachStatement([left = statement]() mutable {
+            if (--left == 0) die();
+        });
+        deed();
+    });
+}
 
+class ARecordFile : public AStoreFile {
+protected:
     RecordFile opened() const {
         RecordFile records{file, first};
         records.take();
         return records;
     }
-    void keep(const Records& records) const { opened().change({}, records); }
+    void keep(const Records& records) const { opened().change(first, records); }
     Records kept() const { return opened().read(); }
 
     /// The reason for which this fails, from a line that names the file.
@@ -126,43 +137,31 @@ protected:
         return whyNot([&] { RecordFile{file, first}.read(); });
     }
 
-    /// Statements of another program, which may leave the file open.
-    static sqlite3* tamper(const fs::path& which, const std::string& statements) {
-        fs::create_directories(which.parent_path());
-        sqlite3* handle = nullptr;
-        EXPECT_EQ(sqlite3_open(which.c_str(), &handle), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(handle, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
-        return handle;
-    }
-    void tamper(const std::string& statements) const { sqlite3_close(tamper(file, statements)); }
-
     /// Of the store, or of the file beside it whose name ends so.
     std::string bytes(const std::string& ending = {}) const {
         std::ifstream stream{file.string() + ending, std::ios::binary};
         return {std::istreambuf_iterator<char>{stream}, {}};
-    }
-    void write(const std::string& bytes, const std::string& ending = {}) const {
-        fs::create_directories(file.parent_path());
-        std::ofstream{file.string() + ending, std::ios::binary} << bytes;
     }
     /// What lies in the store's folder, by name.
     std::map<std::string, std::string> contents() const {
         std::map<std::string, std::string> found;
         for (const auto& entry : fs::directory_iterator{file.parent_path()}) {
             const std::string name = entry.path().filename();
-            found[name] = bytes(name.substr(file.filename().string().size()));
+            const std::string ending = name.substr(file.filename().string().size());
+            found[name] = entry.is_directory() ? "a folder" : bytes(ending);
         }
         return found;
     }
 
-    void expectRefusal(const testing::Matcher<std::string>& reason) const {
+    void expectRefusal(const std::string& reason) const {
         const auto before = contents();
-        EXPECT_THAT(whyNotOpened(), reason);
-        EXPECT_TRUE(contents() == before) << "it was changed";
+        EXPECT_EQ(whyNotOpened(), reason);
+        EXPECT_TRUE(contents() == before) << "changed where " << reason;
     }
-
-    fs::path folder;
-    fs::path file;
+    void forbidWriting() const {
+        fs::permissions(folder, fs::perms{0755});
+        fs::permissions(file.parent_path(), fs::perms{0555});
+    }
 };
 
 TEST_F(ARecordFile, BeginsWithTheFirstRecordsAndLeavesNothingBesideIt) {
@@ -178,9 +177,16 @@ TEST_F(ARecordFile, KeepsRecordsByteByByteUntilTheyGo) {
     EXPECT_EQ(records.read(), Records(std::next(some.begin()), some.end()));
 }
 
-TEST_F(ARecordFile, BelongsToOneProcessAtATime) {
-    const RecordFile records = opened();
-    EXPECT_EQ(whyNotOpened(), "it is in use by another service");
+TEST_F(ARecordFile, BelongsToTheFirstOfTwoServicesHoweverFarThatIs) {
+    std::vector<std::string> answers;
+    bool isAsking = false;
+    const auto another = beforeEachStatement([&] {
+        if (std::exchange(isAsking, true)) return;
+        answers.push_back(whyNotOpened());
+        isAsking = false;
+    });
+    opened().change(first, some);
+    EXPECT_THAT(answers, AllOf(SizeIs(testing::Gt(15)), Each("it is in use by another service")));
 }
 
 // A process that is killed -------------------------------------------------------------------------------------------
@@ -189,25 +195,14 @@ TEST_F(ARecordFile, LosesNothingThatWasKeptWhenItsProcessIsKilled) {
     ASSERT_TRUE(kills([&] {
         RecordFile records = opened();
         records.change(first, some);
-        std::raise(SIGKILL);
+        die();
     }));
     EXPECT_EQ(kept(), some);
 }
 
-/// Kills this process before the statement of that number.
-WheneverOpened deathBefore(int statement) {
-    return beforeEachStatement([left = statement]() mutable {
-        if (--left == 0) std::raise(SIGKILL);
-    });
-}
-
 TEST_F(ARecordFile, IsMadeAnewWhereverTheFirstAttemptWasKilled) {
     int statement = 1;
-    for (; kills([&] {
-             const auto death = deathBefore(statement);
-             opened();
-         });
-         ++statement) {
+    for (; killsBefore(statement, [&] { opened(); }); ++statement) {
         ASSERT_EQ(kept(), first) << "killed before statement " << statement;
         fs::remove_all(file.parent_path());
     }
@@ -218,55 +213,11 @@ TEST_F(ARecordFile, HasAllOfAChangeOrNothingOfItWhereverItsProcessIsKilled) {
     int statement = 1;
     for (bool isKilled = true; isKilled; ++statement) {
         fs::remove_all(file.parent_path());
-        keep({});
-        isKilled = kills([&] {
-            const auto death = deathBefore(statement);
-            RecordFile records = opened();
-            records.change(first, some);
-        });
+        opened();
+        isKilled = killsBefore(statement, [&] { keep(some); });
         ASSERT_EQ(kept(), isKilled ? first : some) << "killed before statement " << statement;
     }
     EXPECT_GT(statement, 10);
-}
-
-/// How many processes say yes to this. They wait for each other, and then do it all at once.
-int countOfThose(int processes, const std::function<bool()>& deed) {
-    std::array<int, 2> gate{};
-    EXPECT_EQ(pipe(gate.data()), 0);
-    std::vector<pid_t> children;
-    for (int i = 0; i < processes; ++i) {
-        children.push_back(fork());
-        if (children.back() != 0) continue;
-        close(gate[1]);
-        char none = 0;
-        _exit(read(gate[0], &none, 1) == 0 && deed() ? 0 : 1);
-    }
-    close(gate[0]);
-    close(gate[1]);
-    return static_cast<int>(
-        std::count_if(children.begin(), children.end(), [](pid_t child) { return statusOf(child) == 0; }));
-}
-
-/// Adds this process's mark to a file that is made by whoever comes first; answers whether it could.
-bool leavesItsMark(const std::string& file) {
-    try {
-        RecordFile records{file, {}};
-        records.take();
-        records.change({}, {std::to_string(getpid())});
-        return true;
-    } catch (const StoreFailure&) {
-        return false;
-    }
-}
-
-TEST_F(ARecordFile, LosesNothingThatOneOfTheProcessesKeptThatBeginItAtOnce) {
-    const int rounds = std::getenv("DRIVER_MANAGER_LONG") ? 50 : 5;
-    for (int round = 0; round < rounds; ++round) {
-        fs::remove_all(file.parent_path());
-        const int marks = countOfThose(4, [&] { return leavesItsMark(file); });
-        ASSERT_GE(marks, 1) << "one of them has it";
-        ASSERT_EQ(kept().size(), static_cast<std::size_t>(marks));
-    }
 }
 
 // What lies in its place ---------------------------------------------------------------------------------------------
@@ -275,116 +226,94 @@ TEST_F(ARecordFile, TakesNothingFromWhatIsLeftBesideItsPlace) {
     ASSERT_TRUE(kills([&] {
         RecordFile records = opened();
         records.change({}, some);
-        std::raise(SIGKILL);
+        die();
     }));
     ASSERT_NE(bytes("-wal"), "");
-    write(bytes("-wal"), ".new-wal");
+    write(file.string() + ".new-wal", bytes("-wal"));
     fs::rename(file, file.string() + ".new");
     for (const auto* const ending : {"-shm", "-journal", ".new-shm", ".new-journal"})
-        write("left over", ending);
+        write(file.string() + ending, "left over");
     EXPECT_EQ(kept(), first);
     EXPECT_THAT(contents(), ElementsAre(Key("store.sqlite")));
 }
 
-TEST_F(ARecordFile, TakesThePlaceOfNothingElse) {
-    fs::create_directories(file);
-    EXPECT_EQ(whyNotOpened(), "it cannot be opened");
-    fs::remove(file);
-    fs::create_symlink(folder / "unmounted.sqlite", file);
-    EXPECT_EQ(whyNotOpened(), "it cannot be opened");
-    EXPECT_TRUE(fs::is_symlink(file));
-    EXPECT_FALSE(fs::exists(file));
-}
+/// What lies in a store's place, and why it is none.
+struct Stranger {
+    const char* reason;
+    void (*put)(const fs::path& file);
+};
 
-TEST_F(ARecordFile, ThatIsEmptyIsLeftAlone) {
-    write("");
-    expectRefusal("it is damaged: it is empty");
-}
+constexpr std::array strangers{
+    Stranger{"it cannot be opened", [](const fs::path& file) { fs::create_directory(file); }},
+    Stranger{"it cannot be opened", [](const fs::path& file) { fs::create_symlink("unmounted.sqlite", file); }},
+    Stranger{"it is damaged: it is empty", [](const fs::path& file) { write(file, ""); }},
+    Stranger{"it is no store of the simulator", [](const fs::path& file) { write(file, std::string(10000, 'x')); }},
+};
 
-TEST_F(ARecordFile, ThatIsNoDatabaseIsLeftAlone) {
-    write(std::string(10000, 'x'));
-    expectRefusal("it is no store of the simulator");
-}
-
-TEST_F(ARecordFile, OfAnotherProgramIsLeftAlone) {
-    for (const auto* const statement : {"PRAGMA application_id = 7", "CREATE TABLE recipe (name)"}) {
-        tamper(statement);
-        expectRefusal("it is no store of the simulator");
+TEST_F(ARecordFile, LeavesAloneWhatIsNone) {
+    for (const auto& [reason, put] : strangers) {
+        fs::remove_all(file.parent_path());
+        fs::create_directories(file.parent_path());
+        put(file);
+        expectRefusal(reason);
     }
 }
 
 /// What was done to a store before it is opened.
 struct Harm {
-    const char* name;
     const char* statements;
     const char* reason;
 };
 
-void PrintTo(const Harm& harm, std::ostream* out) {
-    *out << harm.name;
-}
-
 constexpr std::array harms{
-    Harm{"OfANewerVersion", "PRAGMA user_version = 3",
-         "it was written by a newer simulator (version 3, this one knows 2)"},
-    Harm{"OfTheVersionBefore", "PRAGMA user_version = 1",
-         "it was written by an older simulator; to begin anew, delete it"},
-    Harm{"ThatBecameAnotherPrograms", "PRAGMA application_id = 7", "it is no store of the simulator"},
-    Harm{"WithoutATable", "DROP TABLE record", "it is damaged: no such table: record"},
+    Harm{"PRAGMA user_version = 3", "it was written by a newer simulator (version 3, this one knows 2)"},
+    Harm{"PRAGMA user_version = 1", "it was written by an older simulator; to begin anew, delete it"},
+    Harm{"PRAGMA application_id = 7", "it is no store of the simulator"},
+    Harm{"DROP TABLE record", "it is damaged: no such table: record"},
 };
 
-class AHarmedRecordFile : public ARecordFile, public testing::WithParamInterface<Harm> {
-protected:
-    AHarmedRecordFile() { keep(some); }
-};
-
-TEST_P(AHarmedRecordFile, IsLeftAlone) {
-    tamper(GetParam().statements);
-    expectRefusal(GetParam().reason);
+/// What a process that was killed changed last stands beside the file, and would be another's to mend.
+TEST_F(ARecordFile, ThatWasHarmedIsLeftAloneAndItsLogToo) {
+    for (const auto& [statements, reason] : harms) {
+        for (const bool isKilled : {false, true}) {
+            fs::remove_all(file.parent_path());
+            keep(some);
+            const auto harm = [&, text = statements] { tamper(text, [&] { isKilled ? die() : void(); }); };
+            ASSERT_EQ(kills(harm), isKilled);
+            ASSERT_EQ(bytes("-wal").empty(), !isKilled);
+            expectRefusal(reason);
+        }
+    }
 }
-
-/// What was changed last stands beside the file, and would be another's to mend.
-TEST_P(AHarmedRecordFile, IsLeftAloneWithTheLogOfAProcessThatWasKilled) {
-    ASSERT_TRUE(kills([&] {
-        tamper(file, GetParam().statements);
-        std::raise(SIGKILL);
-    }));
-    ASSERT_NE(bytes("-wal"), "");
-    expectRefusal(GetParam().reason);
-}
-
-INSTANTIATE_TEST_SUITE_P(, AHarmedRecordFile, testing::ValuesIn(harms),
-                         [](const auto& which) { return which.param.name; });
 
 TEST_F(ARecordFile, ThatIsDamagedIsLeftAloneAndItsLogToo) {
     keep(many());
-    ASSERT_TRUE(kills([&] {
-        tamper(file, "INSERT INTO record VALUES ('a')");
-        std::raise(SIGKILL);
-    }));
+    ASSERT_TRUE(kills([&] { tamper("INSERT INTO record VALUES ('a')", die); }));
     std::fstream{file, std::ios::in | std::ios::out | std::ios::binary}.seekp(40 * 4096) << std::string(4096, '\x5a');
     expectRefusal("it is damaged");
 }
 
-TEST_F(ARecordFile, WhoseRecordsAreOutOfOrderIsLeftAlone) {
+TEST_F(ARecordFile, WhoseRecordsAreOutOfOrderOrCutShortIsLeftAlone) {
     keep({"/one.app", "/two.app"});
-    std::string damaged = bytes();
-    damaged.replace(damaged.find("/one.app"), 8, "/zzz.app");
-    write(damaged);
+    const std::string sound = bytes();
+    write(file, std::string{sound}.replace(sound.find("/one.app"), 8, "/zzz.app"));
+    expectRefusal("it is damaged");
+    write(file, sound.substr(0, sound.size() / 2));
+    expectRefusal("it is damaged");
+    write(file, sound.substr(0, 99));
     expectRefusal("it is damaged");
 }
 
 // Where it cannot be written -----------------------------------------------------------------------------------------
 
 TEST_F(ARecordFile, SaysThatItsFolderCannotBeCreated) {
-    std::ofstream{folder / "state"} << "a file";
+    write(folder / "state", "a file");
     EXPECT_EQ(whyNotOpened(), "its folder cannot be created: Not a directory");
 }
 
 TEST_F(ARecordFile, ThatCannotBeBegunSaysSoUnderItsOwnName) {
     fs::create_directories(file.parent_path());
-    fs::permissions(folder, fs::perms{0755});
-    fs::permissions(file.parent_path(), fs::perms{0555});
+    forbidWriting();
     {
         const AsNobody nobody;
         EXPECT_EQ(whyNotOpened(), "it cannot be opened");
@@ -394,8 +323,7 @@ TEST_F(ARecordFile, ThatCannotBeBegunSaysSoUnderItsOwnName) {
 
 TEST_F(ARecordFile, ThatCannotBeWrittenSaysSo) {
     keep(some);
-    fs::permissions(folder, fs::perms{0755});
-    fs::permissions(file.parent_path(), fs::perms{0555});
+    forbidWriting();
     fs::permissions(file, fs::perms{0444});
     const AsNobody nobody;
     expectRefusal("it cannot be written");
@@ -421,40 +349,44 @@ TEST_F(ARecordFile, OnAFullDiskFailsAndKeepsWhatItHad) {
 
 // What others do to it while it is in use ----------------------------------------------------------------------------
 
-class ARecordFileInUse : public ARecordFile {
-protected:
-    ARecordFileInUse() { records.change({}, some); }
-
-    void expectFailure() {
-        EXPECT_EQ(whyNot([&] { records.change(some, {}); }), "it was deleted or replaced while it was in use");
-    }
-
-    RecordFile records = opened();
+/// What may be done to a store in use, and what is found there by the next service.
+struct Deed {
+    const char* name;
+    void (*run)(const fs::path& file);
+    Records found;
 };
 
-TEST_F(ARecordFileInUse, KeepsNoChangeWhereItWasDeletedAndMayBeBegunAnew) {
-    fs::remove(file);
-    expectFailure();
-    EXPECT_EQ(kept(), first);
+void PrintTo(const Deed& deed, std::ostream* out) {
+    *out << deed.name;
 }
 
-TEST_F(ARecordFileInUse, KeepsNoChangeWhereItsFolderWasDeleted) {
-    fs::remove_all(file.parent_path());
-    expectFailure();
+void replace(const fs::path& file) {
+    const fs::path other = file.parent_path() / "other.sqlite";
+    { const RecordFile records{other, {"another"}}; }
+    fs::rename(other, file);
 }
 
-TEST_F(ARecordFileInUse, KeepsNoChangeWhereItsLogWasDeleted) {
-    fs::remove(file.string() + "-wal");
-    expectFailure();
+const std::array deeds{
+    Deed{"Deleted", [](const fs::path& file) { fs::remove(file); }, first},
+    Deed{"DeletedWithItsFolder", [](const fs::path& file) { fs::remove_all(file.parent_path()); }, first},
+    Deed{"DeletedInItsLog", [](const fs::path& file) { fs::remove(file.string() + "-wal"); }, first},
+    Deed{"Replaced", replace, {"another"}},
+};
+
+class ARecordFileInUse : public ARecordFile, public testing::WithParamInterface<Deed> {};
+
+TEST_P(ARecordFileInUse, KeepsNoChangeAndLeavesItsPlaceToTheNext) {
+    {
+        RecordFile records = opened();
+        records.change({}, some);
+        GetParam().run(file);
+        EXPECT_EQ(whyNot([&] { records.change(some, {}); }), "it was deleted or replaced while it was in use");
+    }
+    EXPECT_EQ(kept(), GetParam().found);
 }
 
-TEST_F(ARecordFileInUse, LeavesTheFileThatTookItsPlaceAsItIs) {
-    const Records others{"another"};
-    { const RecordFile other{folder / "other.sqlite", others}; }
-    fs::rename(folder / "other.sqlite", file);
-    expectFailure();
-    EXPECT_EQ(kept(), others);
-}
+INSTANTIATE_TEST_SUITE_P(, ARecordFileInUse, testing::ValuesIn(deeds),
+                         [](const auto& which) { return which.param.name; });
 
 } // namespace
 } // namespace simulator

@@ -1,11 +1,10 @@
 #include "simulator/store/Store.h"
 #include "tests/simulator/sample/RandomWalk.h"
 #include "tests/simulator/sample/SampleMac.h"
+#include "tests/simulator/store/StoreFile.h"
 
 #include <array>
 #include <cstdlib>
-#include <filesystem>
-#include <functional>
 #include <optional>
 #include <utility>
 
@@ -41,17 +40,8 @@ State aBusyState() {
     return mac.machine().state();
 }
 
-/// A place for a store in a folder of its own.
-class AStore : public testing::Test {
+class AStore : public AStoreFile {
 protected:
-    AStore() {
-        const fs::path memory = "/dev/shm";
-        std::string pattern = (fs::exists(memory) ? memory : fs::temp_directory_path()) / "store-XXXXXX";
-        folder = mkdtemp(pattern.data());
-        file = folder / "store.sqlite";
-    }
-    ~AStore() override { fs::remove_all(folder); }
-
     static void save(Store& store, const State& state) {
         std::set<std::int64_t> all;
         for (const State& one : {store.load(), state}) {
@@ -64,15 +54,6 @@ protected:
         Store store{file};
         save(store, state);
     }
-    State kept() const { return Store{file}.load(); }
-
-    /// Runs a statement on the file as another program would.
-    void tamper(const char* statement) const {
-        sqlite3* handle = nullptr;
-        ASSERT_EQ(sqlite3_open(file.c_str(), &handle), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(handle, statement, nullptr, nullptr, nullptr), SQLITE_OK);
-        sqlite3_close(handle);
-    }
     std::string whyNotOpened() const {
         try {
             const Store store{file};
@@ -81,39 +62,20 @@ protected:
         }
         return "it was opened";
     }
-
-    fs::path folder;
-    fs::path file;
 };
 
 TEST_F(AStore, BeginsWithAMachineOnWhichNothingIsInstalled) {
-    EXPECT_EQ(kept(), State{});
+    EXPECT_EQ(Store{file}.load(), State{});
 }
 
-TEST_F(AStore, KeepsEverythingOfAState) {
-    const State state = aBusyState();
-    keep(state);
-    EXPECT_EQ(kept(), state);
-}
-
-TEST_F(AStore, ForgetsWhatIsNoLongerThere) {
-    keep(aBusyState());
-    keep(State{});
-    EXPECT_EQ(kept(), State{});
-}
-
-TEST_F(AStore, KeepsTheSourceOfAProfileByteByByte) {
-    State state;
-    state.settings.profile.source = std::string{"bplist00\0\xff\n\\\"", 13};
-    keep(state);
-    EXPECT_EQ(kept().settings.profile.source, state.settings.profile.source);
-}
-
-TEST_F(AStore, MayHaveNoApplicationsFolder) {
-    State state;
-    state.settings.applicationsFolders.clear();
-    keep(state);
-    EXPECT_EQ(kept(), state);
+TEST_F(AStore, KeepsEverythingOfAStateAndForgetsWhatIsNoLongerThere) {
+    State odd;
+    odd.settings.profile.source = std::string{"bplist00\0\xff\n\\\"", 13};
+    odd.settings.applicationsFolders.clear();
+    for (const State& state : {aBusyState(), odd, State{}}) {
+        keep(state);
+        EXPECT_EQ(Store{file}.load(), state);
+    }
 }
 
 TEST_F(AStore, WritesWhatChangedAndNoMoreHoweverManyCopiesItHas) {
@@ -181,20 +143,6 @@ TEST_F(AStore, WithARecordThatMakesNoSenseIsLeftAlone) {
         keep(aBusyState());
         tamper(statement);
         EXPECT_EQ(whyNotOpened(), file.string() + ": it is damaged: a row makes no sense") << statement;
-    }
-}
-
-TEST_F(AStore, ThatIsCutShortAnywhereIsNotOpened) {
-    keep(aBusyState());
-    const fs::path whole = folder / "whole.sqlite";
-    fs::copy(file, whole);
-    const std::uintmax_t size = fs::file_size(whole);
-    for (const std::uintmax_t length :
-         std::initializer_list<std::uintmax_t>{1, 99, 100, 511, 4096, size / 2, size - 1}) {
-        fs::copy(whole, file, fs::copy_options::overwrite_existing);
-        fs::resize_file(file, length);
-        EXPECT_THAT(whyNotOpened(), testing::StartsWith(file.string() + ": it is ")) << length;
-        EXPECT_EQ(fs::file_size(file), length);
     }
 }
 
