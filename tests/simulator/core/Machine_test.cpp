@@ -217,31 +217,10 @@ TEST_F(AMachineThatStagesAnUpgrade, DropsItWhereItIsForbiddenSince) {
     EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
 }
 
-TEST_F(AMachineThatStagesAnUpgrade, DropsWhatIsForbiddenSinceWhenItRestarts) {
-    mac.forbid();
-    machine().restart();
-    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
-}
-
 TEST_F(AMachineThatStagesAnUpgrade, DropsWhatIsForbiddenSinceWhenItComesBack) {
     mac.forbid();
     mac.comeBack();
     EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
-}
-
-TEST_F(AMachine, LetsACopyWaitInThePlaceOfAnOtherWhenItComesBack) {
-    mac.install("2004", "waiting");
-    mac.activate("a");
-    ASSERT_EQ(machine().answerReplacement("client", "a", true), done);
-    mac.comeBack();
-    EXPECT_THAT(mac.copies(), ElementsAre("2105 activated waiting for user"));
-}
-
-TEST_F(AMachine, DropsACopyThatAwaitedTheReplacementAnswerWhenItComesBack) {
-    mac.install("1", "enabled");
-    mac.activate("a");
-    mac.comeBack();
-    EXPECT_THAT(mac.copies(), ElementsAre("1 activated enabled"));
 }
 
 TEST_F(AMachine, EndsARemovalThatItHadBegunWhenItComesBack) {
@@ -267,19 +246,7 @@ TEST_F(AMachine, DiesInTheMiddleOfARequestWhereThatWasOrdered) {
 
 // What it says and knows ---------------------------------------------------------------------------------------------
 
-TEST_F(AMachine, TellsWhoWatchesWhatHappens) {
-    mac.set("authorization", "granted");
-    mac.install("2004", "enabled");
-    mac.activate("a");
-    mac.answer("a", true);
-    mac.mustDo(machine().advance(1500));
-    mac.deactivate("b");
-    mac.properties("c");
-    machine().restart();
-    std::string lines;
-    for (const Event& event : mac.takeOutbox().events)
-        lines += std::to_string(event.time) + " " + event.identifier + " " + event.text + "\n";
-    EXPECT_EQ(lines, R"(0  switch authorization granted
+constexpr auto whatHappened = R"(0  switch authorization granted
 0 com.kelvra.ip-camera.cmio 0.0/2004: activated enabled
 0 com.kelvra.ip-camera.cmio activation submitted
 0 com.kelvra.ip-camera.cmio 2.1/2105: validating
@@ -299,7 +266,21 @@ TEST_F(AMachine, TellsWhoWatchesWhatHappens) {
 1500 com.kelvra.ip-camera.cmio 0.0/2004: terminated waiting to uninstall on reboot -> gone
 1500 com.kelvra.ip-camera.cmio 2.1/2105: terminated waiting to uninstall on reboot -> gone
 1500  restart
-)");
+)";
+
+TEST_F(AMachine, TellsWhoWatchesWhatHappens) {
+    mac.set("authorization", "granted");
+    mac.install("2004", "enabled");
+    mac.activate("a");
+    mac.answer("a", true);
+    mac.mustDo(machine().advance(1500));
+    mac.deactivate("b");
+    mac.properties("c");
+    machine().restart();
+    std::string lines;
+    for (const Event& event : mac.takeOutbox().events)
+        lines += std::to_string(event.time) + " " + event.identifier + " " + event.text + "\n";
+    EXPECT_EQ(lines, whatHappened);
 }
 
 TEST_F(AMachine, TellsOfItsSettingsFaultsAndPeopleToo) {
@@ -369,20 +350,6 @@ TEST_F(AMachine, ForgetsASwitchThatIsBackAtItsDefault) {
     EXPECT_EQ(machine().state().settings.valueOf(Switch::denial), "silence");
     mac.set("denial", "error");
     EXPECT_EQ(machine().state().settings, Settings{});
-}
-
-TEST_F(AMachine, LetsARemovalGoThatAProfileThatArrivesAllows) {
-    mac.install("2105", "enabled");
-    mac.deactivate("a");
-    Profile profile;
-    profile.removableExtensions[sampleTeam] = {driver};
-    mac.bring(profile);
-    mac.rest();
-    EXPECT_THAT(mac.heard(), IsEmpty());
-    profile.removableExtensions[sampleTeam] = {camera};
-    mac.bring(profile);
-    mac.rest();
-    EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
 }
 
 // What it refuses ----------------------------------------------------------------------------------------------------
@@ -521,12 +488,6 @@ TEST_F(AMachine, InstallsNoVersionThatIsTooLongOrMalformed) {
               "invalid argument: 'preparing' is not enabled, waiting, disabled or uninstalling");
 }
 
-TEST_F(AMachine, KnowsOnlyItsSwitchesAndTheirValues) {
-    EXPECT_EQ(textOf(machine().setSwitch("nonsense", "on")), "invalid argument: 'nonsense' is no switch");
-    EXPECT_EQ(textOf(machine().setSwitch("denial", "maybe")),
-              "invalid argument: denial is error or silence, not 'maybe'");
-}
-
 /// Each verb about an extension, where there is nothing that it could do.
 TEST_F(AMachine, SaysWhyThereIsNothingToDoToAnExtension) {
     using Verb = Verdict (Machine::*)(const std::string&);
@@ -545,20 +506,12 @@ TEST_F(AMachine, SaysWhyThereIsNothingToDoToAnExtension) {
     }
 }
 
-TEST_F(AMachine, SwitchesOffAndOnOnlyWhatIsNotSoAlready) {
+TEST_F(AMachine, UninstallsSwitchesOffAndSwitchesOnOnlyWhatIsNotSoAlready) {
+    EXPECT_EQ(textOf(machine().uninstall("-", camera)), "nothing waiting: com.kelvra.ip-camera.cmio: not installed");
     mac.install("1", "disabled");
     EXPECT_EQ(textOf(machine().disable(camera)), "nothing waiting: com.kelvra.ip-camera.cmio: not enabled");
     mac.mustDo(machine().enable(camera));
     EXPECT_EQ(textOf(machine().enable(camera)), "nothing waiting: com.kelvra.ip-camera.cmio: not disabled");
-}
-
-TEST_F(AMachine, UninstallsWhatIsInstalledByTheTeam) {
-    EXPECT_EQ(textOf(machine().uninstall("-", camera)), "nothing waiting: com.kelvra.ip-camera.cmio: not installed");
-    mac.install("1", "enabled");
-    EXPECT_EQ(textOf(machine().uninstall("OTHER00001", camera)),
-              "nothing waiting: com.kelvra.ip-camera.cmio: not installed by OTHER00001");
-    EXPECT_EQ(textOf(machine().install("com.example.unknown", {"1", "1"}, "enabled")),
-              "unknown identifier: com.example.unknown: no such extension");
 }
 
 TEST_F(AMachine, EnablesNothingThatTheProfileForbids) {

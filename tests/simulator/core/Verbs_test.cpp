@@ -9,8 +9,6 @@
 namespace simulator {
 namespace {
 
-using testing::ElementsAre;
-
 // Lengths of time and numbers ----------------------------------------------------------------------------------------
 
 TEST(ALengthOfTime, IsANumberWithAUnitOrInSeconds) {
@@ -162,41 +160,6 @@ protected:
 
     SampleMac mac;
 };
-
-TEST_F(AVerb, OfThePersonDoesWhatItSays) {
-    const std::string id = " com.kelvra.ip-camera.cmio";
-    mac.install("1", "waiting");
-    EXPECT_EQ(says("allow" + id), "");
-    EXPECT_THAT(mac.copies(), ElementsAre("1 activated enabled"));
-    EXPECT_EQ(says("allow" + id), "refused: com.kelvra.ip-camera.cmio: nothing waits for approval");
-    EXPECT_EQ(says("disable" + id), "");
-    EXPECT_THAT(mac.copies(), ElementsAre("1 activated disabled"));
-    EXPECT_EQ(says("enable" + id), "");
-    mac.deactivate("a");
-    EXPECT_EQ(says("refuse" + id), "");
-    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 13"));
-    mac.deactivate("b");
-    EXPECT_EQ(says("authorize" + id), "");
-    EXPECT_THAT(mac.heard(), ElementsAre("b: finished 0"));
-    mac.activate("c");
-    EXPECT_EQ(says("deny" + id), "");
-    EXPECT_THAT(mac.heard(), ElementsAre("c: needs approval", "c: failed 11"));
-}
-
-TEST_F(AVerb, OfTheMachineDoesWhatItSays) {
-    EXPECT_EQ(says("install com.kelvra.ip-camera.cmio 2.0 2004"), "");
-    EXPECT_EQ(says("install com.kelvra.ip-camera.cmio 2.0 2005 uninstalling"), "");
-    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled", "2005 terminated waiting to uninstall on reboot"));
-    EXPECT_EQ(mac.machine().state().copies.begin()->second.version.shortVersion, "2.0");
-    EXPECT_EQ(says("restart"), "");
-    EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
-    EXPECT_EQ(says("uninstall OTHER com.kelvra.ip-camera.cmio"),
-              "refused: com.kelvra.ip-camera.cmio: not installed by OTHER");
-    EXPECT_EQ(says("uninstall - com.kelvra.ip-camera.cmio"), "");
-    EXPECT_THAT(mac.copies(), ElementsAre("2004 terminated waiting to uninstall on reboot"));
-    EXPECT_EQ(says("reset"), "");
-    EXPECT_TRUE(mac.copies().empty());
-}
 
 TEST_F(AVerb, OfASettingSetsItOrSaysHowItIs) {
     EXPECT_EQ(says("developer"), "Developer mode is off\n");

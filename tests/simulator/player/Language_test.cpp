@@ -94,16 +94,6 @@ TEST_F(TheDiskOfAScenario, HoldsASoundExtensionUnlessToldOtherwise) {
     EXPECT_EQ(after("bundle Other\ncarry z.dext 1/1 in Other", "Other").extensions.size(), 1U);
 }
 
-TEST_F(TheDiskOfAScenario, HoldsAnExtensionThatIsWrongInAnyWay) {
-    EXPECT_EQ(carried("dext 1/1 without seal").team, "");
-    EXPECT_EQ(carried("dext 1/1 without identifier").identifier, "");
-    EXPECT_FALSE(carried("dext 1/1 without usage-description").hasUsageDescription);
-    EXPECT_EQ(carried("dext 1/1 identifier com.y").identifier, "com.y");
-    EXPECT_EQ(carried("dext 1/1 team T").team, "T");
-    EXPECT_EQ(carried("systemextension 1/1 service S").machServiceName, "S");
-    EXPECT_EQ(played("carry z.dext 1/1 damaged\nactivate z\nexpect failed 8", mac), "as it says");
-}
-
 TEST_F(TheDiskOfAScenario, HoldsAnExtensionOfEachCategory) {
     EXPECT_EQ(carried("systemextension 1/1").category, Category::camera);
     EXPECT_EQ(carried("systemextension 1/1 category cmio").category, Category::camera);
@@ -111,12 +101,6 @@ TEST_F(TheDiskOfAScenario, HoldsAnExtensionOfEachCategory) {
     EXPECT_EQ(carried("systemextension 1/1 category endpoint_security").category, Category::endpointSecurity);
     EXPECT_EQ(carried("systemextension 1/1 category unknown").category, std::nullopt);
     EXPECT_EQ(carried("kext 1/1").category, std::nullopt);
-}
-
-TEST_F(TheDiskOfAScenario, HoldsWhatIsUpdatedMovedOrDamaged) {
-    EXPECT_EQ(after("update \"Driver Manager\" to 2.2/2206").extensions[0].version, "2206");
-    EXPECT_EQ(after("move \"Driver Manager\" to /Users/me/D.app").path, "/Users/me/D.app");
-    EXPECT_EQ(played("damage CAMERA.systemextension\nactivate CAMERA\nexpect failed 8", mac), "as it says");
 }
 
 // What is not understood ---------------------------------------------------------------------------------------------
@@ -161,6 +145,11 @@ const Complaint complaints[]{
     {"expect finished -1", "\"-1\" is not a result; there is 0, 1..."},
     {"expect found 2105 enabled", "\"2105\" is not a version; an example is 2.1/2105..."},
     {"expect requests -1", "a number of requests is not negative..."},
+    {"fault next properties hollow",
+     "\"properties\" is not a kind of request that can be hollow; there is activate, deactivate, any..."},
+    {"fault next deactivate noprompt",
+     "\"deactivate\" is not a kind of request that can be noprompt; there is activate, any..."},
+    {"fault next any loud", "\"loud\" is not a fault: a code, after, silent, hollow, noprompt or crash..."},
     {"advance soon", "\"soon\" is not a time; examples are 90s, 5m and 250ms; right would be: advance TIME"},
     {"move \"Driver Manager\" to Desktop", "\"Desktop\" is not an absolute path..."},
     {"bundle Other at \"\"", "\"\" is not an absolute path..."},

@@ -111,6 +111,7 @@ void SampleMac::take() {
     outbox_.crashed = outbox_.crashed || news.crashed;
     outbox_.copies.insert(news.copies.begin(), news.copies.end());
     outbox_.events.insert(outbox_.events.end(), news.events.begin(), news.events.end());
+    outbox_.seals.insert(outbox_.seals.end(), news.seals.begin(), news.seals.end());
     outbox_.answers.insert(outbox_.answers.end(), news.answers.begin(), news.answers.end());
     for (const Answer& answer : news.answers)
         heard_.push_back(lineOf(answer));

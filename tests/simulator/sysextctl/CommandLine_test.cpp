@@ -116,17 +116,10 @@ TEST(TheList, KeepsItsColumnsWhateverANameHolds) {
                                                  "Two columns and lines %1 %2\t[activated enabled]");
 }
 
-TEST(TheList, CanBeOfOneCategory) {
-    const QList<CopyEntry> both{copyIn("waiting"), copyIn("disabled", network)};
-    const auto drivers = copiesOf(both, "com.apple.system_extension.driver_extension");
-    ASSERT_EQ(drivers.size(), 1);
-    EXPECT_EQ(drivers.first().identifier, network);
-    EXPECT_EQ(copiesOf(both, {}).size(), 2);
-    EXPECT_EQ(copiesOf(both, "com.apple.system_extension.network_extension").size(), 0);
+TEST(TheCategories, AreNamedInFullOrByTheirLastPart) {
     EXPECT_EQ(categoryNamed("endpoint_security"), "com.apple.system_extension.endpoint_security");
     EXPECT_EQ(categoryNamed("com.apple.system_extension.cmio"), "com.apple.system_extension.cmio");
     EXPECT_EQ(categoryNamed("camera"), "");
-    EXPECT_EQ(categoryNamed(""), "");
 }
 
 RequestEntry request() {

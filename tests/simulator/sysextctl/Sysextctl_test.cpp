@@ -50,21 +50,6 @@ Outcome failed(int code, const std::string& line) {
     return {code, "", "sysextctl: " + line + "\n"};
 }
 
-constexpr auto head =
-    "--- com.apple.system_extension.cmio\nenabled\tactive\tteamID\tbundleID (version)\tname\t[state]\n";
-
-TEST_F(Sysextctl, PrintsTheListsOfTheService) {
-    control().show({copyIn("waiting")});
-    const std::string row =
-        "\t*\tKELVRA0001\tcom.kelvra.ip-camera.cmio (2.1/2105)\tCamera\t[activated waiting for user]\n";
-    EXPECT_EQ(outcomeOf({"list"}), (Outcome{0, "1 extension(s)\n" + std::string{head} + row, ""}));
-    EXPECT_EQ(outcomeOf({"list", "cmio"}), outcomeOf({"list"}));
-    EXPECT_EQ(outcomeOf({"list", "driver_extension"}), (Outcome{0, "0 extension(s)\n", ""}));
-    EXPECT_EQ(outcomeOf({"list", "driver_extension", "--json"}), (Outcome{0, "[]\n", ""}));
-    EXPECT_EQ(outcomeOf({"requests"}), (Outcome{0, "0 request(s)\n", ""}));
-    EXPECT_EQ(outcomeOf({"requests", "--json"}), (Outcome{0, "[]\n", ""}));
-}
-
 TEST_F(Sysextctl, HasTheServiceDoWhatWasTypedAndSaysNothing) {
     EXPECT_EQ(outcomeOf({"allow", camera}), silence);
     EXPECT_EQ(outcomeOf({"fault", "next", "any", "28", "no space left", "--domain", "D"}), silence);
@@ -124,12 +109,6 @@ TEST_F(Sysextctl, FailsIfItsOutputCannotBeWritten) {
     EXPECT_EQ(program.outcome(), failed(1, "standard output takes no more"));
 }
 
-TEST_F(Sysextctl, WaitsNotAtAllForWhatIsSoAlready) {
-    EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), silence);
-    control().show({copyIn("uninstalling"), copyIn("waiting")});
-    EXPECT_EQ(outcomeOf({"wait", camera, "waiting"}), silence);
-}
-
 TEST_F(Sysextctl, WaitsUntilACopyIsInTheState) {
     const auto program = waiting();
     control().show({copyIn("waiting")});
@@ -145,15 +124,6 @@ TEST_F(Sysextctl, WaitsNoLongerThanItIsTold) {
     control().ignore("ListIdentifiers");
     EXPECT_EQ(outcomeOf({"wait", camera, "absent", "--timeout", "0.05"}),
               failed(1, "com.kelvra.ip-camera.cmio is not absent after 0.050 s"));
-}
-
-TEST_F(Sysextctl, WaitsOnThroughTheDeathOfTheService) {
-    const auto program = waiting();
-    control().leave();
-    control().show({copyIn("enabled")});
-    EXPECT_TRUE(program->isRunning());
-    control().comeBack();
-    EXPECT_EQ(program->outcome(), silence);
 }
 
 TEST_F(Sysextctl, WaitsAndWatchesNoLongerWhenTheBusIsGone) {

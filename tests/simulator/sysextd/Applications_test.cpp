@@ -49,19 +49,6 @@ TEST_F(AnApplication, HearsWhatItAskedAndNothingElse) {
     EXPECT_EQ(other->lines(), (QStringList{"ca found none", "cb found none"}));
 }
 
-TEST_F(AnApplication, IsRefusedWhatIsMalformedAndServedAgain) {
-    application->submit("a", "reactivation", camera);
-    EXPECT_TRUE(application->hears("refused 'reactivation' is no kind of request"));
-    application->submit("b", "activation", QString(256, 'x'));
-    EXPECT_TRUE(application->hears("refused the identifier is malformed"));
-    application->answer("c", "perhaps");
-    EXPECT_TRUE(application->hears("refused 'perhaps' is neither replace nor cancel"));
-    application->answer("c", "replace");
-    EXPECT_TRUE(application->hears("refused no such question is open"));
-    application->submit("d", "properties", camera);
-    EXPECT_TRUE(application->hears("d found none"));
-}
-
 TEST_F(AnApplication, ThatLeavesTheBusHasNoRequestAnyMore) {
     application->submit("a", "activation", camera);
     ASSERT_TRUE(application->hears("a needs approval"));
@@ -95,12 +82,6 @@ TEST_F(AnApplication, ThatIsAnotherOwnsNoExtensionOfTheSameName) {
     const auto other = mac.applicationAt(mac.putApplication("Other", "com.example.other"));
     other->submit("a", "activation", camera);
     EXPECT_TRUE(other->hears("a failed 4 \"The extension belongs to another application.\""));
-}
-
-TEST_F(AnApplication, MustLieInAnApplicationsFolder) {
-    EXPECT_EQ(mac.does("applications /Applications"), "");
-    application->submit("a", "activation", camera);
-    EXPECT_TRUE(application->hears("a failed 3 \"The application must be in an Applications folder.\""));
 }
 
 /// Its files are looked at, not what the service knew of them.
