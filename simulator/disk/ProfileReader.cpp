@@ -11,31 +11,21 @@ namespace {
 
 constexpr auto policyType = "com.apple.system-extension-policy";
 
-template <typename IsElement>
-bool isArrayOf(const PropertyList& value, const IsElement& isElement) {
-    return value.isArray() && std::all_of(value.array().begin(), value.array().end(), isElement);
+template <typename Value>
+bool isA(const PropertyList& value) {
+    return value.is<Value>();
 }
 
-bool isText(const PropertyList& value) {
-    return value.isText();
-}
-
-bool isTruth(const PropertyList& value) {
-    return value.isTruth();
-}
-
-bool isTexts(const PropertyList& value) {
-    return isArrayOf(value, isText);
-}
-
-bool isDictionaries(const PropertyList& value) {
-    return isArrayOf(value, [](const PropertyList& element) { return element.isDictionary(); });
+template <typename Element>
+bool isArrayOf(const PropertyList& value) {
+    const PropertyList::Array& elements = value.array();
+    return isA<PropertyList::Array>(value) && std::all_of(elements.begin(), elements.end(), isA<Element>);
 }
 
 bool isTextsOfTeams(const PropertyList& value) {
-    const auto& teams = value.dictionary();
-    return value.isDictionary() &&
-           std::all_of(teams.begin(), teams.end(), [](const auto& entry) { return isTexts(entry.second); });
+    const auto isSound = [](const auto& entry) { return isArrayOf<std::string>(entry.second); };
+    const PropertyList::Dictionary& teams = value.dictionary();
+    return isA<PropertyList::Dictionary>(value) && std::all_of(teams.begin(), teams.end(), isSound);
 }
 
 struct Key {
@@ -45,11 +35,11 @@ struct Key {
 };
 
 constexpr auto textsOfTeams = "a dictionary with an array of texts for each team";
-constexpr Key payloadContent{"PayloadContent", isDictionaries, "an array of dictionaries"};
-constexpr Key payloadType{"PayloadType", isText, "a text"};
+constexpr Key payloadContent{"PayloadContent", isArrayOf<PropertyList::Dictionary>, "an array of dictionaries"};
+constexpr Key payloadType{"PayloadType", isA<std::string>, "a text"};
 constexpr std::array rules{Key{"AllowedSystemExtensions", isTextsOfTeams, textsOfTeams},
-                           Key{"AllowedTeamIdentifiers", isTexts, "an array of texts"},
-                           Key{"AllowUserOverrides", isTruth, "true or false"},
+                           Key{"AllowedTeamIdentifiers", isArrayOf<std::string>, "an array of texts"},
+                           Key{"AllowUserOverrides", isA<bool>, "true or false"},
                            Key{"RemovableSystemExtensions", isTextsOfTeams, textsOfTeams}};
 
 bool has(const PropertyList& payload, const Key& key) {
@@ -87,7 +77,7 @@ void addPolicy(Profile& profile, const PropertyList& payload) {
     for (const std::string& team : payload["AllowedTeamIdentifiers"].texts())
         profile.allowedTeams.insert(team);
     const PropertyList& overrides = payload["AllowUserOverrides"];
-    if (overrides.isTruth() && !overrides.isTrue()) profile.allowsUserOverrides = false;
+    if (isA<bool>(overrides) && !overrides.isTrue()) profile.allowsUserOverrides = false;
 }
 
 Profile profileIn(const PropertyList& list) {
@@ -95,14 +85,14 @@ Profile profileIn(const PropertyList& list) {
     PropertyList::Array payloads = list[payloadContent.name].array();
     payloads.push_back(list); // the keys may lie in it, too
     Profile profile;
-    int policies = 0;
+    bool isAny = false;
     for (const PropertyList& payload : payloads) {
         check(payload, payloadType);
         if (!isPolicy(payload)) continue;
         addPolicy(profile, payload);
-        ++policies;
+        isAny = true;
     }
-    if (policies == 0) throw refusal("holds no system extension policy");
+    if (!isAny) throw refusal("holds no system extension policy");
     return profile;
 }
 

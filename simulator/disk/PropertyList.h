@@ -39,11 +39,11 @@ public:
         return std::visit(visitor, value_);
     }
 
-    bool isDictionary() const { return std::holds_alternative<Dictionary>(value_); }
-    bool isArray() const { return std::holds_alternative<Array>(value_); }
-    /// An integer is none.
-    bool isText() const { return std::holds_alternative<std::string>(value_); }
-    bool isTruth() const { return std::holds_alternative<bool>(value_); }
+    /// Of the types above, std::string and bool. An integer is no text.
+    template <typename Value>
+    bool is() const {
+        return std::holds_alternative<Value>(value_);
+    }
     bool isTrue() const { return as<bool>(); }
     /// Empty where there is none of that kind; an integer's is its decimal text.
     const std::string& text() const;

@@ -16,8 +16,8 @@ constexpr auto extensionsFolder = "/Contents/Library/SystemExtensions";
 
 std::optional<Category> categoryOf(const PropertyList& info, bool isDriver) {
     if (isDriver) return Category::driver;
-    if (info["CMIOExtension"].isDictionary()) return Category::camera;
-    if (info["NetworkExtension"].isDictionary()) return Category::network;
+    if (info["CMIOExtension"].is<PropertyList::Dictionary>()) return Category::camera;
+    if (info["NetworkExtension"].is<PropertyList::Dictionary>()) return Category::network;
     if (!info["NSEndpointSecurityMachServiceName"].text().empty()) return Category::endpointSecurity;
     return std::nullopt;
 }
@@ -44,21 +44,24 @@ void readInfo(ExtensionOnDisk& extension, const PropertyList& info, const QFileI
 
 void readSealOf(ExtensionOnDisk& extension, const std::string& path) {
     const auto seal = readSeal(path);
-    extension.sealMatches = false;
-    if (!seal) return;
+    if (!seal) {
+        extension.sealMatches = false;
+        return;
+    }
     extension.team = seal->team;
-    extension.sealMatches = std::nullopt;
-    const auto groups = seal->entitlements.find(groupsEntitlement);
-    if (groups == seal->entitlements.end()) return;
-    for (std::string& group : groups->second.texts())
-        extension.applicationGroups.insert(std::move(group));
+    for (const std::string& group : seal->entitlements[groupsEntitlement].texts())
+        extension.applicationGroups.insert(group);
+}
+
+PropertyList infoOf(const std::string& bundle) {
+    return PropertyList::read(contentsOf(bundle) + "/Info.plist").value_or(PropertyList{});
 }
 
 ExtensionOnDisk readExtension(const QFileInfo& folder) {
     const std::string path = folder.filePath().toStdString();
     ExtensionOnDisk extension;
     extension.fileName = folder.fileName().toStdString();
-    readInfo(extension, PropertyList::read(contentsOf(path) + "/Info.plist").value_or(PropertyList{}), folder);
+    readInfo(extension, infoOf(path), folder);
     readSealOf(extension, path);
     return extension;
 }
@@ -71,18 +74,15 @@ QFileInfoList foldersIn(const std::string& path) {
 
 std::optional<BundleOnDisk> RealDisk::read(const std::string& bundle) const {
     if (!QFileInfo{QString::fromStdString(bundle + "/Contents")}.isDir()) return std::nullopt;
-    const PropertyList info = PropertyList::read(bundle + "/Contents/Info.plist").value_or(PropertyList{});
     BundleOnDisk found;
     found.path = bundle;
-    found.identifier = info["CFBundleIdentifier"].text();
+    found.identifier = infoOf(bundle)["CFBundleIdentifier"].text();
     if (const auto seal = readSeal(bundle)) {
         found.team = seal->team;
-        const auto install = seal->entitlements.find(installEntitlement);
-        found.mayInstallExtensions = install != seal->entitlements.end() && install->second.isTrue();
+        found.mayInstallExtensions = seal->entitlements[installEntitlement].isTrue();
     }
-    for (const QFileInfo& folder : foldersIn(bundle + extensionsFolder)) {
+    for (const QFileInfo& folder : foldersIn(bundle + extensionsFolder))
         found.extensions.push_back(readExtension(folder));
-    }
     return found;
 }
 

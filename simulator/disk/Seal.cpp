@@ -19,11 +19,6 @@ std::string hexOf(const QCryptographicHash& hash) {
     return hash.result().toHex().toStdString();
 }
 
-/// A link to one is none.
-bool isFolder(const fs::directory_entry& entry) {
-    return entry.is_directory() && !entry.is_symlink();
-}
-
 /// Of a link the target as the link itself says it, which holds wherever the bundle is moved to. Throws
 /// filesystem_error.
 std::string digestOf(const fs::directory_entry& entry) {
@@ -48,10 +43,8 @@ std::string contentsOf(const std::string& bundle) {
 
 std::optional<Seal> readSeal(const std::string& bundle) {
     const auto list = PropertyList::read(contentsOf(bundle) + '/' + sealFile);
-    if (!list || !list->isDictionary()) return std::nullopt;
-    Seal seal;
-    seal.team = (*list)["team"].text();
-    seal.entitlements = (*list)["entitlements"].dictionary();
+    if (!list || !list->is<PropertyList::Dictionary>()) return std::nullopt;
+    Seal seal{(*list)["team"].text(), (*list)["entitlements"], {}};
     for (const auto& [path, digest] : (*list)["files"].dictionary())
         seal.files[path] = digest.text();
     return seal;
@@ -74,7 +67,8 @@ std::optional<Digests> digestsOf(const std::string& bundle) {
         const fs::path seal = fs::path{contentsOf(root)} / sealFile;
         Digests digests;
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator{root}) {
-            if (isFolder(entry) || entry.path() == seal) continue;
+            const bool isFolder = entry.is_directory() && !entry.is_symlink();
+            if (isFolder || entry.path() == seal) continue;
             digests[entry.path().lexically_relative(root)] = digestOf(entry);
         }
         return digests;

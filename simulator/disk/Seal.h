@@ -15,7 +15,8 @@ using Digests = std::map<std::string, std::string>;
 /// sealed. It lies in the bundle, in a file that no real system reads.
 struct Seal {
     std::string team;
-    PropertyList::Dictionary entitlements;
+    /// A dictionary.
+    PropertyList entitlements;
     Digests files;
 };
 
