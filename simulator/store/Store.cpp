@@ -22,28 +22,19 @@ namespace {
 
 using std::tie;
 
-template <typename Value>
-struct Vocabulary {
-    std::string_view (*nameOf)(Value value);
-    std::optional<Value> (*named)(std::string_view name);
-};
-
-std::string_view nameOfState(CopyState state) {
+std::string_view nameOf(CopyState state) {
     return describe(state).text;
 }
 
-std::string_view nameOfSwitch(Switch which) {
+std::string_view nameOf(Switch which) {
     return describe(which).name;
 }
 
-constexpr std::tuple vocabularies{
-    Vocabulary<Category>{nameOf, categoryNamed},     Vocabulary<CopyState>{nameOfState, copyStateWithText},
-    Vocabulary<Fault::Kind>{nameOf, faultKindNamed}, Vocabulary<RequestKind>{nameOf, requestKindNamed},
-    Vocabulary<Switch>{nameOfSwitch, switchNamed},
-};
-
 template <typename Word>
-constexpr Vocabulary<Word> vocabulary = std::get<Vocabulary<Word>>(vocabularies);
+using Named = std::optional<Word> (*)(std::string_view name);
+constexpr std::tuple words{Named<Category>{categoryNamed}, Named<CopyState>{copyStateWithText},
+                           Named<Fault::Kind>{faultKindNamed}, Named<RequestKind>{requestKindNamed},
+                           Named<Switch>{switchNamed}};
 
 // A field is put into a record and got from it. One that is none that is put there fails the stream -----------------
 
@@ -54,7 +45,7 @@ bool isAtEnd(std::istream& record) {
 template <typename Value>
 void put(std::ostream& record, const Value& value) {
     if constexpr (std::is_enum_v<Value>) {
-        record << ' ' << std::quoted(vocabulary<Value>.nameOf(value));
+        record << ' ' << std::quoted(nameOf(value));
     } else {
         record << ' ' << value;
     }
@@ -65,7 +56,7 @@ void get(std::istream& record, Value& value) {
     if constexpr (std::is_enum_v<Value>) {
         std::string name;
         record >> std::quoted(name);
-        const std::optional<Value> found = vocabulary<Value>.named(name);
+        const std::optional<Value> found = std::get<Named<Value>>(words)(name);
         found ? void(value = *found) : record.setstate(std::ios::failbit);
     } else {
         record >> value;

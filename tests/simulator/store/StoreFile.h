@@ -1,7 +1,8 @@
 #pragma once
 
+#include "simulator/store/RecordFile.h"
+
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <filesystem>
 #include <functional>
@@ -30,6 +31,18 @@ protected:
         EXPECT_EQ(sqlite3_exec(handle, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
         deed();
         sqlite3_close(handle);
+    }
+
+    /// The reason for which this fails, from a line that names the file.
+    std::string whyNot(const std::function<void()>& deed) const {
+        try {
+            deed();
+        } catch (const StoreFailure& failure) {
+            const std::string line = failure.what();
+            const std::string beginning = file.string() + ": ";
+            return line.rfind(beginning, 0) == 0 ? line.substr(beginning.size()) : "not of this file: " + line;
+        }
+        return "nothing";
     }
 
     std::filesystem::path folder;

@@ -54,14 +54,6 @@ protected:
         Store store{file};
         save(store, state);
     }
-    std::string whyNotOpened() const {
-        try {
-            const Store store{file};
-        } catch (const StoreFailure& failure) {
-            return failure.what();
-        }
-        return "it was opened";
-    }
 };
 
 TEST_F(AStore, BeginsWithAMachineOnWhichNothingIsInstalled) {
@@ -142,7 +134,7 @@ TEST_F(AStore, WithARecordThatMakesNoSenseIsLeftAlone) {
         fs::remove(file);
         keep(aBusyState());
         tamper(statement);
-        EXPECT_EQ(whyNotOpened(), file.string() + ": it is damaged: a row makes no sense") << statement;
+        EXPECT_EQ(whyNot([&] { const Store store{file}; }), "it is damaged: a row makes no sense") << statement;
     }
 }
 
