@@ -52,6 +52,8 @@ TEST_P(ATransition, LeadsWhereTheTableSays) {
 INSTANTIATE_TEST_SUITE_P(From, ATransition, testing::ValuesIn(rows()),
                          [](const auto& row) { return std::string{nameOf(row.param.from)}; });
 
+static_assert(transitions::table.size() == static_cast<std::size_t>(State::deactivating) + 1, "a row for each state");
+
 TEST(TheStateMachine, OnlyScopesTheState) {
     static_assert(!std::is_default_constructible_v<DriverLoadingStateMachine>);
     static_assert(std::is_empty_v<DriverLoadingStateMachine>);

@@ -27,6 +27,11 @@ TEST_F(ANewModel, NeedsNoReboot) {
     EXPECT_FALSE(model->need_reboot());
 }
 
+TEST_F(AModel, TellsWhetherItNeedsAReboot) {
+    DriverLoadingViewModelTestAccess::setNeedReboot(*model, true);
+    EXPECT_TRUE(model->need_reboot());
+}
+
 TEST_F(ANewModel, HoldsTheInitialErrorText) {
     EXPECT_EQ(lastError(), "An error has occured.");
 }
