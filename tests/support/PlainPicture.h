@@ -26,9 +26,9 @@ public:
     int width() const { return width_; }
     int height() const { return height_; }
     /// Where what is seen is something else, no more than the first few: "26,100 is 255/255/255 and not 219/219/219".
-    /// What lies in one of `leftOut`, in the scene's points, is not compared. On a round edge any painting has its own
-    /// idea of a pixel that is covered in part, and may be a fifth of the contrast off.
-    std::vector<std::string> differences(const Seen& seen, const std::vector<ui::Rect>& leftOut = {}) const;
+    /// On a round edge any painting has its own idea of a pixel that is covered in part, and may be a fifth of the
+    /// contrast off.
+    std::vector<std::string> differences(const Seen& seen) const;
 
     struct Pixel {
         Channels color;
@@ -44,9 +44,6 @@ private:
     int height_;
     std::vector<Pixel> pixels_;
 };
-
-/// Where the scene has texts and images, each area grown to whole pixels.
-std::vector<ui::Rect> textsAndImages(const ui::Scene& scene);
 
 /// The scene with the same frames and nothing written or drawn in those of texts and images.
 ui::Scene withoutTextsAndImages(ui::Scene scene);

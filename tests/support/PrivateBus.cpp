@@ -125,10 +125,6 @@ uint PrivateBus::startedService() {
     return process.isValid() ? process.value() : 0;
 }
 
-void PrivateBus::openToEveryone() {
-    QFile::setPermissions(folder_.path(), QFile::permissions(folder_.path()) | QFile::ExeGroup | QFile::ExeOther);
-}
-
 QString PrivateBus::path(const QString& name) const {
     return folder_.filePath(name);
 }

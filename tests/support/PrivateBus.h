@@ -24,9 +24,6 @@ public:
     /// A new connection. Its name is needed only to close it early.
     QDBusConnection connect();
 
-    /// Lets the programs of other users connect to it, who cannot reach it otherwise.
-    void openToEveryone();
-
     /// Has the bus start the program whenever the name is called and nobody owns it. To be called at most once, and
     /// before the first call.
     void makeActivatable(const QString& name, const QString& program);
