@@ -68,7 +68,7 @@ const std::set<std::string> answersOfRequests{
 };
 
 TEST(RandomWalks, TakeEveryWayThatThereIsAndNoOtherAndBreakNoPromise) {
-    const int steps = std::getenv("DRIVER_MANAGER_LONG") ? 100000 : 30000;
+    const int steps = std::getenv("DRIVER_MANAGER_LONG") ? 100000 : 25000;
     std::set<std::string> taken;
     for (const unsigned seed : {1U, 2U, 3U}) {
         Memory memory;

@@ -5,7 +5,6 @@
 #include "tests/simulator/sample/Witness.h"
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <random>
 #include <set>
@@ -60,15 +59,10 @@ private:
     void uninstall();
     void leave();
     void restart();
-    void reset();
     void comeBack();
 
     Outbox takeOutbox();
     void hear();
-    void compare();
-    void lookAtCopies();
-    void lookAtWaitingRequests();
-    void lookForOrphans(const std::map<std::string, int>& unfinished);
     State keptState();
 
     std::mt19937 random_;
@@ -76,13 +70,9 @@ private:
     FakeDisk disk_;
     std::unique_ptr<Machine> machine_;
     Witness witness_{disk_};
-    Consent consent_;
-    /// Those that were brought so far, by their source.
-    std::map<std::string, Profile> profiles_{{"", Profile{}}};
-    /// The copies that have outlived a restart which should have removed them.
-    std::set<std::int64_t> lingered_;
+    Watch watch_;
     std::set<std::string> ways_;
-    int lastToken_ = 0;
+    int lastName_ = 0;
     std::size_t comparisons_ = 0;
 };
 

@@ -5,7 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <vector>
+#include <tuple>
+#include <utility>
 
 namespace simulator {
 
@@ -16,18 +17,6 @@ bool isAnyIn(const Machine& machine, const std::string& identifier, bool (*condi
     return std::any_of(copies.begin(), copies.end(), [&](const auto& entry) {
         return entry.second.extension.identifier == identifier && condition(entry.second.state);
     });
-}
-
-bool waits(CopyState state) {
-    return state == CopyState::waitingForUser;
-}
-
-bool isSeen(CopyState state) {
-    return state != CopyState::validating && state != CopyState::staging;
-}
-
-bool changesWhatIsThere(RequestKind kind) {
-    return kind != RequestKind::properties;
 }
 
 /// The extension as the bundle holds it; nothing if it holds none.
@@ -60,33 +49,28 @@ struct Witness::Look {
     void operator()(std::monostate) const { ADD_FAILURE() << "an answer that says nothing"; }
 
     void operator()(const ReplacementAsked& question) const {
-        EXPECT_EQ(request.kind, RequestKind::activation);
+        EXPECT_EQ(request.asked.kind, RequestKind::activation);
         EXPECT_FALSE(std::exchange(request.wasAsked, true)) << "asked twice";
-        EXPECT_EQ(question.existing.identifier, request.identifier);
-        EXPECT_EQ(question.replacement.identifier, request.identifier);
+        EXPECT_EQ(question.existing.identifier, request.asked.identifier);
+        EXPECT_EQ(question.replacement.identifier, request.asked.identifier);
         EXPECT_FALSE(question.existing.isUninstalling);
     }
 
     void operator()(const NeedsApproval&) const {
-        EXPECT_EQ(request.kind, RequestKind::activation);
+        EXPECT_EQ(request.asked.kind, RequestKind::activation);
         EXPECT_FALSE(std::exchange(request.neededApproval, true)) << "needs approval twice";
-        EXPECT_FALSE(request.fault && request.fault->kind == Fault::Kind::noprompt) << "the prompt was to be hidden";
-        EXPECT_TRUE(isAnyIn(machine, request.identifier, waits)) << "nothing waits";
-        lookAtConsent();
+        EXPECT_TRUE(isAny(isWaiting)) << "nothing waits";
     }
 
-    void operator()(const Finished& finished) const {
-        EXPECT_NE(request.kind, RequestKind::properties);
-        if (request.fault && request.fault->kind == Fault::Kind::hollow) {
-            EXPECT_EQ(finished.result, 0);
-        } else if (request.kind == RequestKind::activation) {
-            EXPECT_TRUE(isAnyIn(machine, request.identifier, isActivated)) << "nothing is activated";
-            EXPECT_TRUE(!request.neededApproval || request.causes.count(Cause::allowed)) << "nobody allowed it";
-            EXPECT_FALSE(isForbidden()) << "the profile forbids it";
-            lookAtConsent();
+    void operator()(const Finished&) const {
+        EXPECT_NE(request.asked.kind, RequestKind::properties);
+        if (request.fault && request.fault->kind == Fault::Kind::hollow) return;
+        if (request.asked.kind == RequestKind::activation) {
+            EXPECT_TRUE(isAny(isActivated)) << "nothing is activated";
+            EXPECT_TRUE(!request.neededApproval || was(Cause::allowed)) << "nobody allowed it";
         } else {
-            EXPECT_TRUE(request.causes.count(Cause::authorized)) << "nobody authorised it";
-            EXPECT_FALSE(isAnyIn(machine, request.identifier, isInstalled)) << "it is still there";
+            EXPECT_TRUE(was(Cause::authorized)) << "nobody authorised it";
+            EXPECT_FALSE(isAny(isInstalled)) << "it is still there";
         }
     }
 
@@ -95,24 +79,15 @@ struct Witness::Look {
     }
 
     void operator()(const FoundProperties& found) const {
-        EXPECT_EQ(request.kind, RequestKind::properties);
-        EXPECT_TRUE(found.copies == recordsThatAreDue()) << "other copies than there are";
-    }
-
-    /// One of each copy that is past its staging, oldest first.
-    std::vector<CopyRecord> recordsThatAreDue() const {
-        std::vector<CopyRecord> records;
-        for (const auto& [number, copy] : machine.state().copies) {
-            if (copy.extension.identifier != request.identifier || !isSeen(copy.state)) continue;
-            const bool isOnItsWayOut = !waits(copy.state) && !isActivated(copy.state);
-            records.push_back({request.identifier, copy.version.shortVersion, copy.version.version,
-                               copy.state == CopyState::enabled, waits(copy.state), isOnItsWayOut});
-        }
-        return records;
+        EXPECT_EQ(request.asked.kind, RequestKind::properties);
+        const auto& copies = machine.state().copies;
+        const auto isDue = [&](const auto& entry) {
+            return entry.second.extension.identifier == request.asked.identifier && isReported(entry.second.state);
+        };
+        EXPECT_EQ(found.copies.size(), std::count_if(copies.begin(), copies.end(), isDue));
     }
 
     bool mayFailWith(std::int64_t code) const {
-        const auto was = [&](Cause cause) { return request.causes.count(cause) != 0; };
         const bool isOrdered = request.fault && request.fault->kind == Fault::Kind::error;
         if (isOrdered && code == request.fault->failure.code) return true;
         switch (code) {
@@ -121,11 +96,11 @@ struct Witness::Look {
         case code::codeSignatureInvalid:
             return mayBeFoundUnfit() && carried()->sealMatches == false;
         case code::forbiddenBySystemPolicy:
-            return mayBeFoundUnfit() && isForbidden();
+            return mayBeFoundUnfit() && machine.state().settings.profile.forbids(sampleTeam, request.asked.identifier);
         case code::requestCanceled:
             return was(Cause::denied) || was(Cause::canceled) || was(Cause::refused) || was(Cause::withdrawn);
         case code::requestSuperseded:
-            return !request.isForeign && was(Cause::superseded);
+            return request.asked.kind != RequestKind::properties && !request.isForeign && was(Cause::superseded);
         case code::authorizationRequired:
             return was(Cause::refused);
         default:
@@ -134,70 +109,48 @@ struct Witness::Look {
     }
 
     bool hasNothingToActOn() const {
-        switch (request.kind) {
-        case RequestKind::activation:
-            return request.isForeign;
-        case RequestKind::deactivation:
-            return request.isForeign || !isAnyIn(machine, request.identifier, isInstalled);
-        case RequestKind::properties:
-            return !isAnyIn(machine, request.identifier, isSeen);
-        }
-        return false;
+        if (request.asked.kind == RequestKind::properties) return !isAny(isReported);
+        return request.isForeign || (request.asked.kind == RequestKind::deactivation && !isAny(isInstalled));
     }
-
-    bool isForbidden() const { return machine.state().settings.profile.forbids(sampleTeam, request.identifier); }
 
     /// Once it waits for the user it has passed the checks.
     bool mayBeFoundUnfit() const {
-        return request.kind == RequestKind::activation && carried() && !request.neededApproval;
+        return request.asked.kind == RequestKind::activation && carried() && !request.neededApproval;
     }
 
     std::optional<ExtensionOnDisk> carried() const {
-        return extensionIn(disk.read(request.application), request.identifier);
+        return extensionIn(disk.read(request.asked.application), request.asked.identifier);
     }
 
-    /// Who was asked whether the new copy may take the place of the old one has said so.
-    void lookAtConsent() const {
-        EXPECT_TRUE(!request.wasAsked || request.causes.count(Cause::replaced)) << "no word on the replacement";
-    }
+    bool isAny(bool (*condition)(CopyState)) const { return isAnyIn(machine, request.asked.identifier, condition); }
+    bool was(Cause cause) const { return request.causes.count(cause) != 0; }
 };
 
 void Witness::submitted(const Submission& submission, const Machine& machine) {
     Open request;
-    request.kind = submission.kind;
-    request.identifier = submission.identifier;
-    request.application = submission.application;
-    request.isForeign =
-        changesWhatIsThere(request.kind) && isForeign(disk_.read(request.application), request.identifier, machine);
-    for (const auto& [number, taken] : machine.requests()) {
-        if (taken.client == submission.client && taken.token == submission.token) request.fault = taken.fault;
-    }
-    EXPECT_FALSE(request.isForeign && request.fault) << "it took a fault that was ordered for an owner";
+    request.asked = submission;
+    const bool changes = submission.kind != RequestKind::properties;
+    request.isForeign = changes && isForeign(disk_.read(submission.application), submission.identifier, machine);
     const Settings& settings = machine.state().settings;
+    const bool laterGoesOn = settings.valueOf(Switch::second) == "supersedes";
+    if (changes && !request.isForeign && laterGoesOn) happened(Cause::superseded, submission.identifier);
+    for (const auto& [number, taken] : machine.requests()) {
+        if (taken.client == submission.client && taken.token == submission.token) {
+            request.fault = taken.fault;
+        } else if (taken.identifier == submission.identifier && taken.kind != RequestKind::properties && !laterGoesOn) {
+            request.causes.insert(Cause::superseded);
+        }
+    }
     if (settings.valueOf(Switch::authorization) == "granted" ||
-        settings.profile.letsRemove(sampleTeam, request.identifier)) {
+        settings.profile.letsRemove(sampleTeam, submission.identifier)) {
         request.causes.insert(Cause::authorized);
     }
-    if (changesWhatIsThere(request.kind) && !request.isForeign) contend(request, machine);
-    open_[{submission.client, submission.token}] = request;
-}
-
-void Witness::contend(Open& later, const Machine& machine) {
-    const bool laterGoesOn = machine.state().settings.valueOf(Switch::second) == "supersedes";
-    for (auto& [name, earlier] : open_) {
-        if (earlier.identifier != later.identifier || !changesWhatIsThere(earlier.kind) || earlier.isForeign) continue;
-        (laterGoesOn ? earlier : later).causes.insert(Cause::superseded);
-    }
-    if (laterGoesOn) return;
-    for (const auto& [number, taken] : machine.requests()) {
-        const bool isAbandoned = taken.client.empty() && changesWhatIsThere(taken.kind) && !taken.isForeign;
-        if (isAbandoned && taken.identifier == later.identifier) later.causes.insert(Cause::superseded);
-    }
+    open_[{submission.client, submission.token}] = std::move(request);
 }
 
 void Witness::happened(Cause cause, const std::string& identifier) {
     for (auto& [name, request] : open_) {
-        if (identifier.empty() || request.identifier == identifier) request.causes.insert(cause);
+        if (identifier.empty() || request.asked.identifier == identifier) request.causes.insert(cause);
     }
 }
 
@@ -207,59 +160,85 @@ void Witness::happenedTo(const std::string& client, const std::string& token, Ca
 }
 
 void Witness::clientLeft(const std::string& client) {
-    for (auto entry = open_.begin(); entry != open_.end();) {
-        entry = entry->first.first == client ? open_.erase(entry) : std::next(entry);
-    }
+    std::erase_if(open_, [&](const auto& entry) { return entry.first.first == client; });
 }
 
 void Witness::hear(const Answer& answer, const Machine& machine) {
     ++answers_;
     const auto open = open_.find({answer.client, answer.token});
     ASSERT_NE(open, open_.end()) << "an answer to a request that had ended or was never asked";
-    EXPECT_TRUE(!open->second.isForeign || std::holds_alternative<Failure>(answer.body)) << "it is another's";
-    std::visit(Look{open->second, machine, disk_}, answer.body);
+    Open& request = open->second;
+    if (!std::holds_alternative<Failure>(answer.body)) {
+        EXPECT_FALSE(request.isForeign) << "it is another's";
+        EXPECT_TRUE(!request.wasAsked || request.causes.count(Cause::replaced)) << "no word on the replacement";
+    }
+    std::visit(Look{request, machine, disk_}, answer.body);
     const bool isLast =
         !std::holds_alternative<NeedsApproval>(answer.body) && !std::holds_alternative<ReplacementAsked>(answer.body);
     if (isLast) open_.erase(open);
 }
 
-// Consent -------------------------------------------------------------------------------------------------------------
+// Copies and requests -------------------------------------------------------------------------------------------------
 
-void Consent::given(const std::string& identifier) {
+namespace {
+
+/// But for those on their way out, there is one copy of an extension in each place, and a request prepares what is
+/// prepared.
+void lookAtPlaces(const Machine& machine) {
+    std::map<std::pair<std::string, std::string_view>, int> counted;
+    for (const auto& [number, copy] : machine.state().copies) {
+        EXPECT_EQ(number, copy.number);
+        const std::string_view place = isActivated(copy.state) ? "activated" : describe(copy.state).condition;
+        const int count = ++counted[std::pair{copy.extension.identifier, place}];
+        EXPECT_TRUE(count == 1 || describe(copy.state).isUninstalling) << copy.extension.identifier << " " << place;
+    }
+    for (const auto& [number, request] : machine.requests())
+        if (request.copy != 0) counted.erase({request.identifier, "preparing"});
+    for (const auto& [what, count] : counted)
+        EXPECT_NE(what.second, "preparing") << "no request prepares a copy of " << what.first;
+}
+
+void lookAtWaitingRequests(const Machine& machine) {
+    for (const auto& [number, request] : machine.requests()) {
+        if (request.stage != Stage::user) continue;
+        const auto copy = machine.state().copies.find(request.copy);
+        ASSERT_NE(copy, machine.state().copies.end());
+        EXPECT_EQ(copy->second.state, CopyState::waitingForUser);
+    }
+}
+
+} // namespace
+
+void Watch::approved(const std::string& identifier) {
     approved_.insert(identifier);
     justApproved_ = identifier;
 }
 
-void Consent::look(const Machine& machine) {
-    std::map<std::int64_t, CopyState> now;
+void Watch::look(const Machine& machine) {
+    lookAtPlaces(machine);
+    lookAtWaitingRequests(machine);
     std::set<std::string> lasting;
     for (const auto& [number, copy] : machine.state().copies) {
         const std::string& identifier = copy.extension.identifier;
-        now.emplace(number, copy.state);
         if (isActivated(copy.state) && approved_.count(identifier) != 0) lasting.insert(identifier);
-        if (copy.state == CopyState::enabled) lookAt(copy, machine.state().settings);
+        if (copy.state == CopyState::enabled) lookAtEnabled(copy, machine.state().settings);
     }
-    before_ = std::move(now);
+    before_ = machine.state().copies;
     approved_ = std::move(lasting);
     justApproved_.clear();
 }
 
 /// What was enabled before runs on, whatever is allowed by now.
-void Consent::lookAt(const Copy& copy, const Settings& settings) const {
+void Watch::lookAtEnabled(const Copy& copy, const Settings& settings) const {
     const auto before = before_.find(copy.number);
-    if (before != before_.end() && before->second == CopyState::enabled) return;
-    const Extension& extension = copy.extension;
-    EXPECT_FALSE(settings.profile.forbids(extension.team, extension.identifier))
-        << extension.identifier << " is enabled, and the profile forbids it";
-    const bool isSwitchedOn = before != before_.end() && before->second == CopyState::disabled;
-    EXPECT_TRUE(isSwitchedOn || covers(copy, settings)) << extension.identifier << " is enabled, and nobody allowed it";
-}
-
-bool Consent::covers(const Copy& copy, const Settings& settings) const {
-    const Extension& extension = copy.extension;
-    if (settings.profile.allows(extension.team, extension.identifier)) return true;
+    if (before != before_.end() && before->second.state == CopyState::enabled) return;
+    const auto& [team, identifier] = std::tie(copy.extension.team, copy.extension.identifier);
+    EXPECT_FALSE(settings.profile.forbids(team, identifier)) << identifier << ": the profile forbids it";
     const bool asksAgain = settings.valueOf(Switch::upgrade) == "asked";
-    return asksAgain ? justApproved_ == extension.identifier : approved_.count(extension.identifier) != 0;
+    const bool isApproved = asksAgain ? justApproved_ == identifier : approved_.count(identifier) != 0;
+    const bool isSwitchedOn = before != before_.end() && before->second.state == CopyState::disabled;
+    EXPECT_TRUE(isSwitchedOn || isApproved || settings.profile.allows(team, identifier))
+        << identifier << " is enabled, and nobody allowed it";
 }
 
 } // namespace simulator

@@ -35,9 +35,7 @@ public:
 
 private:
     struct Open {
-        RequestKind kind = RequestKind::properties;
-        std::string identifier;
-        std::string application;
+        Submission asked;
         /// It changes an extension, which was not its application's to change when it asked.
         bool isForeign = false;
         std::optional<Fault> fault;
@@ -45,38 +43,34 @@ private:
         bool wasAsked = false;
         bool neededApproval = false;
     };
-    using Name = std::pair<std::string, std::string>;
-
-    /// Of what is open for an extension, a later request ends the earlier, or the other way round; whose client has
-    /// left is in the way still.
-    void contend(Open& later, const Machine& machine);
 
     /// Looks at one kind of answer.
     struct Look;
 
     const Disk& disk_;
-    std::map<Name, Open> open_;
+    /// By client and token.
+    std::map<std::pair<std::string, std::string>, Open> open_;
     std::size_t answers_ = 0;
 };
 
-/// Keeps a record of its own of what the user has approved, and finds fault with each copy that becomes enabled without
-/// the user or a management profile, or against a profile.
-class Consent {
+/// Looks at the copies and requests of a machine after each thing that happens to it. Keeps a record of its own of what
+/// the user has approved, and finds fault with each copy that becomes enabled without the user or a management profile,
+/// or against a profile.
+class Watch {
 public:
     /// The user has just approved the extension, or a copy was put there as if he had.
-    void given(const std::string& identifier);
-    /// Fails the test if something is out of place. To be called after each thing that happens to the machine.
+    void approved(const std::string& identifier);
+    /// Fails the test if something is out of place.
     void look(const Machine& machine);
 
 private:
-    void lookAt(const Copy& copy, const Settings& settings) const;
-    bool covers(const Copy& copy, const Settings& settings) const;
+    void lookAtEnabled(const Copy& copy, const Settings& settings) const;
 
     /// An approval lasts as long as there is an activated copy: a removal withdraws it.
     std::set<std::string> approved_;
     std::string justApproved_;
-    /// The states of the copies when they were last looked at.
-    std::map<std::int64_t, CopyState> before_;
+    /// The copies when they were last looked at.
+    std::map<std::int64_t, Copy> before_;
 };
 
 } // namespace simulator
