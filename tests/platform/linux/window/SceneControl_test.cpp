@@ -261,14 +261,6 @@ TEST_F(AMenu, OpensBySpaceByReturnAndByDownWithTheFirstItemChosen) {
     }
 }
 
-TEST_F(AMenu, RunsTheChosenItemOnReturn) {
-    openByKey();
-    key(Qt::Key_Down);
-    key(Qt::Key_Return);
-    EXPECT_EQ(removed_, 1);
-    EXPECT_EQ(openMenu(), nullptr);
-}
-
 TEST_F(AMenu, GivesFocusBackWhenItCloses) {
     openByKey();
     key(Qt::Key_Down);

@@ -6,8 +6,6 @@
 #include <QFontInfo>
 #include <QFontMetricsF>
 
-#include <cmath>
-
 namespace platform {
 namespace {
 
@@ -63,19 +61,6 @@ TEST_F(APainting, DrawsABorderOfWholePixels) {
         EXPECT_EQ(inked(image), QRect(pixels(10), pixels(10), pixels(40), pixels(20))) << scale;
         EXPECT_EQ(image.pixelColor(pixels(12) - 1, pixels(20)), QColor(Qt::black)) << scale;
         EXPECT_EQ(image.pixelColor(pixels(12), pixels(20)), QColor(Qt::white)) << scale;
-    }
-}
-
-TEST_F(APainting, DrawsARingOfWholePixelsAcross) {
-    for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
-        const QImage image = paint({{ui::Stroke{{12, 2.25, 36, 36}, ShapeKind::circle, Color::black, 2}}}, scale);
-        const auto pixels = [&](const int points) { return static_cast<int>(points * scale); };
-        const QRect ring = inked(image);
-        EXPECT_EQ(ring.width(), pixels(38)) << scale;
-        EXPECT_EQ(ring.height(), pixels(38)) << scale;
-        const int y = ring.center().y();
-        EXPECT_EQ(image.pixelColor(pixels(30), y), QColor(Qt::white)) << "transparent inside at " << scale;
-        EXPECT_LT(image.pixelColor(pixels(12), y).lightness(), 40) << scale;
     }
 }
 
