@@ -102,12 +102,6 @@ expect needs approval to second
 expect found 2.1/2105 waiting to third
 advance 1s
 expect found 2.1/2105 waiting to first)"},
-    {"ACopyThatIsPreparedIsNotFound", R"(
-install CAMERA 2.0 2004
-activate CAMERA answering later
-expect asked to replace 2.0/2004 by 2.1/2105
-properties CAMERA called second
-expect found 2.0/2004 enabled)"},
 };
 
 const Rule rulesOfRemoval[]{
@@ -246,14 +240,6 @@ update "Driver Manager" to 2.2/2206
 activate CAMERA
 expect asked to replace 2.1/2105 by 2.2/2206
 expect needs approval)"},
-    {"WhatTheProfileForbidsWaitsOn", R"(
-activate CAMERA
-expect needs approval
-profile forbid-the-rest.mobileconfig
-expect nothing
-profile --remove
-allow CAMERA
-expect finished 0)"},
     {"WhatTheProfileForbidsIsFoundWhenTheQuestionIsAnswered", R"(
 install CAMERA 2.0 2004
 activate CAMERA answering later

@@ -7,6 +7,7 @@
 
 namespace simulator::player {
 
+/// Puts one word in the place of another, wherever that stands.
 inline void replaceEach(std::string& text, const std::string& word, const std::string& by) {
     for (auto at = text.find(word); at != std::string::npos; at = text.find(word, at + by.size()))
         text.replace(at, word.size(), by);

@@ -32,6 +32,7 @@ inline const Outcome silence{0, "", ""};
 /// A program under test. Its process is killed when this goes.
 class Program {
 public:
+    /// Returns once it runs. Throws where it cannot be started.
     Program(const QString& path, const QStringList& arguments, const QProcessEnvironment& environment);
     ~Program();
     Program(const Program&) = delete;
@@ -51,6 +52,7 @@ public:
     /// All of it, from the beginning.
     const QByteArray& output();
     const QByteArray& errors();
+    /// To its standard input; does not wait until it was read.
     void write(const QByteArray& text) { process_.write(text); }
 
 private:

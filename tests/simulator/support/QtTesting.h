@@ -27,6 +27,7 @@ private:
 };
 
 /// The application of a test that needs an event loop and no window. A warning of Qt fails the test.
+/// There may be one at a time, before anything of Qt's that needs events.
 class TestApplication {
 private:
     int argc_ = 1;

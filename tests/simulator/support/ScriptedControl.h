@@ -37,8 +37,10 @@ public:
 
     /// The words of each thing that was to be done, with one blank between them.
     const QStringList& deeds() const { return deeds_; }
+    /// How often a method was called, or a verb said.
     int timesAsked(const QString& what) const { return asked_.value(what); }
 
+    /// What ListIdentifiers answers.
     QStringList identifiers;
 
 public slots:

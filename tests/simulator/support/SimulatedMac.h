@@ -66,14 +66,17 @@ class SimulatedMac {
 public:
     SimulatedMac();
 
+    /// A new connection; another client of the service.
     QDBusConnection connect() { return bus_->connect(); }
     const QDBusConnection& connection() const { return connection_; }
     Control& control() { return *control_; }
     ::tests::PrivateBus& bus() { return *bus_; }
     QProcessEnvironment environment() const;
 
+    /// Where all of it lies; the state folder of the service, too.
     QString folder() const { return folder_.path(); }
     QString applications() const { return folder_.filePath("Applications"); }
+    /// Of the service, as it lies in that folder.
     QString storeFile() const { return folder_.filePath("kelvra-simulator/store.sqlite"); }
 
     /// Of the application in the Applications folder.
@@ -97,6 +100,7 @@ public:
     Outcome sysextctl(const QStringList& words) const { return started(words).outcome(); }
     Outcome sysextctl(const QString& line) const { return sysextctl(line.split(u' ')); }
 
+    /// There must be one.
     uint processOfService() const;
     void signalService(int signal) const;
     /// Handles events until nobody has the service's name.

@@ -1,6 +1,6 @@
-// What applications ask and hear, each a process of its own.
+// What applications hear and who they are, each a process of its own. The roads that their requests take are played by
+// the scenarios on the bus.
 
-#include "simulator/player/PrivateBus.h"
 #include "tests/simulator/support/SimulatedMac.h"
 
 #include <QDir>
@@ -18,24 +18,6 @@ class AnApplication : public OnASimulatedMac {
 protected:
     std::unique_ptr<Application> application = mac.application();
 };
-
-TEST_F(AnApplication, IsTakenThroughApprovalToItsEnd) {
-    application->submit("a", "activation", camera);
-    ASSERT_TRUE(application->hears("a needs approval"));
-    EXPECT_EQ(mac.does({"allow", camera}), "");
-    ASSERT_TRUE(application->hears("a finished 0"));
-    EXPECT_THAT(mac.copies(camera), ElementsAre("2105 enabled"));
-}
-
-TEST_F(AnApplication, IsAskedForReplacementAndAnswers) {
-    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 2.0 2004"), "");
-    application->submit("a", "activation", camera);
-    ASSERT_TRUE(application->hears("a asked to replace 2.0/2004 by 2.1/2105"));
-    application->answer("a", "replace");
-    ASSERT_TRUE(application->hears("a finished 0"));
-    application->submit("b", "properties", camera);
-    EXPECT_TRUE(application->hears("b found 2.0/2004 uninstalling, 2.1/2105 enabled"));
-}
 
 TEST_F(AnApplication, HearsWhatItAskedAndNothingElse) {
     const auto other = mac.application();
@@ -75,25 +57,6 @@ TEST_F(AnApplication, ThatLiesInNoBundleOwnsNoExtension) {
     stray->submit("b", "deactivation", camera);
     EXPECT_TRUE(stray->hears("b failed 4 \"The extension was not found in the application.\""));
     EXPECT_THAT(mac.copies(camera), ElementsAre("2105 enabled"));
-}
-
-TEST_F(AnApplication, ThatIsAnotherOwnsNoExtensionOfTheSameName) {
-    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 2.1 2105"), "");
-    const auto other = mac.applicationAt(mac.putApplication("Other", "com.example.other"));
-    other->submit("a", "activation", camera);
-    EXPECT_TRUE(other->hears("a failed 4 \"The extension belongs to another application.\""));
-}
-
-/// Its files are looked at, not what the service knew of them.
-TEST_F(AnApplication, MustBeAsItWasSealed) {
-    const QString file = mac.applications() + "/Driver Manager.app/Contents/Library/SystemExtensions/" + camera +
-                         ".systemextension/Contents/MacOS/added";
-    player::writeFile(file, "new");
-    application->submit("a", "activation", camera);
-    EXPECT_TRUE(application->hears("a failed 8 \"The extension's files do not match its seal.\""));
-    ASSERT_TRUE(QFile::remove(file));
-    application->submit("b", "activation", camera);
-    EXPECT_TRUE(application->hears("b needs approval"));
 }
 
 TEST_F(AnApplication, IsFoundWhereItWasMovedWhileItRuns) {
