@@ -127,13 +127,6 @@ TEST_F(ABundle, SaysThatItsPropertyListIsNoDictionary) {
     }
 }
 
-TEST_F(ABundle, IsFoundAroundItsExecutable) {
-    writeXml("<dict/>");
-    const auto read = readBundleOfExecutable(bundle / "Contents" / "MacOS" / "Driver Manager");
-    EXPECT_EQ(read.infoFile(), infoFile.string());
-    EXPECT_NE(read.infoDictionary(), nullptr);
-}
-
 TEST_F(ABundle, IsNotMadeOfJustAnyFolderAroundAnExecutable) {
     writeXml("<dict/>");
     for (const auto& executable :

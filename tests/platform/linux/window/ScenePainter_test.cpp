@@ -175,6 +175,10 @@ TEST_F(TheMetrics, LetUpgradeFitItsButton) {
     EXPECT_GT(width("Upgrade", ui::Font::body), width("Activate", ui::Font::body));
 }
 
+TEST_F(TheMetrics, LetAButtonBeThirtyHighWithSevenAboveAndBelowItsTitle) {
+    EXPECT_NEAR(metrics_.textSize("Activate", ui::Font::body).height, 16, 0.5);
+}
+
 TEST_F(TheMetrics, LetTheApprovalSentenceFitTheBanner) {
     const double room = 450 - 44 - 16 - 8;
     EXPECT_LT(width("Open Privacy & Security in System Settings to allow the extensions.", ui::Font::callout),
