@@ -30,6 +30,7 @@ public:
     /// contrast off.
     std::vector<std::string> differences(const Seen& seen) const;
 
+    /// What has to be seen of one pixel.
     struct Pixel {
         Channels color;
         /// How far a channel may be off.

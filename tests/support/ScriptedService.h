@@ -25,9 +25,12 @@ struct CopyOnTheBus {
 /// whatever arguments it is given.
 class ScriptedService final : public QDBusVirtualObject {
 public:
+    /// One that owns nothing is a stranger, whom no client has to believe.
     enum class Owns { theName, nothing };
+    /// What becomes of a call: an empty reply, an error, or none until take().
     enum class Calls { areTaken, areRefused, areLeftOpen };
 
+    /// On a connection of its own; throws std::runtime_error where there is no bus or the name is taken.
     explicit ScriptedService(const QString& busAddress, Owns owns = Owns::theName);
     ScriptedService(const ScriptedService&) = delete;
     ScriptedService& operator=(const ScriptedService&) = delete;
