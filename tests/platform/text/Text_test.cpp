@@ -1,6 +1,8 @@
 #include "platform/Text.h"
 
+#include <ostream>
 #include <string>
+#include <string_view>
 
 // One set of guarantees for every system's knowledge of text; each system's services are linked in turn.
 
@@ -40,72 +42,51 @@ TEST(ATrimmedText, IsEmptyWithoutAnAlphanumeric) {
         EXPECT_EQ(trimmedToAlphanumerics(text), "");
 }
 
-TEST(ACharacterCount, IsZeroForNoText) {
-    EXPECT_EQ(characterCount({}), 0U);
+struct Counted {
+    const char* what;
+    std::string_view text;
+    std::size_t characters;
+};
+
+void PrintTo(const Counted& counted, std::ostream* out) {
+    *out << counted.what;
 }
 
-TEST(ACharacterCount, CountsPlainLetters) {
-    EXPECT_EQ(characterCount("B6B77E"), 6U);
+constexpr Counted counted[]{
+    {"NoText", {}, 0},
+    {"PlainLetters", "B6B77E", 6},
+    {"ALetterWithItsMark", "e\u0301", 1},
+    {"OneOfSeveralLettersWithItsMarks", "abcde\u0301\u0323", 5},
+    {"AMarkOfAnotherScriptAfterADigit", "123\u094D", 3},
+    {"AFamilyOfEmoji", "\U0001F468\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466", 1},
+    {"AnEmojiWithItsSkinTone", "\U0001F44D\U0001F3FD", 1},
+    {"TwoFlags", "\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7", 2},
+    {"AFlagOfTags", "\U0001F3F4\U000E0067\U000E0062\U000E0073\U000E0063\U000E0074\U000E007F", 1},
+    {"AHangulSyllableOfJamo", "\u1112\u1161\u11AB", 1},
+    {"ALineBreakOfTwo", "\r\n", 1},
+    {"LineBreaksOfEachKind", "\n\r\r\n\r\n", 4},
+    {"ALineBreakAfterAnotherScript", "\u00E9\r\n", 2},
+    {"AZeroByte", {"a\0b", 3}, 3},
+    {"AZeroByteAfterAnotherScript", {"\u00E9\0b", 4}, 3},
+    {"BytesThatAreNoUtf8", "\xFF\xFE", 2},
+    {"AContinuationWithoutABeginning", "a\x80z", 3},
+    {"ABeginningWithoutAContinuation", "\xC3", 1},
+    {"AnOverlongSequence", "\xC0\xAF", 2},
+    {"ASurrogate", "\xED\xA0\x80", 3},
+    {"ASequenceThatEndsTooEarly", "\xE2\x82z", 3},
+    {"ALongSequenceThatEndsTooEarly", "\xF0\x9F\x98", 3},
+};
+
+class ACharacterCount : public testing::TestWithParam<Counted> {};
+
+TEST_P(ACharacterCount, IsWhatAPersonSees) {
+    EXPECT_EQ(characterCount(GetParam().text), GetParam().characters);
 }
 
-TEST(ACharacterCount, CountsALetterWithItsMarksOnce) {
-    EXPECT_EQ(characterCount("e\u0301"), 1U);
-    EXPECT_EQ(characterCount("abcde\u0301\u0323"), 5U);
-}
+INSTANTIATE_TEST_SUITE_P(Of, ACharacterCount, testing::ValuesIn(counted),
+                         [](const auto& test) { return std::string{test.param.what}; });
 
-TEST(ACharacterCount, CountsAMarkOfAnotherScriptWithTheDigitBeforeIt) {
-    EXPECT_EQ(characterCount("123\u094D"), 3U);
-}
-
-TEST(ACharacterCount, CountsAFamilyOfEmojiOnce) {
-    EXPECT_EQ(characterCount("\U0001F468\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466"), 1U);
-}
-
-TEST(ACharacterCount, CountsAnEmojiWithItsSkinToneOnce) {
-    EXPECT_EQ(characterCount("\U0001F44D\U0001F3FD"), 1U);
-}
-
-TEST(ACharacterCount, CountsEachFlagOnce) {
-    EXPECT_EQ(characterCount("\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7"), 2U);
-}
-
-TEST(ACharacterCount, CountsAFlagOfTagsOnce) {
-    EXPECT_EQ(characterCount("\U0001F3F4\U000E0067\U000E0062\U000E0073\U000E0063\U000E0074\U000E007F"), 1U);
-}
-
-TEST(ACharacterCount, CountsAHangulSyllableOfJamoOnce) {
-    EXPECT_EQ(characterCount("\u1112\u1161\u11AB"), 1U);
-}
-
-TEST(ACharacterCount, CountsALineBreakOfTwoOnce) {
-    EXPECT_EQ(characterCount("\r\n"), 1U);
-    EXPECT_EQ(characterCount("\n\r\r\n\r\n"), 4U);
-    EXPECT_EQ(characterCount("\u00E9\r\n"), 2U);
-}
-
-TEST(ACharacterCount, GoesOnAfterAZeroByte) {
-    using namespace std::string_view_literals;
-    EXPECT_EQ(characterCount("a\0b"sv), 3U);
-    EXPECT_EQ(characterCount("\u00E9\0b"sv), 3U);
-}
-
-TEST(ACharacterCount, CountsEachByteThatIsNoUtf8) {
-    EXPECT_EQ(characterCount("\xFF\xFE"), 2U);
-    EXPECT_EQ(characterCount("a\x80z"), 3U);
-    EXPECT_EQ(characterCount("\xC3"), 1U);
-    EXPECT_EQ(characterCount("\xC0\xAF"), 2U);
-}
-
-TEST(ACharacterCount, CountsASurrogateAsTheBytesThatItIsMadeOf) {
-    EXPECT_EQ(characterCount("\xED\xA0\x80"), 3U);
-}
-
-TEST(ACharacterCount, CountsEachByteOfASequenceThatEndsTooEarly) {
-    EXPECT_EQ(characterCount("\xE2\x82z"), 3U);
-    EXPECT_EQ(characterCount("\xF0\x9F\x98"), 3U);
-}
-
-TEST(ACharacterCount, HoldsForAMegabyte) {
+TEST(ALongText, IsCountedWhole) {
     EXPECT_EQ(characterCount(std::string(1'000'000, '7')), 1'000'000U);
 }
 
