@@ -2,7 +2,9 @@
 #include "tests/model/ModelTest.h"
 
 #include <csignal>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <utility>
 
@@ -50,15 +52,6 @@ TEST_F(TheReplacementQuestion, LogsHowBothBuildsDescribeThemselvesTheInstalledOn
                                            "<com.kelvra.ip-camera.cmio 2.1/2105>"));
 }
 
-TEST_F(TheReplacementQuestion, MovesEveryStateAsAnActivationDoes) {
-    for (const auto each : allStates) {
-        ask();
-        setState(each);
-        deliver();
-        EXPECT_EQ(state(), next(each, LoadingTrigger::activate)) << nameOf(each);
-    }
-}
-
 TEST_F(TheReplacementQuestion, ChangesNoRecordAndAsksForNoProperties) {
     ask();
     deliver();
@@ -73,16 +66,6 @@ TEST_F(TheApprovalNotice, IsLogged) {
     deliver();
     EXPECT_THAT(loggedLines(),
                 ElementsAre("Sysex identifier com.kelvra.ip-camera.cmio", "Sysex request needs user approval."));
-}
-
-TEST_F(TheApprovalNotice, MovesEveryStateAsTheTransitionsSay) {
-    for (const auto each : allStates) {
-        model->activateExt(camera);
-        service().needsApproval(service().latest(Kind::activation, camera));
-        setState(each);
-        deliver();
-        EXPECT_EQ(state(), next(each, LoadingTrigger::needsApproval)) << nameOf(each);
-    }
 }
 
 TEST_F(TheApprovalNotice, AsksForThePropertiesOfAllExtensions) {
@@ -105,36 +88,6 @@ TEST_F(TheFinishNotice, IsLoggedWithItsResult) {
     finish(Result{-3});
     EXPECT_THAT(loggedLines(), ElementsAre(testing::_, "Sysex request finished: 0", testing::_,
                                            "Sysex request finished: 1", testing::_, "Sysex request finished: -3"));
-}
-
-TEST_F(TheFinishNotice, MovesEveryStateOnCompletion) {
-    for (const auto each : allStates) {
-        model->activateExt(camera);
-        service().finish(service().latest(Kind::activation, camera), Result::completed);
-        setState(each);
-        deliver();
-        EXPECT_EQ(state(), next(each, LoadingTrigger::completed)) << nameOf(each);
-    }
-}
-
-TEST_F(TheFinishNotice, MovesEveryStateOnCompletionAfterReboot) {
-    for (const auto each : allStates) {
-        model->activateExt(camera);
-        service().finish(service().latest(Kind::activation, camera), Result::willCompleteAfterReboot);
-        setState(each);
-        deliver();
-        EXPECT_EQ(state(), next(each, LoadingTrigger::afterReboot)) << nameOf(each);
-    }
-}
-
-TEST_F(TheFinishNotice, MovesEveryStateAsAFailureOnAnUnknownResult) {
-    for (const auto each : allStates) {
-        model->activateExt(camera);
-        service().finish(service().latest(Kind::activation, camera), Result{2});
-        setState(each);
-        deliver();
-        EXPECT_EQ(state(), next(each, LoadingTrigger::failed)) << nameOf(each);
-    }
 }
 
 TEST_F(TheFinishNotice, OfTheNetworkDriverAfterRebootMarksTheCameraAloneAndAsksForProperties) {
@@ -232,16 +185,6 @@ TEST_F(TheFailureNotice, NeverReadsADescriptionAsAFormat) {
     EXPECT_EQ(loggedLines().back(), "Sysex request failed: %d %@ (Extension not found.)");
 }
 
-TEST_F(TheFailureNotice, MovesEveryStateAsTheTransitionsSay) {
-    for (const auto each : allStates) {
-        model->activateExt(camera);
-        service().fail(service().latest(Kind::activation, camera), 8, "");
-        setState(each);
-        deliver();
-        EXPECT_EQ(state(), next(each, LoadingTrigger::failed)) << nameOf(each);
-    }
-}
-
 TEST_F(TheFailureNotice, AsksForNoPropertiesAndKeepsTheRecords) {
     answer({enabledCopy(network, "2.1", "2105")});
     const auto before = texts();
@@ -272,6 +215,29 @@ TEST_F(TheFailureNotice, OfAnotherDomainChangesNothingAtAll) {
         EXPECT_EQ(state(), State::activating) << domain;
         EXPECT_EQ(texts(), initialTexts()) << domain;
         EXPECT_EQ(service().submissions().size(), 1U) << domain;
+    }
+}
+
+TEST_F(TheOutcomes, MoveEveryStateAsTheTransitionsSay) {
+    using Outcome = std::function<void(std::size_t request)>;
+    const std::vector<std::pair<LoadingTrigger, Outcome>> outcomes{
+        {LoadingTrigger::activate,
+         [&](auto request) { service().askReplacement(request, copyOf(camera, "1", "1"), copyOf(camera, "2", "2")); }},
+        {LoadingTrigger::needsApproval, [&](auto request) { service().needsApproval(request); }},
+        {LoadingTrigger::completed, [&](auto request) { service().finish(request, Result::completed); }},
+        {LoadingTrigger::afterReboot,
+         [&](auto request) { service().finish(request, Result::willCompleteAfterReboot); }},
+        {LoadingTrigger::failed, [&](auto request) { service().finish(request, Result{2}); }},
+        {LoadingTrigger::failed, [&](auto request) { service().fail(request, 8, ""); }},
+    };
+    for (const auto& [trigger, outcome] : outcomes) {
+        for (const auto each : allStates) {
+            model->activateExt(camera);
+            outcome(service().latest(Kind::activation, camera));
+            setState(each);
+            deliver();
+            EXPECT_EQ(state(), next(each, trigger)) << nameOf(each);
+        }
     }
 }
 
