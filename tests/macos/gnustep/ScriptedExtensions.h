@@ -30,8 +30,6 @@ public:
 
     /// What was answered to each question about a replacement.
     const std::vector<long>& replacementAnswers() const { return replacementAnswers_; }
-    /// The answers that nobody was there for: the request had gone, or it had no delegate.
-    std::size_t unheard() const { return unheard_; }
     /// How many requests are alive.
     std::size_t alive() const { return alive_.size(); }
 
@@ -48,7 +46,6 @@ private:
     std::vector<std::string> submissions_;
     std::map<std::size_t, Object> alive_;
     std::vector<long> replacementAnswers_;
-    std::size_t unheard_ = 0;
 };
 
 /// Objects for the service to hand over, autoreleased. A text that is null is nil.

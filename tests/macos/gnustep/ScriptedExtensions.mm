@@ -12,8 +12,7 @@ using standin::ScriptedExtensions;
 
 @interface StandInRequest : OSSystemExtensionRequest {
 @public
-    NSString* kind_;
-    NSString* identifier_;
+    std::string submission_;
     // Not kept, nor cleared when it goes: a test sees who frees it early.
     id<OSSystemExtensionRequestDelegate> delegate_;
 }
@@ -21,16 +20,14 @@ using standin::ScriptedExtensions;
 
 @implementation StandInRequest
 
-+ (instancetype)requestOfKind:(NSString*)kind extension:(NSString*)identifier {
++ (instancetype)requestOfKind:(const char*)kind extension:(NSString*)identifier {
     StandInRequest* const request = [[[self alloc] init] autorelease];
-    request->kind_ = kind;
-    request->identifier_ = [identifier copy];
+    request->submission_ = std::string{kind} + ' ' + [identifier UTF8String];
     return request;
 }
 
 - (void)dealloc {
     ScriptedExtensions::shared().gone(self);
-    [identifier_ release];
     [super dealloc];
 }
 
@@ -49,15 +46,15 @@ using standin::ScriptedExtensions;
 @dynamic delegate;
 
 + (instancetype)activationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
-    return [StandInRequest requestOfKind:@"activation" extension:identifier];
+    return [StandInRequest requestOfKind:"activation" extension:identifier];
 }
 
 + (instancetype)deactivationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
-    return [StandInRequest requestOfKind:@"deactivation" extension:identifier];
+    return [StandInRequest requestOfKind:"deactivation" extension:identifier];
 }
 
 + (instancetype)propertiesRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue {
-    return [StandInRequest requestOfKind:@"properties" extension:identifier];
+    return [StandInRequest requestOfKind:"properties" extension:identifier];
 }
 
 @end
@@ -77,39 +74,28 @@ using standin::ScriptedExtensions;
     BOOL isAwaitingUserApproval_;
     BOOL isUninstalling_;
 }
+@property (readonly) NSString* bundleIdentifier;
+@property (readonly) NSString* bundleVersion;
+@property (readonly) NSString* bundleShortVersion;
+@property (readonly) BOOL isEnabled;
+@property (readonly) BOOL isAwaitingUserApproval;
+@property (readonly) BOOL isUninstalling;
 @end
 
 @implementation StandInProperties
+
+@synthesize bundleIdentifier = bundleIdentifier_;
+@synthesize bundleVersion = bundleVersion_;
+@synthesize bundleShortVersion = bundleShortVersion_;
+@synthesize isEnabled = isEnabled_;
+@synthesize isAwaitingUserApproval = isAwaitingUserApproval_;
+@synthesize isUninstalling = isUninstalling_;
 
 - (void)dealloc {
     [bundleIdentifier_ release];
     [bundleVersion_ release];
     [bundleShortVersion_ release];
     [super dealloc];
-}
-
-- (NSString*)bundleIdentifier {
-    return bundleIdentifier_;
-}
-
-- (NSString*)bundleVersion {
-    return bundleVersion_;
-}
-
-- (NSString*)bundleShortVersion {
-    return bundleShortVersion_;
-}
-
-- (BOOL)isEnabled {
-    return isEnabled_;
-}
-
-- (BOOL)isAwaitingUserApproval {
-    return isAwaitingUserApproval_;
-}
-
-- (BOOL)isUninstalling {
-    return isUninstalling_;
 }
 
 - (NSString*)description {
@@ -173,7 +159,7 @@ ScriptedExtensions& ScriptedExtensions::shared() {
 void ScriptedExtensions::submitted(const Object request) {
     StandInRequest* const native = static_cast<StandInRequest*>(request);
     alive_.emplace(submissions_.size(), request);
-    submissions_.emplace_back([[native->kind_ stringByAppendingFormat:@" %@", native->identifier_] UTF8String]);
+    submissions_.push_back(native->submission_);
 }
 
 void ScriptedExtensions::gone(const Object request) {
@@ -193,10 +179,7 @@ void ScriptedExtensions::answer(const std::size_t submission, Call call) {
     auto work = std::make_unique<Work>([this, submission, call = std::move(call)] {
         const auto found = alive_.find(submission);
         StandInRequest* const request = found == alive_.end() ? nil : static_cast<StandInRequest*>(found->second);
-        if (request && request->delegate_)
-            call(request, request->delegate_);
-        else
-            ++unheard_;
+        if (request && request->delegate_) call(request, request->delegate_);
     });
     dispatch_async_f(dispatch_get_main_queue(), work.release(), run);
 }
@@ -244,7 +227,6 @@ void ScriptedExtensions::forget() {
     submissions_.clear();
     alive_.clear();
     replacementAnswers_.clear();
-    unheard_ = 0;
 }
 
 Object makeProperties(const char* const identifier, const char* const shortVersion, const char* const version,
