@@ -68,25 +68,10 @@ protected:
     std::shared_ptr<Listener> listener = std::make_shared<Listener>("it", record);
 };
 
-TEST_F(TheExtensions, AreAskedByEachKindOfRequestWithItsIdentifier) {
-    submit(Kind::properties);
-    submit(Kind::activation);
-    submit(Kind::deactivation);
-    EXPECT_THAT(service.submissions(),
-                ElementsAre("properties com.kelvra.ip-camera.cmio", "activation com.kelvra.ip-camera.cmio",
-                            "deactivation com.kelvra.ip-camera.cmio"));
-}
-
 TEST_F(TheExtensions, AreAskedByAnIdentifierThatIsNoUtf8WithoutHarm) {
     OSSystemExtensionManager::sharedManager().submitRequest(
         OSSystemExtensionRequest::activationRequestForExtension("a\xFF", DispatchQueue::main()));
     EXPECT_THAT(service.submissions(), ElementsAre("activation a\uFFFD"));
-}
-
-TEST_F(TheExtensions, NeedApproval) {
-    submit(Kind::activation);
-    service.needsApproval(0);
-    EXPECT_THAT(heard(), ElementsAre("it needs approval"));
 }
 
 TEST_F(TheExtensions, FinishWithEachResultThereIsAndAnyOther) {
@@ -98,41 +83,9 @@ TEST_F(TheExtensions, FinishWithEachResultThereIsAndAnyOther) {
                                      "it finished 9223372036854775807"));
 }
 
-TEST_F(TheExtensions, FailWithEachCodeThereIsAndAnyOther) {
-    for (long code = -1; code <= 14; ++code) {
-        const Error error = errorIn(makeError(standin::serviceDomain(), code, "It did not work."));
-        EXPECT_EQ(error.domain, OSSystemExtensionErrorDomain);
-        EXPECT_EQ(error.code, code);
-        EXPECT_EQ(error.localizedDescription, "It did not work.");
-    }
-}
-
-TEST_F(TheExtensions, FailWithAnErrorOfAnotherDomain) {
-    const Error error = errorIn(makeError("NSPOSIXErrorDomain", 4, "Interrupted."));
-    EXPECT_EQ(error.domain, "NSPOSIXErrorDomain");
-    EXPECT_EQ(error.code, 4);
-    EXPECT_EQ(error.localizedDescription, "Interrupted.");
-}
-
 TEST_F(TheExtensions, FailWithNoErrorAsWithOneOfNoDomain) {
     EXPECT_EQ(errorIn(nullptr).domain, "");
     EXPECT_EQ(errorIn(makeNumber(4)).domain, "");
-}
-
-TEST_F(TheExtensions, AreFoundWithAllThatIsKnownOfThem) {
-    const auto copies = copiesIn(makeArray({makeProperties(camera, "2.0", "2004", true, false, true),
-                                            makeProperties(camera, "2.1", "2105", false, true, false)}));
-    ASSERT_EQ(copies.size(), 2U);
-    EXPECT_EQ(copies[0].bundleIdentifier, camera);
-    EXPECT_EQ(copies[0].bundleShortVersion, "2.0");
-    EXPECT_EQ(copies[0].bundleVersion, "2004");
-    EXPECT_TRUE(copies[0].isEnabled);
-    EXPECT_FALSE(copies[0].isAwaitingUserApproval);
-    EXPECT_TRUE(copies[0].isUninstalling);
-    EXPECT_EQ(copies[1].bundleVersion, "2105");
-    EXPECT_FALSE(copies[1].isEnabled);
-    EXPECT_TRUE(copies[1].isAwaitingUserApproval);
-    EXPECT_FALSE(copies[1].isUninstalling);
 }
 
 TEST_F(TheExtensions, AreFoundWithEmptyTextsWhereThereAreNone) {
@@ -166,18 +119,6 @@ TEST_F(TheExtensions, AreFoundAmongObjectsOfOtherClasses) {
     EXPECT_EQ(copies[1].bundleIdentifier, "other");
 }
 
-TEST_F(TheExtensions, AskAboutAReplacementAndTakeTheAnswer) {
-    submit(Kind::activation);
-    service.askReplacement(0, makeProperties(camera, "2.0", "2004"), makeProperties(camera, "2.1", "2105"));
-    EXPECT_THAT(heard(), ElementsAre("it is asked"));
-    EXPECT_EQ(record.existing.description, "<com.kelvra.ip-camera.cmio 2.0/2004>");
-    EXPECT_EQ(record.replacement.description, "<com.kelvra.ip-camera.cmio 2.1/2105>");
-    record.cancelling.insert("it");
-    service.askReplacement(0, makeProperties(camera, "2.0", "2004"), makeProperties(camera, "2.1", "2105"));
-    runMainQueue();
-    EXPECT_THAT(service.replacementAnswers(), ElementsAre(1, 0));
-}
-
 TEST_F(TheExtensions, AskAboutAReplacementOfNothingByANumber) {
     submit(Kind::activation);
     service.askReplacement(0, nullptr, makeNumber(7));
@@ -202,18 +143,6 @@ TEST_F(TheExtensions, SayNoMoreAfterTheLastCallback) {
     EXPECT_TRUE(request.expired());
     service.needsApproval(0);
     EXPECT_THAT(heard(), ElementsAre("it finished 0"));
-}
-
-TEST_F(TheExtensions, KeepARequestUntilItsLastCallbackReturned) {
-    const auto request = submit(Kind::activation);
-    service.needsApproval(0);
-    heard();
-    EXPECT_FALSE(request.expired());
-    EXPECT_EQ(service.alive(), 1U);
-    service.finish(0, 0);
-    heard();
-    EXPECT_TRUE(request.expired());
-    EXPECT_EQ(service.alive(), 0U);
 }
 
 TEST_F(TheExtensions, CancelAReplacementThatNobodyIsThereToBeAskedAbout) {

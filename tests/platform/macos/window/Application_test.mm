@@ -5,7 +5,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 
 namespace macos_tests {
@@ -13,12 +12,6 @@ namespace {
 
 class TheApplication : public WindowTest {
 protected:
-    static testing::AssertionResult comesToLog(Desk& desk, const std::string& line) {
-        const auto& lines = standin::loggedLines();
-        if (desk.until([&] { return std::count(lines.begin(), lines.end(), line) > 0; }))
-            return testing::AssertionSuccess();
-        return testing::AssertionFailure() << "the log has " << testing::PrintToString(lines);
-    }
     /// Three requests and their answers, by which a button of each card comes or goes.
     testing::AssertionResult askAndAnswer(Desk& desk, const bool isCamera) {
         @autoreleasepool {
@@ -54,32 +47,6 @@ TEST_F(TheApplication, LeadsFromAPressOfAButtonToAllSet) {
         EXPECT_FALSE(desk.shows("Await approval"));
         EXPECT_TRUE(desk.has("Camera Driver, enabled"));
         EXPECT_FALSE(desk.has("Activate Camera Driver"));
-    });
-}
-
-TEST_F(TheApplication, LogsAnErrorAndLetsTheUserTryAgain) {
-    run([this](Desk& desk) {
-        for (const long times : {1, 2}) {
-            desk.click("Activate Camera Driver");
-            ASSERT_TRUE(isSubmitted(desk, "activation " + camera, times));
-            const std::string error = "error " + std::to_string(times);
-            service_.fail(service_.latest("activation " + camera),
-                          standin::makeError(standin::serviceDomain(), 4, error.c_str()));
-            EXPECT_TRUE(comesToLog(desk, "Sysex request failed: " + error + " (Extension not found.)"));
-        }
-    });
-}
-
-TEST_F(TheApplication, ReplacesAnExtensionAndSaysWhichByWhich) {
-    run([this](Desk& desk) {
-        desk.click("Activate Camera Driver");
-        ASSERT_TRUE(isSubmitted(desk, "activation " + camera));
-        service_.askReplacement(service_.latest("activation " + camera),
-                                standin::makeProperties(camera.c_str(), "2.0", "2004"),
-                                standin::makeProperties(camera.c_str(), "2.1", "2105"));
-        ASSERT_TRUE(comesToLog(desk, "Sysex replacement request: <" + camera + " 2.0/2004> <" + camera + " 2.1/2105>"));
-        constexpr long replace = 1;
-        EXPECT_THAT(service_.replacementAnswers(), testing::ElementsAre(replace));
     });
 }
 
