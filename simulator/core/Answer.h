@@ -38,13 +38,10 @@ struct Failure {
     friend bool operator==(const Failure&, const Failure&) = default;
 };
 
-/// The description that an error of this code usually carries; a general one for an unknown code.
-std::string_view usualDescription(std::int64_t code);
-/// An error of the extensions' domain with its usual description.
-Failure failureWith(std::int64_t code);
+/// An error of the extensions' domain.
 Failure failureWith(std::int64_t code, std::string_view description);
-/// Of a request that fails because it came second, on a system that goes on with the first.
-Failure failureOfSecond();
+Failure extensionNotFound();
+Failure requestCanceled();
 
 /// A copy as its application hears of it.
 struct CopyRecord {
@@ -54,35 +51,25 @@ struct CopyRecord {
     bool isEnabled = false;
     bool isAwaitingUserApproval = false;
     bool isUninstalling = false;
-
-    friend bool operator==(const CopyRecord&, const CopyRecord&) = default;
 };
 
 struct ReplacementAsked {
     CopyRecord existing;
     CopyRecord replacement;
-
-    friend bool operator==(const ReplacementAsked&, const ReplacementAsked&) = default;
 };
 
-struct NeedsApproval {
-    friend bool operator==(const NeedsApproval&, const NeedsApproval&) = default;
-};
+struct NeedsApproval {};
 
 struct Finished {
     static constexpr std::int64_t completed = 0;
     static constexpr std::int64_t willCompleteAfterReboot = 1;
 
     std::int64_t result = completed;
-
-    friend bool operator==(const Finished&, const Finished&) = default;
 };
 
 struct FoundProperties {
     /// Oldest first.
     std::vector<CopyRecord> copies;
-
-    friend bool operator==(const FoundProperties&, const FoundProperties&) = default;
 };
 
 /// std::monostate: nothing is said.
@@ -93,8 +80,6 @@ struct Answer {
     std::string client;
     std::string token;
     AnswerBody body;
-
-    friend bool operator==(const Answer&, const Answer&) = default;
 };
 
 /// What it says, as a scenario's line does: "needs approval", "finished 0", "failed 8 "why"", "asked to

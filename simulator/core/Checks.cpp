@@ -17,16 +17,6 @@ bool startsWith(std::string_view text, std::string_view prefix) {
     return text.substr(0, prefix.size()) == prefix;
 }
 
-std::string_view stemOf(const ExtensionOnDisk& extension) {
-    const std::string_view name = extension.fileName;
-    const auto dot = name.rfind('.');
-    return dot == std::string_view::npos ? name : name.substr(0, dot);
-}
-
-std::string_view suffixOf(const ExtensionOnDisk& extension) {
-    return std::string_view{extension.fileName}.substr(stemOf(extension).size());
-}
-
 bool isNotCarried(const Subject& subject) {
     return subject.bundle == nullptr || subject.extension == nullptr;
 }
@@ -61,14 +51,15 @@ bool isShared(const Subject& subject) {
 }
 
 bool isMisnamed(const Subject& subject) {
-    return stemOf(*subject.extension) != subject.identifier || subject.extension->identifier != subject.identifier;
+    return stemOf(subject.extension->fileName) != subject.identifier ||
+           subject.extension->identifier != subject.identifier;
 }
 
 bool isOfNoKnownCategory(const Subject& subject) {
     const ExtensionOnDisk& extension = *subject.extension;
     if (!extension.category) return true;
     const bool isDriver = *extension.category == Category::driver;
-    return suffixOf(extension) != (isDriver ? ".dext" : ".systemextension");
+    return suffixOf(extension.fileName) != (isDriver ? ".dext" : ".systemextension");
 }
 
 bool isOfAnotherTeam(const Subject& subject) {
@@ -129,7 +120,7 @@ std::optional<Failure> firstFailed(const Checks& checks, const Subject& subject)
 const ExtensionOnDisk* findExtension(const BundleOnDisk& bundle, const std::string& identifier) {
     const ExtensionOnDisk* byIdentifier = nullptr;
     for (const ExtensionOnDisk& extension : bundle.extensions) {
-        if (stemOf(extension) == identifier) return &extension;
+        if (stemOf(extension.fileName) == identifier) return &extension;
         if (extension.identifier == identifier) byIdentifier = &extension;
     }
     return byIdentifier;

@@ -3,7 +3,7 @@
 #include "simulator/core/Answer.h"
 #include "simulator/core/Copy.h"
 #include "simulator/core/Disk.h"
-#include "simulator/core/Settings.h"
+#include "simulator/core/State.h"
 
 #include <optional>
 #include <string>

@@ -10,7 +10,7 @@
 
 namespace simulator {
 
-/// What kind of extension it is.
+/// What kind of extension it is, in the order of the table.
 enum class Category { camera, driver, endpointSecurity, network };
 
 struct CategoryRow {

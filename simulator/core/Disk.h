@@ -2,7 +2,7 @@
 
 #include "simulator/core/Copy.h"
 #include "simulator/core/Refusal.h"
-#include "simulator/core/Settings.h"
+#include "simulator/core/State.h"
 
 #include <optional>
 #include <set>
@@ -44,6 +44,16 @@ struct BundleOnDisk {
     bool mayInstallExtensions = false;
     std::vector<ExtensionOnDisk> extensions;
 };
+
+/// The name of an extension's folder without what follows its last dot.
+inline std::string stemOf(const std::string& fileName) {
+    return fileName.substr(0, fileName.rfind('.'));
+}
+
+/// What follows: ".dext", with the dot.
+inline std::string suffixOf(const std::string& fileName) {
+    return fileName.substr(stemOf(fileName).size());
+}
 
 /// The folder of an extension in a bundle.
 inline std::string pathOf(const BundleOnDisk& bundle, const ExtensionOnDisk& extension) {

@@ -60,7 +60,7 @@ Verdict Machine::deny(const std::string& identifier) {
     Request* const request = waitingFor(*copy);
     drop(copy->number);
     if (request && isDefault(Switch::denial))
-        end(*request, failureWith(code::requestCanceled));
+        end(*request, requestCanceled());
     else if (request)
         goOn(*request, Stage::silent);
     return done;
@@ -74,9 +74,10 @@ Verdict Machine::authorize(const std::string& identifier) {
 }
 
 Verdict Machine::refuse(const std::string& identifier) {
+    constexpr std::string_view refused = "An administrator did not authorise the request.";
     Request* const request = asked(identifier);
     if (!request) return nothingOf(identifier, "no administrator is asked");
-    end(*request, failureWith(isDefault(Switch::refusal) ? code::authorizationRequired : code::requestCanceled));
+    end(*request, isDefault(Switch::refusal) ? failureWith(code::authorizationRequired, refused) : requestCanceled());
     return done;
 }
 
@@ -129,7 +130,7 @@ void Machine::reset() {
     for (auto& [number, request] : requests_) {
         const bool isHeard = request.stage != Stage::silent && request.stage != Stage::ended;
         if (isHeard)
-            end(request, failureWith(code::requestCanceled));
+            end(request, requestCanceled());
         else
             end(request);
     }

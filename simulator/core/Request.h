@@ -14,24 +14,11 @@ namespace simulator {
 
 enum class RequestKind { activation, deactivation, properties };
 
-inline constexpr std::string_view nameOf(RequestKind kind) {
-    switch (kind) {
-    case RequestKind::activation:
-        return "activation";
-    case RequestKind::deactivation:
-        return "deactivation";
-    case RequestKind::properties:
-        return "properties";
-    }
-    return {};
-}
+/// As the bus calls them, in the order of the kinds.
+inline constexpr std::array<std::string_view, 3> requestKinds{"activation", "deactivation", "properties"};
 
-inline constexpr std::optional<RequestKind> requestKindNamed(std::string_view name) {
-    for (const RequestKind kind : {RequestKind::activation, RequestKind::deactivation, RequestKind::properties}) {
-        if (nameOf(kind) == name) return kind;
-    }
-    return std::nullopt;
-}
+std::string_view nameOf(RequestKind kind);
+std::optional<RequestKind> requestKindNamed(std::string_view name);
 
 /// Something that goes wrong with one request, ordered beforehand.
 struct Fault {
@@ -58,19 +45,17 @@ struct Fault {
 struct FaultRow {
     Fault::Kind kind;
     std::string_view name;
-    /// Which requests it can befall.
-    bool activation;
-    bool deactivation;
-    bool properties;
+    /// Which requests it can befall, in the order of their kinds.
+    std::array<bool, requestKinds.size()> befalls;
 };
 
 inline constexpr std::array faultKinds{
-    FaultRow{Fault::Kind::error, "error", true, true, true},
-    FaultRow{Fault::Kind::silent, "silent", true, true, true},
-    FaultRow{Fault::Kind::delay, "delay", true, true, true},
-    FaultRow{Fault::Kind::hollow, "hollow", true, true, false},
-    FaultRow{Fault::Kind::noprompt, "noprompt", true, false, false},
-    FaultRow{Fault::Kind::crash, "crash", true, true, true},
+    FaultRow{Fault::Kind::error, "error", {true, true, true}},
+    FaultRow{Fault::Kind::silent, "silent", {true, true, true}},
+    FaultRow{Fault::Kind::delay, "delay", {true, true, true}},
+    FaultRow{Fault::Kind::hollow, "hollow", {true, true, false}},
+    FaultRow{Fault::Kind::noprompt, "noprompt", {true, false, false}},
+    FaultRow{Fault::Kind::crash, "crash", {true, true, true}},
 };
 
 std::string_view nameOf(Fault::Kind kind);

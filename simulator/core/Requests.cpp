@@ -79,8 +79,9 @@ void Machine::end(Request& request, AnswerBody body) {
 
 /// A later request takes the place of the older ones, which fail with 12.
 void Machine::supersede(const std::string& identifier) {
+    constexpr std::string_view laterDescription = "A later request for the same extension took the place of this one.";
     while (Request* const older = pending(identifier))
-        end(*older, failureWith(code::requestSuperseded));
+        end(*older, failureWith(code::requestSuperseded, laterDescription));
 }
 
 // What an application does -------------------------------------------------------------------------------------------
@@ -144,7 +145,8 @@ void Machine::giveWay(Request& request) {
     if (isDefault(Switch::second))
         supersede(request.identifier);
     else
-        request.doomed = failureOfSecond();
+        request.doomed =
+            failureWith(code::requestSuperseded, "An earlier request for the same extension is still open.");
 }
 
 /// Replace: the new copy is staged. Cancel: failed 11.
@@ -157,7 +159,7 @@ Verdict Machine::answerReplacement(const std::string& client, const std::string&
         put(state_.copies.at(request->copy), CopyState::staging);
         goOn(*request, Stage::staging);
     } else {
-        end(*request, failureWith(code::requestCanceled));
+        end(*request, requestCanceled());
     }
     return done;
 }

@@ -157,7 +157,7 @@ void Machine::checkDeactivation(Request& request) {
     const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
     const Copy* const installed = replaceable(request.identifier);
     if (!subject.extension || !installed || request.isForeign || isOfAnotherOwner(request.identifier, *bundle))
-        return end(request, failureWith(code::extensionNotFound));
+        return end(request, extensionNotFound());
     if (!isDefault(Switch::authorization) ||
         state_.settings.profile.letsRemove(installed->extension.team, request.identifier))
         return remove(request);
@@ -174,8 +174,7 @@ void Machine::checkProperties(Request& request) {
     FoundProperties found;
     for (const Copy* const copy : all(request.identifier, isReported))
         found.copies.push_back(recordOf(*copy));
-    if (found.copies.empty() && !isDefault(Switch::properties))
-        return end(request, failureWith(code::extensionNotFound));
+    if (found.copies.empty() && !isDefault(Switch::properties)) return end(request, extensionNotFound());
     end(request, std::move(found));
 }
 

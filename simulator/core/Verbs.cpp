@@ -14,10 +14,6 @@ namespace {
 
 constexpr std::string_view anIdentifier = "an extension's identifier";
 
-Refusal invalid(std::string message) {
-    return {Refusal::Kind::invalidArgument, std::move(message)};
-}
-
 Outcome outcomeOf(Verdict verdict) {
     if (verdict) return *std::move(verdict);
     return std::string{};
@@ -155,9 +151,8 @@ std::string padded(std::string text, std::size_t width) {
     return text;
 }
 
-std::string detailsOfSwitch() {
-    std::string lines =
-        "Without VALUE it shows the switch, without NAME every switch; the first value is the default.\n";
+std::string listOfSwitches() {
+    std::string lines;
     for (const SwitchRow& row : switches) {
         const std::string values = std::string{row.byDefault} + " | " + std::string{row.otherwise};
         lines += "  " + padded(std::string{row.name}, 15) + padded(values, 20) + std::string{row.meaning} + "\n";
@@ -246,75 +241,6 @@ Deed fault(Words& words) {
 
 // The table ----------------------------------------------------------------------------------------------------------
 
-using Part = Verb::Part;
-
-std::vector<Verb> verbsOfThePerson() {
-    return {
-        {Part::person, "allow", "ID", "allows the extension that waits for approval",
-         R"(The copy of ID that waits is enabled, and the approval is on record for later versions. The application whose request
-waits for this is told that it finished, 0, or 1 if a restart completes it.
-)",
-         ofAnExtension<&Machine::allow>},
-        {Part::person, "deny", "ID", "denies the extension that waits for approval",
-         R"(The copy of ID that waits goes away. The application whose request waits for this is told that it failed with 11,
-cancelled; with "sysextctl switch denial silence" it is told nothing, ever.
-)",
-         ofAnExtension<&Machine::deny>},
-        {Part::person, "authorize", "ID", "answers the administrator's question about ID with yes",
-         R"(A removal asks for an administrator. With yes every copy of ID is taken away, and so is its approval; the application
-is told that its request finished, 0, or 1 if a restart completes it. "sysextctl switch authorization granted" says yes
-to every removal.
-)",
-         ofAnExtension<&Machine::authorize>},
-        {Part::person, "refuse", "ID", "answers the administrator's question about ID with no",
-         R"(Nothing is removed, and the application is told that its request failed with 13, authorisation required; with
-"sysextctl switch refusal 11" it is told 11, cancelled.
-)",
-         ofAnExtension<&Machine::refuse>},
-    };
-}
-
-std::vector<Verb> verbsOfTheSwitch() {
-    return {
-        {Part::person, "disable", "ID", "switches an enabled extension off",
-         R"(As the switch in System Settings does. The copy of ID is then "activated disabled": neither enabled nor waiting. No
-application is told; it learns of it when it asks for the properties.
-)",
-         ofAnExtension<&Machine::disable>},
-        {Part::person, "enable", "ID", "switches an extension on that was switched off",
-         R"(The copy of ID that was switched off is enabled without another approval. No application is told; it learns of it when
-it asks for the properties.
-)",
-         ofAnExtension<&Machine::enable>},
-    };
-}
-
-std::vector<Verb> verbsOfTheMachine() {
-    return {
-        {Part::machine, "restart", "", "restarts the simulated Mac, which ends every application",
-         R"(Copies that were uninstalling are gone, those that wait for approval go on waiting, and requests that were open are
-never answered. "./run" starts the application again.
-)",
-         ofTheMachine<&Machine::restart>},
-        {Part::machine, "reset", "", "takes away every copy, approval, request and fault; settings stay",
-         R"(An open request fails with 11, cancelled. The Applications folders, developer mode, the profile, the clock and the
-switches stay as they are.
-)",
-         ofTheMachine<&Machine::reset>},
-        {Part::machine, "install", "ID SHORT BUILD [STATE]", "puts a copy there without a request",
-         R"(STATE is enabled (the default; the approval is recorded), waiting, disabled or uninstalling.
-Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004
-)",
-         install, "ID SHORT BUILD [enabled|waiting|disabled|uninstalling]"},
-        {Part::machine, "uninstall", "TEAM ID", "removes an extension; TEAM - stands for any",
-         R"(TEAM is the ten characters that "list" shows. No application is told, no administrator is asked, and the approval is
-forgotten; the copies go with the next restart.
-Example: sysextctl uninstall KELVRA0001 com.kelvra.ip-camera.cmio
-)",
-         uninstall},
-    };
-}
-
 constexpr auto detailsOfApplications =
     R"(An application may activate extensions only from inside one of them. The extensions that have an ID are
 those of the applications there, and those that were ever on this Mac.
@@ -336,28 +262,86 @@ it, and say so. --remove takes the profile away; without an argument it is print
 Example: sysextctl profile simulator/scenarios/allow-team.mobileconfig
 )";
 
-std::vector<Verb> verbsOfItsRules() {
-    return {
-        {Part::machine, "applications", "[FOLDER...]", "sets the Applications folders, or shows them",
-         detailsOfApplications, applications, "FOLDER...", Verb::Names::folders},
-        {Part::machine, "developer", "[on|off]", "switches developer mode, or says whether it is on",
-         detailsOfDeveloper, developer, "on|off"},
-        {Part::machine, "profile", "[FILE | --remove]", "brings a management profile, takes it away, or prints it",
-         detailsOfProfile, profile, "FILE | --remove", Verb::Names::file, "--remove"},
-        {Part::machine, "advance", "TIME", "moves the simulated clock on and prints its reading in seconds",
-         "TIME is a number with ms, s, m, h or d; seconds if there is none.\n", advance},
-        {Part::machine, "switch", "[NAME [VALUE]]", "decides what no source settles about the real system",
-         detailsOfSwitch(), setSwitch, "NAME VALUE"},
-    };
-}
+constexpr std::string_view thePerson = "The person in front of the Mac";
+constexpr std::string_view theMachine = "The machine";
+constexpr std::string_view theFaults = "What goes wrong";
 
-std::vector<Verb> verbsOfFaults() {
-    return {
-        {Part::faults,
-         "fault",
-         "next KIND FAULT",
-         "orders a fault for the next request",
-         R"(KIND is activate, deactivate, properties or any. FAULT is one of
+constexpr Verb table[]{
+    {thePerson, "allow", "ID", "allows the extension that waits for approval",
+     R"(The copy of ID that waits is enabled, and the approval is on record for later versions. The application whose request
+waits for this is told that it finished, 0, or 1 if a restart completes it.
+)",
+     ofAnExtension<&Machine::allow>},
+    {thePerson, "deny", "ID", "denies the extension that waits for approval",
+     R"(The copy of ID that waits goes away. The application whose request waits for this is told that it failed with 11,
+cancelled; with "sysextctl switch denial silence" it is told nothing, ever.
+)",
+     ofAnExtension<&Machine::deny>},
+    {thePerson, "authorize", "ID", "answers the administrator's question about ID with yes",
+     R"(A removal asks for an administrator. With yes every copy of ID is taken away, and so is its approval; the application
+is told that its request finished, 0, or 1 if a restart completes it. "sysextctl switch authorization granted" says yes
+to every removal.
+)",
+     ofAnExtension<&Machine::authorize>},
+    {thePerson, "refuse", "ID", "answers the administrator's question about ID with no",
+     R"(Nothing is removed, and the application is told that its request failed with 13, authorisation required; with
+"sysextctl switch refusal 11" it is told 11, cancelled.
+)",
+     ofAnExtension<&Machine::refuse>},
+    {thePerson, "disable", "ID", "switches an enabled extension off",
+     R"(As the switch in System Settings does. The copy of ID is then "activated disabled": neither enabled nor waiting. No
+application is told; it learns of it when it asks for the properties.
+)",
+     ofAnExtension<&Machine::disable>},
+    {thePerson, "enable", "ID", "switches an extension on that was switched off",
+     R"(The copy of ID that was switched off is enabled without another approval. No application is told; it learns of it when
+it asks for the properties.
+)",
+     ofAnExtension<&Machine::enable>},
+    {theMachine, "restart", "", "restarts the simulated Mac, which ends every application",
+     R"(Copies that were uninstalling are gone, those that wait for approval go on waiting, and requests that were open are
+never answered. "./run" starts the application again.
+)",
+     ofTheMachine<&Machine::restart>},
+    {theMachine, "reset", "", "takes away every copy, approval, request and fault; settings stay",
+     R"(An open request fails with 11, cancelled. The Applications folders, developer mode, the profile, the clock and the
+switches stay as they are.
+)",
+     ofTheMachine<&Machine::reset>},
+    {theMachine, "install", "ID SHORT BUILD [STATE]", "puts a copy there without a request",
+     R"(STATE is enabled (the default; the approval is recorded), waiting, disabled or uninstalling.
+Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004
+)",
+     install, "ID SHORT BUILD [enabled|waiting|disabled|uninstalling]"},
+    {theMachine, "uninstall", "TEAM ID", "removes an extension; TEAM - stands for any",
+     R"(TEAM is the ten characters that "list" shows. No application is told, no administrator is asked, and the approval is
+forgotten; the copies go with the next restart.
+Example: sysextctl uninstall KELVRA0001 com.kelvra.ip-camera.cmio
+)",
+     uninstall},
+    {theMachine, "applications", "[FOLDER...]", "sets the Applications folders, or shows them", detailsOfApplications,
+     applications, "FOLDER...", Verb::Names::folders},
+    {theMachine, "developer", "[on|off]", "switches developer mode, or says whether it is on", detailsOfDeveloper,
+     developer, "on|off"},
+    {theMachine, "profile", "[FILE | --remove]", "brings a management profile, takes it away, or prints it",
+     detailsOfProfile, profile, "FILE | --remove", Verb::Names::file, "--remove"},
+    {theMachine, "advance", "TIME", "moves the simulated clock on and prints its reading in seconds",
+     "TIME is a number with ms, s, m, h or d; seconds if there is none.\n", advance},
+    {theMachine,
+     "switch",
+     "[NAME [VALUE]]",
+     "decides what no source settles about the real system",
+     "Without VALUE it shows the switch, without NAME every switch; the first value is the default.\n",
+     setSwitch,
+     "NAME VALUE",
+     {},
+     {},
+     listOfSwitches},
+    {theFaults,
+     "fault",
+     "next KIND FAULT",
+     "orders a fault for the next request",
+     R"(KIND is activate, deactivate, properties or any. FAULT is one of
   CODE [TEXT] [--domain D]  fails with that error
   after TIME                is answered that much later on the simulated clock
   silent                    is never answered
@@ -366,12 +350,11 @@ std::vector<Verb> verbsOfFaults() {
   crash                     the service dies when it has begun
 Example: sysextctl fault next activate 8 "code signature invalid"
 )",
-         fault,
-         "next KIND CODE [TEXT] [--domain D] | after TIME | silent | hollow | noprompt | crash",
-         {},
-         "--domain"},
-    };
-}
+     fault,
+     "next KIND CODE [TEXT] [--domain D] | after TIME | silent | hollow | noprompt | crash",
+     {},
+     "--domain"},
+};
 
 } // namespace
 
@@ -383,15 +366,12 @@ std::string lineOf(const Verb& verb) {
     return usageOf(verb.word, verb.line.empty() ? verb.usage : verb.line);
 }
 
-const std::vector<Verb>& verbs() {
-    static const auto all = [] {
-        std::vector<Verb> every = verbsOfThePerson();
-        for (const auto part : {verbsOfTheSwitch, verbsOfTheMachine, verbsOfItsRules, verbsOfFaults})
-            for (Verb& verb : part())
-                every.push_back(std::move(verb));
-        return every;
-    }();
-    return all;
+std::span<const Verb> verbs() {
+    return table;
+}
+
+std::string detailsOf(const Verb& verb) {
+    return std::string{verb.details} + (verb.list ? verb.list() : std::string{});
 }
 
 const Verb* verbNamed(std::string_view word) {

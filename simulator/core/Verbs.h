@@ -4,6 +4,7 @@
 #include "simulator/core/Words.h"
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -26,29 +27,32 @@ struct Saying {
 /// What a person does to the simulated Mac, what befalls it, and how it is set up. A line of a scenario, a call of the
 /// command line and a press in System Settings are these words. A new verb is an entry of the table in Verbs.cpp.
 struct Verb {
-    enum class Part { person, machine, faults };
     /// What the words after it, other than options, are to whoever says it: a file, whose contents are said with them;
     /// or folders, which are absolute paths by the time that the machine hears of them.
     enum class Names { nothing, file, folders };
 
-    Part part;
-    std::string word;
-    std::string usage;
+    /// Under which the help lists it.
+    std::string_view head;
+    std::string_view word;
+    std::string_view usage;
     /// One line.
-    std::string summary;
-    /// More lines, each ended.
-    std::string details;
+    std::string_view summary;
+    /// More lines, each ended, before those of the list.
+    std::string_view details;
     /// Takes what follows the verb. Throws NotUnderstood.
     Deed (*read)(Words& words);
     /// Its usage in a scenario, where no one asks how it is; empty if that is the same.
-    std::string line{};
+    std::string_view line{};
     Names names = Names::nothing;
     /// In a scenario, any other word that looks like an option is a text.
-    std::string option{};
+    std::string_view option{};
+    std::string (*list)() = nullptr;
 };
 
 /// In the order of the help.
-const std::vector<Verb>& verbs();
+std::span<const Verb> verbs();
+/// Its details, all of them.
+std::string detailsOf(const Verb& verb);
 /// Null if there is none.
 const Verb* verbNamed(std::string_view word);
 /// Whether words that can be understood name such a thing.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simulator/core/Refusal.h"
-#include "simulator/core/Settings.h"
+#include "simulator/core/State.h"
 
 #include <string>
 #include <variant>

@@ -92,8 +92,7 @@ WordList CoreMac::copies(const std::string& identifier) {
     WordList found;
     for (const auto& [number, copy] : machine_->state().copies) {
         if (copy.extension.identifier != identifier) continue;
-        const Version& version = copy.version;
-        found.push_back(version.shortVersion + "/" + version.version + " " + std::string{describe(copy.state).text});
+        found.push_back(textOf(copy.version) + " " + std::string{describe(copy.state).text});
     }
     return found;
 }

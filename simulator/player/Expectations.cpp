@@ -40,11 +40,6 @@ Play expectAnswer(Reading& reading, const std::string& text) {
     };
 }
 
-std::string takeVersionText(Words& words) {
-    const Version version = takeVersion(words);
-    return version.shortVersion + "/" + version.version;
-}
-
 Play needs(Reading& reading) {
     reading.words.mustTake("approval");
     return expectAnswer(reading, "needs approval");
@@ -53,9 +48,9 @@ Play needs(Reading& reading) {
 Play asked(Reading& reading) {
     reading.words.mustTake("to");
     reading.words.mustTake("replace");
-    const std::string existing = takeVersionText(reading.words);
+    const std::string existing = textOf(takeVersion(reading.words));
     reading.words.mustTake("by");
-    return expectAnswer(reading, "asked to replace " + existing + " by " + takeVersionText(reading.words));
+    return expectAnswer(reading, "asked to replace " + existing + " by " + textOf(takeVersion(reading.words)));
 }
 
 Play finished(Reading& reading) {
@@ -79,7 +74,7 @@ Play found(Reading& reading) {
     if (words.takes("none")) return expectAnswer(reading, "found none");
     WordList copies;
     do {
-        const std::string version = takeVersionText(words);
+        const std::string version = textOf(takeVersion(words));
         copies.push_back(version + " " +
                          words.takeOneOf("a state", {"enabled", "waiting", "disabled", "uninstalling"}));
     } while (words.takes(","));
@@ -98,7 +93,7 @@ bool contains(const WordList& there, const std::string& text) {
 }
 
 std::string takeCopy(Words& words) {
-    const std::string version = takeVersionText(words);
+    const std::string version = textOf(takeVersion(words));
     const std::string state = words.takePhrase("a state");
     WordList known;
     for (const CopyStateRow& row : copyStates)
@@ -107,19 +102,15 @@ std::string takeCopy(Words& words) {
     return version + " " + state;
 }
 
-NotDone copiesAre(const WordList& there, const std::string& identifier) {
-    return NotDone{"the copies of " + identifier + " are: " + (there.empty() ? "none" : joined(there))};
-}
-
-NotDone requestsAre(const WordList& there) {
-    return NotDone{"the open requests are: " + (there.empty() ? "none" : joined(there))};
+NotDone thereIs(const std::string& what, const WordList& there) {
+    return NotDone{what + " are: " + (there.empty() ? "none" : joined(there))};
 }
 
 Play copy(Reading& reading) {
     const std::string identifier = reading.words.take("an extension's identifier");
     return [identifier, expected = takeCopy(reading.words)](Mac& mac) {
         const WordList there = mac.copies(identifier);
-        if (!contains(there, expected)) throw copiesAre(there, identifier);
+        if (!contains(there, expected)) throw thereIs("the copies of " + identifier, there);
     };
 }
 
@@ -133,7 +124,7 @@ Play copies(Reading& reading) {
     }
     return [=](Mac& mac) {
         const WordList there = mac.copies(identifier);
-        if (there != expected) throw copiesAre(there, identifier);
+        if (there != expected) throw thereIs("the copies of " + identifier, there);
     };
 }
 
@@ -142,7 +133,7 @@ Play requests(Reading& reading) {
     if (count < 0) reading.words.fail("a number of requests is not negative");
     return [size = static_cast<std::size_t>(count)](Mac& mac) {
         const WordList there = mac.requests();
-        if (there.size() != size) throw requestsAre(there);
+        if (there.size() != size) throw thereIs("the open requests", there);
     };
 }
 
@@ -153,7 +144,7 @@ Play request(Reading& reading) {
     const std::string identifier = reading.words.take("an extension's identifier");
     return [text = identifier + " " + reading.words.takeOneOf("a stage", stages)](Mac& mac) {
         const WordList there = mac.requests();
-        if (!contains(there, text)) throw requestsAre(there);
+        if (!contains(there, text)) throw thereIs("the open requests", there);
     };
 }
 

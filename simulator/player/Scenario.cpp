@@ -109,7 +109,7 @@ WordList knownWords() {
     for (const LineVerb& verb : lineVerbs())
         known.emplace_back(verb.word);
     for (const Verb& verb : verbs())
-        known.push_back(verb.word);
+        known.emplace_back(verb.word);
     return known;
 }
 
@@ -141,10 +141,6 @@ std::string_view takeLine(std::string_view& text) {
 /// What some editors put before a text in UTF-8.
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-std::string_view withoutByteOrderMark(std::string_view text) {
-    return text.substr(text.rfind(byteOrderMark, 0) == 0 ? byteOrderMark.size() : 0);
-}
-
 /// Nothing: the line is empty, or a comment.
 std::optional<Step> readStep(std::size_t number, std::string_view line, std::set<std::string>& applications,
                              const std::string& folder) {
@@ -159,7 +155,7 @@ std::optional<Step> readStep(std::size_t number, std::string_view line, std::set
 
 Scenario readScenario(std::string_view text, const std::string& name, const std::string& folder) {
     if (text.find('\0') != std::string_view::npos) throw ScenarioError{name + ": it is no text in UTF-8"};
-    text = withoutByteOrderMark(text);
+    if (text.rfind(byteOrderMark, 0) == 0) text.remove_prefix(byteOrderMark.size());
     Scenario scenario;
     std::set<std::string> applications{sampleName};
     for (std::size_t number = 1; !text.empty(); ++number) {

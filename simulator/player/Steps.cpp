@@ -74,6 +74,16 @@ void readTrait(Words& words, ExtensionOnDisk& extension) {
     }
 }
 
+/// The application as it lies there now is changed.
+template <typename Change>
+Play changing(const std::string& application, Change change) {
+    return [=](Mac& mac) {
+        BundleOnDisk bundle = mac.bundleOf(application);
+        change(bundle);
+        mac.put(application, bundle);
+    };
+}
+
 Play carryExtension(Reading& reading) {
     Words& words = reading.words;
     const std::string fileName = words.take("an extension's file name");
@@ -88,50 +98,36 @@ Play carryExtension(Reading& reading) {
         else
             readTrait(words, extension);
     }
-    return [=](Mac& mac) {
-        BundleOnDisk bundle = mac.bundleOf(application);
-        carry(bundle, extension, isSealed);
-        mac.put(application, bundle);
-    };
+    return changing(application, [=](BundleOnDisk& bundle) { carry(bundle, extension, isSealed); });
 }
 
 Play update(Reading& reading) {
     const std::string application = takeApplication(reading);
     reading.words.mustTake("to");
-    return [application, version = takeVersion(reading.words)](Mac& mac) {
-        BundleOnDisk bundle = mac.bundleOf(application);
+    return changing(application, [version = takeVersion(reading.words)](BundleOnDisk& bundle) {
         for (ExtensionOnDisk& extension : bundle.extensions) {
             extension.shortVersion = version.shortVersion;
             extension.version = version.version;
         }
-        mac.put(application, bundle);
-    };
+    });
 }
 
 Play move(Reading& reading) {
     const std::string application = takeApplication(reading);
     reading.words.mustTake("to");
-    return [application, path = takePath(reading.words)](Mac& mac) {
-        BundleOnDisk bundle = mac.bundleOf(application);
-        bundle.path = path;
-        mac.put(application, bundle);
-    };
-}
-
-void damageFile(Mac& mac, const std::string& application, const std::string& fileName) {
-    BundleOnDisk bundle = mac.bundleOf(application);
-    const auto found = std::find_if(bundle.extensions.begin(), bundle.extensions.end(),
-                                    [&](const ExtensionOnDisk& extension) { return extension.fileName == fileName; });
-    if (found == bundle.extensions.end()) throw NotDone{application + " carries no " + fileName};
-    found->sealMatches = false;
-    mac.put(application, bundle);
+    return changing(application, [path = takePath(reading.words)](BundleOnDisk& bundle) { bundle.path = path; });
 }
 
 Play damage(Reading& reading) {
     const std::string fileName = reading.words.take("an extension's file name");
-    return [fileName, application = takeApplicationAfter("in", reading)](Mac& mac) {
-        damageFile(mac, application, fileName);
-    };
+    const std::string application = takeApplicationAfter("in", reading);
+    return changing(application, [=](BundleOnDisk& bundle) {
+        auto& all = bundle.extensions;
+        const auto found =
+            std::find_if(all.begin(), all.end(), [&](const auto& extension) { return extension.fileName == fileName; });
+        if (found == all.end()) throw NotDone{application + " carries no " + fileName};
+        found->sealMatches = false;
+    });
 }
 
 // What applications do -----------------------------------------------------------------------------------------------

@@ -8,7 +8,6 @@
 #include "simulator/player/CoreMac.h"
 #include "simulator/player/Scenario.h"
 #include "simulator/sysextctl/Ending.h"
-#include "simulator/sysextctl/Help.h"
 #include "simulator/sysextctl/Listening.h"
 #include "simulator/sysextctl/Lists.h"
 
@@ -17,6 +16,8 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cctype>
+#include <memory>
 
 namespace simulator::ctl {
 
@@ -88,7 +89,7 @@ and client and token, which are how the application is called on the bus and how
 )";
 
 std::vector<Command> commandsThatLook() {
-    const std::string head = "What is there, and what happens";
+    constexpr std::string_view head = "What is there, and what happens";
     return {
         {head, "list", "[CATEGORY] [--json]", "shows every copy of every extension",
          R"(CATEGORY is cmio, driver_extension, endpoint_security or network_extension.
@@ -160,11 +161,6 @@ Run readVerb(const WordList& texts) {
     };
 }
 
-std::string headOf(Verb::Part part) {
-    if (part == Verb::Part::person) return "The person in front of the Mac";
-    return part == Verb::Part::machine ? "The machine" : "What goes wrong";
-}
-
 // Scenarios ----------------------------------------------------------------------------------------------------------
 
 constexpr auto beforeTheGrammar =
@@ -196,36 +192,27 @@ Example, more of which are in simulator/scenarios:
   expect copies com.kelvra.ip-camera.cmio none
 )";
 
-player::Scenario scenarioIn(const QString& file) {
-    try {
-        return player::readScenarioFile(QFile::encodeName(file).toStdString());
-    } catch (const player::ScenarioError& error) {
-        throw CommandFailure{exitCode::notUnderstood, QString::fromUtf8(error.what())};
-    }
+std::unique_ptr<player::Mac> newMac(bool isOnBus) {
+    if (isOnBus) return std::make_unique<player::BusMac>(QCoreApplication::applicationDirPath());
+    return std::make_unique<player::CoreMac>();
 }
 
-std::optional<player::Mismatch> playOnBus(const player::Scenario& scenario) {
-    try {
-        player::BusMac mac{QCoreApplication::applicationDirPath()};
-        return player::play(scenario, mac);
-    } catch (const player::NotDone& problem) {
-        throw CommandFailure{exitCode::notDone, QString::fromUtf8(problem.what())};
-    }
-}
-
-std::optional<player::Mismatch> playInProcess(const player::Scenario& scenario) {
-    player::CoreMac mac;
-    return player::play(scenario, mac);
+CommandFailure failureOf(const player::Mismatch& mismatch, const QString& file) {
+    const auto where = QStringLiteral("%1:%2: ").arg(file).arg(mismatch.line);
+    return {exitCode::notDone, where + QString::fromStdString(mismatch.text)};
 }
 
 void playFile(const QString& file, bool isOnBus) {
-    const auto scenario = scenarioIn(file);
-    const auto mismatch = isOnBus ? playOnBus(scenario) : playInProcess(scenario);
-    if (mismatch) {
-        const auto where = QStringLiteral("%1:%2: ").arg(file).arg(mismatch->line);
-        throw CommandFailure{exitCode::notDone, where + QString::fromStdString(mismatch->text)};
+    try {
+        const auto scenario = player::readScenarioFile(QFile::encodeName(file).toStdString());
+        const auto mismatch = player::play(scenario, *newMac(isOnBus));
+        if (mismatch) throw failureOf(*mismatch, file);
+        say(oneLine(QStringLiteral("%1: %2 steps, all as expected").arg(file).arg(scenario.size())) + u'\n');
+    } catch (const player::ScenarioError& error) {
+        throw CommandFailure{exitCode::notUnderstood, QString::fromUtf8(error.what())};
+    } catch (const player::NotDone& problem) {
+        throw CommandFailure{exitCode::notDone, QString::fromUtf8(problem.what())};
     }
-    say(oneLine(QStringLiteral("%1: %2 steps, all as expected").arg(file).arg(scenario.size())) + u'\n');
 }
 
 std::string detailsOfPlay() {
@@ -243,11 +230,43 @@ Run play(Words& words) {
 std::vector<Command> everyCommand() {
     std::vector<Command> all = commandsThatLook();
     for (const Verb& verb : verbs())
-        all.push_back({headOf(verb.part), verb.word, verb.usage, verb.summary, verb.details});
+        all.push_back({verb.head, verb.word, verb.usage, verb.summary, detailsOf(verb)});
     all.push_back({"All of it, from a file", "play", "FILE [--bus]",
                    "plays a scenario on a Mac of its own, or on the service", detailsOfPlay(), play});
     return all;
 }
+
+// Help ---------------------------------------------------------------------------------------------------------------
+
+constexpr auto opening = R"(usage: sysextctl VERB [ARGUMENTS]
+
+Looks at and plays the simulated Mac on which applications activate their system extensions: the list of
+extensions, the person who allows or denies, and the machine that restarts. ID is an extension's bundle
+identifier, such as com.kelvra.ip-camera.cmio.
+)";
+
+constexpr auto closing = R"(
+"sysextctl VERB --help" says more about a verb.
+
+Five minutes: press Activate in the application; then
+  sysextctl list                                  shows the new copy, waiting for the user
+  sysextctl allow com.kelvra.ip-camera.cmio       is the press of Allow in System Settings
+  sysextctl wait com.kelvra.ip-camera.cmio enabled
+  sysextctl restart                               ends the application; what was deferred happens
+  sysextctl reset                                 begins anew
+
+Ends with 0 if it was done, 1 if it was not (nothing waits, not reached, no service), and 2 if the verb, a
+state, an identifier or another argument is unknown; what went wrong is one line on standard error.
+)";
+
+std::string lineOf(const Command& command) {
+    constexpr std::size_t columnWidth = 34;
+    std::string call = usageOf(command.word, command.usage);
+    call.resize(std::max(columnWidth, call.size()), ' ');
+    return "  " + call + std::string{command.summary} + "\n";
+}
+
+// What is typed ------------------------------------------------------------------------------------------------------
 
 const Command& knownCommand(const std::string& word) {
     if (const Command* const known = commandNamed(word)) return *known;
@@ -270,11 +289,28 @@ Run read(const WordList& words) {
         std::count(rest.begin(), rest.end(), "--help") > 0 || (!rest.empty() && asksForHelp(rest.front()));
     if (isHelp) return [&command] { say(QString::fromStdString(help(command))); };
     if (!command.read) return readVerb(words);
-    Words reading{plainWords(rest), "sysextctl " + usageOf(command.word, command.usage), command.word};
+    Words reading{plainWords(rest), "sysextctl " + usageOf(command.word, command.usage), std::string{command.word}};
     return command.read(reading);
 }
 
 } // namespace
+
+std::string help() {
+    std::string text{opening};
+    std::string_view head;
+    for (const Command& command : commands()) {
+        if (command.head != head) text += "\n" + std::string{command.head} + "\n";
+        head = command.head;
+        text += lineOf(command);
+    }
+    return text + closing;
+}
+
+std::string help(const Command& command) {
+    std::string summary{command.summary};
+    summary.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(summary.front())));
+    return "usage: sysextctl " + usageOf(command.word, command.usage) + "\n\n" + summary + ".\n" + command.details;
+}
 
 const std::vector<Command>& commands() {
     static const auto all = everyCommand();

@@ -3,18 +3,70 @@
 #include "simulator/bus/Names.h"
 #include "simulator/core/Verbs.h"
 #include "simulator/disk/RealDisk.h"
-#include "simulator/sysextd/Conversions.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QFile>
+#include <QVariant>
 
+#include <algorithm>
+#include <array>
+#include <tuple>
 #include <variant>
 
 namespace simulator {
 
 namespace {
+
+/// The names of the error replies, in the order of the refusals' kinds.
+constexpr std::array refusals{"NothingWaiting", "UnknownIdentifier", "InvalidArgument", "LimitExceeded",
+                              "ForbiddenByProfile"};
+
+QString text(std::string_view view) {
+    return QString::fromUtf8(view.data(), static_cast<qsizetype>(view.size()));
+}
+
+CopyEntry entryOf(const Copy& copy) {
+    const CopyStateRow& row = describe(copy.state);
+    const Extension& extension = copy.extension;
+    return {text(nameOf(extension.category)),
+            text(extension.team),
+            text(extension.identifier),
+            text(copy.version.shortVersion),
+            text(copy.version.version),
+            text(extension.name),
+            text(row.text),
+            text(row.condition),
+            row.enabledStar,
+            row.activeStar,
+            copy.number,
+            text(copy.application)};
+}
+
+/// The name of the signal and what follows the token in it.
+struct Signal {
+    QString name;
+    QVariantList arguments;
+};
+
+struct SignalOfBody {
+    Signal operator()(std::monostate) const { return {}; }
+    Signal operator()(const ReplacementAsked& asked) const {
+        return {"ReplacementAsked", {QVariant::fromValue(asked.existing), QVariant::fromValue(asked.replacement)}};
+    }
+    Signal operator()(const NeedsApproval&) const { return {"NeedsApproval", {}}; }
+    Signal operator()(const Finished& finished) const {
+        return {"Finished", {static_cast<qlonglong>(finished.result)}};
+    }
+    Signal operator()(const Failure& failure) const {
+        return {"Failed", {text(failure.domain), static_cast<qlonglong>(failure.code), text(failure.description)}};
+    }
+    Signal operator()(const FoundProperties& found) const {
+        const QList<CopyRecord> copies{found.copies.begin(), found.copies.end()};
+        return {"FoundProperties", {QVariant::fromValue(copies)}};
+    }
+};
 
 /// A word behind "--" is a text, whatever it looks like.
 std::vector<Word> wordsIn(const QStringList& texts) {
@@ -38,6 +90,31 @@ QString oneShortLine(const std::string& message) {
 }
 
 } // namespace
+
+QList<CopyEntry> copyEntries(const State& state) {
+    std::vector<const Copy*> copies;
+    for (const auto& [number, copy] : state.copies)
+        copies.push_back(&copy);
+    std::sort(copies.begin(), copies.end(), [](const Copy* left, const Copy* right) {
+        const auto key = [](const Copy& copy) {
+            return std::tuple{nameOf(copy.extension.category), std::string_view{copy.extension.identifier},
+                              copy.number};
+        };
+        return key(*left) < key(*right);
+    });
+    QList<CopyEntry> entries;
+    for (const Copy* const copy : copies)
+        entries.push_back(entryOf(*copy));
+    return entries;
+}
+
+QDBusMessage messageOf(const Answer& answer) {
+    const Signal signal = std::visit(SignalOfBody{}, answer.body);
+    QDBusMessage message =
+        QDBusMessage::createTargetedSignal(text(answer.client), objectPath, interfaceName, signal.name);
+    message.setArguments(QVariantList{text(answer.token)} + signal.arguments);
+    return message;
+}
 
 BusObject::BusObject(const QDBusConnection& bus, Service& service) : bus_{bus}, service_{service} {
     connect(&service_, &Service::answered, this, &BusObject::send);
@@ -76,12 +153,11 @@ std::string BusObject::bundleOf(const QString& client) const {
     return bundleOfFile(QFile::symLinkTarget(QString{"/proc/%1/exe"}.arg(process.value())).toStdString());
 }
 
-void BusObject::refuse(const Refusal& refusal) {
-    sendErrorReply(errorName(refusal.kind), oneShortLine(refusal.message));
-}
-
 void BusObject::perform(const std::function<Verdict(Machine&)>& deed) {
-    if (const Verdict verdict = service_.perform(deed)) refuse(*verdict);
+    const Verdict verdict = service_.perform(deed);
+    if (!verdict) return;
+    const QString name = refusals.at(static_cast<std::size_t>(verdict->kind));
+    sendErrorReply(errorPrefix + name, oneShortLine(verdict->message));
 }
 
 // What applications ask ----------------------------------------------------------------------------------------------
@@ -111,7 +187,13 @@ QList<CopyEntry> BusObject::ListCopies() {
 }
 
 QList<RequestEntry> BusObject::ListRequests() {
-    return requestEntries(service_.machine());
+    QList<RequestEntry> entries;
+    for (const auto& [number, request] : service_.machine().requests()) {
+        entries.push_back({number, text(request.client), text(request.token), text(request.application),
+                           text(nameOf(request.kind)), text(request.identifier), text(nameOf(request.stage)),
+                           request.since});
+    }
+    return entries;
 }
 
 QStringList BusObject::ListIdentifiers() {

@@ -5,9 +5,15 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QObject>
 
 namespace simulator {
+
+/// In the order of the printed list.
+QList<CopyEntry> copyEntries(const State& state);
+/// The signal that carries an answer to its client.
+QDBusMessage messageOf(const Answer& answer);
 
 /// The service as the bus sees it: every method of both interfaces under its own name, called by the generated
 /// adaptors. Who calls is looked up for each call; a refusal becomes an error reply.
@@ -49,7 +55,6 @@ private:
 
     /// Does something for the caller, or refuses it.
     void perform(const std::function<Verdict(Machine&)>& deed);
-    void refuse(const Refusal& refusal);
 
     QDBusConnection bus_;
     Service& service_;

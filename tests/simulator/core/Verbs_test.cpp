@@ -63,17 +63,6 @@ TEST(AnAnswer, HasOneText) {
     EXPECT_EQ(textOf(Failure{"D", -4, "a \"b\" \\"}), R"(failed -4 "a \"b\" \\" domain "D")");
 }
 
-TEST(AnError, HasAUsualDescriptionForEachCode) {
-    std::set<std::string_view> descriptions;
-    for (std::int64_t code = 1; code <= 13; ++code)
-        descriptions.insert(usualDescription(code));
-    EXPECT_EQ(descriptions.size(), 13U);
-    EXPECT_EQ(descriptions.count(""), 0U);
-    EXPECT_EQ(usualDescription(14), usualDescription(0));
-    EXPECT_EQ(failureWith(4).description, usualDescription(4));
-    EXPECT_EQ(failureWith(4).domain, "OSSystemExtensionErrorDomain");
-}
-
 TEST(AState, IsToldAndListedAsOnARealMac) {
     std::string lines;
     for (const CopyStateRow& row : copyStates) {

@@ -103,6 +103,26 @@ TEST_F(TheDiskOfAScenario, HoldsAnExtensionOfEachCategory) {
     EXPECT_EQ(carried("kext 1/1").category, std::nullopt);
 }
 
+// What applications hear ---------------------------------------------------------------------------------------------
+
+TEST(AnError, SaysWhy) {
+    EXPECT_EQ(played(R"(
+activate com.kelvra.ip-camera.cmio
+expect needs approval
+deactivate com.kelvra.ip-camera.cmio
+expect failed 12 saying "A later request for the same extension took the place of this one."
+refuse com.kelvra.ip-camera.cmio
+expect failed 13 saying "An administrator did not authorise the request."
+activate com.kelvra.ip-camera.cmio
+expect needs approval
+deny com.kelvra.ip-camera.cmio
+expect failed 11 saying "The request was cancelled."
+deactivate com.kelvra.ip-camera.cmio
+expect failed 4 saying "The extension was not found in the application."
+)"),
+              "as it says");
+}
+
 // What is not understood ---------------------------------------------------------------------------------------------
 
 std::string complaintAbout(std::string_view text) {

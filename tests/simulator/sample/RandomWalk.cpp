@@ -183,7 +183,7 @@ void RandomWalk::orderAFault() {
     Fault fault;
     fault.kind = faultKinds[pick(static_cast<std::uint32_t>(faultKinds.size()))].kind;
     if (pick(2) == 0) fault.request = RequestKind::activation;
-    fault.failure = failureWith(1);
+    fault.failure = failureWith(1, "An internal error occurred.");
     fault.milliseconds = pick(5);
     (void)machine_->orderFault(fault);
 }

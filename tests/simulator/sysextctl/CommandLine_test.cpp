@@ -5,7 +5,6 @@
 #include "simulator/player/Scenario.h"
 #include "simulator/sysextctl/Commands.h"
 #include "simulator/sysextctl/Ending.h"
-#include "simulator/sysextctl/Help.h"
 #include "simulator/sysextctl/Lists.h"
 #include "tests/simulator/support/QtTesting.h"
 #include "tests/simulator/support/ScriptedControl.h"
@@ -183,14 +182,14 @@ TEST(TheHelp, SaysOfEachVerbMoreThanItsSummaryWhichCanBeReadAlone) {
     for (const Command& command : commands()) {
         EXPECT_GT(command.details.size(), command.summary.size()) << command.word;
         EXPECT_EQ(command.details.back(), '\n') << command.word;
-        EXPECT_FALSE(reference.match(QString::fromStdString(command.summary)).hasMatch()) << command.word;
+        EXPECT_FALSE(reference.match(QString::fromStdString(std::string{command.summary})).hasMatch()) << command.word;
     }
 }
 
 TEST(TheHelp, FitsAScreenOf120Columns) {
     auto texts = QString::fromStdString(help());
     for (const Command& command : commands())
-        texts += helpOf(command.word);
+        texts += helpOf(std::string{command.word});
     for (const auto& line : texts.split(u'\n'))
         EXPECT_LE(line.size(), 120) << line.toStdString();
 }

@@ -1,7 +1,8 @@
 // What the machine knows and says, as it goes over the bus.
 
 #include "simulator/bus/Names.h"
-#include "simulator/sysextd/Conversions.h"
+#include "simulator/core/Words.h"
+#include "simulator/sysextd/BusObject.h"
 #include "tests/simulator/support/QtTesting.h"
 
 #include <gmock/gmock.h>
@@ -38,17 +39,17 @@ TEST(TheListOfCopies, IsInTheOrderOfCategoriesThenIdentifiersThenAges) {
                                    "endpoint_security b 2", "network_extension a 1"));
 }
 
-QString textOf(const CopyReport& copy) {
-    const QString flags =
-        QString{copy.enabled ? "e" : "-"} + (copy.awaitingUserApproval ? "a" : "-") + (copy.uninstalling ? "u" : "-");
-    return QStringList{copy.identifier, copy.shortVersion, copy.version, flags}.join(' ');
+QString textOf(const CopyRecord& copy) {
+    const std::string flags = std::string{copy.isEnabled ? "e" : "-"} + (copy.isAwaitingUserApproval ? "a" : "-") +
+                              (copy.isUninstalling ? "u" : "-");
+    return QString::fromStdString(joined({copy.identifier, copy.shortVersion, copy.version, flags}, " "));
 }
 
 QString textOf(const QVariant& argument) {
-    if (argument.canConvert<CopyReport>()) return textOf(argument.value<CopyReport>());
-    if (!argument.canConvert<QList<CopyReport>>()) return argument.toString();
+    if (argument.canConvert<CopyRecord>()) return textOf(argument.value<CopyRecord>());
+    if (!argument.canConvert<QList<CopyRecord>>()) return argument.toString();
     QStringList copies;
-    for (const CopyReport& copy : argument.value<QList<CopyReport>>())
+    for (const CopyRecord& copy : argument.value<QList<CopyRecord>>())
         copies += textOf(copy);
     return copies.join(", ");
 }
