@@ -3,6 +3,7 @@
 #include "simulator/core/Verbs.h"
 #include "simulator/player/Sample.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -93,8 +94,16 @@ std::string contentsBeside(const std::string& folder, const std::string& file, c
 
 // Lines --------------------------------------------------------------------------------------------------------------
 
+/// The domain of a fault's error may stand behind its description without the option that names it.
+void nameDomain(std::vector<Word>& line, std::string_view option) {
+    const bool isError = line.front().text == "fault" && line.size() == 6 && numberIn(line[3].text);
+    const auto isOption = [&](const Word& word) { return !word.isQuoted && word.text == option; };
+    if (isError && std::none_of(line.begin(), line.end(), isOption)) line.insert(line.end() - 1, {std::string{option}});
+}
+
 /// A verb of the machine.
 Play readVerb(const Verb& verb, std::vector<Word> line, const std::string& folder) {
+    nameDomain(line, verb.option);
     for (Word& word : line)
         if (word.text != verb.option) word.isQuoted = word.isQuoted || isOption(word.text);
     Saying saying{std::move(line), {}};

@@ -55,6 +55,11 @@ TEST(TheWordsOfALine, MeanNothingInQuotes) {
     EXPECT_EQ(played("properties com.x called \"to\"\nexpect found none to \"to\""), "as it says");
 }
 
+TEST(TheWordsOfAFault, MayEndWithTheDomainWithoutItsOption) {
+    EXPECT_EQ(described("why D"), R"("why" domain "D")");
+    EXPECT_EQ(described("why --domain D"), R"("why" domain "D")");
+}
+
 // What lies on the disk ----------------------------------------------------------------------------------------------
 
 class TheDiskOfAScenario : public testing::Test {
