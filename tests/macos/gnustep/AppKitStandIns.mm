@@ -1,3 +1,4 @@
+#include "platform/macos/Retained.h"
 #include "tests/macos/gnustep/StandIns.h"
 
 #import <AppKit/AppKit.h>
@@ -8,34 +9,14 @@ namespace {
 
 /// What was set of one object.
 struct Attributes {
-    NSString* role = nil;
-    NSString* label = nil;
-    id value = nil;
+    platform::Retained<NSString> role;
+    platform::Retained<NSString> label;
+    platform::Retained<NSObject> value;
 };
 
-std::map<id, Attributes>& allAttributes() {
-    static std::map<id, Attributes> attributes;
-    return attributes;
-}
-
-Attributes& attributesOf(const id object) {
-    return allAttributes()[object];
-}
-
-template <typename T>
-void replace(T& kept, const T value) {
-    [value retain];
-    [kept release];
-    kept = value;
-}
-
-void forget(const id object) {
-    const auto found = allAttributes().find(object);
-    if (found == allAttributes().end()) return;
-    for (const id kept :
-         {static_cast<id>(found->second.role), static_cast<id>(found->second.label), found->second.value})
-        [kept release];
-    allAttributes().erase(found);
+std::map<id, Attributes>& attributes() {
+    static std::map<id, Attributes> ofEach;
+    return ofEach;
 }
 
 } // namespace
@@ -53,7 +34,7 @@ std::vector<std::string>& announcements() {
 
 // What is no more on a canvas is told to nobody. GNUstep asks this of a new view as well.
 - (void)removeFromSuperview {
-    if ([self superview]) forget(self);
+    if ([self superview]) attributes().erase(self);
     [super removeFromSuperview];
 }
 
@@ -62,38 +43,30 @@ std::vector<std::string>& announcements() {
 @implementation NSObject (Accessibility)
 
 - (void)setAccessibilityRole:(NSString*)role {
-    replace(attributesOf(self).role, role);
+    attributes()[self].role = platform::retain(role);
 }
 
 - (NSString*)accessibilityRole {
-    return attributesOf(self).role;
+    return attributes()[self].role.get();
 }
 
 - (void)setAccessibilityLabel:(NSString*)label {
-    replace(attributesOf(self).label, label);
+    attributes()[self].label = platform::retain(label);
 }
 
 - (NSString*)accessibilityLabel {
-    return attributesOf(self).label;
+    return attributes()[self].label.get();
 }
 
 - (void)setAccessibilityValue:(id)value {
-    replace(attributesOf(self).value, value);
+    attributes()[self].value = platform::retain<NSObject>(value);
 }
 
 - (id)accessibilityValue {
-    return attributesOf(self).value;
+    return attributes()[self].value.get();
 }
 
 - (void)setAccessibilityParent:(id)parent {
-}
-
-- (NSArray*)accessibilityChildren {
-    return nil;
-}
-
-- (NSRect)accessibilityFrame {
-    return NSZeroRect;
 }
 
 @end
@@ -171,13 +144,6 @@ NSFontTextStyle const NSFontTextStyleTitle3 = @"title3";
 @end
 
 @implementation NSView (FocusRing)
-
-- (NSRect)focusRingMaskBounds {
-    return NSZeroRect;
-}
-
-- (void)drawFocusRingMask {
-}
 
 - (void)noteFocusRingMaskChanged {
 }

@@ -3,17 +3,14 @@
 #import <AppKit/AppKit.h>
 #import <GNUstepGUI/GSDisplayServer.h>
 #include <objc/runtime.h>
-#include <unistd.h>
-
-#include <utility>
+#include <sys/eventfd.h>
 
 // GNUstep's main loop, about to wait, reads what the display has sent already and does what was put off, and waits all
-// the same: an event that came of it would be seen with the next one from the display. Here a byte in a pipe, which the
-// loop waits for too, ends such a wait.
+// the same: an event that came of it would be seen with the next one from the display. Here a counter of the system,
+// which the loop waits for too, ends such a wait.
 
 @interface StandInAlarm : NSObject <RunLoopEvents> {
-    int pipe_[2];
-    bool rung_;
+    int counter_;
 }
 - (void)ring;
 @end
@@ -22,9 +19,9 @@
 
 - (instancetype)init {
     self = [super init];
-    if (!self || pipe(pipe_) != 0) return nil;
+    counter_ = eventfd(0, 0);
     for (NSString* mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ])
-        [[NSRunLoop mainRunLoop] addEvent:reinterpret_cast<void*>(static_cast<std::intptr_t>(pipe_[0]))
+        [[NSRunLoop mainRunLoop] addEvent:reinterpret_cast<void*>(static_cast<std::intptr_t>(counter_))
                                      type:ET_RDESC
                                   watcher:self
                                   forMode:mode];
@@ -32,15 +29,12 @@
 }
 
 - (void)ring {
-    if (std::exchange(rung_, true)) return;
-    const char byte = 0;
-    static_cast<void>(write(pipe_[1], &byte, 1) == 1);
+    eventfd_write(counter_, 1);
 }
 
 - (void)receivedEvent:(void*)data type:(RunLoopEventType)type extra:(void*)extra forMode:(NSString*)mode {
-    rung_ = false;
-    char byte = 0;
-    static_cast<void>(read(pipe_[0], &byte, 1) == 1);
+    eventfd_t rings = 0;
+    eventfd_read(counter_, &rings);
 }
 
 @end

@@ -34,23 +34,18 @@ NSRange composedAt(NSString* self, SEL, const NSUInteger index) {
     return NSMakeRange(index, isAscii ? 1 : lengthOfFirst(units.data(), count));
 }
 
-/// Each class of texts has its own way.
-void replaceIn(Class type) {
-    unsigned count = 0;
-    const std::unique_ptr<Method, decltype(&free)> methods{class_copyMethodList(type, &count), free};
-    for (unsigned index = 0; index < count; ++index)
-        if (sel_isEqual(method_getName(methods.get()[index]), @selector(rangeOfComposedCharacterSequenceAtIndex:)))
-            method_setImplementation(methods.get()[index], reinterpret_cast<IMP>(composedAt));
-}
-
 } // namespace
 
 @implementation NSString (Graphemes)
 
+// Each class of texts has its own way.
 + (void)load {
+    const SEL selector = @selector(rangeOfComposedCharacterSequenceAtIndex:);
+    const char* const types = method_getTypeEncoding(class_getInstanceMethod(self, selector));
     for (const char* name : {"NSString", "GSString", "GSCString", "GSCBufferString", "GSCInlineString",
                              "GSUnicodeString", "GSUnicodeBufferString", "GSUInlineString", "GSMutableString"})
-        if (const Class type = objc_getClass(name)) replaceIn(type);
+        if (const Class type = objc_getClass(name))
+            class_replaceMethod(type, selector, reinterpret_cast<IMP>(composedAt), types);
 }
 
 @end

@@ -4,6 +4,8 @@
 #include <dispatch/dispatch.h>
 #include <objc/runtime.h>
 
+#include <utility>
+
 namespace {
 
 std::function<void()>& told() {
@@ -15,11 +17,6 @@ std::function<void()>& told() {
 std::size_t& waiting() {
     static std::size_t count = 0;
     return count;
-}
-
-void tell() {
-    --waiting();
-    if (told()) told()();
 }
 
 /// The modes that these stand for: GNUstep has a name for the common ones and no such modes.
@@ -50,38 +47,39 @@ void whenWorkIsDone(std::function<void()> function) {
 
 } // namespace standin
 
-/// Tells that work is done: it runs after the work.
-@interface StandInTeller : NSObject
-+ (StandInTeller*)teller;
-@end
-
-@implementation StandInTeller
-
-+ (StandInTeller*)teller {
-    static StandInTeller* const teller = [[self alloc] init];
-    return teller;
-}
-
-- (void)tell {
-    tell();
-}
-
-@end
-
+/// A piece of work, and what is told once it is done.
 @interface StandInWork : NSObject {
 @public
-    dispatch_function_t work_;
-    void* context_;
+    std::function<void()> work_;
 }
 @end
 
 @implementation StandInWork
 
 - (void)run {
-    work_(context_);
+    work_();
+    --waiting();
+    if (told()) told()();
 }
 
 @end
+
+namespace {
+
+/// Has the main loop do the work in one of these modes. What was put off first is done first.
+void doLater(std::function<void()> work, NSArray* const modes) {
+    static NSUInteger place = 0;
+    ++waiting();
+    StandInWork* const posted = [[[StandInWork alloc] init] autorelease];
+    posted->work_ = std::move(work);
+    [[NSRunLoop mainRunLoop] performSelector:@selector(run)
+                                      target:posted
+                                    argument:nil
+                                       order:++place
+                                       modes:realModes(modes)];
+}
+
+} // namespace
 
 dispatch_queue_t dispatch_get_main_queue(void) {
     static char main;
@@ -89,10 +87,7 @@ dispatch_queue_t dispatch_get_main_queue(void) {
 }
 
 void dispatch_async_f(dispatch_queue_t, void* context, dispatch_function_t work) {
-    StandInWork* const posted = [[[StandInWork alloc] init] autorelease];
-    posted->work_ = work;
-    posted->context_ = context;
-    [posted performSelectorOnMainThread:@selector(run) withObject:nil waitUntilDone:NO modes:@[ NSRunLoopCommonModes ]];
+    doLater([=] { work(context); }, @[ NSRunLoopCommonModes ]);
 }
 
 // GNUstep does what the main thread puts off at once if its loop does not run yet, and else after whatever the display
@@ -109,12 +104,14 @@ Perform& original() {
 
 void putOff(id self, SEL command, SEL selector, id object, BOOL wait, NSArray* modes) {
     if (wait) return original()(self, command, selector, object, wait, modes);
-    static NSUInteger place = 0; // what was put off first is done first
-    ++waiting();
-    NSRunLoop* const loop = [NSRunLoop mainRunLoop];
-    NSArray* const real = realModes(modes);
-    [loop performSelector:selector target:self argument:object order:++place modes:real];
-    [loop performSelector:@selector(tell) target:[StandInTeller teller] argument:nil order:++place modes:real];
+    [self retain];
+    [object retain];
+    const auto perform = [=] {
+        [self performSelector:selector withObject:object];
+        [object release];
+        [self release];
+    };
+    doLater(perform, modes);
 }
 
 } // namespace

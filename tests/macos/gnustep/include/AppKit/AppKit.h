@@ -45,8 +45,6 @@ extern NSFontTextStyle const NSFontTextStyleTitle3;
 @end
 
 @interface NSView (FocusRing)
-@property (readonly) NSRect focusRingMaskBounds;
-- (void)drawFocusRingMask;
 - (void)noteFocusRingMaskChanged;
 @end
 
@@ -63,6 +61,11 @@ extern NSFontTextStyle const NSFontTextStyleTitle3;
 - (void)setAccessibilityValue:(id)value;
 - (id)accessibilityValue;
 - (void)setAccessibilityParent:(id)parent;
+@end
+
+/// What the application answers where the system asks.
+@interface NSObject (Asked)
 - (NSArray*)accessibilityChildren;
 - (NSRect)accessibilityFrame;
+- (NSRect)focusRingMaskBounds;
 @end
