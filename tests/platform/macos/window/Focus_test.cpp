@@ -22,10 +22,6 @@ testing::AssertionResult tabTo(Desk& desk, const std::string& label) {
 
 class Focus : public WindowTest {};
 
-TEST_F(Focus, IsOnNothingAtFirst) {
-    run([](Desk& desk) { EXPECT_EQ(desk.focused(), ""); });
-}
-
 TEST_F(Focus, GoesInReadingOrderAndBeginsAnew) {
     run([](Desk& desk) {
         for (const char* label : {"Activate Camera Driver", "Camera Driver actions", "Activate Network Driver",

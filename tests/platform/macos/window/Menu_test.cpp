@@ -63,16 +63,6 @@ TEST_F(AMenu, KeepsTheHandlersThatItWasOpenedWithUntilItCloses) {
     });
 }
 
-TEST_F(AMenu, HasTheHandlersOfTheLatestSceneWhenItOpens) {
-    run(menuAndNumber(), [this](Desk& desk) {
-        change(1);
-        ASSERT_TRUE(desk.until([&] { return desk.has("1"); }));
-        desk.choose("Menu", "Item");
-        ASSERT_TRUE(desk.until([&] { return !chosen_.empty(); }));
-        EXPECT_THAT(chosen_, ElementsAre(1));
-    });
-}
-
 TEST_F(AMenu, ClosesWhenItsPlaceIsGone) {
     run(menuAtFirst(), [this](Desk& desk) {
         desk.press("Menu", {desk.onceMenuIsOpen([&] { change(1); })});
