@@ -113,16 +113,6 @@ class TheMainExecutable(AnExtension):
 
 
 class TheCommand(AnExtension):
-    def run_with(self, *arguments):
-        return support.run(support.PACKAGING / "code-in", *arguments)
-
-    def test_prints_a_path_a_line(self):
-        self.write("Contents/Helpers/a tool")
-        self.write("Contents/MacOS/helper")
-        expected = "".join(f"{self.camera}/Contents/{file}\n" for file in ("Helpers/a tool", "MacOS/helper"))
-        answer = self.run_with(self.camera)
-        self.assertEqual((answer.returncode, answer.stdout, answer.stderr), (0, expected, ""))
-
     def test_stops_at_a_file_that_it_cannot_read(self):
         broken = PermissionError(13, "Permission denied", "the/file")
         with unittest.mock.patch.object(code_in, "is_mach_o", side_effect=broken):

@@ -10,7 +10,8 @@ import support
 
 SEAL = "_SimulatedSignature.plist"
 
-class OfATeam(support.WithFolder):
+
+class TheTeam(support.WithFolder):
     """What is written for the team that signs."""
 
     def configure(self, team):
@@ -21,8 +22,6 @@ class OfATeam(support.WithFolder):
         self.assertEqual(self.configure(support.TEAM).returncode, 0)
         return plistlib.loads((self.place / file).read_bytes())
 
-
-class TheTeam(OfATeam):
     def test_has_ten_capitals_and_digits(self):
         for team in ("abcde12345", "ABCDE1234", "ABCDE123456", "ABCDE-2345"):
             with self.subTest(team=team):
@@ -38,35 +37,29 @@ class TheTeam(OfATeam):
         self.configure("")
         self.assertEqual(list(self.place.iterdir()), [])
 
+    def test_is_the_one_whose_extensions_a_managed_mac_allows_and_lets_go_and_nothing_else(self):
+        profile = self.contents("system-extension-policy.mobileconfig")
+        [policy] = profile["PayloadContent"]
+        extensions = {support.TEAM: [name.rsplit(".", 1)[0] for name in support.ENTITLEMENTS]}
+        own = {"PayloadDisplayName", "PayloadIdentifier", "PayloadUUID"}
+        self.assert_holds(
+            policy,
+            own,
+            PayloadType="com.apple.system-extension-policy",
+            AllowedSystemExtensions=extensions,
+            RemovableSystemExtensions=extensions,
+        )
+        own |= {"PayloadContent", "PayloadDescription"}
+        self.assert_holds(profile, own, PayloadType="Configuration", PayloadScope="System")
+        self.assertNotEqual(profile["PayloadIdentifier"], policy["PayloadIdentifier"])
+        self.assertNotEqual(profile["PayloadUUID"], policy["PayloadUUID"])
 
-class TheManagementProfile(OfATeam):
-    def setUp(self):
-        super().setUp()
-        self.profile = self.contents("system-extension-policy.mobileconfig")
-        self.policy = self.profile["PayloadContent"][0]
-
-    def test_has_one_payload_a_system_extension_policy(self):
-        self.assertEqual(len(self.profile["PayloadContent"]), 1)
-        self.assertEqual(self.policy["PayloadType"], "com.apple.system-extension-policy")
-        self.assertEqual(self.profile["PayloadType"], "Configuration")
-        self.assertEqual(self.profile["PayloadScope"], "System")
-
-    def test_gives_each_payload_an_identifier_of_its_own(self):
-        for key in ("PayloadIdentifier", "PayloadUUID"):
-            self.assertNotEqual(self.profile[key], self.policy[key])
-        for payload in (self.profile, self.policy):
-            pattern = "[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}"
-            self.assertRegex(payload["PayloadUUID"], f"^{pattern}$")
-            self.assertEqual(payload["PayloadVersion"], 1)
-
-    def test_allows_and_lets_go_the_three_extensions_under_the_team_and_decides_nothing_else(self):
-        every = {f"Payload{key}" for key in ("DisplayName", "Identifier", "Type", "UUID", "Version")}
-        decided = {"AllowedSystemExtensions", "RemovableSystemExtensions"}
-        identifiers = [name.rsplit(".", 1)[0] for name in support.ENTITLEMENTS]
-        self.assertEqual(set(self.policy), every | decided)
-        self.assertEqual(set(self.profile), every | {"PayloadContent", "PayloadDescription", "PayloadScope"})
-        self.assertEqual(self.policy["AllowedSystemExtensions"], {support.TEAM: identifiers})
-        self.assertEqual(self.policy["RemovableSystemExtensions"], {support.TEAM: identifiers})
+    def assert_holds(self, payload, own, **values):
+        """The payload holds these values and its version, and keys of its own, and nothing else."""
+        self.assertEqual(payload, {**payload, **values, "PayloadVersion": 1})
+        self.assertEqual(set(payload), {*own, *values, "PayloadVersion"})
+        pattern = "[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}"
+        self.assertRegex(payload["PayloadUUID"], f"^{pattern}$")
 
 
 class TheConfiguration(unittest.TestCase):
