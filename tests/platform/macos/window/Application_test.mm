@@ -3,10 +3,6 @@
 
 #import <Foundation/Foundation.h>
 
-#include <unistd.h>
-
-#include <csignal>
-
 namespace macos_tests {
 namespace {
 
@@ -48,12 +44,6 @@ TEST_F(TheApplication, LeadsFromAPressOfAButtonToAllSet) {
         EXPECT_TRUE(desk.has("Camera Driver, enabled"));
         EXPECT_FALSE(desk.has("Activate Camera Driver"));
     });
-}
-
-TEST_F(TheApplication, StopsForABuildThatIsANumber) {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    EXPECT_EXIT(execl(BROKEN_APPLICATION, BROKEN_APPLICATION, nullptr), testing::KilledBySignal(SIGABRT),
-                "CFBundleVersion is not a text");
 }
 
 TEST_F(TheApplication, LeavesNoObjectBehindAfterAHundredRequestsAndRebuilds) {

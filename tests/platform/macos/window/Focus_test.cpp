@@ -49,15 +49,6 @@ TEST_F(Focus, LetsSpacePress) {
     });
 }
 
-TEST_F(Focus, StaysWhereItIsThroughARebuild) {
-    run([this](Desk& desk) {
-        ASSERT_TRUE(tabTo(desk, "Camera Driver actions"));
-        found(enabled(network));
-        ASSERT_TRUE(comesToShow(desk, "Enabled"));
-        EXPECT_EQ(desk.focused(), "Camera Driver actions");
-    });
-}
-
 TEST_F(Focus, GoesOnInTheSameCardWhenItsControlIsGone) {
     run([this](Desk& desk) {
         ASSERT_TRUE(tabTo(desk, "Activate Camera Driver"));

@@ -37,15 +37,6 @@ TEST_F(APress, DoesNotCountWhenItIsReleasedOutside) {
     });
 }
 
-TEST_F(APress, OutlastsARebuildThatLeavesItsButton) {
-    run([this](Desk& desk) {
-        desk.press("Activate Camera Driver", {atOnce([&] { found(enabled(network)); }),
-                                              {"a card that says Enabled", [&] { return desk.shows("Enabled"); },
-                                               [&] { desk.releaseButton(); }}});
-        EXPECT_TRUE(isSubmitted(desk, "activation " + camera));
-    });
-}
-
 TEST_F(APress, IsCancelledWhenItsButtonGoes) {
     run([this](Desk& desk) {
         desk.press("Activate Camera Driver",

@@ -59,8 +59,8 @@ testing::AssertionResult WindowTest::isDone(Desk& desk) {
 }
 
 void WindowTest::found(const Copy& copy) const {
-    const auto properties = standin::makeProperties(copy.identifier.c_str(), "2.1", copy.version.c_str(),
-                                                    copy.isEnabled, copy.isAwaitingUserApproval, copy.isUninstalling);
+    const auto properties =
+        standin::makeProperties(copy.identifier.c_str(), "2.1", "2105", copy.isEnabled, copy.isAwaitingUserApproval);
     service_.found(service_.latest("properties " + copy.identifier), standin::makeArray({properties}));
 }
 

@@ -19,19 +19,15 @@ namespace macos_tests {
 inline const std::string camera = "com.kelvra.ip-camera.cmio";
 inline const std::string network = "com.kelvra.driverkit.usb-to-poe";
 
-/// What the extension service tells of one extension: a copy that is neither enabled, awaited nor on its way out has
-/// all three false.
+/// What the extension service tells of one extension: one copy, of the application's own build.
 struct Copy {
     std::string identifier;
-    std::string version = "2105";
     bool isEnabled = false;
     bool isAwaitingUserApproval = false;
-    bool isUninstalling = false;
 };
 
-/// Enabled, of the application's own build unless told otherwise.
-inline Copy enabled(const std::string& identifier, const std::string& version = "2105") {
-    return {.identifier = identifier, .version = version, .isEnabled = true};
+inline Copy enabled(const std::string& identifier) {
+    return {.identifier = identifier, .isEnabled = true};
 }
 
 /// Installed, and not yet allowed by the user.

@@ -1,6 +1,5 @@
-// The application, for what cannot be a test's own process. If PICTURE names a file, it writes a picture of the window,
-// and of what lies under its title bar, there, a portable pixmap, and ends. An argument would be a document to open,
-// for GNUstep.
+// The application, which writes a picture of its window, and of what lies under its title bar, to the file that PICTURE
+// names, a portable pixmap, and ends. An argument would be a document to open, for GNUstep.
 
 #include "tests/macos/gnustep/Desk.h"
 #include "tests/macos/gnustep/ScriptedExtensions.h"
@@ -30,7 +29,7 @@ void answer(const char* const identifier, const bool isEnabled) {
 
 int main() {
     const char* const file = std::getenv("PICTURE");
-    if (!file) return macos_tests::Desk::runToItsEnd([](const macos_tests::Desk&) {});
+    if (!file) throw std::runtime_error{"PICTURE names no file"};
     return macos_tests::Desk::run([&](macos_tests::Desk& desk) {
         answer("com.kelvra.ip-camera.cmio", false);
         answer("com.kelvra.driverkit.usb-to-poe", true);
