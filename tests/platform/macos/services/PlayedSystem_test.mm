@@ -5,8 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <os/log.h>
-
 namespace platform {
 namespace {
 
@@ -22,12 +20,6 @@ TEST(TheLog, TakesNoTextForAFormat) {
     standin::loggedLines().clear();
     writeLogLine("%s %d %@ 100 %");
     EXPECT_THAT(standin::loggedLines(), ElementsAre("%s %d %@ 100 %"));
-}
-
-TEST(TheLog, HidesATextThatIsNotMarkedPublic) {
-    standin::loggedLines().clear();
-    os_log(OS_LOG_DEFAULT, "%s", "secret");
-    EXPECT_THAT(standin::loggedLines(), ElementsAre("<private>"));
 }
 
 using ABundle = BundleOnDisk;

@@ -145,17 +145,6 @@ TEST_F(TheExtensions, SayNoMoreAfterTheLastCallback) {
     EXPECT_THAT(heard(), ElementsAre("it finished 0"));
 }
 
-TEST_F(TheExtensions, CancelAReplacementThatNobodyIsThereToBeAskedAbout) {
-    submit(Kind::activation);
-    listener.reset();
-    service.askReplacement(0, makeProperties(camera, "1", "1"), makeProperties(camera, "2", "2"));
-    service.needsApproval(0);
-    service.finish(0, 0);
-    EXPECT_THAT(heard(), IsEmpty());
-    EXPECT_THAT(service.replacementAnswers(), ElementsAre(0));
-    EXPECT_EQ(service.alive(), 0U);
-}
-
 /// A delegate that breaks its word not to throw.
 void breakAt(Record& record, const bool objectiveC) {
     record.onLine = [objectiveC] {

@@ -94,16 +94,13 @@ TEST_F(AMenu, MayTakeItselfAwayByWhatIsChosen) {
 }
 
 TEST_F(AMenu, OpensBySpaceAndIsLeftByKeysWithFocusWhereItIs) {
-    run(menuAndNumber(), [this](Desk& desk) {
-        openByKey(desk, {tap(desk, "Down"), tapAtItem(desk, "Return")});
-        EXPECT_THAT(chosen_, ElementsAre(0));
-        EXPECT_EQ(desk.focused(), "Menu");
-    });
-    run(menuAndNumber(), [this](Desk& desk) {
-        openByKey(desk, {tap(desk, "Down"), tapAtItem(desk, "Escape")});
-        EXPECT_THAT(chosen_, ElementsAre(0));
-        EXPECT_EQ(desk.focused(), "Menu");
-    });
+    for (const std::string key : {"Return", "Escape"}) {
+        run(menuAndNumber(), [this, &key](Desk& desk) {
+            openByKey(desk, {tap(desk, "Down"), tapAtItem(desk, key)});
+            EXPECT_THAT(chosen_, ElementsAre(0)) << key;
+            EXPECT_EQ(desk.focused(), "Menu") << key;
+        });
+    }
 }
 
 TEST_F(AMenu, ThatWasOpenedByKeyClosesWhenItsPlaceIsGoneAndFocusGoesOn) {
