@@ -17,11 +17,11 @@ namespace simulator::settings {
 namespace {
 
 constexpr QColor ground{243, 243, 245};
-constexpr QColor text{29, 29, 31};
+constexpr QColor ink{29, 29, 31};
 constexpr QColor grey{142, 142, 147};
 
 QPalette lightPalette() {
-    QPalette palette{text,      ground,    Qt::white, QColor{160, 160, 160}, QColor{200, 200, 200}, text,
+    QPalette palette{ink,       ground,    Qt::white, QColor{160, 160, 160}, QColor{200, 200, 200}, ink,
                      Qt::white, Qt::white, ground};
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, grey);
