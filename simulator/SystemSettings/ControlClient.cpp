@@ -1,6 +1,6 @@
 #include "simulator/SystemSettings/ControlClient.h"
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "simulator/client/Client.h"
 
 #include <algorithm>

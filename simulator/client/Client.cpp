@@ -1,6 +1,6 @@
 #include "simulator/client/Client.h"
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 
 #include <cstdio>
 

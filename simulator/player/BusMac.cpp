@@ -1,6 +1,6 @@
 #include "simulator/player/BusMac.h"
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "simulator/client/Client.h"
 #include "simulator/core/Request.h"
 #include "simulator/core/Verbs.h"
@@ -9,6 +9,9 @@
 #include <QDBusConnectionInterface>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QVariant>
 
 #include <algorithm>
 #include <array>
@@ -35,6 +38,64 @@ bool isOfTheStart(const QDBusError& error) {
 }
 
 } // namespace
+
+// An application ------------------------------------------------------------------------------------------------------
+
+QByteArray lineOf(const QStringList& words) {
+    return QJsonDocument{QJsonArray::fromStringList(words)}.toJson(QJsonDocument::Compact) + '\n';
+}
+
+QStringList wordsIn(const QByteArray& line) {
+    return QJsonDocument::fromJson(line).toVariant().toStringList();
+}
+
+ClientProcess::ClientProcess(const QString& program, const QString& busAddress) {
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", busAddress);
+    process_.setProcessEnvironment(environment);
+    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process_.start(program, QStringList{});
+    name_ = await().value(1);
+}
+
+ClientProcess::~ClientProcess() {
+    process_.kill();
+    process_.waitForFinished(patience);
+}
+
+void ClientProcess::order(const QStringList& words) {
+    process_.write(lineOf(words));
+    await();
+}
+
+std::vector<ClientProcess::Told> ClientProcess::hear() {
+    order({"hear"});
+    return std::exchange(told_, {});
+}
+
+void ClientProcess::quit() {
+    process_.closeWriteChannel();
+    const bool hasEnded = process_.state() == QProcess::NotRunning || process_.waitForFinished(patience);
+    if (!hasEnded) throw NotDone{"an application does not end"};
+}
+
+QStringList ClientProcess::await() {
+    QStringList words = readLine();
+    for (; words.value(0) == "told"; words = readLine())
+        told_.push_back({words.value(1), words.value(2)});
+    if (words.value(0) == "refused") throw NotDone{words.value(1).toStdString()};
+    return words;
+}
+
+QStringList ClientProcess::readLine() {
+    while (!process_.canReadLine()) {
+        if (process_.waitForReadyRead(patience)) continue;
+        throw NotDone{"an application ended, or says nothing: " + process_.errorString().toStdString()};
+    }
+    return wordsIn(process_.readLine());
+}
+
+// The Mac -------------------------------------------------------------------------------------------------------------
 
 template <typename Value>
 Value BusMac::answered(QDBusPendingReply<Value> reply) const {

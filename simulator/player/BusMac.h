@@ -2,14 +2,57 @@
 
 #include "Simulator1Proxy.h"
 
-#include "simulator/player/ClientProcess.h"
 #include "simulator/player/Mac.h"
 #include "simulator/player/PrivateBus.h"
 
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace simulator::player {
+
+/// How one speaks with an application: words, a line of them.
+QByteArray lineOf(const QStringList& words);
+QStringList wordsIn(const QByteArray& line);
+
+/// A running application: a process that asks the service what it is told to, and tells what it hears; see
+/// submit/main.cpp for what is said. Whatever does not come about, such as an answer within a minute, is thrown as
+/// NotDone.
+class ClientProcess {
+public:
+    ClientProcess(const QString& program, const QString& busAddress);
+    ~ClientProcess();
+    ClientProcess(const ClientProcess&) = delete;
+    ClientProcess& operator=(const ClientProcess&) = delete;
+
+    /// Its unique name on the bus.
+    const QString& name() const { return name_; }
+
+    /// "submit", "answer" or "hear", with what follows. Returns when it is done.
+    void order(const QStringList& words);
+    struct Told {
+        QString token;
+        QString text;
+    };
+    /// What it was told, in order, up to what the bus held for it now, and since this was last called.
+    std::vector<Told> hear();
+    /// Returns when it has ended.
+    void quit();
+
+private:
+    /// Reads on until it says something else than what it was told.
+    QStringList await();
+    QStringList readLine();
+
+    QProcess process_;
+    QString name_;
+    std::vector<Told> told_;
+};
 
 /// A Mac on a bus of its own. Applications are real bundles in a temporary folder, which stands for the disk, and real
 /// processes that run in them; the service finds out by itself who asks. Needs a QCoreApplication. Throws NotDone.

@@ -1,7 +1,7 @@
 #include "simulator/player/CoreMac.h"
 
 #include "simulator/core/Verbs.h"
-#include "simulator/disk/ProfileReader.h"
+#include "simulator/disk/RealDisk.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "simulator/player/PrivateBus.h"
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "simulator/player/Mac.h"
 
 #include <QDBusError>

@@ -1,6 +1,6 @@
 #include "simulator/sysextctl/Commands.h"
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "simulator/client/Client.h"
 #include "simulator/core/Refusal.h"
 #include "simulator/core/Verbs.h"

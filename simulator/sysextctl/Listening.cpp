@@ -1,6 +1,6 @@
 #include "simulator/sysextctl/Listening.h"
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "simulator/client/Client.h"
 #include "simulator/core/Words.h"
 #include "simulator/sysextctl/Lists.h"

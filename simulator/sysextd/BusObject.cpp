@@ -1,6 +1,6 @@
 #include "simulator/sysextd/BusObject.h"
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "simulator/core/Verbs.h"
 #include "simulator/disk/RealDisk.h"
 

@@ -1,7 +1,5 @@
 #include "simulator/sysextd/Service.h"
 
-#include "simulator/disk/ProfileReader.h"
-
 #include <QMetaObject>
 
 #include <cstdio>

@@ -1,5 +1,5 @@
 #include "Simulator1Adaptor.h"
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "simulator/store/Store.h"
 #include "simulator/sysextd/BusObject.h"
 

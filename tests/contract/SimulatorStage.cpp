@@ -1,6 +1,6 @@
 #include "Simulator1Proxy.h"
 #include "platform/linux/SimulatorManager.h"
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "tests/contract/ContractTest.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/QtTesting.h"

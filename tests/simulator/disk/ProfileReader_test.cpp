@@ -1,4 +1,4 @@
-#include "simulator/disk/ProfileReader.h"
+#include "simulator/disk/RealDisk.h"
 
 #include "simulator/disk/PropertyList.h"
 

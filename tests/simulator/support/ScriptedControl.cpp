@@ -1,6 +1,6 @@
 #include "tests/simulator/support/ScriptedControl.h"
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 
 #include <stdexcept>
 #include <utility>

@@ -1,7 +1,7 @@
 #include "tests/simulator/support/SimulatedMac.h"
 
 #include "simulator/player/BundleWriter.h"
-#include "simulator/player/ClientProcess.h"
+#include "simulator/player/BusMac.h"
 #include "simulator/player/Sample.h"
 
 #include <QDBusConnectionInterface>

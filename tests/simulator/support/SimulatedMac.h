@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Simulator1Proxy.h"
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "tests/simulator/support/Program.h"
 #include "tests/simulator/support/QtTesting.h"
 #include "tests/support/PrivateBus.h"

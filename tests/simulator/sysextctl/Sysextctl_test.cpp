@@ -1,6 +1,6 @@
 // The program itself, in front of a service that answers what the test says.
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "tests/simulator/support/Program.h"
 #include "tests/simulator/support/QtTesting.h"
 #include "tests/simulator/support/ScriptedControl.h"

@@ -1,6 +1,6 @@
 // What the machine knows and says, as it goes over the bus.
 
-#include "simulator/bus/Names.h"
+#include "simulator/bus/Types.h"
 #include "simulator/core/Words.h"
 #include "simulator/sysextd/BusObject.h"
 #include "tests/simulator/support/QtTesting.h"
