@@ -12,7 +12,7 @@ namespace simulator {
 
 namespace {
 
-// Bundles -------------------------------------------------------------------------------------------------------------
+// Bundles ------------------------------------------------------------------------------------------------------------
 
 constexpr auto installEntitlement = "com.apple.developer.system-extension.install";
 constexpr auto groupsEntitlement = "com.apple.security.application-groups";
@@ -74,7 +74,7 @@ QFileInfoList foldersIn(const std::string& path) {
     return QDir{QString::fromStdString(path)}.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
 }
 
-// A management profile ------------------------------------------------------------------------------------------------
+// A management profile -----------------------------------------------------------------------------------------------
 
 constexpr auto policyType = "com.apple.system-extension-policy";
 

@@ -16,6 +16,13 @@
 
 namespace simulator::player {
 
+/// Puts a bundle into a folder of the real disk, instead of what is there, so that it is read as it is described, right
+/// or wrong; its description's own path is not looked at. Its program is a copy of that program. Throws NotDone.
+void writeBundle(const BundleOnDisk& bundle, const QString& folder, const QString& program);
+
+/// Where the program of a bundle lies.
+QString programOf(const QString& folder);
+
 /// How one speaks with an application: words, a line of them.
 QByteArray lineOf(const QStringList& words);
 QStringList wordsIn(const QByteArray& line);

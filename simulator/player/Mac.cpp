@@ -1,6 +1,60 @@
 #include "simulator/player/Mac.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace simulator::player {
+
+namespace {
+
+void giveTeam(ExtensionOnDisk& extension, const std::string& team) {
+    if (extension.team.empty()) extension.team = team;
+    if (extension.category != Category::camera || !extension.machServiceName.empty()) return;
+    extension.machServiceName = extension.team + "." + stemOf(extension.fileName);
+    extension.applicationGroups = {stemOf(extension.machServiceName)};
+}
+
+ExtensionOnDisk sampleExtension(const std::string& fileName, const std::string& name) {
+    ExtensionOnDisk extension = extensionNamed(fileName, {"2.1", "2105"});
+    extension.name = name;
+    return extension;
+}
+
+} // namespace
+
+// The sample application ---------------------------------------------------------------------------------------------
+
+ExtensionOnDisk extensionNamed(const std::string& fileName, const Version& version) {
+    ExtensionOnDisk extension;
+    extension.fileName = fileName;
+    extension.identifier = stemOf(fileName);
+    extension.shortVersion = version.shortVersion;
+    extension.version = version.version;
+    extension.name = stemOf(fileName);
+    if (suffixOf(fileName) == ".dext") extension.category = Category::driver;
+    if (suffixOf(fileName) == ".systemextension") extension.category = Category::camera;
+    extension.hasUsageDescription = true;
+    extension.sealMatches = true;
+    return extension;
+}
+
+void carry(BundleOnDisk& bundle, ExtensionOnDisk extension, bool isSealed) {
+    if (isSealed) giveTeam(extension, bundle.team);
+    auto& all = bundle.extensions;
+    std::erase_if(all, [&](const ExtensionOnDisk& other) { return other.fileName == extension.fileName; });
+    all.push_back(std::move(extension));
+    std::sort(all.begin(), all.end(),
+              [](const ExtensionOnDisk& left, const ExtensionOnDisk& right) { return left.fileName < right.fileName; });
+}
+
+BundleOnDisk sampleApplication() {
+    BundleOnDisk bundle{
+        std::string{"/Applications/"} + sampleName + ".app", "com.kelvra.driver-manager", sampleTeam, true, {}};
+    carry(bundle, sampleExtension("com.kelvra.driverkit.base.dext", "Base"));
+    carry(bundle, sampleExtension("com.kelvra.driverkit.usb-to-poe.dext", "Network"));
+    carry(bundle, sampleExtension("com.kelvra.ip-camera.cmio.systemextension", "Camera"));
+    return bundle;
+}
 
 // Applications -------------------------------------------------------------------------------------------------------
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/core/Copy.h"
 #include "simulator/core/Disk.h"
 #include "simulator/core/Request.h"
 #include "simulator/core/Verbs.h"
@@ -18,6 +19,20 @@ class NotDone : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// The application that is on every Mac when a scenario begins, and that is meant where a line names none.
+inline constexpr auto sampleName = "Driver Manager";
+inline constexpr auto sampleTeam = "KELVRA0001";
+
+/// In /Applications, sound, with two drivers and a camera extension, each 2.1/2105.
+BundleOnDisk sampleApplication();
+
+/// A sound extension, by its file name: a driver, or else a camera.
+ExtensionOnDisk extensionNamed(const std::string& fileName, const Version& version);
+
+/// Puts an extension into a bundle, instead of one of the same file name. Where it is sealed and names no team, it is
+/// of the application's team; where a camera names no service, it has one in a group of its own.
+void carry(BundleOnDisk& bundle, ExtensionOnDisk extension, bool isSealed = true);
 
 /// What an application asks.
 struct Ask {

@@ -1,7 +1,6 @@
 #include "simulator/player/Scenario.h"
 
 #include "simulator/core/Verbs.h"
-#include "simulator/player/Sample.h"
 
 #include <algorithm>
 #include <filesystem>

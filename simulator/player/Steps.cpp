@@ -1,7 +1,5 @@
 #include "simulator/player/Steps.h"
 
-#include "simulator/player/Sample.h"
-
 #include <algorithm>
 #include <utility>
 

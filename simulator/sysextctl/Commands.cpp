@@ -7,9 +7,8 @@
 #include "simulator/player/BusMac.h"
 #include "simulator/player/CoreMac.h"
 #include "simulator/player/Scenario.h"
-#include "simulator/sysextctl/Ending.h"
 #include "simulator/sysextctl/Listening.h"
-#include "simulator/sysextctl/Lists.h"
+#include "simulator/sysextctl/Output.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -3,7 +3,6 @@
 #include "simulator/bus/Types.h"
 #include "simulator/client/Client.h"
 #include "simulator/core/Words.h"
-#include "simulator/sysextctl/Lists.h"
 
 #include <QTimer>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simulator/core/Machine.h"
-#include "simulator/player/Sample.h"
+#include "simulator/player/Mac.h"
 #include "tests/contract/ContractTest.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "simulator/player/BundleWriter.h"
+#include "simulator/player/BusMac.h"
 
 #include "simulator/disk/RealDisk.h"
 #include "simulator/player/Mac.h"

@@ -1,8 +1,6 @@
 #include "tests/simulator/support/SimulatedMac.h"
 
-#include "simulator/player/BundleWriter.h"
 #include "simulator/player/BusMac.h"
-#include "simulator/player/Sample.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>

@@ -4,8 +4,7 @@
 #include "simulator/core/Verbs.h"
 #include "simulator/player/Scenario.h"
 #include "simulator/sysextctl/Commands.h"
-#include "simulator/sysextctl/Ending.h"
-#include "simulator/sysextctl/Lists.h"
+#include "simulator/sysextctl/Output.h"
 #include "tests/simulator/support/QtTesting.h"
 #include "tests/simulator/support/ScriptedControl.h"
 

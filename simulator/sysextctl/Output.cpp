@@ -1,19 +1,54 @@
-#include "simulator/sysextctl/Lists.h"
+#include "simulator/sysextctl/Output.h"
 
 #include "simulator/core/Copy.h"
-#include "simulator/core/Words.h"
-#include "simulator/sysextctl/Ending.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStringList>
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 
 namespace simulator::ctl {
 
 namespace {
+
+// How it ends --------------------------------------------------------------------------------------------------------
+
+bool breaksLine(QChar character) {
+    return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
+}
+
+bool isNotUnderstood(const QString& name) {
+    const QString prefix{errorPrefix};
+    return name == prefix + "UnknownIdentifier" || name == prefix + "InvalidArgument";
+}
+
+/// The bus tried to start the service and failed.
+bool cannotBeStarted(const QString& name) {
+    return name.startsWith("org.freedesktop.DBus.Error.Spawn.");
+}
+
+QString lineOf(const QDBusError& error) {
+    if (cannotBeStarted(error.name()))
+        return QStringLiteral("the simulated extension service cannot be started; running sysextd shows why");
+    switch (error.type()) {
+    case QDBusError::ServiceUnknown:
+    case QDBusError::Disconnected:
+    case QDBusError::NoServer:
+        return QStringLiteral("the simulated extension service is not running, and nothing here starts it");
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+        return QStringLiteral("the simulated extension service went away, or gave no answer in time");
+    default:
+        return error.message().isEmpty() ? error.name() : error.message();
+    }
+}
+
+// The lists ----------------------------------------------------------------------------------------------------------
 
 constexpr std::string_view categoryPrefix = "com.apple.system_extension.";
 
@@ -68,6 +103,23 @@ QString jsonLines(const QList<Entry>& entries) {
 }
 
 } // namespace
+
+QString oneLine(QString text) {
+    for (auto& character : text)
+        if (breaksLine(character)) character = u' ';
+    return text;
+}
+
+CommandFailure failureOf(const QDBusError& error) {
+    return {isNotUnderstood(error.name()) ? exitCode::notUnderstood : exitCode::notDone, lineOf(error)};
+}
+
+void say(const QString& text) {
+    const auto bytes = text.toUtf8();
+    const auto length = static_cast<std::size_t>(bytes.size());
+    const bool isWritten = std::fwrite(bytes.constData(), 1, length, stdout) == length && std::fflush(stdout) == 0;
+    if (!isWritten) throw CommandFailure{exitCode::notDone, "standard output takes no more"};
+}
 
 WordList shortCategories() {
     WordList names;
