@@ -170,7 +170,9 @@ TEST_F(AMachineThatRefuses, SaysWhyThereIsNothingToDoToAnExtension) {
                                                           {&Machine::disable, "not enabled"},
                                                           {&Machine::enable, "not disabled"}};
     for (const auto& [verb, reason] : verbs) {
-        const auto said = [&](const std::string& identifier) { return textOf((machine().*verb)(identifier)); };
+        const auto said = [&, act = verb](const std::string& identifier) {
+            return textOf((machine().*act)(identifier));
+        };
         EXPECT_EQ(said(camera), "nothing waiting: com.kelvra.ip-camera.cmio: " + reason);
         EXPECT_EQ(said("com.example.unknown"), "unknown identifier: com.example.unknown: no such extension");
         EXPECT_EQ(said(""), "unknown identifier: : no such extension");
