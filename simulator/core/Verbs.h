@@ -46,6 +46,7 @@ struct Verb {
     Names names = Names::nothing;
     /// In a scenario, any other word that looks like an option is a text.
     std::string_view option{};
+    /// What it may name, as lines for the help; null if the details say it all.
     std::string (*list)() = nullptr;
 };
 
