@@ -22,8 +22,8 @@ namespace {
 
 using tests::CopyOnTheBus;
 using tests::onTheBus;
-using tests::processEventsUntil;
 using tests::ScriptedService;
+using tests::until;
 
 const QString bundle = QStringLiteral(BUNDLE);
 const QString executable = QStringLiteral("/Contents/MacOS/Driver Manager");
@@ -48,7 +48,7 @@ protected:
     void start(const std::function<void()>& open = [] {}) {
         application.setChildProcessModifier(open);
         application.start();
-        ASSERT_TRUE(processEventsUntil([&] { return service.calls().size() >= 3; }));
+        ASSERT_TRUE(until([&] { return service.calls().size() >= 3; }));
     }
 
     void answerAll() {
@@ -135,7 +135,7 @@ protected:
     /// Starts the application of the bundle and expects it to stop on account of its Info.plist.
     void expectToStop(const std::string& reason) {
         application.start();
-        ASSERT_TRUE(processEventsUntil([&] { return application.state() == QProcess::NotRunning; }));
+        ASSERT_TRUE(until([&] { return application.state() == QProcess::NotRunning; }));
         EXPECT_EQ(application.exitStatus(), QProcess::CrashExit);
         EXPECT_EQ(application.exitCode(), SIGABRT);
         EXPECT_EQ(application.readAllStandardError().toStdString(),

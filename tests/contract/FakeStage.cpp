@@ -19,6 +19,18 @@ OSSystemExtensionProperties propertiesOf(const CopyRecord& copy) {
     return make(copy.identifier, copy.shortVersion, copy.version);
 }
 
+simulator::RequestKind kindOf(const Kind kind) {
+    switch (kind) {
+    case Kind::activation:
+        return simulator::RequestKind::activation;
+    case Kind::deactivation:
+        return simulator::RequestKind::deactivation;
+    case Kind::properties:
+        break;
+    }
+    return simulator::RequestKind::properties;
+}
+
 /// The fake services that the model's, the views' and the window's tests stand on.
 class FakeStandIn final : public ScriptedStandIn {
 public:
@@ -29,7 +41,7 @@ public:
     std::vector<Submission> submissions() const override {
         std::vector<Submission> submissions;
         for (const auto& [kind, identifier] : manager_.submissions())
-            submissions.push_back({kind, identifier});
+            submissions.push_back({kindOf(kind), identifier});
         return submissions;
     }
 

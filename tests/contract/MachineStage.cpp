@@ -11,18 +11,6 @@ namespace {
 
 constexpr auto client = "the application";
 
-simulator::RequestKind kindOf(const Kind kind) {
-    switch (kind) {
-    case Kind::activation:
-        return simulator::RequestKind::activation;
-    case Kind::deactivation:
-        return simulator::RequestKind::deactivation;
-    case Kind::properties:
-        break;
-    }
-    return simulator::RequestKind::properties;
-}
-
 void must(const simulator::Verdict& verdict) {
     if (verdict) ADD_FAILURE() << "the machine refuses: " << verdict->message;
 }
@@ -52,6 +40,7 @@ struct Prompt {
 
 MachineStage::MachineStage(std::unique_ptr<ScriptedStandIn> standIn)
     : standIn_{std::move(standIn)}, machine_{simulator::State{}, disk_} {
+    disk_.put(simulator::sampleBundle());
 }
 
 void MachineStage::act(const std::vector<std::string>& words) {
@@ -68,7 +57,7 @@ bool MachineStage::takeSubmission() {
     const auto submissions = standIn_->submissions();
     if (submissionsTaken_ == submissions.size()) return false;
     const auto& submission = submissions[submissionsTaken_];
-    must(machine_.submit({client, std::to_string(submissionsTaken_), disk_.bundle().path, kindOf(submission.kind),
+    must(machine_.submit({client, std::to_string(submissionsTaken_), simulator::sampleApplication, submission.kind,
                           submission.identifier}));
     ++submissionsTaken_;
     return true;

@@ -1,16 +1,14 @@
 #pragma once
 
 #include "simulator/core/Machine.h"
-#include "simulator/player/Mac.h"
 #include "tests/contract/ContractTest.h"
+#include "tests/simulator/sample/FakeDisk.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace contract {
@@ -19,7 +17,7 @@ namespace contract {
 class ScriptedStandIn {
 public:
     struct Submission {
-        platform::OSSystemExtensionRequest::Kind kind;
+        simulator::RequestKind kind;
         std::string identifier;
     };
 
@@ -47,23 +45,6 @@ public:
     virtual bool runMainQueue() = 0;
 };
 
-/// A disk on which the application lies that asks.
-class DiskOfTheStage final : public simulator::Disk {
-public:
-    const simulator::BundleOnDisk& bundle() const { return bundle_; }
-
-    std::optional<simulator::BundleOnDisk> read(const std::string& path) const override {
-        return path == bundle_.path ? std::optional{bundle_} : std::nullopt;
-    }
-    std::vector<std::string> bundlesIn(const std::string&) const override { return {bundle_.path}; }
-    std::variant<simulator::Profile, simulator::Refusal> profileIn(const std::string&) const override {
-        return simulator::Profile{};
-    }
-
-private:
-    const simulator::BundleOnDisk bundle_ = simulator::player::sampleApplication();
-};
-
 /// The stage of a scripted stand-in. What it is to say is decided by the machine of the simulator, here in the process,
 /// so that the script is the same one that the simulator itself follows.
 class MachineStage final : public Stage {
@@ -80,7 +61,7 @@ private:
     bool takeReplacementAnswer();
 
     std::unique_ptr<ScriptedStandIn> standIn_;
-    DiskOfTheStage disk_;
+    simulator::FakeDisk disk_;
     simulator::Machine machine_;
     std::size_t submissionsTaken_ = 0;
     std::size_t replacementAnswersTaken_ = 0;

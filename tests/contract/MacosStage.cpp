@@ -14,12 +14,6 @@ Object propertiesOf(const CopyRecord& copy) {
                                    copy.isEnabled, copy.isAwaitingUserApproval, copy.isUninstalling);
 }
 
-platform::OSSystemExtensionRequest::Kind kindOf(const std::string& name) {
-    if (name == "activation") return platform::OSSystemExtensionRequest::Kind::activation;
-    if (name == "deactivation") return platform::OSSystemExtensionRequest::Kind::deactivation;
-    return platform::OSSystemExtensionRequest::Kind::properties;
-}
-
 /// The service of macOS, as the tests of its services play it.
 class MacosStandIn final : public ScriptedStandIn {
 public:
@@ -33,7 +27,8 @@ public:
         std::vector<Submission> submissions;
         for (const std::string& submission : service_.submissions()) {
             const std::size_t space = submission.find(' ');
-            submissions.push_back({kindOf(submission.substr(0, space)), submission.substr(space + 1)});
+            submissions.push_back(
+                {simulator::requestKindNamed(submission.substr(0, space)).value(), submission.substr(space + 1)});
         }
         return submissions;
     }

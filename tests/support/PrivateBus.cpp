@@ -1,5 +1,7 @@
 #include "tests/support/PrivateBus.h"
 
+#include "tests/support/Descriptors.h"
+
 #include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMessage>
@@ -7,10 +9,8 @@
 #include <QFile>
 #include <QUuid>
 
-#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <stdexcept>
@@ -21,15 +21,12 @@ namespace {
 
 constexpr int patience = 20'000;
 
-constexpr auto configuration = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
+constexpr auto configuration = R"(<busconfig>
   <type>session</type>
   <listen>unix:path=%1</listen>
   <servicedir>%2</servicedir>
   <limit name="max_replies_per_connection">50000</limit>
   <policy context="default">
-    <allow user="*"/>
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
     <allow own="*"/>
@@ -44,31 +41,17 @@ void write(const QString& path, const QString& text) {
         throw std::runtime_error{"cannot write " + path.toStdString()};
 }
 
-/// A process that need not be a child of this one; none if its number is 0.
-class RunningProcess {
-public:
-    explicit RunningProcess(uint number)
-        : descriptor_{number == 0 ? -1 : static_cast<int>(syscall(SYS_pidfd_open, number, 0))} {}
-    ~RunningProcess() {
-        if (descriptor_ >= 0) close(descriptor_);
-    }
-    RunningProcess(const RunningProcess&) = delete;
-    RunningProcess& operator=(const RunningProcess&) = delete;
-
-    void waitForEnd() const {
-        pollfd process{descriptor_, POLLIN, 0};
-        if (descriptor_ >= 0) poll(&process, 1, patience);
-    }
-
-private:
-    int descriptor_;
-};
+/// Becomes readable when the process ends that has the name, which need not be a child of this one; closed if none has.
+Descriptor processOf(const QString& name, const QDBusConnection& bus) {
+    const QDBusReply<uint> process = bus.interface()->servicePid(name);
+    return Descriptor{process.isValid() ? static_cast<int>(syscall(SYS_pidfd_open, process.value(), 0)) : -1};
+}
 
 } // namespace
 
 PrivateBus::PrivateBus(const QProcessEnvironment& environment) : address_{"unix:path=" + path("bus")} {
     QDir{folder_.path()}.mkdir("services");
-    writeConfiguration();
+    write(path("bus.conf"), QString{configuration}.arg(path("bus"), path("services")));
     daemon_.setProcessEnvironment(environment);
     daemon_.setStandardErrorFile(path("errors"));
     daemon_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
@@ -111,26 +94,16 @@ QByteArray PrivateBus::errors() const {
 
 void PrivateBus::stop() {
     if (daemon_.state() == QProcess::NotRunning) return;
-    const RunningProcess service{startedService()};
+    const Descriptor service = activatable_.isEmpty() ? Descriptor{-1} : processOf(activatable_, connect());
     daemon_.terminate();
     daemon_.waitForFinished(patience);
-    service.waitForEnd();
+    pollfd end{service.get(), POLLIN, 0};
+    if (service.get() >= 0) poll(&end, 1, patience);
     QFile::remove(path("bus"));
-}
-
-/// The process of the service that the bus started; 0 for none.
-uint PrivateBus::startedService() {
-    if (activatable_.isEmpty()) return 0;
-    const QDBusReply<uint> process = connect().interface()->servicePid(activatable_);
-    return process.isValid() ? process.value() : 0;
 }
 
 QString PrivateBus::path(const QString& name) const {
     return folder_.filePath(name);
-}
-
-void PrivateBus::writeConfiguration() const {
-    write(path("bus.conf"), QString{configuration}.arg(path("bus"), path("services")));
 }
 
 void PrivateBus::start() {

@@ -41,8 +41,6 @@ public:
 
 private:
     QString path(const QString& name) const;
-    void writeConfiguration() const;
-    uint startedService();
 
     QTemporaryDir folder_;
     QProcess daemon_;

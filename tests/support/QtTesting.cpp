@@ -1,36 +1,52 @@
 #include "tests/support/QtTesting.h"
 
-#include <QByteArray>
-#include <QString>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QEventLoop>
+#include <QTimer>
 
-#include <cstdio>
 #include <gtest/gtest.h>
+
+#include <chrono>
 
 namespace tests {
 
 namespace {
 
+bool (*isUsualMessage)(const QString& message);
+
 void handle(const QtMsgType type, const QMessageLogContext&, const QString& message) {
-    const auto text = message.toUtf8();
-    if (type == QtDebugMsg || type == QtInfoMsg) {
-        std::fprintf(stderr, "%s\n", text.constData());
-    } else {
-        ADD_FAILURE() << "Qt: " << text.constData();
-    }
+    if (type == QtDebugMsg || type == QtInfoMsg || isUsualMessage(message)) return;
+    ADD_FAILURE() << "Qt says: " << message.toStdString();
 }
 
-void handleOffscreen(const QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (!message.startsWith(QLatin1String{"This plugin does not support "})) handle(type, context, message);
+void deleteDeferred() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 } // namespace
 
-void failOnQtWarnings() {
+void failOnQtWarnings(bool (*isUsual)(const QString& message)) {
+    isUsualMessage = isUsual;
     qInstallMessageHandler(handle);
 }
 
-void failOnQtWarningsOffscreen() {
-    qInstallMessageHandler(handleOffscreen);
+bool until(const std::function<bool()>& condition) {
+    bool isLate = false;
+    QTimer bound;
+    bound.setSingleShot(true);
+    bound.callOnTimeout([&isLate] { isLate = true; });
+    bound.start(std::chrono::seconds{30});
+    while (!condition() && !isLate) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        deleteDeferred();
+    }
+    return condition();
+}
+
+void handleEvents() {
+    QCoreApplication::processEvents();
+    deleteDeferred();
 }
 
 } // namespace tests

@@ -1,32 +1,27 @@
 #pragma once
 
-#include <QCoreApplication>
-#include <QEventLoop>
-#include <QTimer>
+#include <QString>
 
-#include <chrono>
+#include <functional>
+#include <ostream>
 
 // What tests of Qt programs share.
 
+/// How GoogleTest shows a text of Qt.
+inline void PrintTo(const QString& text, std::ostream* stream) {
+    *stream << '"' << text.toStdString() << '"';
+}
+
 namespace tests {
 
-/// From here on every warning that Qt prints fails the test that is running. Called once, first in main.
-void failOnQtWarnings();
-/// The same, but for what the offscreen platform says of what it lacks itself.
-void failOnQtWarningsOffscreen();
+/// From here on every warning that Qt prints fails the test that is running, but for those that are usual.
+void failOnQtWarnings(bool (*isUsual)(const QString& message) = [](const QString&) { return false; });
 
-/// Handles events, sleeping in between, until `condition` holds. False if it does not within half a minute: a bound
-/// for a test that fails, not a time to wait.
-template <typename Condition>
-bool processEventsUntil(const Condition condition) {
-    bool late = false;
-    QTimer bound;
-    bound.setSingleShot(true);
-    QObject::connect(&bound, &QTimer::timeout, &bound, [&late] { late = true; });
-    bound.start(std::chrono::seconds{30});
-    while (!condition() && !late)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return condition();
-}
+/// Handles events, sleeping in between, until the condition holds; looks at it after each. False if it does not within
+/// half a minute: a bound for a test that fails, not a time to wait.
+[[nodiscard]] bool until(const std::function<bool()>& condition);
+
+/// Handles every event that is there already, the deferred deletions too.
+void handleEvents();
 
 } // namespace tests

@@ -1,4 +1,4 @@
-#include "tests/simulator/support/QtTesting.h"
+#include "tests/support/QtTesting.h"
 
 #include "simulator/SystemSettings/PrivacyPage.h"
 #include "tests/simulator/support/ScriptedControl.h"

@@ -1,4 +1,4 @@
-#include "tests/simulator/support/QtTesting.h"
+#include "tests/support/QtTesting.h"
 
 #include "tests/simulator/SystemSettings/ShownWindow.h"
 #include "tests/simulator/support/Program.h"
@@ -114,7 +114,6 @@ protected:
 
 private:
     OffscreenApplication application_;
-    QtMessages messages_;
     ::tests::PrivateBus bus_;
     ScriptedControl control_{bus_.connect()};
     std::optional<ShownWindow> shown_;
@@ -320,7 +319,7 @@ TEST_F(SystemSettings, DropsAnswersThatComeAfterItIsClosed) {
     emit control().Changed();
     ASSERT_TRUE(untilAsked("ListCopies", 2));
     close();
-    handleEvents();
+    ::tests::handleEvents();
 }
 
 TEST_F(SystemSettings, EndsBySigtermWhileAQuestionIsOpenAndSaysNothing) {

@@ -20,6 +20,7 @@ OffscreenApplication::OffscreenApplication() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("XDG_RUNTIME_DIR", runtime_.path().toUtf8());
     application_.emplace(argc_, argv_);
+    ::tests::failOnQtWarnings(isNoteOfOwnerRace);
     settings::useAppearance(*application_);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simulator/SystemSettings/SettingsWindow.h"
-#include "tests/simulator/support/QtTesting.h"
+#include "tests/simulator/support/TestApplication.h"
 
 #include <QApplication>
 #include <QStringList>

@@ -13,7 +13,6 @@ namespace {
 class SystemSettingsOnASimulatedMac : public testing::Test {
 private:
     OffscreenApplication offscreen_;
-    QtMessages messages_;
 
 protected:
     void openAfter(const QString& line) {

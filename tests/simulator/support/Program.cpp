@@ -1,6 +1,6 @@
 #include "tests/simulator/support/Program.h"
 
-#include "tests/simulator/support/QtTesting.h"
+#include "tests/simulator/support/TestApplication.h"
 
 #include <csignal>
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "Simulator1Proxy.h"
 #include "simulator/bus/Types.h"
 #include "tests/simulator/support/Program.h"
-#include "tests/simulator/support/QtTesting.h"
+#include "tests/simulator/support/TestApplication.h"
 #include "tests/support/PrivateBus.h"
 
 #include <QDBusServiceWatcher>

@@ -5,8 +5,8 @@
 #include "simulator/player/Scenario.h"
 #include "simulator/sysextctl/Commands.h"
 #include "simulator/sysextctl/Output.h"
-#include "tests/simulator/support/QtTesting.h"
 #include "tests/simulator/support/ScriptedControl.h"
+#include "tests/support/QtTesting.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -2,8 +2,8 @@
 
 #include "simulator/bus/Types.h"
 #include "tests/simulator/support/Program.h"
-#include "tests/simulator/support/QtTesting.h"
 #include "tests/simulator/support/ScriptedControl.h"
+#include "tests/simulator/support/TestApplication.h"
 #include "tests/support/PrivateBus.h"
 
 #include <QDir>

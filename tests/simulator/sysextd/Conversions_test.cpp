@@ -3,7 +3,7 @@
 #include "simulator/bus/Types.h"
 #include "simulator/core/Words.h"
 #include "simulator/sysextd/BusObject.h"
-#include "tests/simulator/support/QtTesting.h"
+#include "tests/support/QtTesting.h"
 
 #include <gmock/gmock.h>
 

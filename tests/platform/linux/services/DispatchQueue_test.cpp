@@ -17,14 +17,14 @@ TEST(TheMainQueue, RunsWorkLaterAndInOrder) {
     });
     DispatchQueue::main().async([&] { order += "b"; });
     EXPECT_EQ(order, "");
-    EXPECT_TRUE(tests::processEventsUntil([&] { return order.size() >= 4; }));
+    EXPECT_TRUE(tests::until([&] { return order.size() >= 4; }));
     EXPECT_EQ(order, "aabc");
 }
 
 TEST(TheMainQueue, RunsOnTheMainThreadWhatAnyThreadAppends) {
     std::thread::id ranOn;
     std::thread{[&] { DispatchQueue::main().async([&] { ranOn = std::this_thread::get_id(); }); }}.join();
-    EXPECT_TRUE(tests::processEventsUntil([&] { return ranOn != std::thread::id{}; }));
+    EXPECT_TRUE(tests::until([&] { return ranOn != std::thread::id{}; }));
     EXPECT_EQ(ranOn, std::this_thread::get_id());
 }
 

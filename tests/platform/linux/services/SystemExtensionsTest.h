@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Listener.h"
 #include "platform/linux/SimulatorManager.h"
+#include "tests/support/Listener.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/QtTesting.h"
 #include "tests/support/ScriptedService.h"
@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tests {
 
@@ -19,14 +20,17 @@ namespace tests {
 /// its own, and says exactly what the test tells it to.
 class SystemExtensionsTest : public testing::Test {
 protected:
-    std::weak_ptr<Listener::Request> submit(const std::string& identifier, const std::shared_ptr<Listener>& to) {
-        const auto request = platform::OSSystemExtensionRequest::activationRequestForExtension(
-            identifier, platform::DispatchQueue::main());
+    std::weak_ptr<OSSystemExtensionRequest> submit(const std::string& identifier) {
+        listeners.push_back(std::make_shared<Listener>(identifier, record));
+        return submit(identifier, listeners.back());
+    }
+    std::weak_ptr<OSSystemExtensionRequest> submit(const std::string& identifier, const std::shared_ptr<Listener>& to) {
+        const auto request =
+            OSSystemExtensionRequest::activationRequestForExtension(identifier, platform::DispatchQueue::main());
         request->setDelegate(to);
         manager.submitRequest(request);
         return request;
     }
-    std::weak_ptr<Listener::Request> submit(const std::string& identifier) { return submit(identifier, listener); }
 
     void startService() { service.emplace(bus.address()); }
 
@@ -45,37 +49,40 @@ protected:
     void finish() { service->signal("Finished", {service->token(0), qlonglong{0}}); }
 
     void waitForCalls(const std::size_t count) {
-        ASSERT_TRUE(processEventsUntil([&] { return service->calls().size() >= count; }));
+        ASSERT_TRUE(until([&] { return service->calls().size() >= count; }));
     }
 
     void waitForAnswers(const std::size_t count) {
-        ASSERT_TRUE(processEventsUntil([&] { return listener->heard.size() >= count; }));
+        ASSERT_TRUE(until([&] { return record.lines.size() >= count; }));
     }
 
     /// Returns once everything that the service sent so far has been handled: an answer to a new request has overtaken
     /// nothing.
     void waitForAnswerToAnotherRequest() {
-        const auto another = std::make_shared<Listener>();
+        Record apart;
+        const auto another = std::make_shared<Listener>("another", apart);
         const auto calls = service->calls().size();
         submit("another", another);
         waitForCalls(calls + 1);
         service->signal("Finished", {service->token(calls), qlonglong{0}});
-        ASSERT_TRUE(processEventsUntil([&] { return !another->heard.empty(); }));
-        EXPECT_THAT(another->heard, testing::ElementsAre("finished 0 for another"));
+        ASSERT_TRUE(until([&] { return !apart.lines.empty(); }));
+        EXPECT_THAT(apart.lines, testing::ElementsAre("another finished 0"));
     }
 
     void expectOneFailure(const std::string& description) {
         waitForAnswers(1);
-        ASSERT_EQ(listener->errors.size(), 1U);
-        EXPECT_EQ(listener->errors[0].domain, platform::OSSystemExtensionErrorDomain);
-        EXPECT_EQ(listener->errors[0].code, 1);
-        EXPECT_THAT(listener->errors[0].localizedDescription, testing::HasSubstr(description));
+        ASSERT_EQ(record.errors.size(), 1U);
+        EXPECT_EQ(record.errors[0].domain, platform::OSSystemExtensionErrorDomain);
+        EXPECT_EQ(record.errors[0].code, 1);
+        EXPECT_THAT(record.errors[0].localizedDescription, testing::HasSubstr(description));
     }
 
     PrivateBus bus;
     std::optional<ScriptedService> service;
     platform::SimulatorManager manager{bus.address()};
-    std::shared_ptr<Listener> listener = std::make_shared<Listener>();
+    /// What the listener of each request, which is called by its identifier, has heard.
+    Record record;
+    std::vector<std::shared_ptr<Listener>> listeners;
 };
 
 } // namespace tests

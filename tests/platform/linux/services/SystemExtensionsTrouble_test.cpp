@@ -28,27 +28,28 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using tests::processEventsUntil;
 using tests::ScriptedService;
+using tests::until;
 using Calls = ScriptedService::Calls;
 
 class ASystemExtensionRequestInTrouble : public tests::SystemExtensionsTest {};
 
 TEST_F(ASystemExtensionRequestInTrouble, FailsLaterAndNotInsideItsSubmissionWhereThereIsNoBus) {
     for (const auto* const address : {"", "nonsense", "unix:path=/nonexistent/bus"}) {
-        listener = std::make_shared<tests::Listener>();
+        record = {};
         SimulatorManager elsewhere{address};
         const auto request = OSSystemExtensionRequest::activationRequestForExtension("camera", DispatchQueue::main());
+        const auto listener = std::make_shared<tests::Listener>("camera", record);
         request->setDelegate(listener);
         elsewhere.submitRequest(request);
-        EXPECT_THAT(listener->heard, IsEmpty());
+        EXPECT_THAT(record.lines, IsEmpty());
         expectOneFailure("There is no session bus");
     }
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, FailsWhereThereIsNoService) {
     submit("camera");
-    EXPECT_THAT(listener->heard, IsEmpty());
+    EXPECT_THAT(record.lines, IsEmpty());
     expectOneFailure("The extension service did not take the request");
 }
 
@@ -68,8 +69,8 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsWhereTheServiceRefusesTheAnswerToI
     service->setCalls(Calls::areRefused);
     askForReplacement();
     waitForAnswers(2);
-    EXPECT_THAT(listener->heard, ElementsAre("asked for camera", "failed 1 for camera"));
-    EXPECT_THAT(listener->errors.at(0).localizedDescription, HasSubstr("too many requests"));
+    EXPECT_THAT(record.lines, ElementsAre("camera is asked", "camera failed 1"));
+    EXPECT_THAT(record.errors.at(0).localizedDescription, HasSubstr("too many requests"));
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, FailsWhenTheServiceDiesBeforeItTakesIt) {
@@ -86,8 +87,8 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsWhenTheServiceDiesBeforeItAnswers)
     waitForAnswers(1);
     service->die();
     waitForAnswers(3);
-    EXPECT_THAT(listener->heard, ElementsAre("approve for camera", "failed 1 for camera", "failed 1 for network"));
-    EXPECT_THAT(listener->errors[0].localizedDescription, HasSubstr("went away before it answered"));
+    EXPECT_THAT(record.lines, ElementsAre("camera needs approval", "camera failed 1", "network failed 1"));
+    EXPECT_THAT(record.errors[0].localizedDescription, HasSubstr("went away before it answered"));
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, FailsWhenTheServiceGivesItsNameUp) {
@@ -97,7 +98,7 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsWhenTheServiceGivesItsNameUp) {
     service->releaseName();
     finish();
     waitForAnswers(2);
-    EXPECT_THAT(listener->heard, ElementsAre("approve for camera", "failed 1 for camera"));
+    EXPECT_THAT(record.lines, ElementsAre("camera needs approval", "camera failed 1"));
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, FailsWhenItIsTakenByAServiceThatGaveItsNameUp) {
@@ -114,7 +115,7 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheServiceDiesOverAQuestio
     service->die();
     waitForAnswers(2);
     QCoreApplication::processEvents();
-    EXPECT_THAT(listener->heard, ElementsAre("asked for camera", "failed 1 for camera"));
+    EXPECT_THAT(record.lines, ElementsAre("camera is asked", "camera failed 1"));
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheBusGoes) {
@@ -122,7 +123,7 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheBusGoes) {
     submit("network");
     bus.stop();
     waitForAnswers(2);
-    EXPECT_THAT(listener->heard, ElementsAre("failed 1 for camera", "failed 1 for network"));
+    EXPECT_THAT(record.lines, ElementsAre("camera failed 1", "network failed 1"));
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheBusGoesBeforeAnyoneNoticed) {
@@ -132,7 +133,7 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheBusGoesBeforeAnyoneNoti
     bus.stop();
     submit("network");
     waitForAnswers(2);
-    EXPECT_THAT(listener->heard, ElementsAre("finished 0 for camera", "failed 1 for network"));
+    EXPECT_THAT(record.lines, ElementsAre("camera finished 0", "network failed 1"));
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, IsNotAskedAgainOnceTheServiceIsBack) {
@@ -144,7 +145,7 @@ TEST_F(ASystemExtensionRequestInTrouble, IsNotAskedAgainOnceTheServiceIsBack) {
     waitForCalls(1);
     finish();
     waitForAnswers(2);
-    EXPECT_EQ(listener->heard.back(), "finished 0 for network");
+    EXPECT_EQ(record.lines.back(), "network finished 0");
     EXPECT_EQ(service->calls().size(), 1U) << "what failed was asked again";
 }
 
@@ -154,11 +155,11 @@ TEST_F(ASystemExtensionRequestInTrouble, OfALaterServiceIsNotAnsweredByAnEarlier
     waitForAnswers(1);
     ScriptedService later{bus.address()};
     submit("network");
-    ASSERT_TRUE(processEventsUntil([&] { return !later.calls().empty(); }));
+    ASSERT_TRUE(until([&] { return !later.calls().empty(); }));
     service->signal("Finished", {later.token(0), qlonglong{0}});
     later.signal("Finished", {later.token(0), qlonglong{1}});
     waitForAnswers(2);
-    EXPECT_EQ(listener->heard.back(), "finished 1 for network");
+    EXPECT_EQ(record.lines.back(), "network finished 1");
 }
 
 TEST_F(ASystemExtensionRequestInTrouble, IsTakenAgainOnceTheBusIsBack) {
@@ -167,13 +168,13 @@ TEST_F(ASystemExtensionRequestInTrouble, IsTakenAgainOnceTheBusIsBack) {
     waitForAnswers(1);
     submit("camera");
     waitForAnswers(2);
-    EXPECT_THAT(listener->heard, ElementsAre("failed 1 for camera", "failed 1 for camera"));
+    EXPECT_THAT(record.lines, ElementsAre("camera failed 1", "camera failed 1"));
     service.reset();
     bus.start();
     submitAccepted();
     finish();
     waitForAnswers(3);
-    EXPECT_EQ(listener->heard.back(), "finished 0 for camera");
+    EXPECT_EQ(record.lines.back(), "camera finished 0");
 }
 
 // No time limit ends a request.
@@ -195,7 +196,7 @@ TEST_F(AServiceThatTakesAnHour, IsHeardWhenItAnswers) {
     waitForAnswers(1);
     service->take(0);
     waitForAnswerToAnotherRequest();
-    EXPECT_THAT(listener->heard, ElementsAre("finished 0 for camera"));
+    EXPECT_THAT(record.lines, ElementsAre("camera finished 0"));
 }
 
 TEST_F(AServiceThatTakesAnHour, MayTakeTheAnswerToItsQuestionThen) {
@@ -207,7 +208,7 @@ TEST_F(AServiceThatTakesAnHour, MayTakeTheAnswerToItsQuestionThen) {
     service->take(1);
     finish();
     waitForAnswers(2);
-    EXPECT_THAT(listener->heard, ElementsAre("asked for camera", "finished 0 for camera"));
+    EXPECT_THAT(record.lines, ElementsAre("camera is asked", "camera finished 0"));
 }
 
 } // namespace

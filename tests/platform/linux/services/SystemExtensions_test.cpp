@@ -14,8 +14,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using tests::CopyOnTheBus;
 using tests::onTheBus;
-using tests::processEventsUntil;
 using tests::ScriptedService;
+using tests::until;
 
 class ASystemExtensionRequest : public tests::SystemExtensionsTest {};
 
@@ -23,7 +23,7 @@ TEST_F(ASystemExtensionRequest, IsToldAnUnknownResultAsItIs) {
     submitAccepted();
     service->signal("Finished", {service->token(0), qlonglong{-7}});
     waitForAnswers(1);
-    EXPECT_THAT(listener->heard, ElementsAre("finished -7 for camera"));
+    EXPECT_THAT(record.lines, ElementsAre("camera finished -7"));
 }
 
 TEST_F(ASystemExtensionRequest, TakesTenThousandCopiesAndAMegabyteOfVersion) {
@@ -32,8 +32,8 @@ TEST_F(ASystemExtensionRequest, TakesTenThousandCopiesAndAMegabyteOfVersion) {
     copies[9'999].version = QString{1'000'000, u'9'};
     service->signal("FoundProperties", {service->token(0), onTheBus(copies)});
     waitForAnswers(1);
-    ASSERT_EQ(listener->found.size(), 10'000U);
-    EXPECT_EQ(listener->found.back().bundleVersion.size(), 1'000'000U);
+    ASSERT_EQ(record.copies.size(), 10'000U);
+    EXPECT_EQ(record.copies.back().bundleVersion.size(), 1'000'000U);
 }
 
 TEST_F(ASystemExtensionRequest, HearsNothingAfterItsLastAnswer) {
@@ -44,13 +44,13 @@ TEST_F(ASystemExtensionRequest, HearsNothingAfterItsLastAnswer) {
     service->signal("Failed", {token, "", qlonglong{4}, ""});
     service->signal("FoundProperties", {token, onTheBus(QList<CopyOnTheBus>{})});
     waitForAnswerToAnotherRequest();
-    EXPECT_THAT(listener->heard, ElementsAre("finished 0 for camera"));
+    EXPECT_THAT(record.lines, ElementsAre("camera finished 0"));
 }
 
 TEST_F(ASystemExtensionRequest, AnswersNoQuestionOnceItHasEnded) {
     submitAccepted();
-    listener->onHearing = [this](const std::string& line) {
-        if (line != "asked for camera") return;
+    record.onLine = [this] {
+        if (record.lines.back() != "camera is asked") return;
         finish();
         waitForAnswers(2);
     };
@@ -67,7 +67,7 @@ TEST_F(ASystemExtensionRequest, MayBeFinishedBeforeItsSubmissionIsTaken) {
     submit("camera");
     waitForAnswers(1);
     waitForCalls(1);
-    EXPECT_THAT(listener->heard, ElementsAre("finished 0 for camera"));
+    EXPECT_THAT(record.lines, ElementsAre("camera finished 0"));
 }
 
 TEST_F(ASystemExtensionRequest, IsDroppedWithItsManager) {
@@ -77,7 +77,7 @@ TEST_F(ASystemExtensionRequest, IsDroppedWithItsManager) {
     finish();
     manager.close();
     EXPECT_TRUE(request.expired());
-    EXPECT_THAT(listener->heard, IsEmpty());
+    EXPECT_THAT(record.lines, IsEmpty());
 }
 
 // What a service that is not in order, or not ours, says.
@@ -98,7 +98,7 @@ TEST_F(ASystemExtensionRequest, FailsOnAnAnswerWithWrongArguments) {
     };
     startService();
     for (const auto& [member, arguments] : malformed) {
-        listener = std::make_shared<tests::Listener>();
+        record = {};
         const auto call = service->calls().size();
         submit("camera");
         waitForCalls(call + 1);
@@ -117,7 +117,7 @@ TEST_F(ASystemExtensionRequest, IsLeftAloneByWhatIsNoAnswerToIt) {
     service->signal("FoundProperties", {onTheBus(QList<CopyOnTheBus>{})});
     service->signal("Progress", {service->token(0), qlonglong{50}});
     waitForAnswerToAnotherRequest();
-    EXPECT_THAT(listener->heard, IsEmpty());
+    EXPECT_THAT(record.lines, IsEmpty());
 }
 
 TEST_F(ASystemExtensionRequest, BelievesNobodyButTheOwnerOfTheName) {
@@ -128,7 +128,7 @@ TEST_F(ASystemExtensionRequest, BelievesNobodyButTheOwnerOfTheName) {
     stranger.signal(service->client(), "Failed", {service->token(0)});
     stranger.flush();
     waitForAnswerToAnotherRequest();
-    EXPECT_THAT(listener->heard, IsEmpty());
+    EXPECT_THAT(record.lines, IsEmpty());
 }
 
 TEST_F(ASystemExtensionRequest, BelievesNobodyButTheBusAboutTheOwnerOfTheName) {
@@ -138,7 +138,7 @@ TEST_F(ASystemExtensionRequest, BelievesNobodyButTheBusAboutTheOwnerOfTheName) {
     stranger.signal(service->client(), "Finished", {service->token(0), qlonglong{0}});
     stranger.flush();
     waitForAnswerToAnotherRequest();
-    EXPECT_THAT(listener->heard, IsEmpty());
+    EXPECT_THAT(record.lines, IsEmpty());
 }
 
 // The simulated machine restarts.
@@ -161,7 +161,7 @@ TEST_F(ARestartOfTheMachine, EndsTheApplicationWithAStatusOfItsOwn) {
 TEST_F(ARestartOfTheMachine, IsNotBelievedOfAStranger) {
     submitAccepted();
     const ScriptedService stranger{bus.address(), ScriptedService::Owns::nothing};
-    listener->onHearing = [](const std::string&) { QCoreApplication::exit(0); };
+    record.onLine = [] { QCoreApplication::exit(0); };
     const auto say = [&] {
         stranger.broadcast("Restarting");
         stranger.flush();
@@ -181,11 +181,11 @@ protected:
         QProcess program;
         program.setProcessEnvironment(environment);
         program.start(PROGRAM, QStringList{});
-        ASSERT_TRUE(processEventsUntil([&] { return !service.calls().empty(); }));
+        ASSERT_TRUE(until([&] { return !service.calls().empty(); }));
         service.signal("FoundProperties", {service.token(0), onTheBus(QList<CopyOnTheBus>{})});
         ASSERT_TRUE(program.waitForFinished());
         EXPECT_EQ(program.exitCode(), 0);
-        EXPECT_EQ(program.readAllStandardOutput(), "found 0 for camera\n");
+        EXPECT_EQ(program.readAllStandardOutput(), "camera found 0\n");
         EXPECT_EQ(program.readAllStandardError(), "");
     }
 

@@ -1,5 +1,5 @@
-#include "Listener.h"
 #include "platform/Bundle.h"
+#include "tests/support/Listener.h"
 
 #include <QCoreApplication>
 
@@ -21,9 +21,10 @@ int tellMainBundle() {
 
 int askSharedManager(int& argc, char** argv) {
     const QCoreApplication application{argc, argv};
-    const auto listener = std::make_shared<tests::Listener>();
-    listener->onHearing = [](const std::string& line) {
-        std::printf("%s\n", line.c_str());
+    tests::Record record;
+    const auto listener = std::make_shared<tests::Listener>("camera", record);
+    record.onLine = [&record] {
+        std::printf("%s\n", record.lines.back().c_str());
         QCoreApplication::quit();
     };
     const auto request =

@@ -162,7 +162,8 @@ Place inCard(const std::uint32_t row, const std::uint32_t index) {
 } // namespace platform
 
 int main(int argc, char** argv) {
-    tests::failOnQtWarningsOffscreen();
+    // The offscreen platform says what it lacks itself.
+    tests::failOnQtWarnings([](const QString& message) { return message.startsWith("This plugin does not support "); });
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QTemporaryDir runtime;
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());

@@ -1,8 +1,8 @@
 #include "platform/SystemExtensions.h"
-#include "tests/contract/ContractTest.h"
 #include "tests/macos/gnustep/ScriptedExtensions.h"
 #include "tests/macos/gnustep/StandIns.h"
 #include "tests/platform/macos/services/MainQueue.h"
+#include "tests/support/Listener.h"
 
 #import <Foundation/Foundation.h>
 
@@ -14,14 +14,14 @@
 namespace platform {
 namespace {
 
-using contract::Listener;
-using contract::Record;
 using standin::makeArray;
 using standin::makeError;
 using standin::makeNumber;
 using standin::makeProperties;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using tests::Listener;
+using tests::Record;
 using Kind = OSSystemExtensionRequest::Kind;
 
 constexpr auto camera = "com.kelvra.ip-camera.cmio";
