@@ -1,8 +1,5 @@
 #include "simulator/SystemSettings/ControlClient.h"
 
-#include "simulator/bus/Types.h"
-#include "simulator/client/Client.h"
-
 #include <algorithm>
 #include <array>
 #include <utility>

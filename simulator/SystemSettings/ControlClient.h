@@ -1,7 +1,5 @@
 #pragma once
 
-#include "Simulator1Proxy.h"
-
 #include "simulator/client/Client.h"
 
 #include <QDBusConnection>

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "simulator/SystemSettings/Appearance.h"
-#include "simulator/SystemSettings/ControlClient.h"
 #include "simulator/SystemSettings/ExtensionSection.h"
-#include "simulator/SystemSettings/PrivacyPage.h"
 
 #include <QAbstractButton>
 #include <QDBusConnection>

@@ -1,7 +1,4 @@
-#include "simulator/SystemSettings/Appearance.h"
 #include "simulator/SystemSettings/SettingsWindow.h"
-#include "simulator/bus/Types.h"
-#include "simulator/client/Client.h"
 
 #include <QApplication>
 #include <QEvent>

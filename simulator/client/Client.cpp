@@ -1,7 +1,5 @@
 #include "simulator/client/Client.h"
 
-#include "simulator/bus/Types.h"
-
 #include <cstdio>
 
 namespace simulator {

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "simulator/core/Answer.h"
-#include "simulator/core/Copy.h"
 #include "simulator/core/Disk.h"
-#include "simulator/core/State.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,5 @@
 // What the machine holds, and how a copy goes from one state to the next.
 
-#include "simulator/core/Checks.h"
 #include "simulator/core/Machine.h"
 
 #include <map>

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "simulator/core/Copy.h"
-#include "simulator/core/Refusal.h"
 #include "simulator/core/State.h"
 
 #include <optional>

@@ -2,8 +2,6 @@
 
 #include "simulator/core/Machine.h"
 
-#include "simulator/core/Checks.h"
-
 #include <utility>
 
 namespace simulator {

@@ -1,10 +1,6 @@
 #pragma once
 
-#include "simulator/core/Answer.h"
 #include "simulator/core/Checks.h"
-#include "simulator/core/Refusal.h"
-#include "simulator/core/Request.h"
-#include "simulator/core/State.h"
 
 #include <cstdint>
 #include <functional>

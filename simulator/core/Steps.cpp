@@ -1,6 +1,5 @@
 // The steps that a request takes by itself, one after the other.
 
-#include "simulator/core/Checks.h"
 #include "simulator/core/Machine.h"
 
 #include <tuple>

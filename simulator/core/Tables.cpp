@@ -1,7 +1,5 @@
 // The tables: what stands in them, found by its name, and its name found by what it is.
 
-#include "simulator/core/Copy.h"
-#include "simulator/core/Request.h"
 #include "simulator/core/State.h"
 
 #include <algorithm>

@@ -1,8 +1,5 @@
 #include "simulator/core/Verbs.h"
 
-#include "simulator/core/Refusal.h"
-#include "simulator/core/Words.h"
-
 #include <algorithm>
 #include <array>
 #include <limits>

@@ -1,12 +1,11 @@
 #include "simulator/core/Words.h"
 
-#include "simulator/core/Refusal.h"
+#include "simulator/core/Answer.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <utility>
 
 namespace simulator {
 

@@ -1,9 +1,6 @@
 #include "simulator/player/BusMac.h"
 
-#include "simulator/bus/Types.h"
 #include "simulator/client/Client.h"
-#include "simulator/core/Request.h"
-#include "simulator/core/Verbs.h"
 #include "simulator/disk/Seal.h"
 
 #include <QDBusConnectionInterface>

@@ -1,6 +1,5 @@
 #include "simulator/player/CoreMac.h"
 
-#include "simulator/core/Verbs.h"
 #include "simulator/disk/RealDisk.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "simulator/core/Machine.h"
 #include "simulator/player/Mac.h"
 
 #include <memory>

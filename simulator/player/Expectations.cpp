@@ -1,8 +1,6 @@
 // What a scenario expects, as the text that is to be seen then.
 
-#include "simulator/core/Answer.h"
-#include "simulator/core/Request.h"
-#include "simulator/player/Steps.h"
+#include "simulator/player/Scenario.h"
 
 #include <algorithm>
 

@@ -1,8 +1,5 @@
 #pragma once
 
-#include "simulator/core/Copy.h"
-#include "simulator/core/Disk.h"
-#include "simulator/core/Request.h"
 #include "simulator/core/Verbs.h"
 
 #include <cstdint>

@@ -1,7 +1,5 @@
 #include "simulator/player/Scenario.h"
 
-#include "simulator/core/Verbs.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "simulator/player/Steps.h"
+#include "simulator/player/Scenario.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,14 +1,9 @@
 #include "simulator/sysextctl/Commands.h"
 
-#include "simulator/bus/Types.h"
-#include "simulator/client/Client.h"
-#include "simulator/core/Refusal.h"
-#include "simulator/core/Verbs.h"
 #include "simulator/player/BusMac.h"
 #include "simulator/player/CoreMac.h"
 #include "simulator/player/Scenario.h"
 #include "simulator/sysextctl/Listening.h"
-#include "simulator/sysextctl/Output.h"
 
 #include <QCoreApplication>
 #include <QDir>

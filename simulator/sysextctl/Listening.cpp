@@ -1,9 +1,5 @@
 #include "simulator/sysextctl/Listening.h"
 
-#include "simulator/bus/Types.h"
-#include "simulator/client/Client.h"
-#include "simulator/core/Words.h"
-
 #include <QTimer>
 
 #include <chrono>

@@ -1,11 +1,8 @@
 #include "simulator/sysextd/BusObject.h"
 
-#include "simulator/bus/Types.h"
 #include "simulator/core/Verbs.h"
-#include "simulator/disk/RealDisk.h"
 
 #include <QDBusConnectionInterface>
-#include <QDBusMessage>
 #include <QDBusReply>
 #include <QFile>
 #include <QVariant>

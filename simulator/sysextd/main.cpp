@@ -1,6 +1,4 @@
 #include "Simulator1Adaptor.h"
-#include "simulator/bus/Types.h"
-#include "simulator/store/Store.h"
 #include "simulator/sysextd/BusObject.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 // What is typed and printed, without a bus.
 
-#include "simulator/core/Request.h"
+#include "simulator/core/State.h"
 #include "simulator/core/Verbs.h"
 #include "simulator/player/Scenario.h"
 #include "simulator/sysextctl/Commands.h"
