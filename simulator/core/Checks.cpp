@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace simulator {
 
@@ -18,7 +19,7 @@ bool startsWith(std::string_view text, std::string_view prefix) {
 }
 
 bool isNotCarried(const Subject& subject) {
-    return subject.bundle == nullptr || subject.extension == nullptr;
+    return !subject.extension;
 }
 
 bool isNested(const Subject& subject) {
@@ -117,19 +118,20 @@ std::optional<Failure> firstFailed(const Checks& checks, const Subject& subject)
     return std::nullopt;
 }
 
-const ExtensionOnDisk* findExtension(const BundleOnDisk& bundle, const std::string& identifier) {
-    const ExtensionOnDisk* byIdentifier = nullptr;
+std::optional<ExtensionOnDisk> findExtension(const BundleOnDisk& bundle, const std::string& identifier) {
+    std::optional<ExtensionOnDisk> byIdentifier;
     for (const ExtensionOnDisk& extension : bundle.extensions) {
-        if (stemOf(extension.fileName) == identifier) return &extension;
-        if (extension.identifier == identifier) byIdentifier = &extension;
+        if (stemOf(extension.fileName) == identifier) return extension;
+        if (extension.identifier == identifier) byIdentifier = extension;
     }
     return byIdentifier;
 }
 
 } // namespace
 
-Subject subjectOf(const BundleOnDisk* bundle, const std::string& identifier, const Settings& settings) {
-    return {bundle, identifier, &settings, bundle ? findExtension(*bundle, identifier) : nullptr, false};
+Subject subjectOf(std::optional<BundleOnDisk> bundle, const std::string& identifier, const Settings& settings) {
+    auto extension = bundle ? findExtension(*bundle, identifier) : std::nullopt;
+    return {std::move(bundle), identifier, &settings, std::move(extension), false};
 }
 
 bool isCarried(const Subject& subject) {

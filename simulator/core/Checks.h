@@ -9,19 +9,19 @@ namespace simulator {
 
 /// What an activation is about.
 struct Subject {
-    /// The bundle of the application that asks; null if it runs from none.
-    const BundleOnDisk* bundle = nullptr;
+    /// The bundle of the application that asks; nothing if it runs from none.
+    std::optional<BundleOnDisk> bundle;
     std::string identifier;
     const Settings* settings = nullptr;
-    /// The extension of that identifier in the bundle, by its file name or else by its Info.plist; null if there is
+    /// The extension of that identifier in the bundle, by its file name or else by its Info.plist; nothing if there is
     /// none.
-    const ExtensionOnDisk* extension = nullptr;
+    std::optional<ExtensionOnDisk> extension;
     /// Its files are as they were when it was sealed. To be set before it is validated.
     bool sealMatches = false;
 };
 
-/// The subject of a request. All that is given must outlive it.
-Subject subjectOf(const BundleOnDisk* bundle, const std::string& identifier, const Settings& settings);
+/// The subject of a request. The settings must outlive it.
+Subject subjectOf(std::optional<BundleOnDisk> bundle, const std::string& identifier, const Settings& settings);
 
 /// Whether the application carries the extension, under its own name and of its own team.
 bool isCarried(const Subject& subject);

@@ -16,8 +16,7 @@ struct ExtensionOnDisk {
     std::string fileName;
     /// From its Info.plist; empty where it has none.
     std::string identifier;
-    std::string shortVersion;
-    std::string version;
+    Version version;
     std::string name;
     /// Nothing if it is of no known category.
     std::optional<Category> category;

@@ -11,18 +11,6 @@
 
 namespace simulator {
 
-/// What an application asks.
-struct Submission {
-    /// Who asks; any text that names the client and no other.
-    std::string client;
-    /// What the client calls the request; no other open request of that client may be called the same.
-    std::string token;
-    /// The bundle that the client runs from; empty if it runs from none.
-    std::string application;
-    RequestKind kind = RequestKind::properties;
-    std::string identifier;
-};
-
 /// The simulated machine's extension service: its copies are in Copies.cpp, what is asked of it in Requests.cpp, what
 /// it then does by itself in Steps.cpp, and the person and the machine in Machine.cpp. Passive and deterministic:
 /// whoever drives it calls an input, or step() while it answers true; then keeps state(), then says what takeOutbox()
@@ -106,13 +94,12 @@ private:
     void end(Request& request, AnswerBody body = {});
     void supersede(const std::string& identifier);
     Verdict refusalOf(const Submission& submission);
-    Request requestOf(const Submission& submission);
     void suffer(Request& request);
     void giveWay(Request& request);
 
     // Steps.cpp
     bool isDue(const Request& request) const;
-    std::optional<BundleOnDisk> bundleOf(const Request& request) const;
+    Subject subjectOf(const Request& request) const;
     bool knowsSeal(Request& request, Subject& subject);
     bool isOfAnotherOwner(const std::string& identifier, const BundleOnDisk& bundle);
     bool isForeign(const Request& request);

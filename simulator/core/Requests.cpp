@@ -9,11 +9,10 @@ namespace simulator {
 
 namespace {
 
+/// An answer as who watches is told of it, without what it says of copies and reasons.
 struct TextOfBody {
-    std::string operator()(std::monostate) const { return {}; }
+    std::string operator()(const auto& body) const { return textOf(body); }
     std::string operator()(const ReplacementAsked&) const { return "asked for replacement"; }
-    std::string operator()(const NeedsApproval&) const { return "needs approval"; }
-    std::string operator()(const Finished& finished) const { return "finished " + std::to_string(finished.result); }
     std::string operator()(const Failure& failure) const { return "failed " + std::to_string(failure.code); }
     std::string operator()(const FoundProperties& found) const {
         return "found " + std::to_string(found.copies.size());
@@ -88,7 +87,9 @@ void Machine::supersede(const std::string& identifier) {
 
 Verdict Machine::submit(const Submission& submission) {
     if (auto refusal = refusalOf(submission)) return refusal;
-    Request request = requestOf(submission);
+    Request request{submission};
+    request.number = ++state_.lastNumber;
+    request.since = request.due = state_.clock;
     request.isForeign = isForeign(request);
     if (!request.isForeign) {
         suffer(request);
@@ -112,18 +113,6 @@ Verdict Machine::refusalOf(const Submission& submission) {
     if (static_cast<std::size_t>(count) >= limits::requestsOfClient || requests_.size() >= limits::requests)
         return tooMany("too many requests are open");
     return done;
-}
-
-Request Machine::requestOf(const Submission& submission) {
-    Request request;
-    request.number = ++state_.lastNumber;
-    request.client = submission.client;
-    request.token = submission.token;
-    request.application = submission.application;
-    request.kind = submission.kind;
-    request.identifier = submission.identifier;
-    request.since = request.due = state_.clock;
-    return request;
 }
 
 /// The oldest fault that was ordered for such a request befalls it, and no other after it.

@@ -80,16 +80,24 @@ std::string_view nameOf(Stage stage);
 /// Whether a request that stands there goes on without anyone's word.
 bool worksByItself(Stage stage);
 
-/// One question of an application. It is not kept over a stop of the service.
-struct Request {
-    std::int64_t number = 0;
-    /// Empty once the client is gone: what was begun goes on, and no one hears of it.
+/// What an application asks.
+struct Submission {
+    /// Who asks; any text that names the client and no other.
     std::string client;
+    /// What the client calls the request; no other open request of that client may be called the same.
     std::string token;
-    /// The bundle of the client; empty if it runs from none.
+    /// The bundle that the client runs from; empty if it runs from none.
     std::string application;
     RequestKind kind = RequestKind::properties;
     std::string identifier;
+};
+
+/// That, on its way to an answer. It is not kept over a stop of the service. Its client is empty once that is gone:
+/// what was begun goes on, and no one hears of it.
+struct Request : Submission {
+    explicit Request(Submission asked) : Submission{std::move(asked)} {}
+
+    std::int64_t number = 0;
     Stage stage = Stage::checking;
     std::int64_t since = 0;
     /// When its next step is due, and its turn among those that are due at the same time.

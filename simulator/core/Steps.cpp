@@ -43,8 +43,9 @@ bool Machine::step() {
     return true;
 }
 
-std::optional<BundleOnDisk> Machine::bundleOf(const Request& request) const {
-    return request.application.empty() ? std::nullopt : disk_.read(request.application);
+Subject Machine::subjectOf(const Request& request) const {
+    auto bundle = request.application.empty() ? std::nullopt : disk_.read(request.application);
+    return simulator::subjectOf(std::move(bundle), request.identifier, state_.settings);
 }
 
 /// An extension that is installed belongs to the application that installed it.
@@ -66,10 +67,9 @@ bool Machine::knowsSeal(Request& request, Subject& subject) {
 /// An application may activate and deactivate what it carries and what is its own, nothing else.
 bool Machine::isForeign(const Request& request) {
     if (request.kind == RequestKind::properties) return false;
-    const auto bundle = bundleOf(request);
-    const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
-    const bool holdsIt = request.kind == RequestKind::activation ? isCarried(subject) : subject.extension != nullptr;
-    return !holdsIt || isOfAnotherOwner(request.identifier, *bundle);
+    const Subject subject = subjectOf(request);
+    const bool holdsIt = request.kind == RequestKind::activation ? isCarried(subject) : subject.extension.has_value();
+    return !holdsIt || isOfAnotherOwner(request.identifier, *subject.bundle);
 }
 
 /// What a fault does to a request, it does here; where the service dies, nothing is said.
@@ -95,32 +95,29 @@ void Machine::check(Request& request) {
 /// The same version already active, or waiting: finished 0 or told to wait, without a question; in developer mode a
 /// copy that is active is replaced all the same. Otherwise a new copy comes.
 void Machine::checkActivation(Request& request) {
-    const auto bundle = bundleOf(request);
-    Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
+    Subject subject = subjectOf(request);
     if (auto failure = firstFailedLookup(subject)) return end(request, *failure);
-    if (request.isForeign || isOfAnotherOwner(request.identifier, *bundle))
+    if (request.isForeign || isOfAnotherOwner(request.identifier, *subject.bundle))
         return end(request, failureWith(code::extensionNotFound, "The extension belongs to another application."));
     const ExtensionOnDisk& found = *subject.extension;
-    const Version version{found.shortVersion, found.version};
     const Copy* const active = first(request.identifier, isActivated);
     const Copy* const waiting = first(request.identifier, isWaiting);
-    const bool isActive = active && active->version == version;
-    const bool waits = !isActive && waiting && waiting->version == version;
+    const bool isActive = active && active->version == found.version;
+    const bool waits = !isActive && waiting && waiting->version == found.version;
     if (waits || (isActive && !state_.settings.developerMode)) {
         if (!knowsSeal(request, subject)) return;
         if (auto failure = firstFailedValidation(subject)) return end(request, *failure);
         return waits ? askUser(request, waiting->number) : end(request, Finished{});
     }
-    const Extension extension{found.team, request.identifier, found.name, *found.category, bundle->identifier};
-    const Copy& copy = add(extension, version, request.application, CopyState::validating);
+    const Extension extension{found.team, request.identifier, found.name, *found.category, subject.bundle->identifier};
+    const Copy& copy = add(extension, found.version, request.application, CopyState::validating);
     request.copy = copy.number;
     goOn(request, Stage::validating);
 }
 
 /// A sound copy is staged; where another is installed, the replacement question comes first.
 void Machine::validate(Request& request) {
-    const auto bundle = bundleOf(request);
-    Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
+    Subject subject = subjectOf(request);
     if (auto failure = firstFailedLookup(subject)) return end(request, *failure);
     if (!knowsSeal(request, subject)) return;
     if (auto failure = firstFailedValidation(subject)) return end(request, *failure);
@@ -152,10 +149,9 @@ void Machine::askUser(Request& request, std::int64_t copy) {
 /// Nothing installed, or not the caller's: failed 4. An administrator is asked first, but not where the profile lists
 /// it as removable.
 void Machine::checkDeactivation(Request& request) {
-    const auto bundle = bundleOf(request);
-    const Subject subject = subjectOf(bundle ? &*bundle : nullptr, request.identifier, state_.settings);
+    const Subject subject = subjectOf(request);
     const Copy* const installed = replaceable(request.identifier);
-    if (!subject.extension || !installed || request.isForeign || isOfAnotherOwner(request.identifier, *bundle))
+    if (!subject.extension || !installed || request.isForeign || isOfAnotherOwner(request.identifier, *subject.bundle))
         return end(request, extensionNotFound());
     if (!isDefault(Switch::authorization) ||
         state_.settings.profile.letsRemove(installed->extension.team, request.identifier))

@@ -63,7 +63,7 @@ Deed applications(Words& words) {
     WordList folders{words.take("a folder")};
     for (const std::string& folder : words.takeAll())
         folders.push_back(folder);
-    if (std::count(folders.begin(), folders.end(), std::string{}) > 0) words.misused();
+    if (isOneOf(folders, std::string{})) words.misused();
     return [folders](Machine& machine) { return outcomeOf(machine.setApplicationsFolders(folders)); };
 }
 
@@ -210,8 +210,7 @@ Fault::Kind takeKind(Words& words) {
 
 void mustBeFor(const std::string& request, Fault::Kind kind, const Words& words) {
     const WordList possible = requestWordsFor(kind);
-    const bool isPossible = std::count(possible.begin(), possible.end(), request) > 0;
-    if (isPossible) return;
+    if (isOneOf(possible, request)) return;
     const std::string name{nameOf(kind)};
     const std::string what =
         words.areTyped() ? "a kind of " + name + " request" : "a kind of request that can be " + name;

@@ -25,10 +25,6 @@ std::string_view trimmed(std::string_view word) {
     return first == std::string_view::npos ? word : word.substr(first, word.find_last_not_of(blanks) - first + 1);
 }
 
-bool isOneOf(const WordList& known, const std::string& word) {
-    return std::find(known.begin(), known.end(), word) != known.end();
-}
-
 struct Unit {
     std::string_view name;
     double milliseconds;
@@ -222,6 +218,10 @@ std::optional<std::int64_t> numberIn(std::string_view word) {
     const auto result = std::from_chars(word.data(), end, number);
     const bool isWhole = result.ec == std::errc{} && result.ptr == end;
     return isWhole ? std::optional{number} : std::nullopt;
+}
+
+bool isOneOf(const WordList& known, const std::string& word) {
+    return std::find(known.begin(), known.end(), word) != known.end();
 }
 
 std::string joined(const WordList& words, std::string_view between) {

@@ -110,6 +110,7 @@ std::optional<std::int64_t> millisecondsOf(std::string_view text);
 std::string inSeconds(std::int64_t milliseconds);
 /// A whole number, with or without a sign and blanks around it; nothing if the word is anything else.
 std::optional<std::int64_t> numberIn(std::string_view word);
+bool isOneOf(const WordList& known, const std::string& word);
 /// The words of a list, with something between them.
 std::string joined(const WordList& words, std::string_view between = ", ");
 

@@ -37,8 +37,7 @@ void readInfo(ExtensionOnDisk& extension, const PropertyList& info, const QFileI
     const bool isDriver = folder.suffix() == "dext";
     const bool isExtension = isDriver || folder.suffix() == "systemextension";
     extension.identifier = info["CFBundleIdentifier"].text();
-    extension.shortVersion = info["CFBundleShortVersionString"].text();
-    extension.version = info["CFBundleVersion"].text();
+    extension.version = {info["CFBundleShortVersionString"].text(), info["CFBundleVersion"].text()};
     extension.name = nameOf(info, folder.completeBaseName().toStdString());
     extension.category = isExtension ? categoryOf(info, isDriver) : std::nullopt;
     const auto* const usage = isDriver ? "OSBundleUsageDescription" : "NSSystemExtensionUsageDescription";

@@ -62,8 +62,8 @@ void describeCategory(Dictionary& info, const ExtensionOnDisk& extension) {
 
 Dictionary infoOf(const ExtensionOnDisk& extension) {
     Dictionary info{{"CFBundleDisplayName", extension.name},
-                    {"CFBundleShortVersionString", extension.shortVersion},
-                    {"CFBundleVersion", extension.version}};
+                    {"CFBundleShortVersionString", extension.version.shortVersion},
+                    {"CFBundleVersion", extension.version.version}};
     if (!extension.identifier.empty()) info["CFBundleIdentifier"] = extension.identifier;
     describeCategory(info, extension);
     const bool isDriver = QFileInfo{QString::fromStdString(extension.fileName)}.suffix() == "dext";
@@ -90,8 +90,8 @@ void writeExtension(const ExtensionOnDisk& extension, const QString& folder) {
 Dictionary infoOf(const BundleOnDisk& bundle) {
     Dictionary info{{"CFBundleIdentifier", bundle.identifier}, {"CFBundleExecutable", "submit"}};
     if (bundle.extensions.empty()) return info;
-    info["CFBundleShortVersionString"] = bundle.extensions.front().shortVersion;
-    info["CFBundleVersion"] = bundle.extensions.front().version;
+    info["CFBundleShortVersionString"] = bundle.extensions.front().version.shortVersion;
+    info["CFBundleVersion"] = bundle.extensions.front().version.version;
     return info;
 }
 

@@ -86,17 +86,13 @@ Play nothing(Reading& reading) {
 
 // Copies and requests ------------------------------------------------------------------------------------------------
 
-bool contains(const WordList& there, const std::string& text) {
-    return std::find(there.begin(), there.end(), text) != there.end();
-}
-
 std::string takeCopy(Words& words) {
     const std::string version = textOf(takeVersion(words));
     const std::string state = words.takePhrase("a state");
     WordList known;
     for (const CopyStateRow& row : copyStates)
         known.emplace_back(row.text);
-    if (!contains(known, state)) words.reject("a state", state, known);
+    if (!isOneOf(known, state)) words.reject("a state", state, known);
     return version + " " + state;
 }
 
@@ -108,7 +104,7 @@ Play copy(Reading& reading) {
     const std::string identifier = reading.words.take("an extension's identifier");
     return [identifier, expected = takeCopy(reading.words)](Mac& mac) {
         const WordList there = mac.copies(identifier);
-        if (!contains(there, expected)) throw thereIs("the copies of " + identifier, there);
+        if (!isOneOf(there, expected)) throw thereIs("the copies of " + identifier, there);
     };
 }
 
@@ -142,7 +138,7 @@ Play request(Reading& reading) {
     const std::string identifier = reading.words.take("an extension's identifier");
     return [text = identifier + " " + reading.words.takeOneOf("a stage", stages)](Mac& mac) {
         const WordList there = mac.requests();
-        if (!contains(there, text)) throw thereIs("the open requests", there);
+        if (!isOneOf(there, text)) throw thereIs("the open requests", there);
     };
 }
 

@@ -28,8 +28,7 @@ ExtensionOnDisk extensionNamed(const std::string& fileName, const Version& versi
     ExtensionOnDisk extension;
     extension.fileName = fileName;
     extension.identifier = stemOf(fileName);
-    extension.shortVersion = version.shortVersion;
-    extension.version = version.version;
+    extension.version = version;
     extension.name = stemOf(fileName);
     if (suffixOf(fileName) == ".dext") extension.category = Category::driver;
     if (suffixOf(fileName) == ".systemextension") extension.category = Category::camera;

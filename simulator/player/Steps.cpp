@@ -103,10 +103,8 @@ Play update(Reading& reading) {
     const std::string application = takeApplication(reading);
     reading.words.mustTake("to");
     return changing(application, [version = takeVersion(reading.words)](BundleOnDisk& bundle) {
-        for (ExtensionOnDisk& extension : bundle.extensions) {
-            extension.shortVersion = version.shortVersion;
-            extension.version = version.version;
-        }
+        for (ExtensionOnDisk& extension : bundle.extensions)
+            extension.version = version;
     });
 }
 

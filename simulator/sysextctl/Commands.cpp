@@ -279,8 +279,7 @@ Run read(const WordList& words) {
         return [text] { say(QString::fromStdString(text)); };
     }
     const Command& command = knownCommand(words.front());
-    const bool isHelp =
-        std::count(rest.begin(), rest.end(), "--help") > 0 || (!rest.empty() && asksForHelp(rest.front()));
+    const bool isHelp = isOneOf(rest, "--help") || (!rest.empty() && asksForHelp(rest.front()));
     if (isHelp) return [&command] { say(QString::fromStdString(help(command))); };
     if (!command.read) return readVerb(words);
     Words reading{plainWords(rest), "sysextctl " + usageOf(command.word, command.usage), std::string{command.word}};

@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(, AnActivationThatIsWrong, testing::ValuesIn(everything
 
 std::int64_t codeOf(const BundleOnDisk& bundle) {
     const Settings settings;
-    Subject subject = subjectOf(&bundle, camera, settings);
+    Subject subject = subjectOf(bundle, camera, settings);
     subject.sealMatches = subject.extension && subject.extension->sealMatches == true;
     if (const auto failure = firstFailedLookup(subject)) return failure->code;
     const auto failure = firstFailedValidation(subject);

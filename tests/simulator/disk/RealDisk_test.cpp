@@ -90,8 +90,7 @@ TEST_F(ABundleOnDisk, IsReadWithItsExtension) {
     const ExtensionOnDisk& camera = found.extensions[0];
     EXPECT_EQ(camera.fileName, "com.example.camera.systemextension");
     EXPECT_EQ(camera.identifier, "com.example.camera");
-    EXPECT_EQ(camera.shortVersion, "2.1");
-    EXPECT_EQ(camera.version, "2105");
+    EXPECT_EQ(textOf(camera.version), "2.1/2105");
     EXPECT_EQ(camera.name, "Camera");
     EXPECT_EQ(camera.category, Category::camera);
     EXPECT_TRUE(camera.hasUsageDescription);
@@ -135,7 +134,7 @@ TEST_F(ABundleOnDisk, NamesAnExtensionAsItIsDisplayedOrElseByItsFile) {
 
 TEST_F(ABundleOnDisk, ReadsAVersionThatIsANumberAsItsText) {
     write(contents / "Info.plist", R"(<plist><dict><key>CFBundleVersion</key><integer>2105</integer></dict></plist>)");
-    EXPECT_EQ(readExtension().version, "2105");
+    EXPECT_EQ(readExtension().version.version, "2105");
 }
 
 TEST_F(ABundleOnDisk, IsFoundInItsFolderAndNothingElseIs) {
@@ -256,7 +255,7 @@ TEST_F(AFlatDriver, IsReadAndSealedInItsRoot) {
     }
     const ExtensionOnDisk found = read().extensions.at(1);
     EXPECT_EQ(found.identifier, "com.example.driver");
-    EXPECT_EQ(found.version, "2105");
+    EXPECT_EQ(found.version.version, "2105");
     EXPECT_EQ(found.category, Category::driver);
     EXPECT_TRUE(found.hasUsageDescription);
     EXPECT_EQ(found.team, "TEAM");

@@ -14,8 +14,8 @@ namespace {
 
 std::string textOf(const ExtensionOnDisk& extension) {
     std::ostringstream text;
-    text << extension.fileName << '|' << extension.identifier << '|' << extension.shortVersion << '|'
-         << extension.version << '|' << extension.name << '|'
+    text << extension.fileName << '|' << extension.identifier << '|' << extension.version.shortVersion << '|'
+         << extension.version.version << '|' << extension.name << '|'
          << (extension.category ? nameOf(*extension.category) : "unknown") << '|' << extension.hasUsageDescription
          << '|' << extension.machServiceName << '|' << extension.team << '|';
     for (const std::string& group : extension.applicationGroups)

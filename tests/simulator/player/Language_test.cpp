@@ -91,8 +91,7 @@ TEST_F(TheDiskOfAScenario, HoldsASoundExtensionUnlessToldOtherwise) {
     const ExtensionOnDisk extension = carried("dext 1.0/100");
     EXPECT_EQ(extension.fileName, "z.dext");
     EXPECT_EQ(extension.identifier, "z");
-    EXPECT_EQ(extension.shortVersion, "1.0");
-    EXPECT_EQ(extension.version, "100");
+    EXPECT_EQ(textOf(extension.version), "1.0/100");
     EXPECT_EQ(extension.category, Category::driver);
     EXPECT_EQ(extension.team, "KELVRA0001");
     EXPECT_TRUE(extension.hasUsageDescription);

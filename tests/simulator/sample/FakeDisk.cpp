@@ -25,8 +25,7 @@ BundleOnDisk sampleBundle() {
     ExtensionOnDisk cameraExtension;
     cameraExtension.fileName = std::string{camera} + ".systemextension";
     cameraExtension.identifier = camera;
-    cameraExtension.shortVersion = "2.1";
-    cameraExtension.version = "2105";
+    cameraExtension.version = {"2.1", "2105"};
     cameraExtension.name = "Camera";
     cameraExtension.category = Category::camera;
     cameraExtension.hasUsageDescription = true;
@@ -53,10 +52,8 @@ BundleOnDisk otherBundle() {
 }
 
 void setVersion(BundleOnDisk& bundle, const std::string& shortVersion, const std::string& version) {
-    for (ExtensionOnDisk& extension : bundle.extensions) {
-        extension.shortVersion = shortVersion;
-        extension.version = version;
-    }
+    for (ExtensionOnDisk& extension : bundle.extensions)
+        extension.version = {shortVersion, version};
 }
 
 } // namespace simulator
