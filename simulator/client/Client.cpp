@@ -24,16 +24,10 @@ QDBusPendingReply<QByteArray> callToDo(ComKelvraSimulator1ControlInterface& cont
 
 ServicePresence::ServicePresence(QDBusConnection bus)
     : bus_{std::move(bus)}, watcher_{serviceName, bus_, QDBusServiceWatcher::WatchForOwnerChange} {
-    connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this, &ServicePresence::ownerChanged);
+    connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& now) { now.isEmpty() ? went() : came(); });
     bus_.connect({}, "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local", "Disconnected", this,
                  SIGNAL(busLost()));
-}
-
-void ServicePresence::ownerChanged(const QString&, const QString&, const QString& now) {
-    if (now.isEmpty())
-        emit went();
-    else
-        emit came();
 }
 
 bool isNoteOfOwnerRace(const QString& message) {

@@ -46,8 +46,6 @@ signals:
     void busLost();
 
 private:
-    void ownerChanged(const QString& name, const QString& before, const QString& now);
-
     QDBusConnection bus_;
     QDBusServiceWatcher watcher_;
 };

@@ -15,16 +15,6 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r";
 
-bool isBlank(char character) {
-    return blanks.find(character) != std::string_view::npos;
-}
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 /// Takes the text in quotes that the line begins with; in it \" is a quote and \\ a backslash.
 Word takeQuoted(std::string_view& line) {
     std::string text;
@@ -54,7 +44,7 @@ void takePlain(std::string_view& line, std::vector<Word>& words) {
 std::vector<Word> takeWords(std::string_view& line) {
     std::vector<Word> words;
     while (!line.empty() && line.front() != '#') {
-        if (isBlank(line.front()))
+        if (blanks.find(line.front()) != std::string_view::npos)
             line.remove_prefix(1);
         else if (line.front() == '"')
             words.push_back(takeQuoted(line));
@@ -153,7 +143,9 @@ std::optional<Step> readStep(std::size_t number, std::string_view line, std::set
     std::string_view rest = line;
     std::vector<Word> words = takeWords(rest);
     if (words.empty()) return std::nullopt;
-    const std::string text{trimmed(line.substr(0, line.size() - rest.size()))};
+    line.remove_suffix(rest.size());
+    const auto first = line.find_first_not_of(blanks);
+    const std::string text{line.substr(first, line.find_last_not_of(blanks) - first + 1)};
     return Step{number, text, readLine(std::move(words), applications, folder)};
 }
 

@@ -114,8 +114,10 @@ QDBusMessage messageOf(const Answer& answer) {
 }
 
 BusObject::BusObject(const QDBusConnection& bus, Service& service) : bus_{bus}, service_{service} {
-    connect(&service_, &Service::answered, this, &BusObject::send);
-    connect(&service_, &Service::happened, this, &BusObject::tell);
+    connect(&service_, &Service::answered, this, [this](const Answer& answer) { bus_.send(messageOf(answer)); });
+    connect(&service_, &Service::happened, this, [this](const simulator::Event& event) {
+        emit Event(event.time, text(event.identifier), text(event.text));
+    });
     connect(&service_, &Service::changed, this, &BusObject::Changed);
     connect(&service_, &Service::restarting, this, &BusObject::Restarting);
     connect(&service_, &Service::dying, this, &BusObject::flush);
@@ -124,17 +126,9 @@ BusObject::BusObject(const QDBusConnection& bus, Service& service) : bus_{bus}, 
                  whoeverLeaves, {}, this, SLOT(clientLeft(QString)));
 }
 
-void BusObject::send(const Answer& answer) {
-    bus_.send(messageOf(answer));
-}
-
 /// The bus takes what it is sent in order: once it answers, it has everything.
 void BusObject::flush() {
     bus_.interface()->isServiceRegistered(serviceName);
-}
-
-void BusObject::tell(const simulator::Event& event) {
-    emit Event(event.time, QString::fromStdString(event.identifier), QString::fromStdString(event.text));
 }
 
 void BusObject::clientLeft(const QString& name) {

@@ -46,8 +46,6 @@ private slots:
     void clientLeft(const QString& name);
 
 private:
-    void send(const Answer& answer);
-    void tell(const simulator::Event& event);
     void flush();
     /// The application bundle that its program lies in now, for it may be moved while it runs; empty if it lies in
     /// none.
