@@ -4,6 +4,7 @@ read, and all else is typed. What they expect of the Mac itself is held where th
 import re
 import shlex
 import unittest
+from functools import partialmethod
 from pathlib import Path
 
 from application import ALL_SET, NOT_INSTALLED, NOTHING_INSTALLED, RESTARTED, TITLE
@@ -143,45 +144,24 @@ class Road(MacTest):
         return [line for line in self.application.output if line.startswith(f"{identifier} ")]
 
 
+def playing(*scenario, **states):
+    return partialmethod(Road.play, *scenario, **states)
+
+
 class TheScenario(Road):
-    def test_of_the_plain_road(self):
-        self.play("plain-road")
-
-    def test_of_an_upgrade_with_the_old_build_running_until_the_restart(self):
-        self.play("upgrade-until-restart", network="Enabled")
-
-    def test_of_a_removal_that_waits_for_the_restart(self):
-        self.play("removal-until-restart")
-
-    def test_of_an_extension_that_is_switched_off_and_on(self):
-        self.play("disable-enable", camera="Enabled")
-
-    def test_of_waiting_over_a_restart(self):
-        self.play("waiting-over-a-restart", camera="Enabled")
-
-    def test_of_a_denial(self):
-        self.play("denied", camera="Enabled")
-
-    def test_of_several_dying_copies(self):
-        self.play("several-dying-copies", camera="Enabled")
-
-    def test_of_two_requests_at_once(self):
-        self.play("two-requests-at-once", camera="Enabled")
-
-    def test_of_two_extensions(self):
-        self.play("two-extensions", ALL_SET, camera="Enabled", network="Enabled")
-
-    def test_of_a_removal_that_is_refused(self):
-        self.play("removal-refused", camera="Uninstalling")
-
-    def test_of_a_profile_that_arrives(self):
-        self.play("profile-arrives", camera="Uninstalling")
-
-    def test_of_an_answer_that_comes_late(self):
-        self.play("late-answer", camera="Enabled")
-
-    def test_of_an_error_of_another_domain(self):
-        self.play("foreign-error")
+    test_of_the_plain_road = playing("plain-road")
+    test_of_an_upgrade_with_the_old_build_running_until_the_restart = playing("upgrade-until-restart", network="Enabled")
+    test_of_a_removal_that_waits_for_the_restart = playing("removal-until-restart")
+    test_of_an_extension_that_is_switched_off_and_on = playing("disable-enable", camera="Enabled")
+    test_of_waiting_over_a_restart = playing("waiting-over-a-restart", camera="Enabled")
+    test_of_a_denial = playing("denied", camera="Enabled")
+    test_of_several_dying_copies = playing("several-dying-copies", camera="Enabled")
+    test_of_two_requests_at_once = playing("two-requests-at-once", camera="Enabled")
+    test_of_two_extensions = playing("two-extensions", ALL_SET, camera="Enabled", network="Enabled")
+    test_of_a_removal_that_is_refused = playing("removal-refused", camera="Uninstalling")
+    test_of_a_profile_that_arrives = playing("profile-arrives", camera="Uninstalling")
+    test_of_an_answer_that_comes_late = playing("late-answer", camera="Enabled")
+    test_of_an_error_of_another_domain = playing("foreign-error")
 
 
 if __name__ == "__main__":
