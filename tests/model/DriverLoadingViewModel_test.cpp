@@ -8,6 +8,7 @@ namespace model {
 namespace {
 
 using platform::DispatchQueue;
+using Kind = platform::OSSystemExtensionRequest::Kind;
 
 class ANewModel : public ModelTest {};
 class Enumerating : public ModelTest {};
@@ -91,26 +92,6 @@ TEST_F(Enumerating, AsksForTheRecordsAsTheyAreNow) {
     EXPECT_EQ(service().submissions(), (Submissions{{Kind::properties, "one"}, {Kind::properties, "two"}}));
 }
 
-TEST_F(Activating, SubmitsAnActivationOnTheMainQueueWithTheModelAsDelegate) {
-    model->activateExt(camera);
-    EXPECT_EQ(service().submissions(), (Submissions{{Kind::activation, camera}}));
-    EXPECT_EQ(service().request(0)->queue(), DispatchQueue::main());
-    EXPECT_EQ(service().request(0)->delegate(), model);
-}
-
-TEST_F(Activating, LogsTheIdentifier) {
-    model->activateExt(camera);
-    EXPECT_EQ(platform::fake::loggedLines(), (std::vector<std::string>{"Sysex identifier com.kelvra.ip-camera.cmio"}));
-}
-
-TEST_F(Activating, MovesEveryStateAsTheTransitionsSay) {
-    for (const auto each : allStates) {
-        setState(each);
-        model->activateExt(camera);
-        EXPECT_EQ(state(), next(each, LoadingTrigger::activate)) << nameOf(each);
-    }
-}
-
 TEST_F(Activating, TwiceTheSameSubmitsTwoRequests) {
     model->activateExt(camera);
     model->activateExt(camera);
@@ -123,36 +104,42 @@ TEST_F(Activating, TakesAnIdentifierThatIsInNoRecordAndNeverReadsItAsAFormat) {
     EXPECT_EQ(platform::fake::loggedLines(), (std::vector<std::string>{"Sysex identifier %@ %d"}));
 }
 
-TEST_F(Activating, ChangesNoRecordAndAsksForNoProperties) {
-    model->activateExt(network);
-    EXPECT_EQ(texts(), initialTexts());
-    EXPECT_EQ(service().submissions().size(), 1U);
-}
+/// What a person has done to an extension.
+struct Deed {
+    void (DriverLoadingViewModel::*call)(const std::string& identifier);
+    Kind kind;
+    LoadingTrigger trigger;
+};
 
-TEST_F(Deactivating, SubmitsADeactivationOnTheMainQueueWithTheModelAsDelegate) {
-    model->deactivateExt(network);
-    EXPECT_EQ(service().submissions(), (Submissions{{Kind::deactivation, network}}));
+class ADeed : public ModelTest, public testing::WithParamInterface<Deed> {
+protected:
+    void act() { (*model.*GetParam().call)(network); }
+};
+
+TEST_P(ADeed, SubmitsItsRequestAloneOnTheMainQueueWithTheModelAsDelegateAndChangesNoRecord) {
+    act();
+    EXPECT_EQ(service().submissions(), (Submissions{{GetParam().kind, network}}));
     EXPECT_EQ(service().request(0)->queue(), DispatchQueue::main());
     EXPECT_EQ(service().request(0)->delegate(), model);
+    EXPECT_EQ(texts(), initialTexts());
 }
+
+TEST_P(ADeed, MovesEveryStateAsTheTransitionsSay) {
+    for (const auto each : allStates) {
+        setState(each);
+        act();
+        EXPECT_EQ(state(), next(each, GetParam().trigger)) << nameOf(each);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , ADeed,
+    testing::Values(Deed{&DriverLoadingViewModel::activateExt, Kind::activation, LoadingTrigger::activate},
+                    Deed{&DriverLoadingViewModel::deactivateExt, Kind::deactivation, LoadingTrigger::deactivate}));
 
 TEST_F(Deactivating, LogsNothing) {
     model->deactivateExt(network);
     EXPECT_TRUE(platform::fake::loggedLines().empty());
-}
-
-TEST_F(Deactivating, MovesEveryStateAsTheTransitionsSay) {
-    for (const auto each : allStates) {
-        setState(each);
-        model->deactivateExt(camera);
-        EXPECT_EQ(state(), next(each, LoadingTrigger::deactivate)) << nameOf(each);
-    }
-}
-
-TEST_F(Deactivating, ChangesNoRecordAndAsksForNoProperties) {
-    model->deactivateExt(network);
-    EXPECT_EQ(texts(), initialTexts());
-    EXPECT_EQ(service().submissions().size(), 1U);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "tests/model/ModelTest.h"
 
-#include <optional>
+#include <functional>
 
 namespace model {
 namespace {
@@ -79,6 +79,13 @@ private:
         model_.objectWillChange().subscribe([this] { pictures_.push_back(picture()); })};
 };
 
+/// What becomes of an activation, what observers hear of it, and the error text that is stored by then.
+struct Outcome {
+    std::function<void()> say;
+    std::vector<std::string> changes;
+    const char* lastError = "An error has occured.";
+};
+
 class Observers : public ModelTest {
 protected:
     /// The changes that delivering an answer of these copies makes.
@@ -86,6 +93,19 @@ protected:
         const ChangeRecorder recorder{*model};
         answer(std::move(copies));
         return recorder.changes();
+    }
+    void expect(const Outcome& outcome) {
+        service().reset();
+        model = DriverLoadingViewModel::create();
+        model->activateExt(network);
+        outcome.say();
+        const ChangeRecorder recorder{*model};
+        deliver();
+        EXPECT_EQ(recorder.changes(), outcome.changes);
+        for (const auto& picture : recorder.pictures()) {
+            EXPECT_EQ(picture.submissions, 1U);
+            EXPECT_EQ(picture.lastError, outcome.lastError);
+        }
     }
 };
 
@@ -113,42 +133,25 @@ TEST_F(Observers, HearOfAnEqualState) {
     EXPECT_THAT(recorder.changes(), ElementsAre("nothing"));
 }
 
-TEST_F(Observers, OfAReplacementQuestionHearOnce) {
-    model->activateExt(camera);
-    setState(State::activated);
-    service().askReplacement(0, copyOf(camera, "1", "1"), copyOf(camera, "2", "2"));
-    const ChangeRecorder recorder{*model};
-    deliver();
-    EXPECT_THAT(recorder.changes(), ElementsAre("state Activating"));
-}
-
-TEST_F(Observers, OfAnApprovalNoticeHearOnceBeforeTheQueries) {
-    model->activateExt(camera);
-    service().needsApproval(0);
-    const ChangeRecorder recorder{*model};
-    deliver();
-    EXPECT_THAT(recorder.changes(), ElementsAre("state NeedsApproval"));
-    EXPECT_EQ(recorder.pictures().front().submissions, 1U);
-    EXPECT_EQ(service().submissions().size(), 4U);
-}
-
-TEST_F(Observers, OfACompletionHearOnceBeforeTheQueries) {
-    model->activateExt(camera);
-    service().finish(0, Result::completed);
-    const ChangeRecorder recorder{*model};
-    deliver();
-    EXPECT_THAT(recorder.changes(), ElementsAre("state Activated"));
-    EXPECT_EQ(recorder.pictures().front().submissions, 1U);
-}
-
-TEST_F(Observers, OfACompletionAfterRebootHearOfTheStateThenOfTheMarkThenTheQueriesFollow) {
-    model->activateExt(network);
-    service().finish(0, Result::willCompleteAfterReboot);
-    const ChangeRecorder recorder{*model};
-    deliver();
-    EXPECT_THAT(recorder.changes(), ElementsAre("state ActivatedUponReboot", "1.reboot"));
-    EXPECT_EQ(recorder.pictures().back().submissions, 1U);
-    EXPECT_EQ(service().submissions().size(), 4U);
+TEST_F(Observers, HearOfEachOutcomeOnceTheErrorTextIsStoredAndBeforeTheQueries) {
+    const Outcome outcomes[]{
+        {[this] {
+             setState(State::activated);
+             service().askReplacement(0, copyOf(network, "1", "1"), copyOf(network, "2", "2"));
+         },
+         {"state Activating"}},
+        {[] { service().needsApproval(0); }, {"state NeedsApproval"}},
+        {[] { service().finish(0, Result::completed); }, {"state Activated"}},
+        {[] { service().finish(0, Result::willCompleteAfterReboot); }, {"state ActivatedUponReboot", "1.reboot"}},
+        {[] { service().finish(0, Result{2}); }, {"state RequestError"}, "Request completed."},
+        {[] { service().fail(0, 10, ""); }, {"state RequestError"}, "Activation forbidden by system policy."},
+        {[] {
+             service().fail(0, {"NSPOSIXErrorDomain", 12, ""});
+         },
+         {}},
+    };
+    for (const Outcome& outcome : outcomes)
+        expect(outcome);
 }
 
 TEST_F(Observers, HearOfTheMarkAlsoWhenItIsThereAlready) {
@@ -159,33 +162,6 @@ TEST_F(Observers, HearOfTheMarkAlsoWhenItIsThereAlready) {
     const ChangeRecorder recorder{*model};
     deliver();
     EXPECT_THAT(recorder.changes(), ElementsAre("nothing", "nothing"));
-}
-
-TEST_F(Observers, OfAnUnknownResultHearOnceWhenTheErrorTextIsStored) {
-    model->activateExt(network);
-    service().finish(0, Result{2});
-    const ChangeRecorder recorder{*model};
-    deliver();
-    EXPECT_THAT(recorder.changes(), ElementsAre("state RequestError"));
-    EXPECT_EQ(recorder.pictures().front().lastError, "Request completed.");
-    EXPECT_EQ(recorder.pictures().front().submissions, 1U);
-}
-
-TEST_F(Observers, OfAFailureHearOnceWhenTheErrorTextIsStored) {
-    model->activateExt(network);
-    service().fail(0, 10, "");
-    const ChangeRecorder recorder{*model};
-    deliver();
-    EXPECT_THAT(recorder.changes(), ElementsAre("state RequestError"));
-    EXPECT_EQ(recorder.pictures().front().lastError, "Activation forbidden by system policy.");
-}
-
-TEST_F(Observers, HearNothingOfAFailureOfAnotherDomain) {
-    model->activateExt(network);
-    service().fail(0, {"NSPOSIXErrorDomain", 12, ""});
-    const ChangeRecorder recorder{*model};
-    deliver();
-    EXPECT_THAT(recorder.pictures(), IsEmpty());
 }
 
 TEST_F(Observers, HearNothingOfAnAnswerThatIsIgnored) {
