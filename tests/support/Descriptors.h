@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <string>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 #include <utility>
@@ -89,6 +90,12 @@ private:
     int place_;
     Descriptor saved_;
 };
+
+inline bool isNullDevice(const int descriptor) {
+    struct stat opened {};
+    struct stat device {};
+    return fstat(descriptor, &opened) == 0 && stat("/dev/null", &device) == 0 && opened.st_rdev == device.st_rdev;
+}
 
 /// All that can be read without waiting.
 inline std::string readAvailable(const int descriptor) {

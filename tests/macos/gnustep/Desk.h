@@ -18,14 +18,6 @@ struct Element {
     platform::ui::Rect rect;
 };
 
-/// An item of a menu of the main menu; a line is "-".
-struct MenuEntry {
-    std::string menu;
-    std::string title;
-    std::string key;
-    friend bool operator==(const MenuEntry&, const MenuEntry&) = default;
-};
-
 /// Something that a test does once something holds, which is named for the failure where it never does.
 struct Step {
     std::string awaited;
@@ -72,7 +64,8 @@ public:
     std::string focused() const;
     /// Where the focus ring of the control of that label lies, in the points of its view.
     platform::ui::Rect focusRingOf(const std::string& label) const;
-    std::vector<MenuEntry> mainMenu() const;
+    /// Each item of its menus, as "Edit: Redo shift-command-z"; a line is "-".
+    std::vector<std::string> mainMenu() const;
     /// Whether the system would fill the menu that opens from the application menu's item Services.
     bool offersServices() const;
     /// What the open menu offers; nothing if none is open.

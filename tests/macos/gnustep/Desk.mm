@@ -122,11 +122,11 @@ NSControl* controlOf(const std::string& label) {
     throw std::out_of_range{"no control is called " + label};
 }
 
-/// "shift-command-z"; nothing for an item without a key.
+/// " shift-command-z"; nothing for an item without a key.
 std::string keyOf(NSMenuItem* const item) {
     if ([[item keyEquivalent] length] == 0) return {};
     const NSUInteger modifiers = [item keyEquivalentModifierMask];
-    std::string key;
+    std::string key = " ";
     if (modifiers & NSShiftKeyMask) key += "shift-";
     if (modifiers & NSAlternateKeyMask) key += "option-";
     if (modifiers & NSCommandKeyMask) key += "command-";
@@ -344,14 +344,13 @@ platform::ui::Rect Desk::focusRingOf(const std::string& label) const {
     return rectOf([controlOf(label) focusRingMaskBounds]);
 }
 
-std::vector<MenuEntry> Desk::mainMenu() const {
-    std::vector<MenuEntry> entries;
-    for (NSMenuItem* menu in [[NSApp mainMenu] itemArray]) {
+std::vector<std::string> Desk::mainMenu() const {
+    std::vector<std::string> items;
+    for (NSMenuItem* menu in [[NSApp mainMenu] itemArray])
         for (NSMenuItem* item in [[menu submenu] itemArray])
-            entries.push_back({platform::textOf([menu title]),
-                               [item isSeparatorItem] ? "-" : platform::textOf([item title]), keyOf(item)});
-    }
-    return entries;
+            items.push_back(platform::textOf([menu title]) + ": " +
+                            ([item isSeparatorItem] ? "-" : platform::textOf([item title]) + keyOf(item)));
+    return items;
 }
 
 bool Desk::offersServices() const {

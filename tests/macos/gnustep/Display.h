@@ -20,7 +20,6 @@ struct Picture {
     std::vector<Rgb> pixels;
 
     Rgb at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * width + x)); }
-    friend bool operator==(const Picture&, const Picture&) = default;
 };
 
 /// The X display, with a hand on its pointer and its keys. Positions are those of the screen.

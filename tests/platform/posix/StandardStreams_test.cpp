@@ -6,23 +6,17 @@
 #include <cstdio>
 #include <initializer_list>
 #include <string>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <termios.h>
 
 namespace platform {
 namespace {
 
+using tests::isNullDevice;
 using tests::makePipe;
 using tests::makeTerminal;
 using tests::readAvailable;
 using tests::ReplacedDescriptor;
-
-bool isNullDevice(const int descriptor) {
-    struct stat opened {};
-    struct stat device {};
-    return fstat(descriptor, &opened) == 0 && stat("/dev/null", &device) == 0 && opened.st_rdev == device.st_rdev;
-}
 
 /// Runs `check` in a program that was started without the descriptors of `closed`, after it prepared them, and returns
 /// whether it held there.

@@ -55,32 +55,16 @@ TEST_F(AButton, CountsTheSecondPressOfADoubleClickToo) {
     EXPECT_EQ(counted_, 2);
 }
 
-TEST_F(AButton, IsPressedBySpaceWhenTheKeyIsReleased) {
+TEST_F(AButton, IsPressedOnceByAKeyThoughItIsHeldBySpaceWhenTheKeyIsReleased) {
     key(Qt::Key_Tab);
-    pressKey(Qt::Key_Space);
-    EXPECT_EQ(counted_, 0);
-    releaseKey(Qt::Key_Space);
-    EXPECT_EQ(counted_, 1);
-}
-
-TEST_F(AButton, IsPressedByReturnAndByEnter) {
-    key(Qt::Key_Tab);
-    key(Qt::Key_Return);
-    EXPECT_EQ(counted_, 1);
-    key(Qt::Key_Enter);
-    EXPECT_EQ(counted_, 2);
-}
-
-TEST_F(AButton, IsPressedOnceByAKeyThatIsHeld) {
-    key(Qt::Key_Tab);
-    QWidget* const widget = control("Press");
-    pressKey(Qt::Key_Return);
-    repeatKey(widget, Qt::Key_Return);
-    releaseKey(Qt::Key_Return);
-    pressKey(Qt::Key_Space);
-    repeatKey(widget, Qt::Key_Space);
-    releaseKey(Qt::Key_Space);
-    EXPECT_EQ(counted_, 2);
+    for (const Qt::Key pressing : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        counted_ = 0;
+        pressKey(pressing);
+        repeatKey(control("Press"), pressing);
+        EXPECT_EQ(counted_, pressing == Qt::Key_Space ? 0 : 1);
+        releaseKey(pressing);
+        EXPECT_EQ(counted_, 1);
+    }
 }
 
 TEST_F(AButton, LooksPressedAsItDoesAtRest) {

@@ -6,18 +6,13 @@ namespace {
 
 namespace ui = platform::ui;
 
-testing::AssertionResult comesTo(Desk& desk, const std::string& label) {
-    if (desk.until([&] { return desk.focused() == label; })) return testing::AssertionSuccess();
-    return testing::AssertionFailure() << "focus is on \"" << desk.focused() << '"';
-}
-
 testing::AssertionResult tabTo(Desk& desk, const std::string& label) {
     for (int taps = 0; taps < 10 && desk.focused() != label; ++taps) {
         const std::string before = desk.focused();
         desk.tapKey("Tab");
         if (!desk.until([&] { return desk.focused() != before; })) break;
     }
-    return comesTo(desk, label);
+    return comesToFocus(desk, label);
 }
 
 class Focus : public WindowTest {};
@@ -27,7 +22,7 @@ TEST_F(Focus, GoesInReadingOrderAndBeginsAnew) {
         for (const char* label : {"Activate Camera Driver", "Camera Driver actions", "Activate Network Driver",
                                   "Network Driver actions", "Activate Camera Driver"}) {
             desk.tapKey("Tab");
-            ASSERT_TRUE(comesTo(desk, label));
+            ASSERT_TRUE(comesToFocus(desk, label));
         }
     });
 }
@@ -36,7 +31,7 @@ TEST_F(Focus, GoesBackWithShift) {
     run([](Desk& desk) {
         for (const char* label : {"Network Driver actions", "Activate Network Driver"}) {
             desk.tapKey("Tab", {"Shift_L"});
-            ASSERT_TRUE(comesTo(desk, label));
+            ASSERT_TRUE(comesToFocus(desk, label));
         }
     });
 }
@@ -86,7 +81,7 @@ TEST_F(FocusOnAScreen, CanBeHadAgainAfterAllControlsWereGone) {
     run(screen, [this](Desk& desk) {
         ASSERT_TRUE(tabTo(desk, "Button"));
         change(1);
-        ASSERT_TRUE(comesTo(desk, ""));
+        ASSERT_TRUE(comesToFocus(desk, ""));
         change(2);
         ASSERT_TRUE(desk.until([&] { return desk.has("Button"); }));
         EXPECT_TRUE(tabTo(desk, "Button"));
@@ -102,7 +97,7 @@ TEST_F(FocusOnAScreen, ReachesAControlThatCameLaterInItsPlace) {
         change(1);
         ASSERT_TRUE(desk.until([&] { return desk.has("Second"); }));
         desk.tapKey("Tab", {"Shift_L"});
-        EXPECT_TRUE(comesTo(desk, "Second"));
+        EXPECT_TRUE(comesToFocus(desk, "Second"));
     });
 }
 

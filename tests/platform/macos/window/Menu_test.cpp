@@ -26,14 +26,10 @@ protected:
         return ui::Menu{"Menu",
                         {ui::Button{ui::Label{"Item", "trash"}, [this, number] { chosen_.push_back(number); }}}};
     }
-    static testing::AssertionResult focusMenu(Desk& desk) {
-        desk.tapKey("Tab");
-        if (desk.until([&] { return desk.focused() == "Menu"; })) return testing::AssertionSuccess();
-        return testing::AssertionFailure() << "focus is on \"" << desk.focused() << '"';
-    }
     /// Opens the menu that has focus, takes the steps and waits until it has closed.
     static void openByKey(Desk& desk, std::vector<Step> steps) {
-        ASSERT_TRUE(focusMenu(desk));
+        desk.tapKey("Tab");
+        ASSERT_TRUE(comesToFocus(desk, "Menu"));
         steps.insert(steps.begin(), desk.onceMenuIsOpen([] {}));
         desk.meanwhile(std::move(steps));
         desk.tapKey("space");

@@ -105,7 +105,7 @@ TEST_F(AControl, IsPaintedTheSameWithFocusOnIt) {
     const auto look = [](Desk& desk, const ui::Scene& scene) {
         for (const ui::Control* control : ui::controlsOf(scene)) {
             desk.tapKey("Tab");
-            ASSERT_TRUE(desk.until([&] { return desk.focused() == control->accessibleName; }));
+            ASSERT_TRUE(comesToFocus(desk, control->accessibleName));
             EXPECT_THAT(differences(desk, scene), testing::IsEmpty()) << control->accessibleName;
         }
     };

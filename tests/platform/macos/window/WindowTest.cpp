@@ -84,6 +84,11 @@ int ScreenTest::pressed(const std::string& title) const {
     return found == presses_.end() ? 0 : found->second;
 }
 
+testing::AssertionResult comesToFocus(Desk& desk, const std::string& label) {
+    return comes(
+        desk, [&] { return desk.focused() == label; }, "focus on \"" + label + '"');
+}
+
 ui::View rows(const std::vector<ui::View>& rows) {
     return ui::VStack{ui::HorizontalAlignment::center,
                       ui::ForEach{rows.size(), [&](const std::size_t index) { return rows[index]; }}};

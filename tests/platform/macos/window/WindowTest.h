@@ -90,6 +90,9 @@ private:
     std::map<std::string, int> presses_;
 };
 
+/// Waits until focus is on the control of that label, on none if that is empty, and tells whether it is.
+testing::AssertionResult comesToFocus(Desk& desk, const std::string& label);
+
 /// Rows of their own, one below the other.
 platform::ui::View rows(const std::vector<platform::ui::View>& rows);
 

@@ -1,8 +1,7 @@
 #include "tests/platform/macos/window/WindowTest.h"
+#include "tests/support/Descriptors.h"
 
 #include <csignal>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace macos_tests {
 namespace {
@@ -10,12 +9,6 @@ namespace {
 class TheWindow : public WindowTest {
 protected:
     TheWindow() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
-
-    static bool isNullDevice(const int descriptor) {
-        struct stat opened {};
-        struct stat device {};
-        return fstat(descriptor, &opened) == 0 && stat("/dev/null", &device) == 0 && opened.st_rdev == device.st_rdev;
-    }
 };
 
 TEST_F(TheWindow, HasItsTitleAndTheSizeOfItsContentBelowTheTitleBar) {
@@ -47,44 +40,41 @@ TEST_F(TheWindow, BelongsToAProgramThatHasEveryStandardDescriptor) {
         close(STDIN_FILENO);
         return Desk::driverManager();
     };
-    Desk::run([](Desk&) { EXPECT_TRUE(isNullDevice(STDIN_FILENO)); }, startWithoutInput);
+    Desk::run([](Desk&) { EXPECT_TRUE(tests::isNullDevice(STDIN_FILENO)); }, startWithoutInput);
 }
 
 /// The system adds the open windows at the end.
-std::vector<MenuEntry> standardMenus() {
-    return {
-        {"Driver Manager", "About Driver Manager", ""},
-        {"Driver Manager", "-", ""},
-        {"Driver Manager", "Services", ""},
-        {"Driver Manager", "-", ""},
-        {"Driver Manager", "Hide Driver Manager", "command-h"},
-        {"Driver Manager", "Hide Others", "option-command-h"},
-        {"Driver Manager", "Show All", ""},
-        {"Driver Manager", "-", ""},
-        {"Driver Manager", "Quit Driver Manager", "command-q"},
-        {"Edit", "Undo", "command-z"},
-        {"Edit", "Redo", "shift-command-z"},
-        {"Edit", "-", ""},
-        {"Edit", "Cut", "command-x"},
-        {"Edit", "Copy", "command-c"},
-        {"Edit", "Paste", "command-v"},
-        {"Edit", "Delete", ""},
-        {"Edit", "Select All", "command-a"},
-        {"Window", "Close", "command-w"},
-        {"Window", "Minimize", "command-m"},
-        {"Window", "Zoom", ""},
-        {"Window", "-", ""},
-        {"Window", "Bring All to Front", ""},
-    };
-}
+const std::vector<std::string> standardMenus{
+    "Driver Manager: About Driver Manager",
+    "Driver Manager: -",
+    "Driver Manager: Services",
+    "Driver Manager: -",
+    "Driver Manager: Hide Driver Manager command-h",
+    "Driver Manager: Hide Others option-command-h",
+    "Driver Manager: Show All",
+    "Driver Manager: -",
+    "Driver Manager: Quit Driver Manager command-q",
+    "Edit: Undo command-z",
+    "Edit: Redo shift-command-z",
+    "Edit: -",
+    "Edit: Cut command-x",
+    "Edit: Copy command-c",
+    "Edit: Paste command-v",
+    "Edit: Delete",
+    "Edit: Select All command-a",
+    "Window: Close command-w",
+    "Window: Minimize command-m",
+    "Window: Zoom",
+    "Window: -",
+    "Window: Bring All to Front",
+};
 
 TEST_F(TheWindow, HasTheMenusOfEveryApplication) {
     run([](Desk& desk) {
         auto seen = desk.mainMenu();
-        const auto standard = standardMenus();
-        ASSERT_GE(seen.size(), standard.size());
-        seen.resize(standard.size());
-        EXPECT_EQ(seen, standard);
+        ASSERT_GE(seen.size(), standardMenus.size());
+        seen.resize(standardMenus.size());
+        EXPECT_EQ(seen, standardMenus);
         EXPECT_TRUE(desk.offersServices());
     });
 }
