@@ -2,8 +2,6 @@
 
 #include "tests/simulator/support/SimulatedMac.h"
 
-#include <QTemporaryFile>
-
 #include <csignal>
 
 namespace simulator::tests {
@@ -22,10 +20,6 @@ struct Line {
 
 Outcome says(const std::string& text) {
     return {0, text, ""};
-}
-
-Outcome failed(int code, const std::string& line) {
-    return {code, "", "sysextctl: " + line + "\n"};
 }
 
 std::string row(const std::string& stars, const std::string& version, const std::string& state) {
@@ -67,13 +61,6 @@ const Line lines[]{
     {"advance 90s", says("90.000\n")},
     {"applications /b/../c /a", silence},
     {"applications", says("/c\n/a\n")},
-    {"switch second fails", silence},
-    {"switch second",
-     says("second\tfails\t(supersedes | fails)\ta second request for an extension: ends the first with "
-          "12, or fails with 12\n")},
-    {"switch second maybe", failed(2, "second is supersedes or fails, not 'maybe'")},
-    {"switch nonsense", failed(2, "unknown switch \"nonsense\"; there is authorization, denial, driver, properties, "
-                                  "refusal, restart, second, upgrade")},
 };
 
 TEST_F(SysextctlOnASimulatedMac, SaysWhatItSays) {
@@ -82,17 +69,14 @@ TEST_F(SysextctlOnASimulatedMac, SaysWhatItSays) {
 }
 
 TEST_F(SysextctlOnASimulatedMac, BringsShowsAndTakesAwayAProfile) {
-    QTemporaryFile file;
-    ASSERT_TRUE(file.open());
     const QByteArray profile = "<plist version=\"1.0\"><dict><key>AllowUserOverrides</key><true/></dict></plist>";
-    file.write(profile);
-    file.flush();
-    EXPECT_EQ(mac.sysextctl({"profile", file.fileName()}), silence);
+    const auto file = written(profile);
+    EXPECT_EQ(mac.sysextctl({"profile", file->fileName()}), silence);
     EXPECT_EQ(said("profile"), says(profile.toStdString()));
     EXPECT_EQ(said("profile --remove"), silence);
     EXPECT_EQ(said("profile"), says("No profile\n"));
-    file.resize(0);
-    EXPECT_EQ(mac.sysextctl({"profile", file.fileName()}).code, 2);
+    file->resize(0);
+    EXPECT_EQ(mac.sysextctl({"profile", file->fileName()}).code, 2);
 }
 
 TEST_F(SysextctlOnASimulatedMac, ShowsTheRequestsOfAnApplication) {

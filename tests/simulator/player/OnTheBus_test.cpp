@@ -4,7 +4,6 @@
 
 #include <QDir>
 #include <QFileSystemWatcher>
-#include <QTemporaryFile>
 
 #include <csignal>
 
@@ -31,13 +30,6 @@ protected:
         const std::string before = "sysextctl: " + file->fileName().toStdString() + ":";
         if (outcome.errors.rfind(before, 0) == 0) outcome.errors.erase(0, before.size());
         return outcome;
-    }
-    static std::unique_ptr<QTemporaryFile> written(const QByteArray& text) {
-        auto file = std::make_unique<QTemporaryFile>();
-        EXPECT_TRUE(file->open());
-        file->write(text);
-        file->flush();
-        return file;
     }
     bool leavesNothing() const {
         return until([&] { return QDir{folder_.path()}.isEmpty(); });
@@ -118,12 +110,9 @@ class APlayerBesideAMac : public OnASimulatedMac {};
 TEST_F(APlayerBesideAMac, TouchesNothingOfIt) {
     EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 2.0 2004"), "");
     EXPECT_EQ(mac.does("switch properties error"), "");
-    QTemporaryFile file;
-    ASSERT_TRUE(file.open());
-    file.write("properties com.kelvra.ip-camera.cmio\nexpect found none\ndeveloper on\n"
-               "install com.kelvra.ip-camera.cmio 9 9\n");
-    file.flush();
-    EXPECT_EQ(mac.sysextctl({"play", file.fileName(), "--bus"}).code, 0);
+    const auto file = written("properties com.kelvra.ip-camera.cmio\nexpect found none\ndeveloper on\n"
+                              "install com.kelvra.ip-camera.cmio 9 9\n");
+    EXPECT_EQ(mac.sysextctl({"play", file->fileName(), "--bus"}).code, 0);
     EXPECT_EQ(mac.copies(camera), std::vector<std::string>{"2004 enabled"});
     EXPECT_EQ(mac.does("developer"), "Developer mode is off\n");
 }

@@ -12,6 +12,14 @@ bool sendSignal(qint64 process, int signal) {
     return process > 0 && kill(static_cast<pid_t>(process), signal) == 0;
 }
 
+std::unique_ptr<QTemporaryFile> written(const QByteArray& text) {
+    auto file = std::make_unique<QTemporaryFile>();
+    EXPECT_TRUE(file->open());
+    file->write(text);
+    file->flush();
+    return file;
+}
+
 void PrintTo(const Outcome& outcome, std::ostream* stream) {
     *stream << outcome.code << ", output <" << outcome.output << ">, errors <" << outcome.errors << '>';
 }

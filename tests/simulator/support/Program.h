@@ -5,7 +5,9 @@
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryFile>
 
+#include <memory>
 #include <ostream>
 #include <string>
 
@@ -13,6 +15,9 @@ namespace simulator::tests {
 
 /// Sends a signal to one process, never to a group: false for what is no process's number, and where there is none.
 [[nodiscard]] bool sendSignal(qint64 process, int signal);
+
+/// A file of that text, which goes with what is returned.
+std::unique_ptr<QTemporaryFile> written(const QByteArray& text);
 
 /// What a program left behind.
 struct Outcome {
@@ -28,6 +33,11 @@ void PrintTo(const Outcome& outcome, std::ostream* stream);
 
 /// It was done, and there was nothing to say.
 inline const Outcome silence{0, "", ""};
+
+/// What the command line leaves behind when it fails with that status and that one line.
+inline Outcome failed(int code, const std::string& line) {
+    return {code, "", "sysextctl: " + line + "\n"};
+}
 
 /// A program under test. Its process is killed when this goes.
 class Program {

@@ -5,6 +5,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDir>
+#include <QFile>
 
 #include <algorithm>
 #include <csignal>
@@ -126,6 +127,15 @@ void SimulatedMac::signalService(int signal) const {
 
 bool SimulatedMac::serviceIsGone() const {
     return until([&] { return !connection_.interface()->isServiceRegistered(serviceName).value(); });
+}
+
+QString copyOfStore(const QString& store, const QString& folder) {
+    const QString image = folder + "/image.sqlite";
+    for (const auto* const part : {"", "-wal"}) {
+        QFile::remove(image + part);
+        QFile::copy(store + part, image + part);
+    }
+    return image;
 }
 
 } // namespace simulator::tests

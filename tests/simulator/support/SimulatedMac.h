@@ -116,6 +116,9 @@ private:
     std::unique_ptr<QDBusServiceWatcher> watcher_;
 };
 
+/// Copies what a kill at this moment would leave of a store, and answers where it lies in the folder.
+QString copyOfStore(const QString& store, const QString& folder);
+
 /// A test in front of a simulated Mac.
 class OnASimulatedMac : public testing::Test {
 private:

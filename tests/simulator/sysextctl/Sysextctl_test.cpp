@@ -7,7 +7,6 @@
 #include "tests/support/PrivateBus.h"
 
 #include <QDir>
-#include <QTemporaryFile>
 
 #include <gtest/gtest.h>
 
@@ -45,10 +44,6 @@ private:
     ::tests::PrivateBus bus_;
     std::optional<ScriptedControl> control_;
 };
-
-Outcome failed(int code, const std::string& line) {
-    return {code, "", "sysextctl: " + line + "\n"};
-}
 
 TEST_F(Sysextctl, HasTheServiceDoWhatWasTypedAndSaysNothing) {
     EXPECT_EQ(outcomeOf({"allow", camera}), silence);
@@ -165,13 +160,10 @@ TEST_F(Sysextctl, WatchesNoLongerWhenNobodyReads) {
 class Playing : public Sysextctl {
 protected:
     Outcome play(const QByteArray& text) {
-        QTemporaryFile file;
-        EXPECT_TRUE(file.open());
-        file.write(text);
-        file.flush();
-        Outcome outcome = withoutABus({"play", file.fileName()});
+        const auto file = written(text);
+        Outcome outcome = withoutABus({"play", file->fileName()});
         for (std::string* const printed : {&outcome.output, &outcome.errors}) {
-            const std::string name = file.fileName().toStdString();
+            const std::string name = file->fileName().toStdString();
             const auto at = printed->find(name);
             if (at != std::string::npos) printed->replace(at, name.size(), "NAME");
         }

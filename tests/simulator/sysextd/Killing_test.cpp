@@ -369,20 +369,11 @@ private:
         ASSERT_TRUE(sendSignal(process, SIGSTOP));
         while (!isStopped(process))
             std::this_thread::yield();
-        const QString image = copyOfTheStore();
+        const QString image = copyOfStore(mac.storeFile(), mac.folder());
         ASSERT_TRUE(sendSignal(process, SIGKILL));
         ASSERT_TRUE(until([&] { return mac.connection().interface()->serviceOwner(serviceName).value() != owner; }));
         ASSERT_NO_THROW(Store{image.toStdString()}.load());
         ++kills;
-    }
-
-    QString copyOfTheStore() const {
-        const QString copy = mac.folder() + "/image.sqlite";
-        for (const auto* const part : {"", "-wal"}) {
-            QFile::remove(copy + part);
-            QFile::copy(mac.storeFile() + part, copy + part);
-        }
-        return copy;
     }
 
     Random random_{GetParam()};

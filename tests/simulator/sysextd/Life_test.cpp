@@ -155,14 +155,7 @@ protected:
     Service service{file.toStdString()};
 
     /// What a kill at this moment would leave in the store.
-    State kept() const {
-        const QString image = folder_.filePath("image.sqlite");
-        for (const auto* const part : {"", "-wal"}) {
-            QFile::remove(image + part);
-            QFile::copy(file + part, image + part);
-        }
-        return Store{image.toStdString()}.load();
-    }
+    State kept() const { return Store{copyOfStore(file, folder_.path()).toStdString()}.load(); }
 };
 
 TEST_F(AServiceInThisProcess, HasKeptWhatItSaysWhenItSaysIt) {
