@@ -13,10 +13,8 @@ using platform::fake::uninstallingCopy;
 using testing::ElementsAre;
 
 class AnAnswer : public ModelTest {};
-class ACopy : public ModelTest {};
 class SeveralCopies : public ModelTest {};
 class TheVersion : public ModelTest {};
-class TheStateText : public ModelTest {};
 class ThePrintedLine : public ModelTest {};
 
 TEST_F(AnAnswer, WithoutCopiesChangesAndPrintsNothing) {
@@ -95,65 +93,55 @@ TEST_F(AnAnswer, MovesNoStateStoresNoErrorLogsNothingAndSubmitsNothing) {
     EXPECT_EQ(service().submissions().size(), allStates.size() * enumeration().size());
 }
 
-TEST_F(ACopy, ThatIsEnabledGivesFlagsVersionAndState) {
-    answer({enabledCopy(camera, "1.2", "345")});
-    EXPECT_EQ(text(cameraPosition),
-              "com.kelvra.ip-camera.cmio 'Enabled' present enabled '1.2/345' VideoCamera 'Camera Driver' 345");
+/// Copies of the camera, one answer after the other, and what is known of it then: its state, flags and version.
+struct Reported {
+    const char* name;
+    bool needsReboot;
+    std::vector<std::vector<platform::OSSystemExtensionProperties>> answers;
+    std::string known;
+};
+
+void PrintTo(const Reported& reported, std::ostream* out) {
+    *out << reported.name;
 }
 
-TEST_F(ACopy, ThatAwaitsApprovalGivesNoVersion) {
-    answer({awaitingCopy(camera, "1.2", "345")});
-    EXPECT_EQ(text(cameraPosition),
-              "com.kelvra.ip-camera.cmio 'Await approval' present awaiting 'n/a' VideoCamera 'Camera Driver' 0");
+const auto enabled = enabledCopy(camera, "1.2", "345");
+const auto awaiting = awaitingCopy(camera, "1.3", "400");
+const auto uninstalling = uninstallingCopy(camera, "1.1", "300");
+const auto plain = copyOf(camera, "1.3", "400");
+const platform::OSSystemExtensionProperties everything{camera, "1.2", "345", true, true, true, ""};
+
+const Reported reports[]{
+    {"AnEnabledCopy", false, {{enabled}}, "'Enabled' present enabled '1.2/345' 345"},
+    {"SeveralThatAreTheSame", false, {{enabled, enabled}}, "'Enabled' present enabled '1.2/345' 345"},
+    {"AnAwaitingCopy", false, {{awaiting}}, "'Await approval' present awaiting 'n/a' 0"},
+    {"AnUninstallingCopy", false, {{uninstalling}}, "'Uninstalling' present uninst 'n/a' 0"},
+    {"ACopyThatIsNothing", false, {{plain}}, "'' present 'n/a' 0"},
+    {"AnEnabledThenAnAwaitingOne", false, {{enabled}, {awaiting}}, "'Await approval' present awaiting '1.2/345' 345"},
+    {"AnEnabledAndAnAwaitingOne", false, {{enabled, awaiting}}, "'Enabled' present enabled awaiting '1.2/345' 345"},
+    {"FlagsThatNoneHasAnyMore", false, {{everything, awaiting}, {plain, plain}}, "'' present '1.2/345' 345"},
+    // Before a reboot.
+    {"OneThatIsEverything", true, {{everything}}, "'Enabled' present enabled awaiting reboot uninst '1.2/345' 345"},
+    {"TwoFlags", true, {{plain, uninstalling, awaiting}}, "'Await approval' present awaiting reboot uninst 'n/a' 0"},
+    {"AnUninstallingCopyBeforeAReboot", true, {{uninstalling}}, "'Need reboot' present reboot uninst 'n/a' 0"},
+    {"ACopyThatIsNothingBeforeAReboot", true, {{plain}}, "'Need reboot' present reboot 'n/a' 0"},
+};
+
+class WhatIsKnownOfTheCamera : public ModelTest, public testing::WithParamInterface<Reported> {};
+
+TEST_P(WhatIsKnownOfTheCamera, IsWhatItsCopiesSayAndEachAnswerIsPrintedOnce) {
+    if (GetParam().needsReboot) finish(Result::willCompleteAfterReboot);
+    for (const auto& copies : GetParam().answers)
+        answer(copies);
+    const std::string unchanged = " VideoCamera 'Camera Driver'";
+    std::string known = text(cameraPosition);
+    known.erase(known.find(unchanged), unchanged.size());
+    EXPECT_EQ(known, std::string{camera} + ' ' + GetParam().known);
+    EXPECT_EQ(printedLines().size(), GetParam().answers.size());
 }
 
-TEST_F(ACopy, ThatOnlyUninstallsIsUninstalling) {
-    answer({uninstallingCopy(camera, "1.2", "345")});
-    EXPECT_EQ(text(cameraPosition),
-              "com.kelvra.ip-camera.cmio 'Uninstalling' present uninst 'n/a' VideoCamera 'Camera Driver' 0");
-}
-
-TEST_F(ACopy, ThatOnlyUninstallsNeedsARebootIfTheRecordDoes) {
-    finish(Result::willCompleteAfterReboot);
-    answer({uninstallingCopy(camera, "1.2", "345")});
-    EXPECT_EQ(text(cameraPosition),
-              "com.kelvra.ip-camera.cmio 'Need reboot' present reboot uninst 'n/a' VideoCamera 'Camera Driver' 0");
-}
-
-TEST_F(ACopy, ThatIsNothingInParticularHasAnEmptyStateAndKeepsTheVersion) {
-    answer({enabledCopy(camera, "1.2", "345")});
-    answer({copyOf(camera, "1.3", "400")});
-    EXPECT_EQ(text(cameraPosition), "com.kelvra.ip-camera.cmio '' present '1.2/345' VideoCamera 'Camera Driver' 345");
-}
-
-TEST_F(ACopy, ThatIsNothingInParticularNeedsARebootIfTheRecordDoes) {
-    finish(Result::willCompleteAfterReboot);
-    answer({copyOf(camera, "1.3", "400")});
-    EXPECT_EQ(text(cameraPosition),
-              "com.kelvra.ip-camera.cmio 'Need reboot' present reboot 'n/a' VideoCamera 'Camera Driver' 0");
-}
-
-TEST_F(ACopy, ThatOnlyAwaitsTakesTheEnablingBackAndStillShowsTheFormerlyEnabledBuild) {
-    answer({enabledCopy(camera, "1.0", "100")});
-    answer({awaitingCopy(camera, "1.1", "110")});
-    EXPECT_EQ(text(cameraPosition),
-              "com.kelvra.ip-camera.cmio 'Await approval' present awaiting '1.0/100' VideoCamera 'Camera Driver' 100");
-}
-
-TEST_F(ACopy, MayBeEverythingAtOnce) {
-    auto copy = enabledCopy(camera, "1.2", "345");
-    copy.isAwaitingUserApproval = true;
-    copy.isUninstalling = true;
-    answer({copy});
-    EXPECT_EQ(text(cameraPosition), "com.kelvra.ip-camera.cmio 'Enabled' present enabled awaiting uninst '1.2/345' "
-                                    "VideoCamera 'Camera Driver' 345");
-}
-
-TEST_F(SeveralCopies, OfAnOlderEnabledAndANewerAwaitingBuildShowTheEnabledOne) {
-    answer({enabledCopy(camera, "1.0", "100"), awaitingCopy(camera, "1.1", "110")});
-    EXPECT_EQ(text(cameraPosition),
-              "com.kelvra.ip-camera.cmio 'Enabled' present enabled awaiting '1.0/100' VideoCamera 'Camera Driver' 100");
-}
+INSTANTIATE_TEST_SUITE_P(After, WhatIsKnownOfTheCamera, testing::ValuesIn(reports),
+                         [](const auto& which) { return which.param.name; });
 
 TEST_F(SeveralCopies, GiveTheVersionOfTheLastEnabledOneAndTheIntegerOfTheLastThatConverts) {
     answer({enabledCopy(camera, "1.0", "100"), enabledCopy(camera, "1.1", "1.1.0")});
@@ -165,26 +153,6 @@ TEST_F(SeveralCopies, CountInTheirOrderNotByTheirBuild) {
     answer({enabledCopy(camera, "1.1", "110"), enabledCopy(camera, "1.0", "100")});
     EXPECT_EQ(record(cameraPosition).version, "1.0/100");
     EXPECT_EQ(record(cameraPosition).intversion, 100);
-}
-
-TEST_F(SeveralCopies, AddUpTheirFlags) {
-    answer({copyOf(camera, "1", "1"), uninstallingCopy(camera, "2", "2"), awaitingCopy(camera, "3", "3"),
-            copyOf(camera, "4", "4")});
-    EXPECT_EQ(text(cameraPosition),
-              "com.kelvra.ip-camera.cmio 'Await approval' present awaiting uninst 'n/a' VideoCamera 'Camera Driver' 0");
-}
-
-TEST_F(SeveralCopies, TakeBackTheFlagsThatNoneHas) {
-    answer({enabledCopy(camera, "1", "1"), awaitingCopy(camera, "2", "2"), uninstallingCopy(camera, "3", "3")});
-    answer({copyOf(camera, "1", "1"), copyOf(camera, "2", "2")});
-    EXPECT_EQ(text(cameraPosition), "com.kelvra.ip-camera.cmio '' present '1/1' VideoCamera 'Camera Driver' 1");
-}
-
-TEST_F(SeveralCopies, ThatAreTheSameCountLikeOne) {
-    answer(Copies(5, enabledCopy(camera, "1.2", "345")));
-    EXPECT_EQ(text(cameraPosition),
-              "com.kelvra.ip-camera.cmio 'Enabled' present enabled '1.2/345' VideoCamera 'Camera Driver' 345");
-    EXPECT_EQ(printedLines().size(), 1U);
 }
 
 TEST_F(TheVersion, IsAnIntegerWithOrWithoutASign) {
@@ -219,21 +187,6 @@ TEST_F(TheVersion, ThatIsNoIntegerIsShownAndKeepsTheInteger) {
         EXPECT_TRUE(record(cameraPosition).enabled) << build;
         EXPECT_EQ(record(cameraPosition).state, "Enabled") << build;
     }
-}
-
-TEST_F(TheStateText, IsThatOfTheFirstFlagInOrder) {
-    finish(Result::willCompleteAfterReboot);
-    const auto reported = [&](const bool enabled, const bool awaiting, const bool uninstalling) {
-        auto copy = copyOf(camera, "1", "1");
-        copy.isEnabled = enabled;
-        copy.isAwaitingUserApproval = awaiting;
-        copy.isUninstalling = uninstalling;
-        answer({copy});
-        return record(cameraPosition).state;
-    };
-    EXPECT_EQ(reported(true, true, true), "Enabled");
-    EXPECT_EQ(reported(false, true, true), "Await approval");
-    EXPECT_EQ(reported(false, false, true), "Need reboot");
 }
 
 TEST_F(ThePrintedLine, TellsIdentifierVersionStateAndThreeFlags) {
