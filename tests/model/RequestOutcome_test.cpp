@@ -202,8 +202,8 @@ TEST_F(TheFailureNotice, OfAnotherDomainChangesNothingAtAll) {
 }
 
 TEST_F(TheOutcomes, MoveEveryStateAsTheTransitionsSay) {
-    using Outcome = std::function<void(std::size_t request)>;
-    const std::vector<std::pair<LoadingTrigger, Outcome>> outcomes{
+    using Cause = std::function<void(std::size_t request)>;
+    const std::vector<std::pair<LoadingTrigger, Cause>> causes{
         {LoadingTrigger::activate,
          [&](auto request) { service().askReplacement(request, copyOf(camera, "1", "1"), copyOf(camera, "2", "2")); }},
         {LoadingTrigger::needsApproval, [&](auto request) { service().needsApproval(request); }},
@@ -213,10 +213,10 @@ TEST_F(TheOutcomes, MoveEveryStateAsTheTransitionsSay) {
         {LoadingTrigger::failed, [&](auto request) { service().finish(request, Result{2}); }},
         {LoadingTrigger::failed, [&](auto request) { service().fail(request, 8, ""); }},
     };
-    for (const auto& [trigger, outcome] : outcomes) {
+    for (const auto& [trigger, cause] : causes) {
         for (const auto each : allStates) {
             model->activateExt(camera);
-            outcome(service().latest(Kind::activation, camera));
+            cause(service().latest(Kind::activation, camera));
             setState(each);
             deliver();
             EXPECT_EQ(state(), next(each, trigger)) << nameOf(each);

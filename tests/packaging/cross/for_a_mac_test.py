@@ -107,7 +107,7 @@ class TheTestsForAMac(ConfiguredForAMac):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls.configured = cls.configure("dev")
+        cls.configured = cls.configure("dev", CMAKE_UNITY_BUILD="OFF")
 
     def test_are_configured_with_a_googletest_of_their_own(self):
         for program in ("tests/model/CMakeFiles/model_tests.dir", "tests/views/CMakeFiles/views_tests.dir"):

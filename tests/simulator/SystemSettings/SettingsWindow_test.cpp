@@ -119,8 +119,6 @@ private:
     std::optional<ShownWindow> shown_;
 };
 
-} // namespace
-
 TEST_F(SystemSettings, SaysWhatIsThereAndHowItStands) {
     open(copies("waiting", "enabled") << removedNetwork());
     EXPECT_EQ(texts(),
@@ -391,4 +389,5 @@ const FocusCase focusCases[]{
 INSTANTIATE_TEST_SUITE_P(If, TheKeyboardFocusOfSystemSettings, testing::ValuesIn(focusCases),
                          [](const auto& focusCase) { return focusCase.param.name; });
 
+} // namespace
 } // namespace simulator::tests

@@ -130,8 +130,8 @@ INSTANTIATE_TEST_SUITE_P(Each, AStranger, testing::ValuesIn(strangers),
 
 /// An application that has an open request changes the extension that it carries, and asks again.
 TEST(AnApplicationThatCarriesItWrongly, TakesThePlaceOfItsOwnRequestAlone) {
-    using Change = void (*)(ExtensionOnDisk & camera);
-    const auto heardAfter = [](Change change) {
+    using CameraChange = void (*)(ExtensionOnDisk & camera);
+    const auto heardAfter = [](CameraChange change) {
         SampleMac mac;
         mac.activate("a");
         mac.heard();
@@ -139,10 +139,10 @@ TEST(AnApplicationThatCarriesItWrongly, TakesThePlaceOfItsOwnRequestAlone) {
         mac.activate("b");
         return mac.heard();
     };
-    const auto itsOwn = [&](Change change, const char* failure) {
+    const auto itsOwn = [&](CameraChange change, const char* failure) {
         EXPECT_THAT(heardAfter(change), ElementsAre("a: failed 12", failure));
     };
-    const auto anothers = [&](Change change) { EXPECT_THAT(heardAfter(change), ElementsAre("b: failed 4")); };
+    const auto anothers = [&](CameraChange change) { EXPECT_THAT(heardAfter(change), ElementsAre("b: failed 4")); };
     anothers([](auto& camera) { camera.fileName = "Camera.systemextension"; });
     anothers([](auto& camera) { camera.team = "OTHER00001"; });
     itsOwn([](auto& camera) { camera.sealMatches = false; }, "b: failed 8");

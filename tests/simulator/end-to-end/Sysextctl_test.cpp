@@ -36,7 +36,7 @@ const std::string listOfOne =
     "1 extension(s)\n--- com.apple.system_extension.cmio\n" + head + row("\t", "2.1/2105", "activated disabled");
 
 /// One after the other, on one Mac.
-const Line lines[]{
+const Line conversation[]{
     {"list", says("0 extension(s)\n")},
     {"install com.kelvra.driverkit.usb-to-poe 2.1 2105 waiting", silence},
     {"install com.kelvra.ip-camera.cmio 2.0 2004 uninstalling", silence},
@@ -64,7 +64,7 @@ const Line lines[]{
 };
 
 TEST_F(SysextctlOnASimulatedMac, SaysWhatItSays) {
-    for (const Line& line : lines)
+    for (const Line& line : conversation)
         EXPECT_EQ(said(line.words), line.outcome) << line.words;
 }
 
