@@ -6,7 +6,7 @@ namespace platform::ui {
 
 namespace {
 
-constexpr Size indicatorSize{10, 16};
+constexpr double indicatorSize = 16;
 
 /// The control of a box; its title names it where no label does.
 Control controlOf(const Box& box, const Rect& frame, const SceneWriter& scene, const std::string& title) {
@@ -48,7 +48,9 @@ public:
         }
     }
 
-    Size size(Box&, const Proposal&) const override { return indicatorSize; }
+    Size size(Box&, const Proposal& proposal) const override {
+        return {std::min(indicatorSize, proposal.width.value_or(indicatorSize)), indicatorSize};
+    }
     void place(Box& box, const Rect& frame, const Proposal&, SceneWriter& scene) const override {
         Control control = controlOf(box, frame, scene, title_);
         control.kind = PullDownMenu{items_};

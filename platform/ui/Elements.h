@@ -148,8 +148,8 @@ struct ButtonStyleConfiguration {
     View label;
 };
 
-/// A small indicator that opens a menu of buttons, each with its title and symbol. Its title, where it has one, names
-/// it for assistive technology unless an accessibility label does; it is not drawn.
+/// A small indicator, 16 points high and wide or as narrow as it is offered, that opens a menu of buttons with their
+/// titles and symbols. Its own title is not drawn; it names the menu unless an accessibility label does.
 struct Menu : View {
     Menu(std::string titleKey, const std::vector<Button>& items);
 };

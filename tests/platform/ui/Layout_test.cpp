@@ -379,9 +379,13 @@ TEST(AClip, CutsWhatCameBeforeIt) {
 
 TEST(AMenu, IsAnIndicatorOfItsColorWithItsItems) {
     const Menu menu{"Title", {Button{Label{"Remove", "trash"}, [] {}}, Button{"Go", [] {}}}};
-    EXPECT_EQ(scene(menu.foregroundColor(red)), (Lines{"menu 45,22 10x16 \"Title\"", "  item \"Remove\" \"trash\"",
-                                                       "  item \"Go\" \"\"", "  indicator 45,22 10x16 255/0/0"}));
-    EXPECT_EQ(scene(menu.accessibilityLabel("Actions")).front(), "menu 45,22 10x16 \"Actions\"");
+    EXPECT_EQ(scene(menu.foregroundColor(red)), (Lines{"menu 42,22 16x16 \"Title\"", "  item \"Remove\" \"trash\"",
+                                                       "  item \"Go\" \"\"", "  indicator 42,22 16x16 255/0/0"}));
+    EXPECT_EQ(scene(menu.accessibilityLabel("Actions")).front(), "menu 42,22 16x16 \"Actions\"");
+}
+
+TEST(AMenu, IsAsNarrowAsItIsOffered) {
+    EXPECT_EQ(scene(Menu{"", {}}.frame({.width = 10})).front(), "menu 45,22 10x16 \"\"");
 }
 
 TEST(AButton, IsNamedByItsTitleUnlessALabelDoes) {
