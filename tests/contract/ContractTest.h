@@ -17,6 +17,7 @@ using platform::OSSystemExtensionRequest;
 using tests::Listener;
 using tests::Record;
 
+/// Identifiers of extensions; see Stage for who carries them.
 inline constexpr auto camera = "com.kelvra.ip-camera.cmio";
 inline constexpr auto driver = "com.kelvra.driverkit.usb-to-poe";
 inline constexpr auto nobody = "com.kelvra.nobody";
@@ -32,6 +33,7 @@ public:
     Stage& operator=(const Stage&) = delete;
     virtual ~Stage() = default;
 
+    /// The service's manager, which the application submits its requests to.
     virtual platform::OSSystemExtensionManager& manager() = 0;
 
     /// Does what the words say, which are those of the command line: "install" and what follows it, "allow" and so on.
@@ -58,6 +60,7 @@ protected:
 
     /// Submits a request whose listener has that name. Only the service keeps the request.
     std::weak_ptr<OSSystemExtensionRequest> submit(const std::string& name, Kind kind, const std::string& identifier);
+    /// The same for each kind of request.
     std::weak_ptr<OSSystemExtensionRequest> activate(const std::string& name, const std::string& identifier = camera);
     std::weak_ptr<OSSystemExtensionRequest> deactivate(const std::string& name, const std::string& identifier = camera);
     /// Deactivates it, and an administrator agrees.
@@ -71,6 +74,7 @@ protected:
     /// The copies of an extension once the service has settled, oldest first, as "2.1 2105 enabled".
     std::vector<std::string> copies(const std::string& identifier = camera);
 
+    /// What the listeners hear is in one record, and they are found by their names.
     std::unique_ptr<Stage> stage = makeStage();
     Record record;
     std::map<std::string, std::shared_ptr<Listener>> listeners;

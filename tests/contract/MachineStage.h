@@ -26,6 +26,7 @@ public:
     ScriptedStandIn& operator=(const ScriptedStandIn&) = delete;
     virtual ~ScriptedStandIn() = default;
 
+    /// What the script submits to.
     virtual platform::OSSystemExtensionManager& manager() = 0;
     /// Every submission so far.
     virtual std::vector<Submission> submissions() const = 0;
@@ -52,7 +53,9 @@ public:
     explicit MachineStage(std::unique_ptr<ScriptedStandIn> standIn);
 
     platform::OSSystemExtensionManager& manager() override { return standIn_->manager(); }
+    /// The words of one line of a script, such as "allow" and an identifier.
     void act(const std::vector<std::string>& words) override;
+    /// Returns when neither the machine nor the main queue has anything left to do.
     void settle() override;
 
 private:

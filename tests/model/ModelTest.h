@@ -14,6 +14,7 @@
 
 namespace model {
 
+/// Every state of the model, in the order of their declaration.
 inline constexpr std::array allStates{
     DriverLoadingStateMachine::State::blank,        DriverLoadingStateMachine::State::unloaded,
     DriverLoadingStateMachine::State::activating,   DriverLoadingStateMachine::State::needsApproval,
@@ -21,6 +22,7 @@ inline constexpr std::array allStates{
     DriverLoadingStateMachine::State::requestError, DriverLoadingStateMachine::State::deactivating,
 };
 
+/// The names that a failed test prints.
 inline const char* nameOf(const DriverLoadingStateMachine::State state) {
     constexpr std::array names{"Blank",         "Unloaded",    "Activating",
                                "NeedsApproval", "Activated",   "ActivatedUponReboot",
@@ -51,6 +53,7 @@ inline std::string textOf(const SysExtInfo& record) {
     return text.str();
 }
 
+/// The same for a whole list, in its order.
 inline std::vector<std::string> textsOf(const std::vector<SysExtInfo>& records) {
     std::vector<std::string> texts;
     for (const auto& record : records)
@@ -58,14 +61,17 @@ inline std::vector<std::string> textsOf(const std::vector<SysExtInfo>& records) 
     return texts;
 }
 
+/// The identifiers of the three extensions that the model knows.
 inline constexpr const char* base = "com.kelvra.driverkit.base";
 inline constexpr const char* camera = "com.kelvra.ip-camera.cmio";
 inline constexpr const char* network = "com.kelvra.driverkit.usb-to-poe";
 
+/// Their positions in a list of records.
 inline constexpr std::size_t basePosition = 0;
 inline constexpr std::size_t cameraPosition = 1;
 inline constexpr std::size_t networkPosition = 2;
 
+/// The records of a model that has heard nothing yet, as textOf() has them.
 inline constexpr const char* initialBase = "com.kelvra.driverkit.base 'Not installed' 'n/a' Ethernet 'Old Driver' 0";
 inline constexpr const char* initialCamera =
     "com.kelvra.ip-camera.cmio 'Not installed' 'n/a' VideoCamera 'Camera Driver' 0";
@@ -92,9 +98,12 @@ protected:
     using Copies = std::vector<platform::OSSystemExtensionProperties>;
     using Submissions = std::vector<platform::fake::Submission>;
 
+    /// The service that takes the model's requests. It answers when a test tells it to, and only after deliver().
     static platform::fake::SystemExtensions& service() { return platform::fake::SystemExtensions::shared(); }
+    /// Runs the main queue until it is empty, so that the model hears what was answered.
     static void deliver() { platform::fake::drainMainQueue(); }
 
+    /// What the model keeps to itself.
     State state() const { return DriverLoadingViewModelTestAccess::state(*model); }
     void setState(const State state) { DriverLoadingViewModelTestAccess::setState(*model, state); }
     const std::string& lastError() const { return DriverLoadingViewModelTestAccess::lastError(*model); }

@@ -16,6 +16,7 @@
 
 namespace tests {
 
+/// Owns a file descriptor and closes it at the end, or earlier where a test asks. Moved from, it owns none.
 class Descriptor {
 public:
     explicit Descriptor(const int number) : number_{number} {}
@@ -32,11 +33,14 @@ private:
     int number_;
 };
 
+/// Bytes go from the writer to the reader; a program under test is given one end. When every writer is closed the
+/// reader sees the end, and a write without a reader fails.
 struct Pipe {
     Descriptor reader;
     Descriptor writer;
 };
 
+/// A pipe with both ends open, in blocking mode.
 inline Pipe makePipe() {
     std::array<int, 2> ends{-1, -1};
     EXPECT_EQ(pipe(ends.data()), 0);
@@ -49,6 +53,7 @@ struct Terminal {
     Descriptor program;
 };
 
+/// A new pseudoterminal. Closing the screen hangs up on the program.
 inline Terminal makeTerminal() {
     Descriptor screen{posix_openpt(O_RDWR | O_NOCTTY)};
     EXPECT_EQ(grantpt(screen.get()), 0);
@@ -73,6 +78,7 @@ inline Descriptor listenAt(const std::string& path) {
 /// end.
 class ReplacedDescriptor {
 public:
+    /// In place of a replacement: nothing is open at the place.
     static constexpr int closed = -1;
 
     ReplacedDescriptor(const int place, const int replacement) : place_{place}, saved_{dup(place)} {
@@ -91,6 +97,7 @@ private:
     Descriptor saved_;
 };
 
+/// Whether the descriptor is open on /dev/null.
 inline bool isNullDevice(const int descriptor) {
     struct stat opened {};
     struct stat device {};

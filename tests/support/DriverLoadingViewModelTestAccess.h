@@ -16,10 +16,12 @@ public:
         model.state_ = state;
     }
 
+    /// Whether the banner says that a restart is needed.
     static void setNeedReboot(DriverLoadingViewModel& model, const bool needed) { model.need_reboot_ = needed; }
 
     static const std::string& lastError(const DriverLoadingViewModel& model) { return model.lastError_; }
 
+    /// In place of the whole list; the identifiers need not be known ones.
     static void setRecords(DriverLoadingViewModel& model, std::vector<SysExtInfo> records) {
         model.sei_ = std::move(records);
     }

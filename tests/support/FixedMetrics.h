@@ -11,6 +11,7 @@ namespace platform::fake {
 /// 1.25 of it high. Counts what it is asked.
 class FixedMetrics : public ui::Metrics {
 public:
+    /// In points, whatever the text is.
     ui::Size textSize(const std::string& text, const ui::Font font) const override {
         ++textMeasurements;
         const double points = ui::pointSize(font.style);
@@ -21,7 +22,9 @@ public:
         return known == images.end() ? ui::Size{} : known->second;
     }
 
+    /// The images that are there, in points; any other has no size.
     std::map<std::string, ui::Size> images;
+    /// How often a text was measured.
     mutable int textMeasurements = 0;
 };
 

@@ -23,6 +23,7 @@ struct Record {
     std::vector<std::thread::id> threads;
     std::vector<const OSSystemExtensionRequest*> requests;
 
+    /// The error of each failure, in the order of the failures.
     std::vector<platform::Error> errors;
     /// The copies that were found last.
     std::vector<OSSystemExtensionProperties> copies;

@@ -14,6 +14,7 @@ namespace platform::fake {
 /// A line a node, what is in it indented: `text 44,13.5 300x15 callout black "Woohoo"`. Numbers have at most three
 /// decimals, colors their components on the 0 to 255 scale, with "@" and the opacity where it is not 1.
 std::string textOf(const ui::Scene& scene);
+/// The parts of such a line: a color's name where it has one, a rectangle as `44,13.5 300x15`, a size as `300x15`.
 std::string textOf(const ui::Color& color);
 std::string textOf(const ui::Rect& rect);
 std::string textOf(const ui::Size& size);

@@ -12,6 +12,7 @@ namespace platform::fake {
 /// What the one screen has to show, and how a test is named after it.
 struct ScreenState {
     std::string name;
+    /// In the order of the cards.
     std::vector<model::SysExtInfo> records;
     friend std::ostream& operator<<(std::ostream& out, const ScreenState& state) { return out << state.name; }
 };
@@ -19,6 +20,7 @@ struct ScreenState {
 /// One of each kind that looks different.
 std::vector<ScreenState> screenStates();
 
+/// The screen with these records, in front of the fake services.
 ui::View screenOf(const ScreenState& state);
 
 } // namespace platform::fake

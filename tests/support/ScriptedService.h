@@ -46,13 +46,17 @@ public:
     void finishBeforeReplying() { finishesFirst_ = true; }
     /// Takes a call that was left open.
     void take(std::size_t call) const { connection_.send(received_.at(call).createReply()); }
+    /// Takes and gives up the service's name on the bus, and stays connected.
     void takeName();
     void releaseName();
     /// Leaves the bus, as a process that dies does.
     void die();
 
+    /// Every call so far, in the order in which they came; calls are named by their place there, from 0.
     const std::vector<QDBusMessage>& calls() const { return received_; }
+    /// The token by which the client knows the request of a call.
     QString token(std::size_t call) const { return received_.at(call).arguments().at(0).toString(); }
+    /// The unique name of whoever called first; there must have been a call.
     QString client() const { return received_.at(0).service(); }
 
     /// To the client alone; the first argument is the token.
@@ -74,6 +78,7 @@ private:
     bool finishesFirst_ = false;
 };
 
+/// A copy, or a list of them, as an argument of a signal.
 QVariant onTheBus(const CopyOnTheBus& copy);
 QVariant onTheBus(const QList<CopyOnTheBus>& copies);
 

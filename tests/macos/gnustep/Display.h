@@ -6,6 +6,7 @@
 
 namespace macos_tests {
 
+/// The color of a pixel, with 8 bits for each component.
 struct Rgb {
     std::uint8_t red = 0;
     std::uint8_t green = 0;
@@ -19,6 +20,7 @@ struct Picture {
     int height = 0;
     std::vector<Rgb> pixels;
 
+    /// Counted from the top left; throws where there is no such pixel.
     Rgb at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * width + x)); }
 };
 
@@ -31,11 +33,13 @@ public:
         friend bool operator==(const Position&, const Position&) = default;
     };
 
+    /// Opens the display that the environment names; throws if there is none.
     Display();
     Display(const Display&) = delete;
     Display& operator=(const Display&) = delete;
     ~Display();
 
+    /// Each returns once the display has taken the event; the application hears of it later.
     void movePointer(int x, int y);
     void pressButton();
     void releaseButton();
@@ -50,6 +54,7 @@ public:
     bool shows(unsigned long window);
     /// Whether it gets the keys.
     bool isFocused(unsigned long window) const;
+    /// Where the top left of the window's content is.
     Position positionOf(unsigned long window) const;
     /// Waits until the display has done all that was asked of it by way of another connection, an X Display.
     static void finish(void* connection);

@@ -30,6 +30,7 @@ public:
     /// Shows it and gives it the keyboard.
     explicit ShownWindow(const QDBusConnection& bus);
 
+    /// The window itself, for what a person does with the pointer and the keys.
     settings::SettingsWindow& window() { return window_; }
 
     /// The visible control whose accessible name it is; null if there is none.
@@ -44,6 +45,7 @@ public:
     /// Presses the control as assistive technology does. It must be there.
     void press(const QString& name);
 
+    /// Whether it comes about while events are handled; false after as long as a test is willing to wait.
     [[nodiscard]] bool untilShown(const QString& name) {
         return until([&] { return shows(name); });
     }

@@ -20,6 +20,7 @@ public:
     Keeper& operator=(const Keeper&) = delete;
     virtual ~Keeper() = default;
 
+    /// Called after each step, before its answers are looked at, with the numbers of the copies that have changed.
     virtual void keep(const State& state, const std::set<std::int64_t>& touched) = 0;
     /// What was kept last, read anew.
     virtual State kept() = 0;
@@ -29,10 +30,12 @@ public:
 /// is looked at what was answered; now and then the machine dies, and comes back with what was kept.
 class RandomWalk {
 public:
+    /// The same seed walks the same way. The keeper outlives the walk.
     RandomWalk(unsigned seed, Keeper& keeper);
 
     /// Ends early when a promise is broken.
     void go(int steps);
+    /// How many answers were looked at: a walk without answers has shown nothing.
     std::size_t answers() const { return witness_.answers(); }
     /// How often it was looked whether all that was answered is kept.
     std::size_t comparisons() const { return comparisons_; }

@@ -45,7 +45,9 @@ protected:
         return "nothing";
     }
 
+    /// Exists, is empty at first, and is removed at the end.
     std::filesystem::path folder;
+    /// Where the store belongs. Neither it nor the folder around it exists until something makes them.
     std::filesystem::path file;
 };
 

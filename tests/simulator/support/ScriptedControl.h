@@ -43,11 +43,15 @@ public:
     /// What ListIdentifiers answers.
     QStringList identifiers;
 
+    // What the bus calls.
+
 public slots:
     QList<simulator::CopyEntry> ListCopies();
     QList<simulator::RequestEntry> ListRequests();
     QStringList ListIdentifiers();
     QByteArray Do(const QStringList& words, const QByteArray& contents);
+
+    // What listeners on the bus hear.
 
 signals:
     void Changed();

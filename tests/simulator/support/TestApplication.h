@@ -13,6 +13,7 @@ using ::tests::until;
 /// There may be one at a time, before anything of Qt's that needs events.
 class TestApplication {
 public:
+    /// The one warning that is let through says that a service's owner changed while it was asked for.
     TestApplication() { ::tests::failOnQtWarnings(isNoteOfOwnerRace); }
 
 private:

@@ -10,6 +10,8 @@
 
 // Drawing -------------------------------------------------------------------------------------------------------------
 
+// Colors, paths and the context that they are drawn into; text; images.
+
 enum NSCompositingOperation : NSUInteger {
     NSCompositingOperationSourceOver = 2,
     NSCompositingOperationSourceIn = 3 // known
@@ -179,6 +181,7 @@ enum NSFocusRingType : NSUInteger { NSFocusRingTypeNone = 1 };
 @property (nullable, strong) NSCell* cell;
 @end
 
+// Buttons and pull-down menus.
 enum NSButtonType : NSUInteger { NSButtonTypeMomentaryChange = 5 };
 
 @interface NSButton : NSControl
@@ -287,6 +290,7 @@ enum : NSWindowStyleMask {
     NSWindowStyleMaskFullSizeContentView = 1 << 15
 };
 
+// Where a window keeps what was drawn.
 enum NSBackingStoreType : NSUInteger { NSBackingStoreBuffered = 2 };
 
 @interface NSWindow : NSResponder

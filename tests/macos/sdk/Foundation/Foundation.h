@@ -34,6 +34,7 @@ NSSize NSMakeSize(CGFloat width, CGFloat height);
 NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height);
 extern const NSRect NSZeroRect;
 
+// A part of a text, in UTF-16 units.
 struct NSRange {
     NSUInteger location;
     NSUInteger length;
@@ -67,6 +68,7 @@ __attribute__((objc_root_class))
                               modes:(nullable NSArray<NSString*>*)modes;
 @end
 
+// What the compiler makes of a loop over a collection.
 struct NSFastEnumerationState {
     unsigned long state;
     id __unsafe_unretained _Nullable* _Nullable itemsPtr;
@@ -101,6 +103,7 @@ struct NSFastEnumerationState {
 - (void)addObject:(Member)object;
 @end
 
+// A key of a dictionary can be copied.
 @protocol NSCopying
 @end
 
@@ -128,6 +131,7 @@ struct NSFastEnumerationState {
 @interface NSNotification : NSObject
 @end
 
+// Modes in which work for the main thread is taken.
 typedef NSString* NSRunLoopMode;
 extern const NSRunLoopMode NSDefaultRunLoopMode;
 extern const NSRunLoopMode NSRunLoopCommonModes;

@@ -1,5 +1,7 @@
 #pragma once
 
+// What the application uses of the system's SystemExtensions, and nothing else; all of it was looked up.
+
 #import <Foundation/Foundation.h>
 
 #include <dispatch/dispatch.h>
@@ -8,6 +10,7 @@
 
 extern const NSErrorDomain OSSystemExtensionErrorDomain;
 
+// Why a request failed.
 enum OSSystemExtensionErrorCode : NSInteger {
     OSSystemExtensionErrorUnknown = 1,
     OSSystemExtensionErrorMissingEntitlement = 2,
@@ -29,6 +32,7 @@ enum OSSystemExtensionReplacementAction : NSInteger {
     OSSystemExtensionReplacementActionReplace = 1
 };
 
+// How a request finished that did not fail.
 enum OSSystemExtensionRequestResult : NSInteger {
     OSSystemExtensionRequestCompleted = 0,
     OSSystemExtensionRequestWillCompleteAfterReboot = 1
@@ -36,6 +40,7 @@ enum OSSystemExtensionRequestResult : NSInteger {
 
 @protocol OSSystemExtensionRequestDelegate;
 
+// A request, its answers, and who takes it.
 @interface OSSystemExtensionRequest : NSObject
 + (instancetype)activationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue;
 + (instancetype)deactivationRequestForExtension:(NSString*)identifier queue:(dispatch_queue_t)queue;
@@ -43,6 +48,7 @@ enum OSSystemExtensionRequestResult : NSInteger {
 @property (nullable, weak) id<OSSystemExtensionRequestDelegate> delegate;
 @end
 
+// A copy of an extension that the system knows.
 @interface OSSystemExtensionProperties : NSObject
 @property (readonly) NSString* bundleIdentifier;
 @property (readonly) NSString* bundleVersion;
@@ -52,6 +58,7 @@ enum OSSystemExtensionRequestResult : NSInteger {
 @property (readonly) BOOL isUninstalling;
 @end
 
+// Who is told what becomes of a request; all but the last must be there.
 @protocol OSSystemExtensionRequestDelegate <NSObject>
 @required
 - (OSSystemExtensionReplacementAction)request:(OSSystemExtensionRequest*)request

@@ -20,6 +20,8 @@ namespace tests {
 /// its own, and says exactly what the test tells it to.
 class SystemExtensionsTest : public testing::Test {
 protected:
+    /// Submits an activation whose listener is named by the identifier. The result tells whether the manager still
+    /// holds the request; the test does not.
     std::weak_ptr<OSSystemExtensionRequest> submit(const std::string& identifier) {
         listeners.push_back(std::make_shared<Listener>(identifier, record));
         return submit(identifier, listeners.back());
@@ -32,6 +34,7 @@ protected:
         return request;
     }
 
+    /// Puts the service on the bus. A test that needs none at first, or a second one, starts it when it wants.
     void startService() { service.emplace(bus.address()); }
 
     /// Submits "camera" and returns once the running service holds it, and has treated the call as told.
@@ -43,15 +46,18 @@ protected:
     }
     void submitAccepted() { submitTo(ScriptedService::Calls::areTaken); }
 
+    /// Answers of the service to the first request.
     void askForReplacement() {
         service->signal("ReplacementAsked", {service->token(0), onTheBus(CopyOnTheBus{}), onTheBus(CopyOnTheBus{})});
     }
     void finish() { service->signal("Finished", {service->token(0), qlonglong{0}}); }
 
+    /// Returns once the service got that many submissions in all.
     void waitForCalls(const std::size_t count) {
         ASSERT_TRUE(until([&] { return service->calls().size() >= count; }));
     }
 
+    /// Returns once the listeners heard that many answers in all.
     void waitForAnswers(const std::size_t count) {
         ASSERT_TRUE(until([&] { return record.lines.size() >= count; }));
     }
@@ -69,6 +75,7 @@ protected:
         EXPECT_THAT(apart.lines, testing::ElementsAre("another finished 0"));
     }
 
+    /// Waits for an answer, which must be the one failure, of unknown cause, whose description holds the text.
     void expectOneFailure(const std::string& description) {
         waitForAnswers(1);
         ASSERT_EQ(record.errors.size(), 1U);
@@ -77,6 +84,7 @@ protected:
         EXPECT_THAT(record.errors[0].localizedDescription, testing::HasSubstr(description));
     }
 
+    /// The bus comes first: the service and the manager end before it does.
     PrivateBus bus;
     std::optional<ScriptedService> service;
     platform::SimulatorManager manager{bus.address()};

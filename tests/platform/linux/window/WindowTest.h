@@ -54,6 +54,7 @@ protected:
     /// Presents the nodes in a scene of 450 by 230 and handles what follows from that.
     void show(std::vector<ui::SceneNode> nodes);
 
+    /// The hands. Positions are those of the window; what follows from each event is handled before it returns.
     void pressMouse(QPoint at, Qt::MouseButton button = Qt::LeftButton);
     void moveMouse(QPoint to);
     void releaseMouse(QPoint at, Qt::MouseButton button = Qt::LeftButton);
@@ -68,6 +69,7 @@ protected:
     std::string focused() const;
     /// The native control of that accessible name, null if there is none.
     SceneControl* control(const std::string& accessibleName) const;
+    /// The menu that is open, null if there is none.
     static QMenu* openMenu();
     /// Whether anything in that area has changed since `before`.
     bool differs(const QImage& before, QRect area);

@@ -32,6 +32,7 @@ protected:
                "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\"><plist version=\"1.0\"><dict>" +
                content + "</dict></plist>";
     }
+    /// The bundle's folder, which is removed at the end.
     std::string path() const { return folder_; }
 
 private:

@@ -5,6 +5,7 @@
 
 #include_next <AppKit/AppKit.h>
 
+// The newer names.
 #define NSButtonTypeMomentaryChange NSMomentaryChangeButton
 #define NSCompositingOperationSourceIn NSCompositeSourceIn
 #define NSCompositingOperationSourceOver NSCompositeSourceOver
@@ -32,6 +33,7 @@ extern NSFontTextStyle const NSFontTextStyleTitle3;
 + (NSImage*)imageWithSystemSymbolName:(NSString*)symbol accessibilityDescription:(NSString*)description;
 @end
 
+/// There is no Dock to be in: it changes nothing.
 @interface NSApplication (ActivationPolicy)
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 @end
@@ -44,10 +46,12 @@ extern NSFontTextStyle const NSFontTextStyleTitle3;
 - (void)setAppearance:(NSAppearance*)appearance;
 @end
 
+/// The ring is not drawn: it changes nothing.
 @interface NSView (FocusRing)
 - (void)noteFocusRingMaskChanged;
 @end
 
+/// Closes the menu that is open, as a click outside of it would.
 @interface NSMenu (Tracking)
 - (void)cancelTracking;
 @end
