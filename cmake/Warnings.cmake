@@ -6,6 +6,6 @@ target_compile_options(warnings INTERFACE
     -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wcast-align
     -Wformat=2 -Wimplicit-fallthrough -Wundef -Wunused)
 
-# When g++ 12 optimises, it takes the unused members of a std::variant for uninitialised values, and what std::string
+# When it optimizes, g++ 12 takes the unused members of a std::variant for uninitialized values, and what std::string
 # inserts for overlapping. clang and the sanitizers look for real ones.
 target_compile_options(warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized;-Wno-restrict>)

@@ -155,7 +155,7 @@ class Shipping(WithBuild):
         self.assertLess(embedded, self.commands.index(signatures(self.commands)[0]))
         self.assertEqual((self.made.place / profile).read_bytes(), self.made.profile.read_bytes())
 
-    def test_notarises_and_staples_the_application_before_it_is_put_on_the_image_and_then_the_image(self):
+    def test_notarizes_and_staples_the_application_before_it_is_put_on_the_image_and_then_the_image(self):
         steps = [command[:3] + command[-1:] for command in self.commands if command[0] in ("xcrun", "hdiutil")]
         notarized = [["xcrun", "notarytool", "submit", "json"]]
         stapled = [["xcrun", "stapler", "staple"], ["xcrun", "stapler", "validate"]]
@@ -199,7 +199,7 @@ class ADryRun(WithBuild):
             "build/packaging/macos/entitlements.plist: is not there; "
             "cmake --preset ship -D DRIVER_MANAGER_TEAM=... makes it",
             f"{APP}: has to be signed, and no identity is given; give --identity",
-            f"{APP}: has to be notarised, and no credentials are given; give --notary-profile",
+            f"{APP}: has to be notarized, and no credentials are given; give --notary-profile",
             f"{APP}: has to be entitled, and no profile is given; give --provisioning-profile",
         )
         self.assertEqual(len(signatures(words(answer.stdout))), 5)

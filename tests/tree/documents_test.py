@@ -6,30 +6,37 @@ from pathlib import PurePath
 
 import tree
 
-LINK = re.compile(r"!?\[[^\]]*\]\(([^)#\s]+)(?:#[^)]*)?\)")
+LINK = re.compile(r"!?\[[^\]]*\]\(([^)#\s]*)(?:#([^)]*))?\)|<img [^>]*src=\"([^\"]+)\"")
 FENCE = re.compile(r"^```\w*\n(.*?)^```", re.MULTILINE | re.DOTALL)
 NAMED = re.compile(r"`([^`\n]+)`")
 
 # What the build makes, and a document may name.
 BUILT = re.compile(
-    r"^build/(?:release|ship|dev|asan|core|clang|tidy)"
+    r"^build/(?:release|ship|dev|asan|core|libcxx|tidy)"
     r"(?:/bin(?:/(?:sysextd|sysextctl|SystemSettings|seal))?|/Driver Manager\.app(?:/.*)?|/share/.*|/packaging/macos/.*|/shipped)?/?$"
 )
 
 
 def broken_links(path, text):
-    return [
-        f"{path}: {link}"
-        for link in LINK.findall(text)
-        if "://" not in link and not (tree.ROOT / path.parent / link).exists()
-    ]
+    return [f"{path}: {link}" for link in LINK.findall(text) if "://" not in link[0] and not leads_somewhere(path, *link)]
+
+
+def leads_somewhere(path, file, heading, image):
+    target = tree.ROOT / path.parent / (file or image) if file or image else tree.ROOT / path
+    return target.exists() and (not heading or heading in headings(target.read_text()))
+
+
+def headings(text):
+    """How a link names the headings of a document."""
+    found = re.findall(r"^#+ (.+)$", FENCE.sub("", text), re.MULTILINE)
+    return [re.sub(r"[^\w -]", "", heading.lower()).replace(" ", "-") for heading in found]
 
 
 def commands(text):
-    """The lines of the fenced blocks that start a program of this tree, as lists of words."""
+    """The commands in fenced blocks and in code spans that start a program of this tree, as lists of words."""
     lines = [line.strip() for block in FENCE.findall(text) for line in block.splitlines()]
-    lines = [re.sub(r"^\$ |^xvfb-run -a |\s+#.*$", "", line) for line in lines]
-    return [re.split(r"\s+", line) for line in lines if re.match(r"\./|tools/|build/|cmake |ctest ", line)]
+    lines = [re.sub(r"^\$ |^xvfb-run -a |\s+#.*$", "", line) for line in lines] + NAMED.findall(FENCE.sub("", text))
+    return [re.split(r"\s+", line) for line in lines if re.match(r"\./|(?:tools|build|packaging)/|cmake |ctest ", line)]
 
 
 def unknown_commands(path, text):
@@ -38,8 +45,8 @@ def unknown_commands(path, text):
 
 def known(words):
     if words[0] in ("cmake", "ctest"):
-        return words[-1] in presets() or "--preset" not in words
-    return bool(BUILT.match(words[0])) or (tree.ROOT / words[0]).is_file()
+        return "--preset" not in words or words[words.index("--preset") + 1] in presets()
+    return bool(BUILT.match(words[0])) or is_there(words[0])
 
 
 def presets():
@@ -59,7 +66,22 @@ def unknown_paths(path, text):
     return [f"{path}: {span}" for span in paths if not BUILT.match(span) and not is_there(span)]
 
 
+BRITISH = re.compile(
+    r"(?<![-\w])\w*(?:behaviour|cancell|centre|colour|dialogue|enrolment|favour|grey|honour|licence|neighbour"
+    r"|(?:author|initial|minim|notar|optim|organ|recogn)is(?:e|ing|ation))\w*",
+    re.IGNORECASE,
+)
+
+
+def british_words(path, text):
+    return [f"{path}: {word}" for word in BRITISH.findall(text)]
+
+
 class TheDocuments(unittest.TestCase):
+    def test_are_in_american_english_as_the_tools_are(self):
+        told = tree.files(".md", ".cmake", ".json") + tree.scripts() + tree.python()
+        self.assertEqual([], tree.every(british_words, [path for path in told if path.parts[0] != "tests"]))
+
     def test_link_to_files_that_are_there(self):
         self.assertEqual([], tree.every(broken_links, tree.files(".md")))
 
@@ -84,9 +106,13 @@ class TheDocuments(unittest.TestCase):
     def test_are_told_what_is_not_there(self):
         for check, text in (
             (broken_links, "see [this](docs/none.md)"),
+            (broken_links, "see [that](#nowhere)"),
+            (broken_links, '<img src="none.png">'),
             (unknown_commands, "```\n./walk\n```\n"),
             (unknown_commands, "```\ncmake --preset none\n```\n"),
+            (unknown_commands, "with `tools/none --all`"),
             (unknown_paths, "in `docs/none.md`"),
+            (british_words, "the Colour"),
         ):
             self.assertEqual(1, len(check(PurePath("README.md"), text)), text)
 
