@@ -63,7 +63,7 @@ Deed applications(Words& words) {
     WordList folders{words.take("a folder")};
     for (const std::string& folder : words.takeAll())
         folders.push_back(folder);
-    if (isOneOf(folders, std::string{})) words.misused();
+    if (isOneOf(folders, std::string{})) words.misused("\"\" is not a folder");
     return [folders](Machine& machine) { return outcomeOf(machine.setApplicationsFolders(folders)); };
 }
 
@@ -186,14 +186,16 @@ std::optional<RequestKind> requestFor(const std::string& word) {
         ->kind;
 }
 
+constexpr std::string_view aFault = "a fault: a code, after, silent, hollow, noprompt or crash";
+
 [[noreturn]] void rejectFault(const std::string& word, const Words& words) {
     if (words.areTyped())
         words.reject("a fault", word, {"an error code", "after", "silent", "hollow", "noprompt", "crash"});
-    words.fail(inQuotes(word) + " is not a fault: a code, after, silent, hollow, noprompt or crash");
+    words.fail(inQuotes(word) + " is not " + std::string{aFault});
 }
 
 Failure takeFailure(Words& words, const std::string& domain) {
-    const std::string code = words.take("a fault");
+    const std::string code = words.take(aFault);
     const auto number = numberIn(code);
     if (!number) rejectFault(code, words);
     const std::string where = domain.empty() ? std::string{extensionErrorDomain} : domain;
@@ -228,7 +230,7 @@ Deed fault(Words& words) {
     } else {
         const bool isDelay = fault.kind == Fault::Kind::delay;
         words.expect(isDelay ? 4 : 3, isDelay ? 4 : 3);
-        if (domain) words.misused();
+        if (domain) words.misused("\"--domain\" is too much");
         mustBeFor(request, fault.kind, words);
         if (isDelay) fault.milliseconds = words.takeDuration();
     }

@@ -158,7 +158,8 @@ void Words::fail(const std::string& problem) const {
     throw NotUnderstood{areTyped() ? problem : problem + "; right would be: " + usage_};
 }
 
-void Words::misused() const {
+void Words::misused(const std::string& problem) const {
+    if (!areTyped()) fail(problem);
     throw NotUnderstood{"usage: " + usage_ + "; \"sysextctl " + help_ + " --help\" says more"};
 }
 

@@ -79,7 +79,8 @@ public:
     const std::string& contents() const { return contents_; }
 
     void setUsage(std::string usage) { usage_ = std::move(usage); }
-    [[noreturn]] void misused() const;
+    /// problem: what a scenario says; the command line shows the use.
+    [[noreturn]] void misused(const std::string& problem = {}) const;
     /// what: such as "a build".
     [[noreturn]] void reject(std::string_view what, std::string_view word, const WordList& known) const;
     [[noreturn]] void fail(const std::string& problem) const;

@@ -62,7 +62,7 @@ void readTrait(Words& words, ExtensionOnDisk& extension) {
     } else if (words.takes("identifier")) {
         extension.identifier = words.take("an identifier");
     } else if (words.takes("category")) {
-        if (extension.category != Category::camera) words.fail("only a .systemextension has a category");
+        if (suffixOf(extension.fileName) != ".systemextension") words.fail("only a .systemextension has a category");
         extension.category = takeCategory(words);
     } else if (words.takes("service")) {
         extension.machServiceName = words.take("a service name");

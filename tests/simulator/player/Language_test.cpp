@@ -104,6 +104,7 @@ TEST_F(TheDiskOfAScenario, HoldsAnExtensionOfEachCategory) {
     EXPECT_EQ(carried("systemextension 1/1 category network_extension").category, Category::network);
     EXPECT_EQ(carried("systemextension 1/1 category endpoint_security").category, Category::endpointSecurity);
     EXPECT_EQ(carried("systemextension 1/1 category unknown").category, std::nullopt);
+    EXPECT_EQ(carried("systemextension 1/1 category unknown category cmio").category, Category::camera);
     EXPECT_EQ(carried("kext 1/1").category, std::nullopt);
 }
 
@@ -173,6 +174,10 @@ const Complaint complaints[]{
      "\"properties\" is not a kind of request that can be hollow; there is activate, deactivate, any..."},
     {"fault next deactivate noprompt",
      "\"deactivate\" is not a kind of request that can be noprompt; there is activate, any..."},
+    {"fault next any",
+     "a fault: a code, after, silent, hollow, noprompt or crash is missing; right would be: fault..."},
+    {"fault next any silent --domain D", "\"--domain\" is too much; right would be: fault next KIND CODE [TEXT]..."},
+    {"applications /A \"\"", "\"\" is not a folder; right would be: applications FOLDER..."},
     {"fault next any loud", "\"loud\" is not a fault: a code, after, silent, hollow, noprompt or crash..."},
     {"advance soon", "\"soon\" is not a time; examples are 90s, 5m and 250ms; right would be: advance TIME"},
     {"move \"Driver Manager\" to Desktop", "\"Desktop\" is not an absolute path..."},
