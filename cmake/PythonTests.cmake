@@ -1,5 +1,6 @@
-# The system's own Python, which sees the Debian packages.
-find_program(SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
+# The system's own Python, which sees the Debian packages. A build on Linux does without it, so it may be installed
+# after one was configured.
+set(SYSTEM_PYTHON /usr/bin/python3)
 
 # add_python_tests(<name> [ENVIRONMENT <variable>=<value>...] [TIMEOUT <seconds>]): each class of tests in each *_test.py
 # of this folder is a test of its own. A class that holds no tests is none.

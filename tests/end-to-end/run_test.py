@@ -24,29 +24,42 @@ PRESETS = """{"version": 6, "configurePresets": [
 """
 
 
-class Run(unittest.TestCase):
+class Tree(unittest.TestCase):
     def setUp(self):
         temporary = tempfile.TemporaryDirectory(prefix="driver-manager-")
         self.addCleanup(temporary.cleanup)
         self.root = Path(temporary.name) / "a tree, with spaces"
+        self.bin = Path(temporary.name) / "bin"
+        self.bin.mkdir()
         self.root.mkdir()
-        shutil.copy(ROOT / "run", self.root)
+        for command in ("run", "test"):
+            shutil.copy(ROOT / command, self.root)
         shutil.copytree(ROOT / "tools", self.root / "tools")
         (self.root / "CMakePresets.json").write_text(PRESETS)
         self.write_script("build", "exit 0")
         (self.root / "CMakeLists.txt").write_text(PROJECT.format(script=self.root / "build.sh"))
 
     def write_script(self, name, text):
-        script = self.root / f"{name}.sh"
+        self.write(self.root / f"{name}.sh", text)
+
+    def write_tool(self, name, text):
+        """One that the commands find before the system's."""
+        self.write(self.bin / name, text)
+
+    @staticmethod
+    def write(script, text):
         script.write_text(f"#!/bin/sh\n{text}\n")
         script.chmod(0o755)
 
-    def start(self, *options, **environment):
+    def start(self, *options, command="run", **environment):
         kept = {name: value for name, value in os.environ.items() if name not in ("DISPLAY", "WAYLAND_DISPLAY")}
-        program = Program([self.root / "run", *options], kept | environment, folder="/", process_group=0)
+        kept["PATH"] = f"{self.bin}:{kept['PATH']}"
+        program = Program([self.root / command, *options], kept | environment, folder="/", process_group=0)
         self.addCleanup(program.end)
         return program
 
+
+class Run(Tree):
     def expect(self, program, status, *errors):
         self.assertEqual(status, program.wait_for_end(), program.said())
         program.wait_for_last_line()
@@ -106,6 +119,26 @@ class Run(unittest.TestCase):
             end(program)
             self.assertEqual(status, program.wait_for_end())
             wait_until(lambda: ended, "the build ends")
+
+
+class ThePackages(Tree):
+    def setUp(self):
+        super().setUp()
+        (self.root / "tools/packages.txt").write_text("g++ # compiles\ngdb # tests: looks\ncmake # configures\n")
+
+    def installed_by(self, command):
+        """What it has installed on a machine that has cmake, and nothing else."""
+        self.write_tool("dpkg-query", "echo '<installed cmake><not-installed gdb>'")
+        self.write_tool("sudo", '"$@"')
+        self.write_tool("apt-get", f'echo "$*" >>"{self.root}/calls"')
+        self.start(command=command).wait_for_end()
+        return (self.root / "calls").read_text().splitlines()[-1].split("recommends ")[1]
+
+    def test_of_the_application_are_installed_to_run_it(self):
+        self.assertEqual("g++", self.installed_by("run"))
+
+    def test_of_the_tests_are_installed_too_to_test_it(self):
+        self.assertEqual("g++ gdb", self.installed_by("test"))
 
 
 class TheBuild(unittest.TestCase):
