@@ -142,6 +142,16 @@ void Machine::reset() {
     tell({}, "reset");
 }
 
+/// And then everything is as it comes out of the box. Where applications lie is for their user to say.
+void Machine::resetAll() {
+    reset();
+    Settings settings;
+    settings.applicationsFolders = std::move(state_.settings.applicationsFolders);
+    state_.settings = std::move(settings);
+    state_.clock = 0;
+    tell({}, "settings reset");
+}
+
 /// A copy that is put there takes the place of another as one that was asked for does.
 Verdict Machine::install(const std::string& identifier, const Version& version, const std::string& condition) {
     const std::optional<CopyState> where = stateForCondition(condition);

@@ -50,6 +50,7 @@ public:
     // The machine.
     void restart();
     void reset();
+    void resetAll();
     [[nodiscard]] Verdict install(const std::string& identifier, const Version& version, const std::string& condition);
     [[nodiscard]] Verdict uninstall(const std::string& team, const std::string& identifier);
     [[nodiscard]] Verdict setApplicationsFolders(std::vector<std::string> folders);

@@ -175,7 +175,7 @@ inline constexpr std::array switches{
 const SwitchRow& describe(Switch which);
 std::optional<Switch> switchNamed(std::string_view name);
 
-/// How the simulated machine is set up. A reset leaves it as it is.
+/// How the simulated machine is set up. A reset leaves it as it is, unless it is one of everything.
 struct Settings {
     std::vector<std::string> applicationsFolders{"/Applications"};
     bool developerMode = false;

@@ -31,6 +31,15 @@ Deed ofAnExtension(Words& words) {
     return [identifier = words.take(anIdentifier)](Machine& machine) { return outcomeOf((machine.*deed)(identifier)); };
 }
 
+Deed reset(Words& words) {
+    const bool isOfAll = words.takeFlag("--all");
+    words.expect(0, 0);
+    return [isOfAll](Machine& machine) {
+        isOfAll ? machine.resetAll() : machine.reset();
+        return std::string{};
+    };
+}
+
 Deed install(Words& words) {
     words.expect(3, 4);
     const std::string identifier = words.take(anIdentifier);
@@ -301,11 +310,11 @@ it asks for the properties.
 never answered. "./run" starts the application again.
 )",
      ofTheMachine<&Machine::restart>},
-    {theMachine, "reset", "", "takes away every copy, approval, request and fault; settings stay",
+    {theMachine, "reset", "[--all]", "takes away every copy, approval, request and fault; settings stay",
      R"(An open request fails with 11, cancelled. The Applications folders, developer mode, the profile, the clock and the
-switches stay as they are.
+switches stay as they are; with --all only the folders do, and the Mac is as it comes out of the box.
 )",
-     ofTheMachine<&Machine::reset>},
+     reset, "[--all]", Verb::Names::nothing, "--all"},
     {theMachine, "install", "ID SHORT BUILD [STATE]", "puts a copy there without a request",
      R"(STATE is enabled (the default; the approval is recorded), waiting, disabled or uninstalling.
 Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004

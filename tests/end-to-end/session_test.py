@@ -145,6 +145,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
     def sysextctl(self, *words):
         program = self.desktop.run(BUILD / "bin/sysextctl", *words)
         self.assertEqual(0, program.status, program.said())
+        return program.output
 
     def cards(self):
         """The window of the application that runs now."""
@@ -180,9 +181,10 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.open_session()
         self.cards().wait_for_banner(ALL_SET)
 
-    def test_begins_with_a_mac_on_which_nothing_is_installed_if_asked_to(self):
+    def test_begins_with_a_mac_as_it_comes_out_of_the_box_if_asked_to(self):
         self.install_everything()
         self.open_session("--fresh")
+        self.assertEqual(["Developer mode is off"], self.sysextctl("developer"))
         self.sysextctl("install", NETWORK, "2.1", "2105")
         cards = self.cards()
         cards.choose("Refresh", "Network Driver")
@@ -194,6 +196,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.open_session()
         for identifier in (CAMERA, NETWORK):
             self.sysextctl("install", identifier, "2.1", "2105")
+        self.sysextctl("developer", "on")
         self.session.interrupt()
         self.expect_end(130)
 

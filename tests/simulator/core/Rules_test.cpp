@@ -194,6 +194,13 @@ activate DRIVER
 expect needs approval
 deny DRIVER
 expect nothing)"},
+    {"AResetOfAllPutsTheSwitchesBack", R"(
+switch denial silence
+reset --all
+activate DRIVER
+expect needs approval
+deny DRIVER
+expect failed 11)"},
     {"ACopyThatLingeredGoesWithTheNextRestart", R"(
 switch restart lingers
 install CAMERA 0 1 uninstalling

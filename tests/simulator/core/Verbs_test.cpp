@@ -194,6 +194,21 @@ TEST_F(AVerb, OfAProfileBringsItShowsItOrTakesItAway) {
     EXPECT_EQ(settings(), Settings{});
 }
 
+TEST_F(AVerb, ThatResetsAllLeavesNothingButTheApplicationsFolders) {
+    mac.install("1", "enabled");
+    for (const char* const line : {"developer on", "switch denial silence", "advance 90s", "applications /a"})
+        says(line);
+    Profile profile;
+    profile.source = "one";
+    mac.disk().bring(profile);
+    EXPECT_EQ(said(mac, {wordsIn("profile a.plist"), "one"}), "");
+    EXPECT_EQ(says("reset --all"), "");
+    State box;
+    box.settings.applicationsFolders = {"/a"};
+    box.lastNumber = mac.machine().state().lastNumber;
+    EXPECT_EQ(mac.machine().state(), box);
+}
+
 TEST_F(AVerb, OfAFaultOrdersWhatItSays) {
     const std::string domain{extensionErrorDomain};
     const auto fault = [](Fault::Kind kind, std::optional<RequestKind> request) { return Fault{kind, request, {}, 0}; };
