@@ -46,7 +46,3 @@ class ThePageForAdministrators(unittest.TestCase):
 
     def test_is_told_of_a_line_without_a_row(self):
         self.assertFalse(has_row("Sysex %@", "| `Sysex identifier IDENTIFIER` | a |\n`Sysex IDENTIFIER`\n"))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -105,7 +105,3 @@ class EveryInclude(unittest.TestCase):
         for path, include in wrong:
             self.assertEqual(1, len(violations(path, f"  #  include   {include}\n")), (path, include))
         self.assertEqual([], violations("app/main.cpp", '#include "views/CardView.h"\n// #include <QWidget>\n'))
-
-
-if __name__ == "__main__":
-    unittest.main()

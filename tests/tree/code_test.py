@@ -103,7 +103,3 @@ class TheChecks(unittest.TestCase):
             source.write("int main() {\n  return 0;\n}\n")
             source.flush()
             self.assertTrue(badly_laid_out([source.name]))
-
-
-if __name__ == "__main__":
-    unittest.main()

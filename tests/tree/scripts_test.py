@@ -71,7 +71,3 @@ class TheListOfPackages(unittest.TestCase):
 
     def test_is_told_of_a_line_without_a_reason_and_of_a_second_one(self):
         self.assertEqual(["cmake #", "ctest  # again"], wrong_lines("cmake #\nctest # why\nctest  # again\n"))
-
-
-if __name__ == "__main__":
-    unittest.main()
