@@ -38,6 +38,7 @@ protected:
 int main(int argc, char** argv) {
     simulator::keepOwnerRacesQuiet();
     QApplication application{argc, argv};
+    if (QApplication::arguments().contains("--probe")) return 0; // there is a display, or else this is not reached
     QApplication::setApplicationName("System Settings");
     simulator::registerTypes();
     simulator::settings::useAppearance(application);

@@ -134,11 +134,24 @@ class ThePackages(Tree):
         self.start(command=command).wait_for_end()
         return (self.root / "calls").read_text().splitlines()[-1].split("recommends ")[1]
 
-    def test_of_the_application_are_installed_to_run_it(self):
-        self.assertEqual("g++", self.installed_by("run"))
+    def test_are_those_of_the_tests_too_to_test_and_no_more_than_needed_to_run(self):
+        self.assertEqual(["g++", "g++ gdb"], [self.installed_by("run"), self.installed_by("test")])
 
-    def test_of_the_tests_are_installed_too_to_test_it(self):
-        self.assertEqual("g++ gdb", self.installed_by("test"))
+
+class CtrlC(Tree):
+    def test_ends_whatever_tool_is_waited_for(self):
+        for tool in ("mkdir", "mkfifo", "flock"):
+            self.expect_end(tool, 130, "/", command="tools/session", HOME=str(self.root), XDG_STATE_HOME="")
+        self.expect_end("dpkg-query", -signal.SIGINT)
+
+    def expect_end(self, tool, status, *options, **environment):
+        self.write_tool(tool, "echo waits | tee /dev/stderr; exec sleep 1000")
+        program = self.start(*options, **environment)
+        wait_until(lambda: "waits" in program.output + program.errors, lambda: f"{tool} waits\n{program.said()}")
+        os.killpg(program.pid, signal.SIGINT)
+        self.assertEqual(status, program.wait_for_end())
+        program.wait_for_last_line()
+        (self.bin / tool).unlink()
 
 
 class TheBuild(unittest.TestCase):

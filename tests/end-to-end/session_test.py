@@ -1,5 +1,6 @@
 import os
 import signal
+import socket
 import unittest
 from pathlib import Path
 
@@ -18,19 +19,19 @@ NO_BUS = {"DBUS_SESSION_BUS_ADDRESS": "", "XDG_RUNTIME_DIR": ""}
 
 
 class Session(Program):
-    """A running session, with every process that came since and keeps its state in the same folder."""
+    """A running session, with every process that came since on the same desktop."""
 
     def __init__(self, command, environment, **options):
-        self.state = f"XDG_STATE_HOME={environment['XDG_STATE_HOME']}".encode()
+        self.desktop = f"XDG_CONFIG_HOME={environment['XDG_CONFIG_HOME']}".encode()
         self.others = set(self.everybody())
         super().__init__(command, environment, process_group=0, **options)
 
     def everybody(self):
-        """The names of all processes with that folder, by their numbers."""
+        """The names of all processes of that desktop, by their numbers."""
         found = {}
         for entry in Path("/proc").glob("[0-9]*"):
             try:
-                if self.state in (entry / "environ").read_bytes().split(b"\0"):
+                if self.desktop in (entry / "environ").read_bytes().split(b"\0"):
                     found[int(entry.name)] = (entry / "comm").read_text().strip()
             except OSError:
                 pass
@@ -62,6 +63,11 @@ class SessionTest(DesktopTest):
             wait_until(lambda: self.desktop.display.windows(title), lambda: f"{title!r} opens\n{self.session.said()}")
         return self.session
 
+    def expect_mac(self, folder):
+        """There the service has its store, and the session its lock."""
+        self.assertTrue((folder / "kelvra-simulator/store.sqlite").exists())
+        self.assertTrue((folder / "kelvra-simulator/session.lock").exists())
+
     def end_leftovers(self):
         self.session.end()
         for number in self.session.processes():
@@ -75,9 +81,31 @@ class SessionTest(DesktopTest):
         self.assertEqual([], self.session.errors)
 
 
+class ASessionThatCannotBegin(SessionTest):
+    def test_says_why_in_one_line(self):
+        store = "/dev/null/.local/state/kelvra-simulator"
+        for complaint, environment in (
+            ("there is no HOME to keep the simulated Mac in", {"HOME": "", "XDG_STATE_HOME": ""}),
+            (f"the simulated Mac cannot be kept in {store}", {"HOME": "/dev/null", "XDG_STATE_HOME": "relative"}),
+            ("the display :99999 does not answer", {"DISPLAY": ":99999"}),
+        ):
+            session = self.desktop.start([SESSION, BUILD], NO_BUS | environment)
+            self.assertEqual(1, session.wait_for_end())
+            session.wait_for_last_line()
+            self.assertEqual(([f"session: {complaint}"], []), (session.errors, session.output))
+
+    def test_waits_for_a_display_that_says_nothing_until_ctrl_c(self):
+        with socket.create_server(("127.0.0.1", 0)) as server:
+            display = f"127.0.0.1:{server.getsockname()[1] - 6000}"
+            session = self.desktop.start([SESSION, BUILD], {**NO_BUS, "DISPLAY": display}, program=Session)
+            session.wait_for_line("does not answer; still waiting", session.errors)
+            session.interrupt()
+            self.assertEqual(130, session.wait_for_end())
+
+
 class ASessionWithABusOfItsOwn(SessionTest):
-    def open_session(self, *options):
-        return super().open_session(*options, environment=NO_BUS)
+    def open_session(self, *options, environment=()):
+        return super().open_session(*options, environment=NO_BUS | dict(environment))
 
     def test_runs_the_application_system_settings_and_the_service_beside_a_bus(self):
         names = set(self.open_session().processes().values())
@@ -130,6 +158,11 @@ class ASessionWithABusOfItsOwn(SessionTest):
         self.assertEqual(1, len(other.errors))
         self.assertRegex(other.errors[0], "^session: another session is under way")
 
+    def test_locks_the_mac_that_its_service_uses_where_the_path_is_relative(self):
+        home = self.desktop.folder / "home's"
+        self.open_session(environment={"XDG_STATE_HOME": "relative", "HOME": str(home)})
+        self.expect_mac(home / ".local/state")
+
 
 def wait_for_ends(watches):
     """Waits until the processes behind the descriptors have ended."""
@@ -165,6 +198,26 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.assertFalse(self.desktop.bus.has(SERVICE))
         self.assertFalse(self.service_file().exists())
         self.assertNotIn(SERVICE, self.desktop.bus.activatable())
+
+    def test_locks_the_mac_that_its_service_uses_where_the_bus_has_another(self):
+        folder = self.desktop.folder / "it's \\ another"
+        self.open_session(environment={"XDG_STATE_HOME": str(folder)})
+        self.expect_mac(folder)
+
+    def test_leaves_the_bus_to_another_session(self):
+        self.open_session()
+        service = self.desktop.bus.process_of(SERVICE)
+        self.assertEqual(1, self.desktop.run(SESSION, BUILD).status)
+        self.open_session(environment={"XDG_STATE_HOME": str(self.desktop.folder / "other")})
+        self.session.interrupt()
+        self.expect_end(130)
+        self.assertEqual(service, self.desktop.bus.process_of(SERVICE))
+
+    def test_ends_a_system_settings_that_was_opened_by_hand(self):
+        self.open_session()
+        self.desktop.start([BUILD / "bin/SystemSettings"]).wait_for_line("System Settings is open.")
+        self.session.interrupt()
+        self.expect_end(130)
 
     def test_puts_back_the_service_file_of_another(self):
         another = "[D-BUS Service]\nName=com.kelvra.Simulator1\nExec=/bin/true\n"
