@@ -32,7 +32,7 @@ class TheDocuments(MacTest):
 
     def test_tell_each_switch_of_the_simulator_with_its_default_and_its_other_value(self):
         text = (ROOT / "docs/simulator.md").read_text()
-        section = re.search(r"^## What no source settles\n(.*?)^## ", text, re.MULTILINE | re.DOTALL)[1]
+        section = re.search(r"^## Undocumented behavior\n(.*?)^## ", text, re.MULTILINE | re.DOTALL)[1]
         told = re.findall(r"^\| `([^`]+)` \| `([^`]+)` \| `([^`]+)` \| .+ \|$", section, re.MULTILINE)
         there = [re.fullmatch(r"(\S+)\t(\S+)\t\((\S+) \| (\S+)\)\t.+", line) for line in self.mac.says("switch")]
         self.assertEqual([(name, value, other) for name, value, _, other in map(re.Match.groups, there)], told)
@@ -45,7 +45,7 @@ class TheTourOfTheSimulator(MacTest):
     def setUp(self):
         super().setUp()
         text = (ROOT / "docs/simulator.md").read_text()
-        tour = re.search(r"^## A tour of five minutes\n(.*?)^## ", text, re.MULTILINE | re.DOTALL)[1]
+        tour = re.search(r"^## Five-minute tour\n(.*?)^## ", text, re.MULTILINE | re.DOTALL)[1]
         self.blocks = re.findall(r"^```\n(.*?)^```", tour, re.MULTILINE | re.DOTALL)
 
     def type_block(self):
