@@ -1,8 +1,8 @@
-# The build is compared as a signed 64-bit integer, and the application stops at start if it is none.
+# The application compares builds as signed 64-bit integers, and stops if its own is not one.
 
 # check_build_number(<text>): stops the configuration unless <text> is a plain decimal integer in range.
 function(check_build_number text)
-    # It begins with a space: such a line is shown as it is, others are broken.
+    # CMake wraps lines unless they begin with a space.
     set(subject " Info.plist: CFBundleVersion, from DRIVER_MANAGER_BUILD, is \"${text}\", but")
     if(NOT text MATCHES "^[0-9]+$")
         message(FATAL_ERROR "${subject} must be a plain decimal integer such as 2105")

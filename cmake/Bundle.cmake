@@ -3,8 +3,8 @@
 include(BuildNumber)
 include(Extensions)
 
-# copy_tree(<from> <to> <file>...): keeps <to> a copy of these files of <from>, and removes what is none of them.
-# Configuring does it, so a file that changes, comes or goes makes the build configure anew.
+# copy_tree(<from> <to> <file>...): copies these files of <from> to <to>, and removes all others there. This happens
+# when the build is configured, so the build is configured again when a file changes, appears, or disappears.
 function(copy_tree from to)
     file(GLOB_RECURSE strays LIST_DIRECTORIES true RELATIVE "${to}" "${to}/*")
     foreach(file IN LISTS ARGN)
@@ -19,7 +19,7 @@ function(copy_tree from to)
     endforeach()
 endfunction()
 
-# assemble_bundle(<target>): makes the executable <target> the one of the bundle, and the rest of the bundle around it:
+# assemble_bundle(<target>): makes <target> the executable of the bundle, and assembles the rest of the bundle:
 #   Driver Manager.app/Contents/Info.plist
 #                               MacOS/Driver Manager
 #                               Resources/                  the images
@@ -44,7 +44,7 @@ function(assemble_bundle target)
     endif()
 endfunction()
 
-# A Mac is given no sample: it would be shown as an extension that can be activated, and no Mac can activate it.
+# On a Mac there are no samples: the window would offer to activate them, and no Mac can.
 function(assemble_extensions destination)
     if(NOT DRIVER_MANAGER_EXTENSIONS STREQUAL "")
         embed_extensions("${DRIVER_MANAGER_EXTENSIONS}" "${destination}")
@@ -58,8 +58,8 @@ function(assemble_extensions destination)
     endif()
 endfunction()
 
-# seal_application(<target> <application>): the build seals the extensions of the bundle and then the bundle itself, for
-# the simulator to see whose they are and what they may do. A Mac has its own signatures.
+# seal_application(<target> <application>): has the build seal the extensions, then the bundle. The seals tell the
+# simulator their team and their entitlements. A Mac has real signatures.
 function(seal_application target application)
     set(seals "")
     file(GLOB extensions "${application}/Contents/Library/SystemExtensions/*")
@@ -77,7 +77,8 @@ function(seal_application target application)
     add_custom_target(${target}_seal ALL DEPENDS "${seal}")
 endfunction()
 
-# seal_of(<bundle> <result>): the file of its seal, beside its Info.plist; a driver may be flat, without a Contents folder.
+# seal_of(<bundle> <result>): the file of its seal, beside its Info.plist. A driver can be flat, without a Contents
+# folder.
 function(seal_of bundle result)
     set(contents "${bundle}")
     if(IS_DIRECTORY "${bundle}/Contents")
@@ -87,7 +88,7 @@ function(seal_of bundle result)
 endfunction()
 
 # seal_bundle(<bundle> <entitlement> <dependency>...): adds the step that seals one bundle, after its files and the
-# dependencies. Configuring takes an earlier seal away, because files may have gone since.
+# dependencies. Configuring removes an earlier seal, because files may have been removed since.
 function(seal_bundle bundle entitlement)
     seal_of("${bundle}" seal)
     file(REMOVE "${seal}")

@@ -1,10 +1,10 @@
-# The extensions that the bundle carries: the built ones, of which a Mac needs the real ones.
+# The extensions in the bundle.
 
 set(DRIVER_MANAGER_EXTENSIONS "" CACHE PATH
     "The folder of the built .dext and .systemextension bundles; without it, samples on Linux and none on a Mac")
 
-# check_extensions(<folder>): stops the configuration unless the folder holds the extensions, and nothing is wrong with
-# them; each thing that is wrong is told in a line of its own.
+# check_extensions(<folder>): stops the configuration, with one line for each problem, unless the folder contains the
+# extensions and they pass all checks.
 function(check_extensions folder)
     set(command "${SYSTEM_PYTHON}" -B "${CMAKE_SOURCE_DIR}/packaging/macos/check-extensions"
         --build "${DRIVER_MANAGER_BUILD}" "${folder}")
@@ -14,13 +14,13 @@ function(check_extensions folder)
     execute_process(COMMAND ${command} RESULT_VARIABLE result ERROR_VARIABLE problems)
     if(NOT result EQUAL 0)
         string(STRIP "${problems}" problems)
-        string(REPLACE "\n" "\n " problems "${problems}") # a line that begins with a space is shown as it is
+        string(REPLACE "\n" "\n " problems "${problems}") # CMake wraps lines unless they begin with a space
         message(FATAL_ERROR " ${problems}")
     endif()
 endfunction()
 
-# embed_extensions(<folder> <destination>): makes <destination> hold the extensions of the folder, checked, and nothing
-# else. Configuring does it, and is done anew when a file of theirs changes, comes or goes.
+# embed_extensions(<folder> <destination>): checks the extensions of the folder and makes them the contents of
+# <destination>. The build is configured again when one of their files changes, appears, or disappears.
 function(embed_extensions folder destination)
     check_extensions("${folder}")
     execute_process(COMMAND "${SYSTEM_PYTHON}" -B "${CMAKE_SOURCE_DIR}/packaging/macos/check-extensions" --list

@@ -1,7 +1,7 @@
-# A layer's headers are included by their path from the root, "model/SysExtInfo.h". So that a target sees the headers
-# of the layers that it links and no others, each layer has an include root of its own: a folder of links.
+# Headers are included by their path from the root, "model/SysExtInfo.h". Each layer has an include root of its own, a
+# folder of links, so that a target sees only the headers of the layers that it links.
 
-# expose_headers(<target> <folder>): gives <target> an include root that holds the headers of <folder> alone.
+# expose_headers(<target> <folder>): gives <target> an include root with only the headers of <folder>.
 function(expose_headers target folder)
     get_target_property(kind ${target} TYPE)
     set(scope PUBLIC)
@@ -18,7 +18,7 @@ function(expose_headers target folder)
     target_include_directories(${target} ${scope} "${root}")
 endfunction()
 
-# add_layer(<target> FOLDER <folder> LINKS <target>... ): a static library of every .cpp in <folder>.
+# add_layer(<target> FOLDER <folder> LINKS <target>...): a static library of every .cpp in <folder>.
 function(add_layer target)
     cmake_parse_arguments(layer "" "FOLDER" "LINKS" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/${layer_FOLDER}/*.cpp")
@@ -28,7 +28,7 @@ function(add_layer target)
     expose_headers(${target} ${layer_FOLDER})
 endfunction()
 
-# all_linked(<result> <target>): the names of all that the target links, itself or through others, and its own.
+# all_linked(<result> <target>): the target and everything that it links, directly or not.
 function(all_linked result target)
     set(found "${target}")
     set(at 0)
@@ -48,9 +48,8 @@ function(all_linked result target)
     set(${result} "${found}" PARENT_SCOPE)
 endfunction()
 
-# link_layers(<target> <library>...): links them to a program. A duty is declared in platform and carried out by a library
-# beside it, so these refer to one another in both directions, and the linker has to look through them until nothing is
-# missing. Apple's does so by itself.
+# link_layers(<target> <library>...): links them to a program. What platform declares is implemented by libraries that
+# use platform, so they refer to each other, and the linker must search them repeatedly. Apple's linker always does.
 function(link_layers target)
     set(group platform)
     foreach(library IN LISTS ARGN)
@@ -71,8 +70,8 @@ function(link_layers target)
     endif()
 endfunction()
 
-# write_links(): writes layers.txt, what each target of the product links: tools/layers draws the layers from it. Call it
-# when all targets are known.
+# write_links(): writes layers.txt, what each target of the product links: tools/layers draws the layers from it. Call
+# it after all targets are defined.
 function(write_links)
     set(folders app views model platform)
     if(TARGET services_linux)

@@ -1,5 +1,5 @@
-# Most of what compiling costs is reading the headers of Qt and of GoogleTest. They are read once for all targets that
-# use them; what a target uses is found by what it links.
+# Most compile time goes into the headers of Qt and GoogleTest. They are precompiled once for all targets that use them,
+# which shows in what a target links.
 
 set(standard_headers <algorithm> <functional> <map> <memory> <optional> <string> <variant> <vector>)
 set(test_headers <gtest/gtest.h> <gmock/gmock.h>)
@@ -10,8 +10,8 @@ set(qt_headers
     <QtGui/QMouseEvent> <QtGui/QPainter> <QtGui/QPainterPath>
     <QtWidgets/QApplication> <QtWidgets/QBoxLayout> <QtWidgets/QLabel> <QtWidgets/QPushButton>)
 
-# add_precompiled(<name> LINKS <target>... HEADERS <header>...): headers for targets that are compiled with the same
-# options. It links Qt's core alone, because a target may define more macros than the headers were read with, not fewer.
+# add_precompiled(<name> LINKS <target>... HEADERS <header>...): precompiles headers for targets with the same options.
+# It links only Qt's core, because a target may define more macros than its precompiled headers, not fewer.
 function(add_precompiled name)
     cmake_parse_arguments(precompiled "" "" "LINKS;HEADERS" ${ARGN})
     set(sources "${CMAKE_BINARY_DIR}/${name}.cpp")
@@ -32,7 +32,7 @@ function(add_precompiled name)
     target_precompile_headers(${name} PRIVATE ${standard_headers} ${precompiled_HEADERS})
 endfunction()
 
-# reuse_precompiled(<folder>): gives the targets of the folder, and of those below it, the headers that suit them.
+# reuse_precompiled(<folder>): gives the targets of the folder and its subfolders the matching precompiled headers.
 function(reuse_precompiled folder)
     get_property(targets DIRECTORY "${folder}" PROPERTY BUILDSYSTEM_TARGETS)
     foreach(target IN LISTS targets)
@@ -52,7 +52,7 @@ function(reuse_precompiled folder)
         endif()
         get_target_property(sources ${target} SOURCES)
         if(APPLE AND sources MATCHES "\\.mm(;|$)")
-            continue() # they would need the headers in their own language
+            continue() # they would need the headers in Objective-C++
         endif()
         if(TARGET ${kind})
             target_precompile_headers(${target} REUSE_FROM ${kind})
@@ -64,7 +64,7 @@ function(reuse_precompiled folder)
     endforeach()
 endfunction()
 
-# precompile_headers(): call it when all targets are known.
+# precompile_headers(): call it after all targets are defined.
 function(precompile_headers)
     add_precompiled(precompiled_tests LINKS GTest::gmock HEADERS ${test_headers})
     if(DRIVER_MANAGER_WINDOW AND NOT APPLE)

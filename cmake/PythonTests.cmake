@@ -1,9 +1,9 @@
-# The system's own Python, which sees the Debian packages. A build on Linux does without it, so it may be installed
+# The system's Python, which finds the Debian packages. A build on Linux does without it, so it may be installed
 # after one was configured.
 set(SYSTEM_PYTHON /usr/bin/python3)
 
-# add_python_tests(<name> [ENVIRONMENT <variable>=<value>...] [TIMEOUT <seconds>]): each class of tests in each *_test.py
-# of this folder is a test of its own. A class that holds no tests is none.
+# add_python_tests(<name> [ENVIRONMENT <variable>=<value>...] [TIMEOUT <seconds>]): each class with tests in a
+# *_test.py of this folder becomes one test.
 function(add_python_tests name)
     cmake_parse_arguments(tests "" "TIMEOUT" "ENVIRONMENT" ${ARGN})
     file(GLOB modules CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*_test.py")

@@ -1,7 +1,7 @@
-# Read by the test runner, after the build.
+# ctest reads this file, after the build.
 
-# add_suites(<name> <program> <emulator>): a test "<name>: <suite>" for each suite that the program lists. Listing needs no
-# emulator, which may start a whole display.
+# add_suites(<name> <program> <emulator>): adds a test "<name>: <suite>" for each suite that the program lists. To
+# list them, the program needs no emulator, which may start a display.
 function(add_suites name program emulator)
     if(NOT EXISTS "${program}")
         add_test("${name}: not built" "${program}")

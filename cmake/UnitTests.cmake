@@ -1,9 +1,9 @@
-if(CMAKE_CXX_FLAGS MATCHES "libc\\+\\+" AND NOT APPLE) # the installed one is built with the other standard library
+if(CMAKE_CXX_FLAGS MATCHES "libc\\+\\+" AND NOT APPLE) # the installed one is built with libstdc++
     add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
 else()
     find_package(GTest QUIET)
 endif()
-if(NOT TARGET GTest::gmock) # a Mac has none; it is given the one that Debian 12 has
+if(NOT TARGET GTest::gmock) # on a Mac: the release that Debian 12 has
     include(FetchContent)
     set(INSTALL_GTEST OFF)
     FetchContent_Declare(googletest
@@ -14,13 +14,13 @@ if(NOT TARGET GTest::gmock) # a Mac has none; it is given the one that Debian 12
     FetchContent_MakeAvailable(googletest)
 endif()
 
-# GoogleTest's own main function, and what tests share.
+# GoogleTest's main function, and the headers that tests share.
 add_library(test_main INTERFACE)
 target_link_libraries(test_main INTERFACE GTest::gmock_main)
 expose_headers(test_main tests/support)
 
-# register_suites(<name>): each suite of the test program is a test of its own. Which suites there are, the program says
-# when the tests are run. A display or the like that the program needs is its property CROSSCOMPILING_EMULATOR.
+# register_suites(<name>): each suite of the test program becomes one test. The program lists its suites when ctest
+# starts. If it needs a display or the like, its property CROSSCOMPILING_EMULATOR provides it.
 function(register_suites name)
     get_target_property(emulator ${name} CROSSCOMPILING_EMULATOR)
     if(NOT emulator)
@@ -34,8 +34,8 @@ add_suites(\"${name}\" \"$<TARGET_FILE:${name}>\" \"${emulator}\")
     set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${file}")
 endfunction()
 
-# add_unit_tests(<name> LINKS <target>... [SOURCES <file>...] [MAIN <target>]): one test program of every *_test.cpp in
-# this folder. MAIN is the library that holds its main function, test_main unless told otherwise.
+# add_unit_tests(<name> LINKS <target>... [SOURCES <file>...] [MAIN <target>]): one test program from every
+# *_test.cpp in this folder. MAIN is the library with its main function (default: test_main).
 function(add_unit_tests name)
     cmake_parse_arguments(tests "" "MAIN" "LINKS;SOURCES" ${ARGN})
     if(NOT tests_SOURCES)

@@ -1,4 +1,4 @@
-# One interface target carries the warnings; every layer and test links it.
+# Every layer and test links this target.
 add_library(warnings INTERFACE)
 target_compile_options(warnings INTERFACE
     -Wall -Wextra -Wpedantic -Werror
@@ -6,6 +6,6 @@ target_compile_options(warnings INTERFACE
     -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wcast-align
     -Wformat=2 -Wimplicit-fallthrough -Wundef -Wunused)
 
-# When it optimizes, g++ 12 takes the unused members of a std::variant for uninitialized values, and what std::string
-# inserts for overlapping. clang and the sanitizers look for real ones.
+# With optimization, g++ 12 reports unused members of a std::variant as uninitialized, and insertions into a std::string
+# as overlapping. clang and the sanitizers find the real cases.
 target_compile_options(warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized;-Wno-restrict>)

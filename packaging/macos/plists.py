@@ -24,7 +24,7 @@ def read_profile(file):
 def dictionary(content):
     try:
         value = plistlib.loads(content)
-    except Exception:  # the reader tells its displeasure in many ways
+    except Exception:  # the reader raises exceptions of many types
         return None
     return value if isinstance(value, dict) else None
 

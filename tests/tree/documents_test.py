@@ -1,4 +1,4 @@
-"""What the documents promise: links to files of the tree, and commands that a reader can type."""
+"""The documents: their links, the commands and paths that they name, their words, and the picture of the layers."""
 
 import os
 import re
