@@ -35,11 +35,11 @@ private:
     int opened_ = -1;
 };
 
-bool takesOutput(const int descriptor) {
+bool takesOutput(const int descriptor, const std::chrono::milliseconds patience) {
     pollfd asked{descriptor, POLLOUT, 0};
     int ready = 0;
     do {
-        ready = poll(&asked, 1, 0);
+        ready = poll(&asked, 1, static_cast<int>(patience.count()));
     } while (ready < 0 && errno == EINTR);
     return ready == 1 && (asked.revents & POLLOUT) != 0;
 }
@@ -74,13 +74,18 @@ void LineWriter::write(const std::string_view line) {
 }
 
 void LineWriter::writePieces(const int descriptor, std::string_view bytes) {
-    while (!bytes.empty() && takesOutput(descriptor)) {
+    while (!bytes.empty() && isReady(descriptor)) {
         const auto written = writeOnce(descriptor, bytes.substr(0, PIPE_BUF));
         if (written <= 0) return;
         const auto length = static_cast<std::size_t>(written);
         lineIsOpen_ = bytes[length - 1] != '\n';
         bytes.remove_prefix(length);
     }
+}
+
+bool LineWriter::isReady(const int descriptor) {
+    isRead_ = takesOutput(descriptor, isRead_ ? patience_ : std::chrono::milliseconds{0});
+    return isRead_;
 }
 
 } // namespace platform
