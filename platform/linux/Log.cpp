@@ -8,17 +8,25 @@ namespace platform {
 
 namespace {
 
+/// A control character from 0x80 to 0x9F, which UTF-8 leads in by a byte of its own.
+bool isUpperControl(const std::string_view rest) {
+    return rest.size() > 1 && rest[0] == '\xC2' && (static_cast<unsigned char>(rest[1]) & 0xE0U) == 0x80;
+}
+
 /// A call is a line: what would break it, or reach a terminal as a command, is written out.
-std::string escaped(const std::string& text) {
+std::string escaped(const std::string_view text) {
     constexpr const char* digits = "0123456789abcdef";
     std::string line;
-    for (const char c : text) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool isUpper = isUpperControl(text.substr(at));
+        if (isUpper) ++at;
+        const char c = text[at];
         const auto byte = static_cast<unsigned char>(c);
         if (c == '\n') {
             line += "\\n";
         } else if (c == '\r') {
             line += "\\r";
-        } else if ((byte < 0x20 && c != '\t') || byte == 0x7F) {
+        } else if (isUpper || (byte < 0x20 && c != '\t') || byte == 0x7F) {
             line += {'\\', 'x', digits[byte >> 4U], digits[byte & 0xFU]};
         } else {
             line += c;

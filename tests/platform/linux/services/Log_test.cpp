@@ -25,6 +25,10 @@ TEST(ALoggedLine, StaysOneLineWhateverItHolds) {
     EXPECT_EQ(standardErrorOf("a\nb\r\nc\td\0e\x1B[0m\x7F"s), "a\\nb\\r\\nc\td\\x00e\\x1b[0m\\x7f\n");
 }
 
+TEST(ALoggedLine, HoldsNoControlCharacterOfTheUpperSetEither) {
+    EXPECT_EQ(standardErrorOf("a\u0085b\u009Bc\u00A0\xC2"), "a\\x85b\\x9bc\u00A0\xC2\n");
+}
+
 TEST(ALoggedLine, IsDroppedWhereStandardErrorIsClosed) {
     const auto pipe = tests::makePipe();
     {
