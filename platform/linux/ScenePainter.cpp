@@ -21,19 +21,8 @@ QPainterPath roundedRect(const QRectF& rect, const double radius) {
 }
 
 QPainterPath pathOf(const ui::Outline& outline) {
-    const QRectF area = toQRectF(outline.rect);
-    QPainterPath path;
-    switch (outline.shape) {
-    case ui::ShapeKind::rectangle:
-        path.addRect(area);
-        break;
-    case ui::ShapeKind::circle:
-        path.addEllipse(area);
-        break;
-    case ui::ShapeKind::capsule:
-        return roundedRect(area, outline.cornerRadius());
-    }
-    return path;
+    const bool isSharp = outline.shape == ui::ShapeKind::rectangle;
+    return roundedRect(toQRectF(outline.rect), isSharp ? 0 : outline.cornerRadius());
 }
 
 } // namespace
@@ -84,10 +73,8 @@ void ScenePainter::paint(const ui::MenuIndicator& indicator) {
     QPolygonF chevron;
     for (const ui::Point& point : line.points)
         chevron << QPointF{point.x, point.y};
-    QPainterPath path;
-    path.addPolygon(chevron);
-    painter_.strokePath(path,
-                        QPen{toQColor(indicator.color), line.lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin});
+    painter_.setPen(QPen{toQColor(indicator.color), line.lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin});
+    painter_.drawPolyline(chevron);
 }
 
 void ScenePainter::paint(const ui::Clip& clip) {

@@ -27,15 +27,9 @@ constexpr QLatin1String localInterface{"org.freedesktop.DBus.Local"};
 constexpr int noTimeLimit = std::numeric_limits<int>::max();
 
 QString nameOf(const OSSystemExtensionRequest::Kind kind) {
-    switch (kind) {
-    case OSSystemExtensionRequest::Kind::properties:
-        return QStringLiteral("properties");
-    case OSSystemExtensionRequest::Kind::activation:
-        return QStringLiteral("activation");
-    case OSSystemExtensionRequest::Kind::deactivation:
-        return QStringLiteral("deactivation");
-    }
-    return {};
+    using Kind = OSSystemExtensionRequest::Kind;
+    if (kind == Kind::properties) return QStringLiteral("properties");
+    return kind == Kind::activation ? QStringLiteral("activation") : QStringLiteral("deactivation");
 }
 
 QString nameOf(const OSSystemExtensionReplacementAction action) {
