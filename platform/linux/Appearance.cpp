@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QWidget>
 
 #include <algorithm>
@@ -22,6 +23,16 @@ QPalette lightPalette() {
         palette.setColor(QPalette::Disabled, role, toQColor(ui::Color::gray));
     return palette;
 }
+
+/// Letters that are typed choose the item of a menu that they begin.
+class Style : public QProxyStyle {
+public:
+    Style() : QProxyStyle{QStringLiteral("Fusion")} {}
+    int styleHint(const StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        return hint == SH_Menu_KeyboardSearch ? 1 : QProxyStyle::styleHint(hint, option, widget, result);
+    }
+};
 
 } // namespace
 
@@ -45,7 +56,7 @@ QRectF toQRectF(const ui::Rect& rect) {
 }
 
 void chooseStyle() {
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new Style);
 }
 
 void useLightAppearance(QWidget& widget) {

@@ -3,8 +3,10 @@
 #include "platform/linux/Appearance.h"
 #include "platform/linux/ImageStore.h"
 
+#include <QFocusEvent>
 #include <QIcon>
 #include <QPixmap>
+#include <QWindow>
 
 #include <cmath>
 
@@ -29,7 +31,22 @@ MainWindow::MainWindow(const QString& title, const ImageStore& images)
       canvas_{*this, images} {
     setWindowTitle(title);
     setWindowIcon(applicationIcon(images));
-    canvas_.setFocus();
+    // Focus that is on no control rests on the window, which has a name. Keys never lead to it.
+    setFocus();
+    create();
+    windowHandle()->installEventFilter(this);
+}
+
+bool MainWindow::focusNextPrevChild(const bool next) {
+    return canvas_.focusNextPrevChild(next);
+}
+
+bool MainWindow::eventFilter(QObject* object, QEvent* event) {
+    // Below a menu of its own the window stays active. Told of these, assistive technology would repeat its title.
+    const auto* const focus = dynamic_cast<QFocusEvent*>(event);
+    if (focus && focus->lostFocus()) isBelowMenu_ = focus->reason() == Qt::PopupFocusReason;
+    if (focus && isBelowMenu_) return true;
+    return QWidget::eventFilter(object, event);
 }
 
 void MainWindow::present(const ui::Scene& scene) {

@@ -15,8 +15,13 @@ public:
     /// Shows `scene` in place of the one before.
     void present(const ui::Scene& scene);
 
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
 private:
     SceneCanvas canvas_;
+    bool isBelowMenu_ = false;
 };
 
 } // namespace platform

@@ -2,13 +2,12 @@
 
 #include "platform/linux/Appearance.h"
 #include "platform/linux/MainWindow.h"
-#include "platform/linux/MenuPopup.h"
 #include "platform/linux/SceneCanvas.h"
 #include "platform/linux/SceneControl.h"
 #include "platform/ui/Painting.h"
 
 #include <QAccessibleWidget>
-#include <QAction>
+#include <QMenu>
 
 #include <algorithm>
 #include <utility>
@@ -79,7 +78,7 @@ public:
         return index == 0 ? QAccessible::queryAccessibleInterface(control_.openMenu()) : nullptr;
     }
     int indexOfChild(const QAccessibleInterface* child) const override {
-        const MenuPopup* menu = control_.openMenu();
+        const QMenu* menu = control_.openMenu();
         return child && menu && child->object() == menu ? 0 : -1;
     }
     QAccessible::Role role() const override {
@@ -113,9 +112,11 @@ private:
 /// An open menu: a child of the control that opened it.
 class AccessibleMenu : public QAccessibleWidget {
 public:
-    explicit AccessibleMenu(MenuPopup& menu) : QAccessibleWidget{&menu, QAccessible::PopupMenu}, menu_{menu} {}
+    explicit AccessibleMenu(QMenu& menu) : QAccessibleWidget{&menu, QAccessible::PopupMenu}, menu_{menu} {}
 
-    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(&menu_.opener()); }
+    QAccessibleInterface* parent() const override {
+        return QAccessible::queryAccessibleInterface(menu_.parentWidget());
+    }
     int childCount() const override { return static_cast<int>(menu_.actions().size()); }
     QAccessibleInterface* child(const int index) const override {
         return QAccessible::queryAccessibleInterface(menu_.actions().value(index));
@@ -125,12 +126,12 @@ public:
     }
 
 private:
-    const MenuPopup& menu_;
+    const QMenu& menu_;
 };
 
 class AccessibleMenuItem : public QAccessibleObject, public QAccessibleActionInterface {
 public:
-    AccessibleMenuItem(QAction& action, MenuPopup& menu) : QAccessibleObject{&action}, action_{action}, menu_{menu} {}
+    AccessibleMenuItem(QAction& action, QMenu& menu) : QAccessibleObject{&action}, action_{action}, menu_{menu} {}
 
     QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(&menu_); }
     int childCount() const override { return 0; }
@@ -164,7 +165,7 @@ public:
 
 private:
     QAction& action_;
-    MenuPopup& menu_;
+    QMenu& menu_;
 };
 
 QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
@@ -172,9 +173,9 @@ QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
     if (auto* canvas = dynamic_cast<SceneCanvas*>(object)) return new AccessibleCanvas{*canvas};
     if (auto* element = dynamic_cast<SceneElement*>(object)) return new AccessibleElement{*element};
     if (auto* control = dynamic_cast<SceneControl*>(object)) return new AccessibleControl{*control};
-    if (auto* menu = dynamic_cast<MenuPopup*>(object)) return new AccessibleMenu{*menu};
+    if (auto* menu = dynamic_cast<QMenu*>(object)) return new AccessibleMenu{*menu};
     if (auto* action = dynamic_cast<QAction*>(object)) {
-        if (auto* menu = dynamic_cast<MenuPopup*>(action->parent())) return new AccessibleMenuItem{*action, *menu};
+        if (auto* menu = dynamic_cast<QMenu*>(action->parent())) return new AccessibleMenuItem{*action, *menu};
     }
     return nullptr;
 }

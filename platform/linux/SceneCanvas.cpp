@@ -35,8 +35,6 @@ bool isByKeyboard(const Qt::FocusReason reason) {
 } // namespace
 
 SceneCanvas::SceneCanvas(QWidget& window, const ImageStore& images) : QWidget{&window}, images_{images} {
-    // Focus that is on no control rests here. It is never reached by keys: those go from control to control.
-    setFocusPolicy(Qt::TabFocus);
 }
 
 void SceneCanvas::present(const ui::Scene& scene) {
@@ -88,7 +86,7 @@ void SceneCanvas::moveFocus(const ui::Scene& before, const SceneControl& focused
     const auto all = controls();
     const auto heir =
         std::find_if(all.begin(), all.end(), [&](const auto* control) { return control->control().place == place; });
-    if (heir == all.end()) return setFocus(Qt::OtherFocusReason);
+    if (heir == all.end()) return window()->setFocus(Qt::OtherFocusReason);
     if (*heir != &focused) (*heir)->setFocus(Qt::OtherFocusReason);
 }
 

@@ -24,12 +24,14 @@ public:
     /// Shows `scene` in place of the one before.
     void present(const ui::Scene& scene);
 
+    /// Gives focus to the next control in reading order, or the one before; to the first or last from elsewhere.
+    bool focusNextPrevChild(bool next) override;
+
     /// The children, for assistive technology.
     const std::vector<QObject*>& readingOrder() const { return readingOrder_; }
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -1,12 +1,84 @@
 #include "platform/linux/SceneControl.h"
 
 #include "platform/linux/Appearance.h"
-#include "platform/linux/MenuPopup.h"
+#include "platform/linux/ImageStore.h"
+#include "platform/linux/SceneAccessibility.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
+#include <QPainterPath>
+
+#include <cmath>
 
 namespace platform {
+
+namespace {
+
+constexpr int iconSide = 16;
+
+/// As round as the cards behind it; the highlight, in the accent color, lies inside.
+constexpr int cornerRadius = 8;
+constexpr auto look = "QMenu { background: white; border: 1px solid #c8c8c8 }"
+                      "QMenu { border-radius: 8px; padding: 4px }"
+                      "QMenu::item { border-radius: 5px; padding: 4px 12px 4px 8px }"
+                      "QMenu::item:selected { background: #0067f4; color: white }"
+                      "QMenu::icon { padding-left: 6px }";
+
+QIcon menuIcon(const QMenu& menu, const ui::ImageReference& image, const ImageStore& images) {
+    const double scale = menu.parentWidget()->devicePixelRatioF();
+    const int side = static_cast<int>(std::lround(iconSide * scale));
+    const auto pixmap = [&](const QPalette::ColorRole tint) {
+        QPixmap result = QPixmap::fromImage(images.image(image, {side, side}, menu.palette().color(tint)));
+        result.setDevicePixelRatio(scale);
+        return result;
+    };
+    QIcon icon;
+    icon.addPixmap(pixmap(QPalette::Text), QIcon::Normal);
+    icon.addPixmap(pixmap(QPalette::HighlightedText), QIcon::Active);
+    return icon;
+}
+
+void add(QMenu& menu, const ui::MenuItem& item, const ImageStore& images) {
+    const auto title = QString::fromStdString(item.title);
+    // An ampersand alone would be read as the mark of a key.
+    QAction* const action = menu.addAction(menuIcon(menu, item.image, images), QString{title}.replace('&', "&&"));
+    action->setData(title);
+    action->setIconVisibleInMenu(true);
+    QObject::connect(action, &QAction::triggered, &menu, [run = item.action.run] {
+        // A copy: the handler may end the menu.
+        const auto kept = run;
+        if (kept) kept();
+    });
+}
+
+/// Rounds the corners off: where windows may be composed or not, by cutting them, a little outside of the line.
+void makeRound(QMenu& menu) {
+    menu.setStyleSheet(QString::fromLatin1(look));
+    if (QGuiApplication::platformName() != QLatin1String{"xcb"}) return menu.setAttribute(Qt::WA_TranslucentBackground);
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF{QPointF{}, menu.sizeHint()}, cornerRadius - 2, cornerRadius - 2);
+    menu.setMask(outline.toFillPolygon().toPolygon());
+}
+
+/// A menu of these items, with the handlers that they have now. The main loop deletes it after it was closed.
+QMenu* makeMenu(QWidget& opener, const std::vector<ui::MenuItem>& items, const ImageStore& images) {
+    auto* const menu = new QMenu{&opener};
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setAccessibleName(opener.accessibleName());
+    useLightAppearance(*menu);
+    for (const ui::MenuItem& item : items)
+        add(*menu, item, images);
+    makeRound(*menu);
+    // To assistive technology the menu is a child of its opener, there while it is open.
+    const auto tell = [menu](const auto what) { return [=] { tellAccessibility(*menu, what); }; };
+    QObject::connect(menu, &QMenu::aboutToShow, tell(QAccessible::ObjectCreated));
+    QObject::connect(menu, &QMenu::aboutToHide, tell(QAccessible::ObjectDestroyed));
+    return menu;
+}
+
+} // namespace
 
 SceneControl::SceneControl(QWidget& canvas, const ImageStore& images) : QAbstractButton{&canvas}, images_{images} {
     setFocusPolicy(Qt::TabFocus);
@@ -26,7 +98,7 @@ void SceneControl::dismiss() {
     hide();
 }
 
-MenuPopup* SceneControl::openMenu() const {
+QMenu* SceneControl::openMenu() const {
     return popup_ && popup_->isVisible() ? popup_.get() : nullptr;
 }
 
@@ -49,7 +121,8 @@ void SceneControl::keyPressEvent(QKeyEvent* event) {
         if (!event->isAutoRepeat()) click();
         break;
     case Qt::Key_Down:
-        if (isMenu()) return activate();
+    case Qt::Key_Up:
+        if (isMenu()) return openAt(event->key() == Qt::Key_Down ? Qt::TopEdge : Qt::BottomEdge);
         [[fallthrough]];
     default:
         QWidget::keyPressEvent(event);
@@ -57,22 +130,22 @@ void SceneControl::keyPressEvent(QKeyEvent* event) {
 }
 
 void SceneControl::activate() {
-    const auto run = [](const ui::PushButton& button) {
-        // A copy: the handler may bring a scene that replaces it.
-        const auto action = button.action.run;
-        if (action) action();
-    };
-    const auto openByKeyboard = [this](const ui::PullDownMenu&) {
-        open();
-        if (!popup_->actions().isEmpty()) popup_->setActiveAction(popup_->actions().constFirst());
-    };
-    std::visit(ui::Cases{run, openByKeyboard}, control_.kind);
+    if (isMenu()) return openAt(Qt::TopEdge);
+    // A copy: the handler may bring a scene that replaces it.
+    const auto action = std::get<ui::PushButton>(control_.kind).action.run;
+    if (action) action();
+}
+
+void SceneControl::openAt(const Qt::Edge end) {
+    open();
+    const auto items = popup_->actions();
+    popup_->setActiveAction(items.value(end == Qt::TopEdge ? 0 : items.size() - 1));
 }
 
 void SceneControl::open() {
     constexpr double gapBelowIndicator = 5;
     if (openMenu()) return;
-    popup_ = new MenuPopup{*this, std::get<ui::PullDownMenu>(control_.kind).items, images_};
+    popup_ = makeMenu(*this, std::get<ui::PullDownMenu>(control_.kind).items, images_);
     const QPointF below = toQRectF(control_.rect).bottomLeft() + QPointF{0, gapBelowIndicator};
     popup_->popup(parentWidget()->mapToGlobal(below).toPoint());
 }

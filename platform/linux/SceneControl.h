@@ -6,10 +6,11 @@
 #include <QPointer>
 #include <QRectF>
 
+class QMenu;
+
 namespace platform {
 
 class ImageStore;
-class MenuPopup;
 
 /// What a person or assistive technology presses: an invisible native control over what the canvas paints for a
 /// control of the scene. It lives as long as its place does and takes over the control of each new scene.
@@ -28,7 +29,7 @@ public:
     const ui::Control& control() const { return control_; }
     bool isMenu() const { return std::holds_alternative<ui::PullDownMenu>(control_.kind); }
     /// The menu while it is open, else null.
-    MenuPopup* openMenu() const;
+    QMenu* openMenu() const;
 
 protected:
     bool hitButton(const QPoint& position) const override;
@@ -40,11 +41,13 @@ private:
     /// What a press does that is not the mouse's on a menu: keys and assistive technology choose its first item.
     void activate();
     void open();
+    /// Opens the menu with its first or its last item chosen.
+    void openAt(Qt::Edge end);
 
     const ImageStore& images_;
     ui::Control control_;
     QRectF hitArea_;
-    QPointer<MenuPopup> popup_;
+    QPointer<QMenu> popup_;
 };
 
 } // namespace platform

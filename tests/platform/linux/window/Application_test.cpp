@@ -8,6 +8,7 @@
 #include "tests/platform/linux/window/WindowTest.h"
 
 #include <QMenu>
+#include <QProxyStyle>
 #include <QStyle>
 #include <QTest>
 #include <QTimer>
@@ -120,7 +121,7 @@ TEST_F(TheRunningApplication, EndsBySignalsBeforeItsMainLoop) {
 
 TEST_F(TheRunningApplication, TakesNothingOnItsCommandLine) {
     const Script script = [](MainWindow& window) {
-        EXPECT_EQ(QApplication::style()->name(), "fusion");
+        EXPECT_EQ(qobject_cast<QProxyStyle*>(QApplication::style())->baseStyle()->name(), "fusion");
         EXPECT_TRUE(qApp->styleSheet().isEmpty());
         window.close();
     };

@@ -132,6 +132,21 @@ TEST_F(AssistiveTechnology, LeavesAnOpenMenuAsItIsWhenItOpensItAgain) {
     EXPECT_EQ(openMenu(), menu);
 }
 
+TEST_F(AssistiveTechnology, IsNotToldOfTheWindowWhenAMenuTakesItsFocusAndGivesItBack) {
+    for (const auto type : {QEvent::FocusOut, QEvent::FocusIn}) {
+        QFocusEvent focus{type, type == QEvent::FocusOut ? Qt::PopupFocusReason : Qt::ActiveWindowFocusReason};
+        QCoreApplication::sendEvent(window_.windowHandle(), &focus);
+    }
+    EXPECT_EQ(told(), std::vector<Told>{});
+    QFocusEvent lost{QEvent::FocusOut, Qt::ActiveWindowFocusReason};
+    QCoreApplication::sendEvent(window_.windowHandle(), &lost);
+    EXPECT_EQ(count({QAccessible::StateChanged, QAccessible::Window, "Window"}), 1);
+}
+
+TEST_F(AssistiveTechnology, FindsFocusOnTheWindowUntilItIsOnAControl) {
+    EXPECT_EQ(QApplication::focusWidget(), &window_);
+}
+
 TEST_F(AssistiveTechnology, ReadsAnOpenMenuAsPartOfItsControl) {
     EXPECT_EQ(element("Actions")->childCount(), 0);
     act(element("Actions"), QAccessibleActionInterface::showMenuAction());
@@ -144,7 +159,7 @@ TEST_F(AssistiveTechnology, ReadsAnOpenMenuAsPartOfItsControl) {
     EXPECT_EQ(menu->child(0)->text(QAccessible::Name), "Refresh");
     EXPECT_TRUE(menu->child(0)->state().focused);
     EXPECT_EQ(menu->child(1)->text(QAccessible::Name), "A & B");
-    EXPECT_EQ(menu->child(1)->rect().height(), menu->rect().bottom() - menu->child(1)->rect().top() + 1);
+    EXPECT_EQ(menu->child(1)->rect().top(), menu->child(0)->rect().bottom() + 1);
     EXPECT_EQ(menu->child(1)->parent(), menu);
     EXPECT_EQ(menu->indexOfChild(menu->child(1)), 1);
     openMenu()->close();

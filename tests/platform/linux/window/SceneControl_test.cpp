@@ -1,5 +1,6 @@
 #include "platform/linux/SceneControl.h"
 
+#include "platform/linux/Appearance.h"
 #include "tests/platform/linux/window/WindowTest.h"
 
 #include <QKeyEvent>
@@ -185,6 +186,31 @@ TEST_F(AMenu, OpensBelowItsIndicator) {
     EXPECT_EQ(corner.x(), 391);
     EXPECT_GE(corner.y(), 109);
     EXPECT_LE(corner.y(), 115);
+}
+
+TEST_F(AMenu, OpensAtEitherEndByAnArrow) {
+    focusMenu();
+    key(Qt::Key_Down);
+    EXPECT_EQ(chosen(), "Refresh");
+    key(Qt::Key_Escape);
+    key(Qt::Key_Up);
+    EXPECT_EQ(chosen(), "Q&&A <b>");
+}
+
+TEST_F(AMenu, HasTheItemChosenThatBeginsWithWhatIsTyped) {
+    openByKey();
+    key(Qt::Key_Q);
+    EXPECT_EQ(chosen(), "Q&&A <b>");
+}
+
+TEST_F(AMenu, HasRoundCornersAndAHighlightInside) {
+    openByKey();
+    const QImage shown = openMenu()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+    const QRect item = openMenu()->actionGeometry(openMenu()->actions().constFirst());
+    EXPECT_EQ(qAlpha(shown.pixel(0, 0)), 0);
+    EXPECT_EQ(shown.pixelColor(shown.width() / 2, 2), QColor(Qt::white));
+    EXPECT_EQ(shown.pixelColor(2, item.center().y()), QColor(Qt::white));
+    EXPECT_EQ(shown.pixelColor(item.center().x(), item.top() + 1), accentColor);
 }
 
 TEST_F(AMenu, ShowsTheTitleOfEachItemAsItStandsAndItsSymbol) {
