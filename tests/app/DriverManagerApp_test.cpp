@@ -34,22 +34,13 @@ TEST_F(TheApplication, AsksForEachExtensionOnceWhenItsWindowOpens) {
     run([&](RunningApplication&) { EXPECT_EQ(SystemExtensions::shared().submissions(), queries); });
 }
 
-TEST_F(TheApplication, QuitsWhenItsLastWindowCloses) {
-    run([](RunningApplication& application) { EXPECT_TRUE(application.terminatesAfterLastWindowClosed); });
-}
-
-TEST_F(TheApplication, NamesItsWindow) {
-    run([](RunningApplication& application) { EXPECT_EQ(application.title, "Driver Manager"); });
-}
-
-TEST_F(TheApplication, ReturnsTheStatusOfThePlatform) {
-    EXPECT_EQ(run([](RunningApplication&) {}), 0);
-}
-
-TEST_F(TheApplication, ShowsALightScreen) {
-    run([](RunningApplication& application) {
+TEST_F(TheApplication, ShowsALightScreenInAWindowOfItsNameAndQuitsWithItAndTheStatusOfThePlatform) {
+    const int status = run([](RunningApplication& application) {
         EXPECT_EQ(application.window.scene().preferredColorScheme, platform::ui::ColorScheme::light);
+        EXPECT_EQ(application.title, "Driver Manager");
+        EXPECT_TRUE(application.terminatesAfterLastWindowClosed);
     });
+    EXPECT_EQ(status, 0);
 }
 
 TEST_F(TheApplication, MakesANewModelAndAsksAnewEachTimeItsSceneIsAskedForItsContent) {

@@ -37,32 +37,27 @@ std::string scene(const StatusView& view, const platform::ui::EdgeInsets safeAre
     return platform::fake::sceneOf(view, platform::ui::Size{450, 40}, safeArea);
 }
 
-TEST(TheBanner, ShowsTheCheckMarkAndTheActivatedTextWhereAllAreEnabled) {
-    EXPECT_EQ(scene(bannerOf(InstallStatus::allEnabled)),
-              "fill rectangle 0,0 450x40 182/183/126\n"
-              "image 16,10 20x20 system black \"checkmark.circle.fill\" named \"Ready\"\n"
-              "text 44,12.5 21.6x15 callout black \"done\" announced\n");
-}
+/// What the banner shows of a status: its color, its icon, and the sentence with its width.
+struct Shown {
+    StatusView banner;
+    const char* color;
+    const char* icon;
+    const char* sentence;
+};
 
-TEST(TheBanner, ShowsTheExclamationMarkAndTheOrangeTextWhereApprovalIsAwaited) {
-    EXPECT_EQ(scene(bannerOf(InstallStatus::awaitingAllow)),
-              "fill rectangle 0,0 450x40 235/110/61\n"
-              "image 16,10 20x20 system black \"exclamationmark.circle.fill\" named \"Attention\"\n"
-              "text 44,12.5 37.8x15 callout black \"waiting\" announced\n");
-}
-
-TEST(TheBanner, DiffersInNothingButSentenceAndColorWhereNothingIsInstalled) {
-    EXPECT_EQ(scene(bannerOf(InstallStatus::nothingInstalled)),
-              "fill rectangle 0,0 450x40 230/198/105\n"
-              "image 16,10 20x20 system black \"exclamationmark.circle.fill\" named \"Attention\"\n"
-              "text 44,12.5 37.8x15 callout black \"not yet\" announced\n");
-}
-
-TEST(TheBanner, IsFortyHighWithItsIconAlsoWhereTheTextsAreEmpty) {
-    EXPECT_EQ(scene({InstallStatus::allEnabled, "", "", ""}),
-              "fill rectangle 0,0 450x40 182/183/126\n"
-              "image 16,10 20x20 system black \"checkmark.circle.fill\" named \"Ready\"\n"
-              "text 44,12.5 0x15 callout black \"\" announced\n");
+TEST(TheBanner, ShowsTheColorTheIconAndTheSentenceOfItsStatusAlsoWhereThatIsEmpty) {
+    const char* const ready = "\"checkmark.circle.fill\" named \"Ready\"";
+    const char* const attention = "\"exclamationmark.circle.fill\" named \"Attention\"";
+    const Shown all[]{
+        {bannerOf(InstallStatus::allEnabled), "182/183/126", ready, "21.6x15 callout black \"done\""},
+        {bannerOf(InstallStatus::awaitingAllow), "235/110/61", attention, "37.8x15 callout black \"waiting\""},
+        {bannerOf(InstallStatus::nothingInstalled), "230/198/105", attention, "37.8x15 callout black \"not yet\""},
+        {{InstallStatus::allEnabled, "", "", ""}, "182/183/126", ready, "0x15 callout black \"\""},
+    };
+    for (const auto& [banner, color, icon, sentence] : all)
+        EXPECT_EQ(scene(banner), std::string{"fill rectangle 0,0 450x40 "} + color +
+                                     "\nimage 16,10 20x20 system black " + icon + "\ntext 44,12.5 " + sentence +
+                                     " announced\n");
 }
 
 TEST(TheBanner, RunsOnUnderATitleBar) {
