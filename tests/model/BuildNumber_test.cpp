@@ -5,6 +5,7 @@
 
 #include <csignal>
 #include <string>
+#include <utility>
 
 namespace model {
 namespace {
@@ -37,16 +38,13 @@ TEST_F(TheBuildNumber, IsOfTheBundleThatIsAsked) {
     EXPECT_EQ(buildNumber(other), 7);
 }
 
-class ABrokenBundleDeathTest : public testing::Test {
+class ABrokenBundleDeathTest : public TheBuildNumber {
 protected:
     /// The stop is an abort with this one line and nothing else on standard error.
     static void expectStop(const std::string& reason) {
         EXPECT_EXIT(buildNumber(NSBundle::mainBundle()), testing::KilledBySignal(SIGABRT),
                     testing::Eq("Fatal error: Fake.app/Contents/Info.plist: " + reason + "\n"));
     }
-
-private:
-    platform::fake::FreshServices services_;
 };
 
 TEST_F(ABrokenBundleDeathTest, StopsWithoutADictionaryForTheReasonThatThePlatformGives) {
@@ -54,19 +52,16 @@ TEST_F(ABrokenBundleDeathTest, StopsWithoutADictionaryForTheReasonThatThePlatfor
     expectStop("cannot be opened");
 }
 
-TEST_F(ABrokenBundleDeathTest, StopsWithoutABundleVersionRatherThanYieldZero) {
-    platform::fake::setMainBundle({{"CFBundleShortVersionString", "2.1"}, {"cfbundleversion", "1"}});
-    expectStop("CFBundleVersion is missing");
-}
-
-TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionThatIsNoText) {
-    platform::fake::setMainBundle({{"CFBundleVersion", std::nullopt}});
-    expectStop("CFBundleVersion is not a text");
-}
-
-TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionThatIsNoInteger) {
-    platform::fake::setMainBundle({{"CFBundleVersion", "1.0"}});
-    expectStop("CFBundleVersion is not a decimal integer of at most 64 bits");
+TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionThatIsMissingNoTextOrNoIntegerRatherThanYieldZero) {
+    const std::pair<InfoDictionary, std::string> dictionaries[]{
+        {{{"CFBundleShortVersionString", "2.1"}, {"cfbundleversion", "1"}}, "missing"},
+        {{{"CFBundleVersion", std::nullopt}}, "not a text"},
+        {{{"CFBundleVersion", "1.0"}}, "not a decimal integer of at most 64 bits"},
+    };
+    for (const auto& [dictionary, problem] : dictionaries) {
+        platform::fake::setMainBundle(dictionary);
+        expectStop("CFBundleVersion is " + problem);
+    }
 }
 
 } // namespace

@@ -16,25 +16,16 @@ class Activating : public ModelTest {};
 class Deactivating : public ModelTest {};
 class AModel : public ModelTest {};
 
-TEST_F(ANewModel, HoldsThreeRecordsInFixedOrderOfWhichNothingIsKnown) {
+TEST_F(ANewModel, IsBlankAndHoldsThreeRecordsInFixedOrderOfWhichNothingIsKnown) {
     EXPECT_EQ(texts(), initialTexts());
-}
-
-TEST_F(ANewModel, IsBlank) {
     EXPECT_EQ(state(), State::blank);
-}
-
-TEST_F(ANewModel, NeedsNoReboot) {
-    EXPECT_FALSE(model->need_reboot());
+    EXPECT_EQ(lastError(), "An error has occured.");
 }
 
 TEST_F(AModel, TellsWhetherItNeedsAReboot) {
+    EXPECT_FALSE(model->need_reboot());
     DriverLoadingViewModelTestAccess::setNeedReboot(*model, true);
     EXPECT_TRUE(model->need_reboot());
-}
-
-TEST_F(ANewModel, HoldsTheInitialErrorText) {
-    EXPECT_EQ(lastError(), "An error has occured.");
 }
 
 TEST_F(ANewModel, SubmitsLogsAndPrintsNothing) {

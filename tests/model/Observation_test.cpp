@@ -176,13 +176,9 @@ TEST_F(Observers, OfAnAnswerHearOncePerFieldInOrder) {
                             "1.enabled", "1.version", "1.intversion", "1.awaiting", "1.uninst", "1.state"));
 }
 
-TEST_F(Observers, OfAFirstAnswerHearOfWhatStaysFalseToo) {
+TEST_F(Observers, OfAFirstAnswerHearOfWhatStaysFalseTooAndOfOneThatTellsNothingNewAsOften) {
     EXPECT_THAT(changesOf({enabledCopy(camera, "1.2", "345")}),
                 ElementsAre("1.present", "1.enabled", "1.version", "1.intversion", "nothing", "nothing", "1.state"));
-}
-
-TEST_F(Observers, OfAnAnswerThatTellsNothingNewHearAsOften) {
-    answer({enabledCopy(camera, "1.2", "345")});
     const auto changes = changesOf({enabledCopy(camera, "1.2", "345")});
     EXPECT_THAT(changes, SizeIs(7));
     EXPECT_THAT(changes, Each("nothing"));

@@ -13,7 +13,6 @@ using platform::fake::uninstallingCopy;
 using testing::ElementsAre;
 
 class AnAnswer : public ModelTest {};
-class SeveralCopies : public ModelTest {};
 class TheVersion : public ModelTest {};
 class ThePrintedLine : public ModelTest {};
 
@@ -106,6 +105,8 @@ void PrintTo(const Reported& reported, std::ostream* out) {
 }
 
 const auto enabled = enabledCopy(camera, "1.2", "345");
+const auto hundred = enabledCopy(camera, "1.0", "100");
+const auto noInteger = enabledCopy(camera, "1.1", "1.1.0");
 const auto awaiting = awaitingCopy(camera, "1.3", "400");
 const auto uninstalling = uninstallingCopy(camera, "1.1", "300");
 const auto plain = copyOf(camera, "1.3", "400");
@@ -120,6 +121,12 @@ const Reported reports[]{
     {"AnEnabledThenAnAwaitingOne", false, {{enabled}, {awaiting}}, "'Await approval' present awaiting '1.2/345' 345"},
     {"AnEnabledAndAnAwaitingOne", false, {{enabled, awaiting}}, "'Enabled' present enabled awaiting '1.2/345' 345"},
     {"FlagsThatNoneHasAnyMore", false, {{everything, awaiting}, {plain, plain}}, "'' present '1.2/345' 345"},
+    // The version is that of the last, and the integer that of the last that converts.
+    {"ABuildThatIsNoInteger", false, {{hundred, noInteger}}, "'Enabled' present enabled '1.1/1.1.0' 100"},
+    {"ALowerBuild", false, {{enabled, hundred}}, "'Enabled' present enabled '1.0/100' 100"},
+    {"ANegativeBuild", false, {{enabledCopy(camera, "1", "-7")}}, "'Enabled' present enabled '1/-7' -7"},
+    {"ABuildWithASign", false, {{enabledCopy(camera, "1", "+7")}}, "'Enabled' present enabled '1/+7' 7"},
+    {"NoTextAtAll", false, {{enabledCopy(camera, "", "")}}, "'Enabled' present enabled '/' 0"},
     // Before a reboot.
     {"OneThatIsEverything", true, {{everything}}, "'Enabled' present enabled awaiting reboot uninst '1.2/345' 345"},
     {"TwoFlags", true, {{plain, uninstalling, awaiting}}, "'Await approval' present awaiting reboot uninst 'n/a' 0"},
@@ -143,44 +150,10 @@ TEST_P(WhatIsKnownOfTheCamera, IsWhatItsCopiesSayAndEachAnswerIsPrintedOnce) {
 INSTANTIATE_TEST_SUITE_P(After, WhatIsKnownOfTheCamera, testing::ValuesIn(reports),
                          [](const auto& which) { return which.param.name; });
 
-TEST_F(SeveralCopies, GiveTheVersionOfTheLastEnabledOneAndTheIntegerOfTheLastThatConverts) {
-    answer({enabledCopy(camera, "1.0", "100"), enabledCopy(camera, "1.1", "1.1.0")});
-    EXPECT_EQ(record(cameraPosition).version, "1.1/1.1.0");
-    EXPECT_EQ(record(cameraPosition).intversion, 100);
-}
-
-TEST_F(SeveralCopies, CountInTheirOrderNotByTheirBuild) {
-    answer({enabledCopy(camera, "1.1", "110"), enabledCopy(camera, "1.0", "100")});
-    EXPECT_EQ(record(cameraPosition).version, "1.0/100");
-    EXPECT_EQ(record(cameraPosition).intversion, 100);
-}
-
-TEST_F(TheVersion, IsAnIntegerWithOrWithoutASign) {
-    answer({enabledCopy(camera, "1", "-7")});
-    EXPECT_EQ(record(cameraPosition).intversion, -7);
-    EXPECT_EQ(record(cameraPosition).version, "1/-7");
-    answer({enabledCopy(camera, "1", "+7")});
-    EXPECT_EQ(record(cameraPosition).intversion, 7);
-    EXPECT_EQ(record(cameraPosition).version, "1/+7");
-}
-
-TEST_F(TheVersion, WithoutABundleVersionEndsInASlashAndKeepsTheInteger) {
-    answer({enabledCopy(camera, "1.0", "100")});
-    answer({enabledCopy(camera, "1.1", "")});
-    EXPECT_EQ(record(cameraPosition).version, "1.1/");
-    EXPECT_EQ(record(cameraPosition).intversion, 100);
-    EXPECT_TRUE(record(cameraPosition).enabled);
-}
-
-TEST_F(TheVersion, WithoutAnyTextIsASlash) {
-    answer({enabledCopy(camera, "", "")});
-    EXPECT_EQ(record(cameraPosition).version, "/");
-}
-
 TEST_F(TheVersion, ThatIsNoIntegerIsShownAndKeepsTheInteger) {
     answer({enabledCopy(camera, "1.0", "100")});
     for (const auto* const build :
-         {"2.1.5", "9223372036854775808", "-9223372036854775809", "+-5", "1 ", "\u0663", "b1"}) {
+         {"2.1.5", "9223372036854775808", "-9223372036854775809", "+-5", "1 ", "\u0663", "b1", ""}) {
         answer({enabledCopy(camera, "\u00FC", build)});
         EXPECT_EQ(record(cameraPosition).version, std::string{"\u00FC/"} + build);
         EXPECT_EQ(record(cameraPosition).intversion, 100) << build;

@@ -74,9 +74,7 @@ TEST_F(TheFinishNotice, IsLoggedWithItsResult) {
 }
 
 TEST_F(TheFinishNotice, OfTheNetworkDriverAfterRebootMarksTheCameraAloneAndAsksForProperties) {
-    model->activateExt(network);
-    service().finish(0, Result::willCompleteAfterReboot);
-    deliver();
+    finish(Result::willCompleteAfterReboot);
     EXPECT_THAT(texts(), ElementsAre(initialBase,
                                      "com.kelvra.ip-camera.cmio 'Not installed' reboot 'n/a' VideoCamera "
                                      "'Camera Driver' 0",
@@ -101,31 +99,23 @@ TEST_F(TheFinishNotice, AfterRebootMarksTheRecordAtPositionOneWhicheverItIs) {
 }
 
 TEST_F(TheFinishNotice, OnCompletionChangesNoRecordAndAsksForProperties) {
-    model->activateExt(network);
-    service().finish(0, Result::completed);
-    deliver();
+    finish(Result::completed);
     EXPECT_EQ(texts(), initialTexts());
     EXPECT_EQ(lastError(), "An error has occured.");
     EXPECT_EQ(submittedSince(1), enumeration());
 }
 
-TEST_F(TheFinishNotice, WithResultTwoStoresRequestCompletedAndAsksForProperties) {
-    model->activateExt(network);
-    service().finish(0, Result{2});
-    deliver();
-    EXPECT_EQ(lastError(), "Request completed.");
-    EXPECT_EQ(state(), State::requestError);
-    EXPECT_EQ(texts(), initialTexts());
-    EXPECT_EQ(submittedSince(1), enumeration());
-}
-
-TEST_F(TheFinishNotice, TakesEveryResultButZeroAndOneForUnknown) {
-    for (const auto value : {std::int64_t{-1}, std::int64_t{3}, std::int64_t{256}, std::int64_t{4'294'967'296},
-                             std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
+TEST_F(TheFinishNotice, WithAnyOtherResultStoresRequestCompletedAndAsksForProperties) {
+    for (const auto value :
+         std::vector<std::int64_t>{2, -1, 3, 256, 4'294'967'296, std::numeric_limits<std::int64_t>::min(),
+                                   std::numeric_limits<std::int64_t>::max()}) {
         fail(1, "");
+        const auto submitted = service().submissions().size();
         finish(Result{value});
         EXPECT_EQ(lastError(), "Request completed.") << value;
         EXPECT_EQ(state(), State::requestError) << value;
+        EXPECT_EQ(texts(), initialTexts()) << value;
+        EXPECT_EQ(submittedSince(submitted + 1), enumeration()) << value;
         EXPECT_EQ(loggedLines().back(), "Sysex request finished: " + std::to_string(value));
     }
 }
@@ -282,23 +272,14 @@ TEST_F(TheOutcomes, OfTwoRequestsShareOneState) {
     EXPECT_EQ(state(), State::requestError);
 }
 
-class AListTooShortForTheCameraDeathTest : public ModelTest {
-protected:
-    void expectStop(const std::string& line) {
-        model->activateExt(network);
-        service().finish(0, Result::willCompleteAfterReboot);
-        EXPECT_EXIT(deliver(), testing::KilledBySignal(SIGABRT), testing::Eq(line));
+class AListTooShortForTheCameraDeathTest : public ModelTest {};
+
+TEST_F(AListTooShortForTheCameraDeathTest, StopsAtAFinishAfterReboot) {
+    for (const std::size_t length : {0U, 1U}) {
+        setRecords(std::vector(length, recordOf(camera)));
+        const auto line = "Fatal error: Index 1 out of range of " + std::to_string(length) + " extension records\n";
+        EXPECT_EXIT(finish(Result::willCompleteAfterReboot), testing::KilledBySignal(SIGABRT), testing::Eq(line));
     }
-};
-
-TEST_F(AListTooShortForTheCameraDeathTest, StopsAtAFinishAfterRebootWithOneRecord) {
-    setRecords({recordOf(camera)});
-    expectStop("Fatal error: Index 1 out of range of 1 extension records\n");
-}
-
-TEST_F(AListTooShortForTheCameraDeathTest, StopsAtAFinishAfterRebootWithoutRecords) {
-    setRecords({});
-    expectStop("Fatal error: Index 1 out of range of 0 extension records\n");
 }
 
 } // namespace
