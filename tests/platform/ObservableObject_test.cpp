@@ -72,18 +72,20 @@ TEST(ASubscription, EndsTheOneItReplaces) {
     EXPECT_EQ(calls, "second");
 }
 
-TEST(ANotification, CallsSubscribersInOrder) {
+class ANotification : public testing::Test {
+protected:
     ObjectWillChangePublisher publisher;
     std::string calls;
+};
+
+TEST_F(ANotification, CallsSubscribersInOrder) {
     const auto first = publisher.subscribe([&] { calls += "1"; });
     const auto second = publisher.subscribe([&] { calls += "2"; });
     publisher.send();
     EXPECT_EQ(calls, "12");
 }
 
-TEST(ANotification, DoesNotCallThoseWhoSubscribeInsideIt) {
-    ObjectWillChangePublisher publisher;
-    std::string calls;
+TEST_F(ANotification, DoesNotCallThoseWhoSubscribeInsideIt) {
     Subscription inner;
     const auto outer = publisher.subscribe([&] {
         calls += "o";
@@ -93,9 +95,7 @@ TEST(ANotification, DoesNotCallThoseWhoSubscribeInsideIt) {
     EXPECT_EQ(calls, "o");
 }
 
-TEST(ANotification, DoesNotCallThoseWhoseSubscriptionEndedInsideIt) {
-    ObjectWillChangePublisher publisher;
-    std::string calls;
+TEST_F(ANotification, DoesNotCallThoseWhoseSubscriptionEndedInsideIt) {
     Subscription second;
     const auto first = publisher.subscribe([&] {
         calls += "1";
@@ -106,8 +106,7 @@ TEST(ANotification, DoesNotCallThoseWhoseSubscriptionEndedInsideIt) {
     EXPECT_EQ(calls, "1");
 }
 
-TEST(ANotification, LetsASubscriberEndItsOwnSubscription) {
-    ObjectWillChangePublisher publisher;
+TEST_F(ANotification, LetsASubscriberEndItsOwnSubscription) {
     auto kept = std::make_shared<int>(0);
     std::optional<Subscription> own;
     own = publisher.subscribe([&own, kept] {
@@ -120,9 +119,7 @@ TEST(ANotification, LetsASubscriberEndItsOwnSubscription) {
     EXPECT_EQ(kept.use_count(), 1);
 }
 
-TEST(ANotification, CallsTheOthersWhenOneIsDestroyedInsideIt) {
-    ObjectWillChangePublisher publisher;
-    std::string calls;
+TEST_F(ANotification, CallsTheOthersWhenOneIsDestroyedInsideIt) {
     auto first = std::make_unique<Subscription>(publisher.subscribe([&] { calls += "1"; }));
     const auto second = publisher.subscribe([&] {
         calls += "2";
