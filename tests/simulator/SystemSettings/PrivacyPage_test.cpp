@@ -64,13 +64,10 @@ TEST(AnExtensionOnThePage, SaysHowItStands) {
     EXPECT_EQ(only(leaving).status, "Being removed");
 }
 
-TEST(TheQuestion, IsTheOldestThatAsksForAnAdministrator) {
+TEST(TheQuestion, IsTheOldestThatAsksForAnAdministratorIfThereIsOne) {
     const auto asked =
         questionOf({question("x", "user"), question(network), question("y")}, {copyIn("enabled", network)});
     EXPECT_EQ(asked, (QuestionContent{network, "Network", "Driver Manager"}));
-}
-
-TEST(TheQuestion, IsAbsentIfNoneIsOpen) {
     EXPECT_EQ(questionOf({question("x", "user")}, {}), std::nullopt);
 }
 

@@ -38,15 +38,6 @@ TEST_F(AMachine, ValidatesThenStagesThenWaitsForTheUser) {
     EXPECT_FALSE(machine().step());
 }
 
-TEST_F(AMachine, TerminatesACopyBeforeItFinishesItsRemoval) {
-    mac.set("authorization", "granted");
-    mac.install("2105", "enabled");
-    mac.submit("a", RequestKind::deactivation);
-    mac.steps(1);
-    EXPECT_THAT(mac.copies(), ElementsAre("2105 terminating for uninstall"));
-    EXPECT_THAT(machine().takeOutbox().answers, IsEmpty());
-}
-
 TEST_F(AMachine, TakesTheStepsOfTwoRequestsInTurn) {
     mac.submit("a", RequestKind::activation, camera);
     mac.submit("b", RequestKind::activation, driver);
@@ -64,17 +55,6 @@ TEST_F(AMachine, DropsTheCopyOfARequestThatIsSupersededWhileItIsPrepared) {
         EXPECT_THAT(mac.copies(), ElementsAre("1 activated disabled"));
         machine().reset();
     }
-}
-
-TEST_F(AMachine, TerminatesTheCopyOfARemovalThatIsSuperseded) {
-    mac.set("authorization", "granted");
-    mac.install("2105", "enabled");
-    mac.submit("a", RequestKind::deactivation);
-    mac.steps(1);
-    mac.activate("b");
-    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 12", "b: needs approval"));
-    EXPECT_THAT(mac.copies(),
-                ElementsAre("2105 terminated waiting to uninstall on reboot", "2105 activated waiting for user"));
 }
 
 /// A profile arrives after so many steps.
@@ -100,8 +80,7 @@ TEST_F(AMachine, LooksAtTheBundleAgainWhenItValidates) {
     EXPECT_THAT(mac.copies(), IsEmpty());
 }
 
-// Clients that leave
-// ---------------------------------------------------------------------------------------------------
+// Clients that leave -------------------------------------------------------------------------------------------------
 
 TEST_F(AMachine, GoesOnWithAnActivationWithoutItsClientUntilItWaits) {
     mac.submit("a", RequestKind::activation);
@@ -121,17 +100,6 @@ TEST_F(AMachine, AsksNobodyInThePlaceOfAClientThatLeft) {
     EXPECT_THAT(mac.heard(), IsEmpty());
     EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
     EXPECT_THAT(machine().requests(), IsEmpty());
-}
-
-TEST_F(AMachine, EndsARemovalWithoutItsClient) {
-    mac.set("authorization", "granted");
-    mac.install("2105", "enabled");
-    mac.submit("a", RequestKind::deactivation);
-    mac.steps(1);
-    machine().clientLeft("client");
-    mac.rest();
-    EXPECT_THAT(mac.heard(), IsEmpty());
-    EXPECT_THAT(mac.copies(), ElementsAre("2105 terminated waiting to uninstall on reboot"));
 }
 
 TEST_F(AMachine, LeavesTheRequestsOfOtherClientsAlone) {
@@ -212,13 +180,40 @@ TEST_F(AMachineThatStagesAnUpgrade, DropsWhatIsForbiddenSinceWhenItComesBack) {
     EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
 }
 
-TEST_F(AMachine, EndsARemovalThatItHadBegunWhenItComesBack) {
-    mac.set("authorization", "granted");
-    mac.install("1", "enabled");
-    mac.submit("a", RequestKind::deactivation);
-    mac.steps(1);
+/// The first step of a removal is done.
+class AMachineThatRemoves : public AMachine {
+protected:
+    AMachineThatRemoves() {
+        mac.set("authorization", "granted");
+        mac.install("2105", "enabled");
+        mac.submit("a", RequestKind::deactivation);
+        mac.steps(1);
+    }
+};
+
+constexpr auto removed = "2105 terminated waiting to uninstall on reboot";
+
+TEST_F(AMachineThatRemoves, TerminatesTheCopyBeforeItFinishes) {
+    EXPECT_THAT(mac.copies(), ElementsAre("2105 terminating for uninstall"));
+    EXPECT_THAT(machine().takeOutbox().answers, IsEmpty());
+}
+
+TEST_F(AMachineThatRemoves, GoesOnWhereTheRequestIsSuperseded) {
+    mac.activate("b");
+    EXPECT_THAT(mac.heard(), ElementsAre("a: failed 12", "b: needs approval"));
+    EXPECT_THAT(mac.copies(), ElementsAre(removed, "2105 activated waiting for user"));
+}
+
+TEST_F(AMachineThatRemoves, GoesOnWithoutItsClient) {
+    machine().clientLeft("client");
+    mac.rest();
+    EXPECT_THAT(mac.heard(), IsEmpty());
+    EXPECT_THAT(mac.copies(), ElementsAre(removed));
+}
+
+TEST_F(AMachineThatRemoves, GoesOnWhenItComesBack) {
     mac.comeBack();
-    EXPECT_THAT(mac.copies(), ElementsAre("1 terminated waiting to uninstall on reboot"));
+    EXPECT_THAT(mac.copies(), ElementsAre(removed));
 }
 
 TEST_F(AMachine, DiesInTheMiddleOfARequestWhereThatWasOrdered) {

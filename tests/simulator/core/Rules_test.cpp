@@ -15,7 +15,8 @@ void PrintTo(const Rule& rule, std::ostream* out) {
     *out << rule.name;
 }
 
-const Rule rulesOfActivation[]{
+const Rule rules[]{
+    // Activation.
     {"AVersionThatDiffersInItsBuildAloneIsAnother", R"(
 install CAMERA 2.1 2104
 activate CAMERA answering cancel
@@ -90,9 +91,7 @@ install CAMERA 2.1 2105 waiting
 developer on
 activate CAMERA
 expect needs approval)"},
-};
-
-const Rule rulesOfRequests[]{
+    // Requests.
     {"APropertiesRequestIsInNoOnesWay", R"(
 fault next properties after 1s
 properties CAMERA called first
@@ -102,9 +101,7 @@ expect needs approval to second
 expect found 2.1/2105 waiting to third
 advance 1s
 expect found 2.1/2105 waiting to first)"},
-};
-
-const Rule rulesOfRemoval[]{
+    // Removal.
     {"ARemovalOfAnIdleDriverIsDoneAtOnce", R"(
 switch authorization granted
 install DRIVER 2.1 2105
@@ -147,9 +144,7 @@ profile allow-team.mobileconfig
 install DRIVER 2.1 2105
 deactivate DRIVER
 expect request DRIVER authorization)"},
-};
-
-const Rule rulesOfTheMachine[]{
+    // The machine.
     {"WhatIsInstalledOnItsWayOutLeavesTheRestAlone", R"(
 activate CAMERA
 expect needs approval
@@ -227,9 +222,7 @@ expect nothing
 expect requests none
 expect copies CAMERA 2.1/2105 activated waiting for user
 expect copies DRIVER 0/1 activated disabled)"},
-};
-
-const Rule rulesOfProfiles[]{
+    // Profiles.
     {"WhatTheProfileAllowsGoesOnAndTheRestWaits", R"(
 activate CAMERA
 activate DRIVER
@@ -261,9 +254,7 @@ profile forbid-the-rest.mobileconfig
 install CAMERA 0 1 waiting
 install CAMERA 0 2 disabled
 expect copies CAMERA 0/1 activated waiting for user, 0/2 activated disabled)"},
-};
-
-const Rule rulesOfFaults[]{
+    // Faults.
     {"AFaultBefallsTheNextRequestOfItsKindAlone", R"(
 fault next activate 2 --domain NSPOSIXErrorDomain
 fault next activate 8 broken
@@ -337,9 +328,7 @@ activate CAMERA called first
 activate CAMERA called second
 expect failed 12 to first
 expect needs approval to second)"},
-};
-
-const Rule rulesOfChecks[]{
+    // Checks.
     {"TheApplicationMayLieInAnyOfTheFoldersThatWereSet", R"(
 applications /elsewhere /tmp/build
 activate CAMERA
@@ -382,15 +371,7 @@ TEST_P(TheRules, Hold) {
     EXPECT_EQ(player::played(GetParam().scenario), "as it says");
 }
 
-const auto nameOfRule = [](const auto& which) { return which.param.name; };
-
-INSTANTIATE_TEST_SUITE_P(OfActivation, TheRules, testing::ValuesIn(rulesOfActivation), nameOfRule);
-INSTANTIATE_TEST_SUITE_P(OfRequests, TheRules, testing::ValuesIn(rulesOfRequests), nameOfRule);
-INSTANTIATE_TEST_SUITE_P(OfRemoval, TheRules, testing::ValuesIn(rulesOfRemoval), nameOfRule);
-INSTANTIATE_TEST_SUITE_P(OfTheMachine, TheRules, testing::ValuesIn(rulesOfTheMachine), nameOfRule);
-INSTANTIATE_TEST_SUITE_P(OfProfiles, TheRules, testing::ValuesIn(rulesOfProfiles), nameOfRule);
-INSTANTIATE_TEST_SUITE_P(OfFaults, TheRules, testing::ValuesIn(rulesOfFaults), nameOfRule);
-INSTANTIATE_TEST_SUITE_P(OfChecks, TheRules, testing::ValuesIn(rulesOfChecks), nameOfRule);
+INSTANTIATE_TEST_SUITE_P(, TheRules, testing::ValuesIn(rules), [](const auto& which) { return which.param.name; });
 
 /// The very version that the application carries is activated, or was and is switched off, or is so in developer mode.
 TEST(TheRulesOfChecks, HoldForWhatIsThereAlready) {
