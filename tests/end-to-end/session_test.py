@@ -3,6 +3,7 @@ import signal
 import socket
 import unittest
 from pathlib import Path
+from types import SimpleNamespace
 
 from gi.repository import GLib
 
@@ -73,6 +74,11 @@ class SessionTest(DesktopTest):
         for number in self.session.processes():
             os.kill(number, signal.SIGKILL)
 
+    def interrupt(self):
+        """The session ends on Ctrl-C."""
+        self.session.interrupt()
+        self.expect_end(130)
+
     def expect_end(self, status):
         """The session ends, and at that moment nothing of it is left."""
         self.assertEqual(status, self.session.wait_for_end())
@@ -107,19 +113,16 @@ class ASessionWithABusOfItsOwn(SessionTest):
     def open_session(self, *options, environment=()):
         return super().open_session(*options, environment=NO_BUS | dict(environment))
 
-    def test_runs_the_application_system_settings_and_the_service_beside_a_bus(self):
+    def test_runs_the_service_beside_a_bus_and_the_application_beside_system_settings(self):
         names = set(self.open_session().processes().values())
         self.assertLessEqual({TITLE, "SystemSettings", "sysextd", "dbus-daemon"}, names)
-
-    def test_shows_the_application_beside_system_settings(self):
-        self.open_session()
         _, _, right, _ = self.desktop.display.place_of(SETTINGS)
         left, _, _, _ = self.desktop.display.place_of(TITLE)
         self.assertLess(right, left)
 
     def test_ends_with_all_that_it_started_on_ctrl_c(self):
-        self.open_session().interrupt()
-        self.expect_end(130)
+        self.open_session()
+        self.interrupt()
 
     def test_ends_with_all_that_it_started_when_it_is_told_to(self):
         self.open_session().signal(signal.SIGTERM)
@@ -183,7 +186,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
     def cards(self):
         """The window of the application that runs now."""
         number = wait_until(lambda: self.session.number_of(TITLE), "the application runs")
-        return Cards(Watched(number, self.session))
+        return Cards(SimpleNamespace(pid=number, said=self.session.said))
 
     def service_file(self):
         return Path(self.desktop.environment["XDG_RUNTIME_DIR"], "dbus-1/services", f"{SERVICE}.service")
@@ -193,8 +196,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.open_session()
         self.assertTrue(self.desktop.bus.has(SERVICE))
         self.assertTrue(self.service_file().exists())
-        self.session.interrupt()
-        self.expect_end(130)
+        self.interrupt()
         self.assertFalse(self.desktop.bus.has(SERVICE))
         self.assertFalse(self.service_file().exists())
         self.assertNotIn(SERVICE, self.desktop.bus.activatable())
@@ -209,15 +211,13 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         service = self.desktop.bus.process_of(SERVICE)
         self.assertEqual(1, self.desktop.run(SESSION, BUILD).status)
         self.open_session(environment={"XDG_STATE_HOME": str(self.desktop.folder / "other")})
-        self.session.interrupt()
-        self.expect_end(130)
+        self.interrupt()
         self.assertEqual(service, self.desktop.bus.process_of(SERVICE))
 
     def test_ends_a_system_settings_that_was_opened_by_hand(self):
         self.open_session()
         self.desktop.start([BUILD / "bin/SystemSettings"]).wait_for_line("System Settings is open.")
-        self.session.interrupt()
-        self.expect_end(130)
+        self.interrupt()
 
     def test_puts_back_the_service_file_of_another(self):
         another = "[D-BUS Service]\nName=com.kelvra.Simulator1\nExec=/bin/true\n"
@@ -225,8 +225,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.service_file().write_text(another)
         self.open_session()
         self.assertNotEqual(another, self.service_file().read_text())
-        self.session.interrupt()
-        self.expect_end(130)
+        self.interrupt()
         self.assertEqual(another, self.service_file().read_text())
 
     def test_keeps_what_is_installed_from_one_session_to_the_next(self):
@@ -250,8 +249,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         for identifier in (CAMERA, NETWORK):
             self.sysextctl("install", identifier, "2.1", "2105")
         self.sysextctl("developer", "on")
-        self.session.interrupt()
-        self.expect_end(130)
+        self.interrupt()
 
     def test_lets_the_application_activate_what_its_bundle_carries(self):
         self.open_session()
@@ -279,14 +277,6 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.assertEqual(left, self.desktop.bus.process_of(SERVICE))
         self.open_session()
         self.assertNotEqual(left, self.desktop.bus.process_of(SERVICE))
-
-
-class Watched:
-    """A program that somebody else started."""
-
-    def __init__(self, number, session):
-        self.pid = number
-        self.said = session.said
 
 
 if __name__ == "__main__":
