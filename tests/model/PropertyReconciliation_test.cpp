@@ -162,32 +162,23 @@ TEST_F(TheVersion, ThatIsNoIntegerIsShownAndKeepsTheInteger) {
     }
 }
 
-TEST_F(ThePrintedLine, TellsIdentifierVersionStateAndThreeFlags) {
+TEST_F(ThePrintedLine, TellsIdentifierVersionStateAndTheThreeFlagsOncePerAnswer) {
     answer({enabledCopy(base, "2.1", "2105")});
-    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.driverkit.base 2.1/2105 State: Enabled [true false false]"));
-}
-
-TEST_F(ThePrintedLine, HasAnEmptyStateBetweenItsSpaces) {
     answer({copyOf(network, "2.1", "2105")});
-    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.driverkit.usb-to-poe n/a State:  [false false false]"));
-}
-
-TEST_F(ThePrintedLine, HasTheFlagsInTheOrderEnabledAwaitingUninstalling) {
     answer({awaitingCopy(camera, "1", "1")});
     answer({uninstallingCopy(camera, "1", "1")});
-    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.ip-camera.cmio n/a State: Await approval [false true false]",
-                                            "com.kelvra.ip-camera.cmio n/a State: Uninstalling [false false true]"));
+    answer({enabledCopy(camera, "1", "1"), awaitingCopy(camera, "2", "2"), enabledCopy(base, "1", "1")});
+    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.driverkit.base 2.1/2105 State: Enabled [true false false]",
+                                            "com.kelvra.driverkit.usb-to-poe n/a State:  [false false false]",
+                                            "com.kelvra.ip-camera.cmio n/a State: Await approval [false true false]",
+                                            "com.kelvra.ip-camera.cmio n/a State: Uninstalling [false false true]",
+                                            "com.kelvra.ip-camera.cmio 1/1 State: Enabled [true true false]"));
 }
 
 TEST_F(ThePrintedLine, SaysNothingOfARebootButInTheState) {
     finish(Result::willCompleteAfterReboot);
     answer({copyOf(camera, "1", "1")});
     EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.ip-camera.cmio n/a State: Need reboot [false false false]"));
-}
-
-TEST_F(ThePrintedLine, ComesOncePerAnswerWhateverItHolds) {
-    answer({enabledCopy(camera, "1", "1"), awaitingCopy(camera, "2", "2"), enabledCopy(base, "1", "1")});
-    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.ip-camera.cmio 1/1 State: Enabled [true true false]"));
 }
 
 } // namespace

@@ -63,12 +63,9 @@ TEST(KeyboardFocus, TakesTheDistanceBetweenCentersAcrossAndDown) {
     EXPECT_EQ(focus({gone, large, below}, {large, below}, gone), below.place);
 }
 
-TEST(KeyboardFocus, GoesToTheFirstWhereItWasOnNoControl) {
+TEST(KeyboardFocus, GoesToTheFirstWhereItWasOnNoControlAndNowhereWhereThereIsNone) {
     EXPECT_EQ(focus({}, {control(1, actionStep), control(0, menuStep)}, control(7, actionStep)),
               control(1, actionStep).place);
-}
-
-TEST(KeyboardFocus, GoesNowhereWhereThereIsNoControl) {
     EXPECT_EQ(focus({control(0, actionStep)}, {}, control(0, actionStep)), std::nullopt);
 }
 

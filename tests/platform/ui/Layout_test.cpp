@@ -45,14 +45,21 @@ View line(const char* text) {
     return Text::verbatim(text);
 }
 
+/// Views side by side, and one below the other, each in the middle of its stack.
+template <typename... Views>
+View across(const Views&... views) {
+    return HStack{VerticalAlignment::center, views...};
+}
+template <typename... Views>
+View down(const Views&... views) {
+    return VStack{HorizontalAlignment::center, views...};
+}
+
 // Ten characters of callout are 54 by 15, of body 58.5 by 16.25.
 const char* ten = "0123456789";
 
-TEST(AView, IsCenteredInTheAreaItIsLaidOutIn) {
+TEST(AView, IsCenteredInTheAreaItIsLaidOutInAndOverflowsItEvenly) {
     EXPECT_EQ(scene(box(20, 10)), Lines{"fill rectangle 40,25 20x10 white"});
-}
-
-TEST(AView, LargerThanTheAreaOverflowsEvenly) {
     EXPECT_EQ(scene(box(120, 70)), Lines{"fill rectangle -10,-5 120x70 white"});
 }
 
@@ -62,34 +69,34 @@ struct Greeting {
 };
 
 TEST(AView, IsWhateverHasABody) {
-    EXPECT_EQ(scene(HStack{VerticalAlignment::center, Greeting{"a"}, box(1, 2)}),
+    EXPECT_EQ(scene(across(Greeting{"a"}, box(1, 2))),
               (Lines{"text 42.8,22.5 5.4x15 callout black \"a\"", "fill rectangle 56.2,29 1x2 white"}));
 }
 
 TEST(AStackOfViews, LeavesEightPointsBetweenNeighbors) {
-    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, box(10, 4), box(20, 6, red)}),
+    EXPECT_EQ(scene(down(box(10, 4), box(20, 6, red))),
               (Lines{"fill rectangle 45,21 10x4 white", "fill rectangle 40,33 20x6 255/0/0"}));
-    EXPECT_EQ(scene(HStack{VerticalAlignment::center, box(10, 4), box(6, 20, red)}),
+    EXPECT_EQ(scene(across(box(10, 4), box(6, 20, red))),
               (Lines{"fill rectangle 38,28 10x4 white", "fill rectangle 56,20 6x20 255/0/0"}));
 }
 
 TEST(AStackOfViews, LeavesNothingBesideASpacer) {
-    EXPECT_EQ(scene(HStack{VerticalAlignment::center, box(10, 4), Spacer{}, box(12, 6)}),
+    EXPECT_EQ(scene(across(box(10, 4), Spacer{}, box(12, 6))),
               (Lines{"fill rectangle 0,28 10x4 white", "fill rectangle 88,27 12x6 white"}));
-    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, box(10, 4), Spacer{}, box(12, 6)}),
+    EXPECT_EQ(scene(down(box(10, 4), Spacer{}, box(12, 6))),
               (Lines{"fill rectangle 45,0 10x4 white", "fill rectangle 44,54 12x6 white"}));
 }
 
 TEST(AStackOfViews, OffersWhatIsLeftToTheFlexibleAndItsWholeSideToAll) {
-    EXPECT_EQ(scene(HStack{VerticalAlignment::center, area(), box(10, 4)}),
+    EXPECT_EQ(scene(across(area(), box(10, 4))),
               (Lines{"fill rectangle 0,0 82x60 white", "fill rectangle 90,28 10x4 white"}));
-    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, box(10, 4), area()}),
+    EXPECT_EQ(scene(down(box(10, 4), area())),
               (Lines{"fill rectangle 45,0 10x4 white", "fill rectangle 0,12 100x48 white"}));
 }
 
 TEST(AStackOfViews, IsAsLongAsItsMembersAndAsWideAsTheWidest) {
-    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, box(10, 4), box(30, 6), box(20, 5)}), (Size{30, 31}));
-    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, box(10, 4), box(30, 6), box(20, 5)}), (Size{76, 6}));
+    EXPECT_EQ(ownSize(down(box(10, 4), box(30, 6), box(20, 5))), (Size{30, 31}));
+    EXPECT_EQ(ownSize(across(box(10, 4), box(30, 6), box(20, 5))), (Size{76, 6}));
 }
 
 TEST(AVerticalStack, LeavesTwoPointsBetweenTextsAlsoSeenThroughTheirModifiers) {
@@ -97,16 +104,16 @@ TEST(AVerticalStack, LeavesTwoPointsBetweenTextsAlsoSeenThroughTheirModifiers) {
     const double two = 15 + 2 + 15;
     for (const View& second : {callout, callout.frame({.width = 30}), callout.padding(0), callout.background(red),
                                callout.background(box(1, 1)), callout.fontWeight(FontWeight::semibold)})
-        EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, callout, second}).height, two);
+        EXPECT_EQ(ownSize(down(callout, second)).height, two);
 }
 
 TEST(AStackOfViews, LeavesEightPointsBetweenATextAndAnythingElseAndBetweenTextsSideBySide) {
-    const auto below = [](const View& view) { return ownSize(VStack{HorizontalAlignment::center, line("a"), view}); };
+    const auto below = [](const View& view) { return ownSize(down(line("a"), view)); };
     EXPECT_EQ(below(box(1, 3)).height, 16.25 + 8 + 3);
     EXPECT_EQ(below(Button{"b", [] {}}).height, 16.25 + 8 + 16.25);
     EXPECT_EQ(below(Spacer{}).height, 16.25 + 8);
-    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, box(1, 3), line("a")}).height, 3 + 8 + 16.25);
-    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, line(ten), line(ten)}).width, 58.5 + 8 + 58.5);
+    EXPECT_EQ(ownSize(down(box(1, 3), line("a"))).height, 3 + 8 + 16.25);
+    EXPECT_EQ(ownSize(across(line(ten), line(ten))).width, 58.5 + 8 + 58.5);
 }
 
 TEST(AStackOfViews, AlignsItsMembersAcrossItsAxis) {
@@ -119,7 +126,7 @@ TEST(AStackOfViews, AlignsItsMembersAcrossItsAxis) {
 }
 
 TEST(AStackOfViews, ThatDoesNotFitOverflowsEvenly) {
-    EXPECT_EQ(scene(HStack{VerticalAlignment::center, box(60, 10), box(70, 12)}),
+    EXPECT_EQ(scene(across(box(60, 10), box(70, 12))),
               (Lines{"fill rectangle -19,25 60x10 white", "fill rectangle 49,24 70x12 white"}));
 }
 
@@ -127,16 +134,16 @@ TEST(AStackOfViews, CountsTheMembersOfRowsAsItsOwnAndAnEmptyRowAsNone) {
     const auto row = [](const std::size_t index) {
         return index == 1 ? Group{} : Group{box(10 + static_cast<double>(index), 4), Divider{}};
     };
-    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, ForEach{3, row}, box(20, 6)}),
+    EXPECT_EQ(scene(down(ForEach{3, row}, box(20, 6))),
               (Lines{"fill rectangle 45,6 10x4 white", "fill rectangle 0,18 100x1 0/0/0@0.1",
                      "fill rectangle 44,27 12x4 white", "fill rectangle 0,39 100x1 0/0/0@0.1",
                      "fill rectangle 40,48 20x6 white"}));
 }
 
 TEST(AStackOfViews, WithNothingInItIsNothingAndStillCountsAsAMember) {
-    const View empty = HStack{VerticalAlignment::center, EmptyView{}};
+    const View empty = across(EmptyView{});
     EXPECT_EQ(ownSize(empty), Size{});
-    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, empty, box(10, 4)}).width, 18);
+    EXPECT_EQ(ownSize(across(empty, box(10, 4))).width, 18);
 }
 
 TEST(ADepthStack, LaysItsMembersOneOverTheOther) {
@@ -150,20 +157,20 @@ TEST(ADepthStack, LaysItsMembersOneOverTheOther) {
 }
 
 TEST(SeveralViewsBehindAModifier, AreOneAboveTheOther) {
-    const View column = VStack{HorizontalAlignment::center, box(10, 4), box(20, 6)};
+    const View column = down(box(10, 4), box(20, 6));
     EXPECT_EQ(scene(Group{box(10, 4), box(20, 6)}.padding(3)), scene(column.padding(3)));
     EXPECT_EQ(scene(Group{box(10, 4), box(20, 6)}.font(Font::callout)), scene(column));
 }
 
 TEST(ASpacer, IsEightLongAtTheLeastAndTakesNothingAcross) {
-    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, Spacer{}}), (Size{8, 0}));
-    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, Spacer{}}), (Size{0, 8}));
-    EXPECT_EQ(ownSize(VStack{HorizontalAlignment::center, HStack{VerticalAlignment::center, Spacer{}}}), (Size{8, 0}));
+    EXPECT_EQ(ownSize(across(Spacer{})), (Size{8, 0}));
+    EXPECT_EQ(ownSize(down(Spacer{})), (Size{0, 8}));
+    EXPECT_EQ(ownSize(down(across(Spacer{}))), (Size{8, 0}));
 }
 
 TEST(ADivider, IsOneThickAcrossItsStack) {
-    EXPECT_EQ(scene(VStack{HorizontalAlignment::center, Divider{}}), Lines{"fill rectangle 0,29.5 100x1 0/0/0@0.1"});
-    EXPECT_EQ(scene(HStack{VerticalAlignment::center, Divider{}}), Lines{"fill rectangle 49.5,0 1x60 0/0/0@0.1"});
+    EXPECT_EQ(scene(down(Divider{})), Lines{"fill rectangle 0,29.5 100x1 0/0/0@0.1"});
+    EXPECT_EQ(scene(across(Divider{})), Lines{"fill rectangle 49.5,0 1x60 0/0/0@0.1"});
     EXPECT_EQ(ownSize(Divider{}), (Size{0, 1}));
 }
 
@@ -185,7 +192,7 @@ TEST(ALineOfText, IsNeverReadAsAnythingElse) {
 
 TEST(ALineOfText, TakesTheFontAndColorAroundItUnlessItHasItsOwn) {
     const auto looks = [](const View& view) {
-        return scene(HStack{VerticalAlignment::center, view}.font(Font::callout).foregroundColor(Color::gray)).front();
+        return scene(across(view).font(Font::callout).foregroundColor(Color::gray)).front();
     };
     EXPECT_EQ(looks(line("a")), "text 47.3,22.5 5.4x15 callout gray \"a\"");
     EXPECT_EQ(looks(line("a").font(Font::title3).foregroundColor(red)),
@@ -202,7 +209,7 @@ TEST(AWeight, TakesThePlaceOfTheFontsOwnWhereverItIsSet) {
 }
 
 TEST(AnAnnouncement, IsOfTheTextsInside) {
-    const View texts = HStack{VerticalAlignment::center, line("a").accessibilityAnnounced(), line("b")};
+    const View texts = across(line("a").accessibilityAnnounced(), line("b"));
     EXPECT_EQ(scene(texts, {19.7, 16.25}),
               (Lines{"text 0,0 5.85x16.25 body black \"a\" announced", "text 13.85,0 5.85x16.25 body black \"b\""}));
 }
@@ -214,8 +221,7 @@ TEST(AnImage, TakesItsOwnSizeWhateverIsOffered) {
               "image 38,22 24x16 \"Ethernet\"\n");
     EXPECT_EQ(ownSize(Image::named("Ethernet")), (Size{24, 16}));
     EXPECT_EQ(ownSize(Image::named("Ethernet").frame({.width = 30})), (Size{30, 16}));
-    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, Image::named("Ethernet")}.padding(Edge::horizontal, 1)),
-              (Size{26, 16}));
+    EXPECT_EQ(ownSize(across(Image::named("Ethernet")).padding(Edge::horizontal, 1)), (Size{26, 16}));
 }
 
 TEST(AResizableImage, TakesWhatIsOfferedAndElseItsOwnLength) {
@@ -239,7 +245,7 @@ TEST(ASymbol, TakesTheForegroundColorAndTheNameGivenToIt) {
 TEST(ARing, TakesWhatIsOfferedAndElseNothing) {
     const View ring = Circle{}.stroke(red);
     EXPECT_EQ(scene(ring), Lines{"stroke circle 0,0 100x60 255/0/0 1"});
-    EXPECT_EQ(ownSize(HStack{VerticalAlignment::center, ring}), Size{});
+    EXPECT_EQ(ownSize(across(ring)), Size{});
     EXPECT_EQ(ownSize(ring.padding(Edge::horizontal, 5).frame({.width = 30})), (Size{30, 0}));
     EXPECT_EQ(scene(Circle{}.stroke(Color::gray, 2.5).frame({.height = 30})),
               Lines{"stroke circle 0,15 100x30 gray 2.5"});
@@ -281,8 +287,7 @@ TEST(AFrameOfTheGreatestLength, PinsItsContentToTheLeadingEdge) {
 
 TEST(AFrameOfTheGreatestLength, NeverMakesALengthInfinite) {
     const View wide = box(1, 1).frame({.width = greatestFiniteMagnitude, .height = greatestFiniteMagnitude});
-    const View stacks = VStack{HorizontalAlignment::center, HStack{VerticalAlignment::center, wide, Spacer{}, wide},
-                               wide.padding().border(Color::black, 2)};
+    const View stacks = down(across(wide, Spacer{}, wide), wide.padding().border(Color::black, 2));
     const Size size = ownSize(stacks.frame({.maxWidth = infinity}).padding());
     EXPECT_TRUE(std::isfinite(size.width) && std::isfinite(size.height));
     for (const std::string& text : {fake::sceneOf(stacks), fake::sceneOf(stacks, Size{100, 60})}) {
@@ -382,10 +387,7 @@ TEST(AMenu, IsAnIndicatorOfItsColorWithItsItems) {
     EXPECT_EQ(scene(menu.foregroundColor(red)), (Lines{"menu 42,22 16x16 \"Title\"", "  item \"Remove\" \"trash\"",
                                                        "  item \"Go\" \"\"", "  indicator 42,22 16x16 255/0/0"}));
     EXPECT_EQ(scene(menu.accessibilityLabel("Actions")).front(), "menu 42,22 16x16 \"Actions\"");
-}
-
-TEST(AMenu, IsAsNarrowAsItIsOffered) {
-    EXPECT_EQ(scene(Menu{"", {}}.frame({.width = 10})).front(), "menu 45,22 10x16 \"\"");
+    EXPECT_EQ(scene(Menu{"", {}}.frame({.width = 10})).front(), "menu 45,22 10x16 \"\"") << "as narrow as offered";
 }
 
 TEST(AButton, IsNamedByItsTitleUnlessALabelDoes) {
@@ -398,7 +400,7 @@ TEST(AButton, IsNamedByItsTitleUnlessALabelDoes) {
 struct WithSymbol {
     View makeBody(const ButtonStyleConfiguration& button) const {
         const View symbol = Image::system("star").resizable().frame({.width = 6, .height = 4});
-        return HStack{VerticalAlignment::center, symbol, button.label};
+        return across(symbol, button.label);
     }
 };
 
@@ -421,8 +423,8 @@ std::string placesIn(const Scene& scene) {
 
 TEST(APlace, IsTheWayToAControlAndToTheRowThatHoldsIt) {
     const View button = Button{"Go", [] {}};
-    const auto row = [&](const std::size_t) { return Group{button, HStack{VerticalAlignment::center, button}}; };
-    const View screen = VStack{HorizontalAlignment::center, button, Group{ForEach{2, row}}.padding(), button};
+    const auto row = [&](const std::size_t) { return Group{button, across(button)}; };
+    const View screen = down(button, Group{ForEach{2, row}}.padding(), button);
     EXPECT_EQ(placesIn(layout(screen, std::nullopt, fake::FixedMetrics{})), "0 row 0\n"
                                                                             "1 0 0 0 0 0 row 5\n"
                                                                             "1 0 0 0 0 1 0 row 5\n"
@@ -433,7 +435,7 @@ TEST(APlace, IsTheWayToAControlAndToTheRowThatHoldsIt) {
 
 TEST(AControlBehindAnother, HasAPlaceOfItsOwnAndIsReadFirst) {
     const View button = Button{"Go", [] {}};
-    const View row = HStack{VerticalAlignment::center, button, button};
+    const View row = across(button, button);
     const Scene laidOut = layout(row.background(button).background(row), std::nullopt, fake::FixedMetrics{});
     std::vector<std::vector<std::uint32_t>> places;
     for (const Control* control : controlsOf(laidOut))
@@ -473,7 +475,7 @@ TEST(TheCostOfALayout, GrowsWithTheNumberOfNodesNotWithTheirDepth) {
     const auto measurements = [](const int depth) {
         View view = line(ten);
         for (int level = 0; level < depth; ++level)
-            view = VStack{HorizontalAlignment::center, HStack{VerticalAlignment::center, view, Spacer{}}, Spacer{}};
+            view = down(across(view, Spacer{}), Spacer{});
         const fake::FixedMetrics metrics;
         layout(view, Size{400, 400}, metrics);
         return metrics.textMeasurements;
