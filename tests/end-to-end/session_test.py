@@ -56,8 +56,8 @@ class SessionTest(DesktopTest):
         super().setUp()
         screen.listen()  # assistive technology is there before the session is
 
-    def open_session(self, *options, environment=()):
-        self.session = self.desktop.start([SESSION, BUILD, *options], environment, program=Session)
+    def open_session(self, *options, environment=(), build=BUILD):
+        self.session = self.desktop.start([SESSION, build, *options], environment, program=Session)
         self.addCleanup(self.end_leftovers)
         self.session.wait_for_line("Ctrl-C")
         for title in (SETTINGS, TITLE):
@@ -110,8 +110,8 @@ class ASessionThatCannotBegin(SessionTest):
 
 
 class ASessionWithABusOfItsOwn(SessionTest):
-    def open_session(self, *options, environment=()):
-        return super().open_session(*options, environment=NO_BUS | dict(environment))
+    def open_session(self, *options, environment=(), build=BUILD):
+        return super().open_session(*options, environment=NO_BUS | dict(environment), build=build)
 
     def test_runs_the_service_beside_a_bus_and_the_application_beside_system_settings(self):
         names = set(self.open_session().processes().values())
@@ -139,6 +139,13 @@ class ASessionWithABusOfItsOwn(SessionTest):
         self.assertEqual(143, session.wait_for_end())
         session.wait_for_last_line()
         self.assertEqual(["session: the application ended with status 143"], session.errors)
+
+    def test_prints_commands_that_a_shell_takes_wherever_it_lies(self):
+        place = self.desktop.folder / "user's build"
+        place.symlink_to(BUILD)
+        self.open_session(build=place)
+        printed = next(line for line in self.session.output if "from another terminal: " in line)
+        self.assertEqual(0, self.desktop.run("bash", "-c", printed.partition(": ")[2]).status)
 
     def test_goes_on_without_the_window_of_system_settings(self):
         self.open_session()
