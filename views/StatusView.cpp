@@ -19,27 +19,14 @@ const char* iconMeaning(const InstallStatus status) {
 }
 
 const std::string& sentence(const StatusView& view) {
-    switch (view.installStatus) {
-    case InstallStatus::allEnabled:
-        return view.activatedText;
-    case InstallStatus::awaitingAllow:
-        return view.orangeText;
-    case InstallStatus::nothingInstalled:
-        break;
-    }
+    if (view.installStatus == InstallStatus::allEnabled) return view.activatedText;
+    if (view.installStatus == InstallStatus::awaitingAllow) return view.orangeText;
     return view.notActivatedText;
 }
 
 const char* statusColor(const InstallStatus status) {
-    switch (status) {
-    case InstallStatus::allEnabled:
-        return "#B6B77E";
-    case InstallStatus::awaitingAllow:
-        return "#EB6E3D";
-    case InstallStatus::nothingInstalled:
-        break;
-    }
-    return "#E6C669";
+    if (status == InstallStatus::allEnabled) return "#B6B77E";
+    return status == InstallStatus::awaitingAllow ? "#EB6E3D" : "#E6C669";
 }
 
 } // namespace

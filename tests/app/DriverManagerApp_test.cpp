@@ -73,7 +73,8 @@ class TheRoad : public TheApplication {
 protected:
     static void answerQueries(std::vector<platform::OSSystemExtensionProperties> ofCamera) {
         auto& service = SystemExtensions::shared();
-        service.foundProperties(service.latest(Kind::properties, base), {});
+        // The base is none of the two drivers that the camera needs.
+        service.foundProperties(service.latest(Kind::properties, base), {platform::fake::enabledCopy(base, "1", "1")});
         service.foundProperties(service.latest(Kind::properties, camera), std::move(ofCamera));
         service.foundProperties(service.latest(Kind::properties, network), {});
         platform::fake::drainMainQueue();
