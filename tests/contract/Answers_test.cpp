@@ -92,7 +92,7 @@ TEST_F(AFailedRequest, TellsDomainCodeAndDescriptionAsTheyAre) {
 }
 
 TEST_F(AFailedRequest, MayBeOfEachKind) {
-    EXPECT_EQ(delivered({ownDomain, 13, "Not authorised."}, Kind::deactivation).code, 13);
+    EXPECT_EQ(delivered({ownDomain, 13, "Not authorized."}, Kind::deactivation).code, 13);
     EXPECT_EQ(delivered({ownDomain, 1, "Not now."}, Kind::properties).code, 1);
 }
 

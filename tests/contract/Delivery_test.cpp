@@ -48,6 +48,7 @@ TEST_F(TheExtensionService, AnswersQuestionsOfOneKindInTheOrderOfTheirSubmission
 
 TEST_F(TheExtensionService, GivesEachAnswerTogetherWithItsRequest) {
     const auto cameraRequest = activate("camera", camera);
+    stage->settle(); // which of two is validated first, nobody promises
     const auto driverRequest = activate("driver", driver);
     stage->settle();
     const auto first = cameraRequest.lock();
