@@ -139,7 +139,7 @@ struct Profile {
     friend bool operator==(const Profile&, const Profile&) = default;
 };
 
-/// A behaviour on which what is known of the real system leaves a choice.
+/// A behavior on which what is known of the real system leaves a choice.
 enum class Switch {
     authorization,
     denial,

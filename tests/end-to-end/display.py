@@ -160,10 +160,10 @@ def picture_in(path):
     """The picture in a display's file: an X window dump of 32 bits a pixel, blue first."""
     data = path.read_bytes()
     fields = HEADER.unpack_from(data)
-    size, width, height, bits, stride, colours = fields[0], fields[4], fields[5], fields[11], fields[12], fields[19]
+    size, width, height, bits, stride, colors = fields[0], fields[4], fields[5], fields[11], fields[12], fields[19]
     if bits != 32:
         raise ValueError(f"{path}: {bits} bits a pixel")
-    first = size + 12 * colours
+    first = size + 12 * colors
     return Picture(width, height, tuple(rgb(data[first + y * stride :][: 4 * width]) for y in range(height)))
 
 

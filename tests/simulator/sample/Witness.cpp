@@ -69,7 +69,7 @@ struct Witness::Look {
             EXPECT_TRUE(isAny(isActivated)) << "nothing is activated";
             EXPECT_TRUE(!request.neededApproval || was(Cause::allowed)) << "nobody allowed it";
         } else {
-            EXPECT_TRUE(was(Cause::authorized)) << "nobody authorised it";
+            EXPECT_TRUE(was(Cause::authorized)) << "nobody authorized it";
             EXPECT_FALSE(isAny(isInstalled)) << "it is still there";
         }
     }
