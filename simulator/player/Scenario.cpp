@@ -81,11 +81,14 @@ std::string contentsBeside(const std::string& folder, const std::string& file, c
 
 // Lines --------------------------------------------------------------------------------------------------------------
 
-/// The domain of a fault's error may stand behind its description without the option that names it.
+/// The domain of a fault's error may stand behind its description without the option that names it, and the option
+/// without a domain behind it.
 void nameDomain(std::vector<Word>& line, std::string_view option) {
-    const bool isError = line.front().text == "fault" && line.size() == 6 && numberIn(line[3].text);
+    const bool isError = line.front().text == "fault" && line.size() > 4 && numberIn(line[3].text);
     const auto isOption = [&](const Word& word) { return !word.isQuoted && word.text == option; };
-    if (isError && std::none_of(line.begin(), line.end(), isOption)) line.insert(line.end() - 1, {std::string{option}});
+    const bool isNamed = std::any_of(line.begin(), line.end(), isOption);
+    if (isError && line.size() == 6 && !isNamed) line.insert(line.end() - 1, {std::string{option}});
+    if (isError && isOption(line.back())) line.pop_back();
 }
 
 /// A verb of the machine.

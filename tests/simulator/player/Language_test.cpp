@@ -58,6 +58,7 @@ TEST(TheWordsOfALine, MeanNothingInQuotes) {
 TEST(TheWordsOfAFault, MayEndWithTheDomainWithoutItsOption) {
     EXPECT_EQ(described("why D"), R"("why" domain "D")");
     EXPECT_EQ(described("why --domain D"), R"("why" domain "D")");
+    EXPECT_EQ(described("why --domain"), described("why"));
 }
 
 // What lies on the disk ----------------------------------------------------------------------------------------------
