@@ -21,7 +21,7 @@ protected:
 
 private:
     SceneCanvas canvas_;
-    bool isBelowMenu_ = false;
+    bool isBelowMenu_ = false; // focus is with a menu of this window
 };
 
 } // namespace platform

@@ -53,7 +53,7 @@ void add(QMenu& menu, const ui::MenuItem& item, const ImageStore& images) {
     });
 }
 
-/// Rounds the corners off: where windows may be composed or not, by cutting them, a little outside of the line.
+/// Rounds the corners off. On X11, where nothing may blend windows, it cuts them, a little outside of the border.
 void makeRound(QMenu& menu) {
     menu.setStyleSheet(QString::fromLatin1(look));
     if (QGuiApplication::platformName() != QLatin1String{"xcb"}) return menu.setAttribute(Qt::WA_TranslucentBackground);
