@@ -90,7 +90,8 @@ public:
 /// is dropped.
 class OSSystemExtensionRequest {
 public:
-    /// Properties are found, or the request fails; the other two finish or fail.
+    /// Properties are found, or the request fails: a finish beside that is told to nobody. The other two finish or
+    /// fail.
     enum class Kind { properties, activation, deactivation };
 
     static std::shared_ptr<OSSystemExtensionRequest> propertiesRequestForExtension(std::string identifier,

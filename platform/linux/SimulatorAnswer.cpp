@@ -63,8 +63,10 @@ SimulatorAnswer readNeedsApproval(Arguments) {
 
 SimulatorAnswer readFinished(Arguments arguments) {
     const auto result = static_cast<OSSystemExtensionRequestResult>(arguments[1].toLongLong());
-    return notice(
+    auto answer = notice(
         true, [result](auto& delegate, const auto& request) { delegate.requestDidFinishWithResult(request, result); });
+    answer.isFinish = true;
+    return answer;
 }
 
 SimulatorAnswer readFailed(Arguments arguments) {

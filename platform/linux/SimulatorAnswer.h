@@ -21,6 +21,8 @@ struct SimulatorAnswer {
     /// Nothing follows it.
     bool isLast;
     Deliver deliver;
+    /// Of an activation or a deactivation alone.
+    bool isFinish = false;
 };
 
 /// The answer of a request that failed for an error of the service's own domain with the code "unknown".

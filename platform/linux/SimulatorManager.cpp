@@ -177,6 +177,7 @@ void SimulatorManager::answer(const QString& token, SimulatorAnswer answer) {
     const auto found = pending_.find(token);
     if (found == pending_.end()) return;
     const auto request = found->second.request;
+    if (answer.isFinish && request->kind() == OSSystemExtensionRequest::Kind::properties) return;
     if (answer.isLast) pending_.erase(found);
     request->queue().async([manager = QPointer{this}, token, request, deliver = std::move(answer.deliver)] {
         const auto action = deliver(request->delegate().get(), *request);

@@ -147,6 +147,7 @@ void retire(id delegate);
 }
 
 - (void)request:(::OSSystemExtensionRequest*)request didFinishWithResult:(::OSSystemExtensionRequestResult)result {
+    if (request_->kind() == platform::OSSystemExtensionRequest::Kind::properties) return;
     [self tellLast:[&](platform::OSSystemExtensionRequestDelegate& delegate) {
         delegate.requestDidFinishWithResult(*request_, static_cast<platform::Result>(result));
     }];

@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -47,7 +50,29 @@ public:
 /// The stage of this program, as new.
 std::unique_ptr<Stage> makeStage();
 
+/// A stand-in that decides nothing: it says what it is told. A submission is named by its place in their order, from 0.
+class PlayedService {
+public:
+    PlayedService() = default;
+    PlayedService(const PlayedService&) = delete;
+    PlayedService& operator=(const PlayedService&) = delete;
+    virtual ~PlayedService() = default;
+
+    /// What is submitted to.
+    virtual platform::OSSystemExtensionManager& manager() = 0;
+    // Each of these is delivered in a later deliver().
+    virtual void finish(std::size_t submission, std::int64_t result) = 0;
+    virtual void findNothing(std::size_t submission) = 0;
+    /// Delivers what was said, and returns when `holds` does.
+    virtual void deliver(const std::function<bool()>& holds) = 0;
+};
+
+/// The played service of this program, as new.
+std::unique_ptr<PlayedService> makePlayedService();
+
 using Kind = OSSystemExtensionRequest::Kind;
+
+std::shared_ptr<OSSystemExtensionRequest> makeRequest(Kind kind, const std::string& identifier);
 
 /// What any extension service does, whichever stands in for it.
 class TheExtensionService : public testing::Test {

@@ -13,21 +13,14 @@
 
 namespace contract {
 
-/// A stand-in that decides nothing: it says what it is told. A submission is named by its place in their order, from 0.
-class ScriptedStandIn {
+/// A played service that a script can be followed with.
+class ScriptedStandIn : public PlayedService {
 public:
     struct Submission {
         simulator::RequestKind kind;
         std::string identifier;
     };
 
-    ScriptedStandIn() = default;
-    ScriptedStandIn(const ScriptedStandIn&) = delete;
-    ScriptedStandIn& operator=(const ScriptedStandIn&) = delete;
-    virtual ~ScriptedStandIn() = default;
-
-    /// What the script submits to.
-    virtual platform::OSSystemExtensionManager& manager() = 0;
     /// Every submission so far.
     virtual std::vector<Submission> submissions() const = 0;
 
@@ -35,7 +28,6 @@ public:
     virtual void needsApproval(std::size_t submission) = 0;
     virtual void askReplacement(std::size_t submission, const simulator::CopyRecord& existing,
                                 const simulator::CopyRecord& replacement) = 0;
-    virtual void finish(std::size_t submission, std::int64_t result) = 0;
     virtual void fail(std::size_t submission, const platform::Error& error) = 0;
     virtual void foundProperties(std::size_t submission, const std::vector<simulator::CopyRecord>& copies) = 0;
 
@@ -44,6 +36,13 @@ public:
 
     /// Runs the work that waits in the main queue; false if there was none.
     virtual bool runMainQueue() = 0;
+
+    void findNothing(const std::size_t submission) override { foundProperties(submission, {}); }
+    void deliver(const std::function<bool()>& holds) override {
+        while (runMainQueue()) {
+        }
+        EXPECT_TRUE(holds());
+    }
 };
 
 /// The stage of a scripted stand-in. What it is to say is decided by the machine of the simulator, here in the process,
