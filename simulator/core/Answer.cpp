@@ -7,15 +7,6 @@ namespace simulator {
 
 namespace {
 
-std::string quoted(const std::string& text) {
-    std::string result{'"'};
-    for (const char character : text) {
-        if (character == '"' || character == '\\') result += '\\';
-        result += character;
-    }
-    return result + '"';
-}
-
 std::string versionOf(const CopyRecord& copy) {
     return textOf(Version{copy.shortVersion, copy.version});
 }
@@ -35,8 +26,8 @@ struct TextOfAnswer {
         return "asked to replace " + versionOf(asked.existing) + " by " + versionOf(asked.replacement);
     }
     std::string operator()(const Failure& failure) const {
-        const std::string text = "failed " + std::to_string(failure.code) + " " + quoted(failure.description);
-        return failure.domain == extensionErrorDomain ? text : text + " domain " + quoted(failure.domain);
+        const std::string text = "failed " + std::to_string(failure.code) + " " + inQuotes(failure.description);
+        return failure.domain == extensionErrorDomain ? text : text + " domain " + inQuotes(failure.domain);
     }
     std::string operator()(const FoundProperties& found) const {
         WordList copies;
@@ -57,7 +48,7 @@ Failure extensionNotFound() {
 }
 
 Failure requestCanceled() {
-    return failureWith(code::requestCanceled, "The request was cancelled.");
+    return failureWith(code::requestCanceled, "The request was canceled.");
 }
 
 std::string textOf(const AnswerBody& answer) {

@@ -91,15 +91,15 @@ constexpr std::string_view policyDescription = "The management profile does not 
 
 // clang-format off
 constexpr std::array lookups{
-    Check{code::extensionNotFound,               "The application holds no extension of this identifier.",           isNotCarried},
-    Check{code::unknown,                         "The application lies inside another application.",                 isNested},
+    Check{code::extensionNotFound,               "The application contains no extension with this identifier.",      isNotCarried},
+    Check{code::unknown,                         "The application is inside another application.",                   isNested},
     Check{code::missingEntitlement,              "The application may not install system extensions.",               lacksEntitlement},
     Check{code::unsupportedParentBundleLocation, "The application must be in an Applications folder.",               isOutsideApplications},
     Check{code::extensionMissingIdentifier,      "The extension's Info.plist has no bundle identifier.",             hasNoIdentifier},
-    Check{code::duplicateExtensionIdentifier,    "The application holds several extensions of this identifier.",     isShared},
+    Check{code::duplicateExtensionIdentifier,    "The application contains several extensions with this identifier.",isShared},
     Check{code::extensionNotFound,               "The extension's file name is not its identifier.",                 isMisnamed},
-    Check{code::unknownExtensionCategory,        "The extension is neither a driver nor of another known category.", isOfNoKnownCategory},
-    Check{code::extensionNotFound,               "The extension belongs to another team than the application.",      isOfAnotherTeam},
+    Check{code::unknownExtensionCategory,        "The extension is of no known category.",                           isOfNoKnownCategory},
+    Check{code::extensionNotFound,               "The extension and the application belong to different teams.",     isOfAnotherTeam},
 };
 
 constexpr std::array validations{

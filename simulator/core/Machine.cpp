@@ -2,6 +2,8 @@
 
 #include "simulator/core/Machine.h"
 
+#include "simulator/core/Words.h"
+
 #include <utility>
 
 namespace simulator {
@@ -44,7 +46,7 @@ void Machine::complete(Copy& copy) {
 /// The approval is on record from now on.
 Verdict Machine::allow(const std::string& identifier) {
     Copy* const copy = first(identifier, isWaiting);
-    if (!copy) return nothingOf(identifier, "nothing waits for approval");
+    if (!copy) return nothingOf(identifier, "no copy is waiting for approval");
     if (auto refusal = policyAgainst(copy->extension)) return refusal;
     state_.approvals.insert({copy->extension.team, identifier});
     complete(*copy);
@@ -54,7 +56,7 @@ Verdict Machine::allow(const std::string& identifier) {
 /// The copy goes; its application is told 11, or nothing.
 Verdict Machine::deny(const std::string& identifier) {
     const Copy* const copy = first(identifier, isWaiting);
-    if (!copy) return nothingOf(identifier, "nothing waits for approval");
+    if (!copy) return nothingOf(identifier, "no copy is waiting for approval");
     Request* const request = waitingFor(*copy);
     drop(copy->number);
     if (request && isDefault(Switch::denial))
@@ -66,15 +68,15 @@ Verdict Machine::deny(const std::string& identifier) {
 
 Verdict Machine::authorize(const std::string& identifier) {
     Request* const request = asked(identifier);
-    if (!request) return nothingOf(identifier, "no administrator is asked");
+    if (!request) return nothingOf(identifier, "no removal is waiting for an administrator");
     remove(*request);
     return done;
 }
 
 Verdict Machine::refuse(const std::string& identifier) {
-    constexpr std::string_view refused = "An administrator did not authorise the request.";
+    constexpr std::string_view refused = "An administrator did not authorize the request.";
     Request* const request = asked(identifier);
-    if (!request) return nothingOf(identifier, "no administrator is asked");
+    if (!request) return nothingOf(identifier, "no removal is waiting for an administrator");
     end(*request, isDefault(Switch::refusal) ? failureWith(code::authorizationRequired, refused) : requestCanceled());
     return done;
 }
@@ -155,7 +157,7 @@ void Machine::resetAll() {
 /// A copy that is put there takes the place of another as one that was asked for does.
 Verdict Machine::install(const std::string& identifier, const Version& version, const std::string& condition) {
     const std::optional<CopyState> where = stateForCondition(condition);
-    if (!where) return invalid("'" + condition + "' is not enabled, waiting, disabled or uninstalling");
+    if (!where) return invalid("unknown state " + inQuotes(condition));
     if (!isPlain(version.shortVersion, limits::version) || !isPlain(version.version, limits::version))
         return invalid("the version is malformed");
     const std::optional<Extension> extension = known(identifier);
@@ -189,7 +191,7 @@ Verdict Machine::setApplicationsFolders(std::vector<std::string> folders) {
     if (folders.size() > limits::folders) return tooMany("too many Applications folders");
     for (const std::string& folder : folders)
         if (folder.empty() || folder.front() != '/' || !isPlain(folder, limits::path))
-            return invalid("'" + folder + "' is not an absolute path");
+            return invalid(inQuotes(folder) + " is not an absolute path");
     for (std::string& folder : folders)
         folder = disk_.canonical(folder);
     state_.settings.applicationsFolders = std::move(folders);
@@ -225,11 +227,11 @@ Verdict Machine::setProfile(const std::string& contents) {
 
 Verdict Machine::setSwitch(const std::string& name, const std::string& value) {
     const std::optional<Switch> which = switchNamed(name);
-    if (!which) return invalid("'" + name + "' is no switch");
+    if (!which) return invalid("unknown switch " + inQuotes(name));
     const std::string byDefault{describe(*which).byDefault};
     const std::string otherwise{describe(*which).otherwise};
     if (value != byDefault && value != otherwise)
-        return invalid(name + " is " + byDefault + " or " + otherwise + ", not '" + value + "'");
+        return invalid(name + " is " + byDefault + " or " + otherwise + ", not " + inQuotes(value));
     state_.settings.set(*which, value);
     tell({}, "switch " + name + " " + value);
     if (isDefault(Switch::authorization)) return done;
@@ -239,7 +241,7 @@ Verdict Machine::setSwitch(const std::string& name, const std::string& value) {
 }
 
 Verdict Machine::orderFault(const Fault& fault) {
-    if (!isPossible(fault)) return invalid("such a request has no such fault");
+    if (!isPossible(fault)) return invalid("this fault cannot befall that kind of request");
     if (fault.milliseconds < 0) return invalid("a delay cannot be negative");
     if (fault.milliseconds > limits::time) return invalid("the delay is too long");
     if (!isPlain(fault.failure.domain, limits::domain) || fault.failure.description.size() > limits::description)

@@ -78,7 +78,7 @@ void Machine::end(Request& request, AnswerBody body) {
 
 /// A later request takes the place of the older ones, which fail with 12.
 void Machine::supersede(const std::string& identifier) {
-    constexpr std::string_view laterDescription = "A later request for the same extension took the place of this one.";
+    constexpr std::string_view laterDescription = "A later request for the same extension replaced this one.";
     while (Request* const older = pending(identifier))
         end(*older, failureWith(code::requestSuperseded, laterDescription));
 }
@@ -109,7 +109,7 @@ Verdict Machine::refusalOf(const Submission& submission) {
     if (submission.token.empty() || !isPlain(submission.token, limits::token)) return invalid("the token is malformed");
     if (!isPlain(submission.identifier, limits::identifier)) return invalid("the identifier is malformed");
     if (find([&](const Request& open) { return open.client == submission.client && open.token == submission.token; }))
-        return invalid("the token names an open request");
+        return invalid("the token is in use by an open request");
     if (static_cast<std::size_t>(count) >= limits::requestsOfClient || requests_.size() >= limits::requests)
         return tooMany("too many requests are open");
     return done;

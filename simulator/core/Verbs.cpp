@@ -9,7 +9,7 @@ namespace simulator {
 
 namespace {
 
-constexpr std::string_view anIdentifier = "an extension's identifier";
+constexpr std::string_view anIdentifier = "an extension identifier";
 
 Outcome outcomeOf(Verdict verdict) {
     if (verdict) return *std::move(verdict);
@@ -121,9 +121,7 @@ WordList switchNames() {
 }
 
 WordList valuesOf(const std::string& name) {
-    const auto which = switchNamed(name);
-    if (!which) return {};
-    const SwitchRow& row = describe(*which);
+    const SwitchRow& row = describe(*switchNamed(name));
     return {std::string{row.byDefault}, std::string{row.otherwise}};
 }
 
@@ -134,11 +132,10 @@ std::string lineOf(const Machine& machine, const SwitchRow& row) {
 }
 
 /// Of the switch of that name, or of every switch.
-Outcome linesOf(const Machine& machine, const std::string& name) {
+std::string linesOf(const Machine& machine, const std::string& name) {
     std::string lines;
     for (const SwitchRow& row : switches)
         if (name.empty() || name == row.name) lines += lineOf(machine, row);
-    if (lines.empty()) return invalid("unknown switch " + inQuotes(name) + "; there is " + joined(switchNames()));
     return lines;
 }
 
@@ -146,8 +143,8 @@ Deed setSwitch(Words& words) {
     words.expect(0, 2);
     std::string name;
     std::string value;
-    if (!words.asks()) name = words.takeKnown("a switch", switchNames());
-    if (!words.asks()) value = words.takeKnown("a value of " + name, valuesOf(name));
+    if (!words.asks()) name = words.takeOneOf("a switch", switchNames());
+    if (!words.asks()) value = words.takeOneOf("a value of " + name, valuesOf(name));
     if (value.empty()) return [name](const Machine& machine) { return linesOf(machine, name); };
     return [=](Machine& machine) { return outcomeOf(machine.setSwitch(name, value)); };
 }
@@ -195,18 +192,10 @@ std::optional<RequestKind> requestFor(const std::string& word) {
         ->kind;
 }
 
-constexpr std::string_view aFault = "a fault: a code, after, silent, hollow, noprompt or crash";
-
-[[noreturn]] void rejectFault(const std::string& word, const Words& words) {
-    if (words.areTyped())
-        words.reject("a fault", word, {"an error code", "after", "silent", "hollow", "noprompt", "crash"});
-    words.fail(inQuotes(word) + " is not " + std::string{aFault});
-}
-
 Failure takeFailure(Words& words, const std::string& domain) {
-    const std::string code = words.take(aFault);
+    const std::string code = words.take("a fault");
     const auto number = numberIn(code);
-    if (!number) rejectFault(code, words);
+    if (!number) words.reject("a fault", code, {"an error code", "after", "silent", "hollow", "noprompt", "crash"});
     const std::string where = domain.empty() ? std::string{extensionErrorDomain} : domain;
     return {where, *number, words.isAtEnd() ? std::string{} : words.take("a description")};
 }
@@ -222,10 +211,7 @@ Fault::Kind takeKind(Words& words) {
 void mustBeFor(const std::string& request, Fault::Kind kind, const Words& words) {
     const WordList possible = requestWordsFor(kind);
     if (isOneOf(possible, request)) return;
-    const std::string name{nameOf(kind)};
-    const std::string what =
-        words.areTyped() ? "a kind of " + name + " request" : "a kind of request that can be " + name;
-    words.reject(what, request, possible);
+    words.reject("a kind of " + std::string{nameOf(kind)} + " request", request, possible);
 }
 
 Deed fault(Words& words) {
@@ -239,7 +225,7 @@ Deed fault(Words& words) {
     } else {
         const bool isDelay = fault.kind == Fault::Kind::delay;
         words.expect(isDelay ? 4 : 3, isDelay ? 4 : 3);
-        if (domain) words.misused("\"--domain\" is too much");
+        if (domain) words.misused("unexpected option \"--domain\"");
         mustBeFor(request, fault.kind, words);
         if (isDelay) fault.milliseconds = words.takeDuration();
     }
@@ -281,7 +267,7 @@ waits for this is told that it finished, 0, or 1 if a restart completes it.
      ofAnExtension<&Machine::allow>},
     {thePerson, "deny", "ID", "denies the extension that waits for approval",
      R"(The copy of ID that waits goes away. The application whose request waits for this is told that it failed with 11,
-cancelled; with "sysextctl switch denial silence" it is told nothing, ever.
+canceled; with "sysextctl switch denial silence" it is told nothing, ever.
 )",
      ofAnExtension<&Machine::deny>},
     {thePerson, "authorize", "ID", "answers the administrator's question about ID with yes",
@@ -291,8 +277,8 @@ to every removal.
 )",
      ofAnExtension<&Machine::authorize>},
     {thePerson, "refuse", "ID", "answers the administrator's question about ID with no",
-     R"(Nothing is removed, and the application is told that its request failed with 13, authorisation required; with
-"sysextctl switch refusal 11" it is told 11, cancelled.
+     R"(Nothing is removed, and the application is told that its request failed with 13, authorization required; with
+"sysextctl switch refusal 11" it is told 11, canceled.
 )",
      ofAnExtension<&Machine::refuse>},
     {thePerson, "disable", "ID", "switches an enabled extension off",
@@ -311,7 +297,7 @@ never answered. "./run" starts the application again.
 )",
      ofTheMachine<&Machine::restart>},
     {theMachine, "reset", "[--all]", "takes away every copy, approval, request and fault; settings stay",
-     R"(An open request fails with 11, cancelled. The Applications folders, developer mode, the profile, the clock and the
+     R"(An open request fails with 11, canceled. The Applications folders, developer mode, the profile, the clock and the
 switches stay as they are; with --all only the folders do, and the Mac is as it comes out of the box.
 )",
      reset, "[--all]", Verb::Names::nothing, "--all"},

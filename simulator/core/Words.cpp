@@ -34,6 +34,10 @@ constexpr std::array units{
     Unit{"", 1000}, Unit{"ms", 1}, Unit{"s", 1000}, Unit{"m", 60e3}, Unit{"h", 3600e3}, Unit{"d", 24 * 3600e3},
 };
 
+std::string useOneOf(const WordList& known) {
+    return "; use one of: " + joined(known);
+}
+
 bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
@@ -76,9 +80,9 @@ std::optional<std::int64_t> Words::takeDurationOption(const std::string& name) {
 void Words::expect(std::size_t least, std::size_t most) const {
     if (!areTyped()) return;
     for (const Word& word : words_)
-        if (!word.isQuoted && isOption(word.text))
-            fail(help_ + " knows no option " + inQuotes(word.text) + "; \"sysextctl " + help_ + " --help\" says more");
-    if (words_.size() < least || words_.size() > most) misused();
+        if (!word.isQuoted && isOption(word.text)) misused("unexpected option " + inQuotes(word.text));
+    if (words_.size() < least) misused("missing argument");
+    if (words_.size() > most) misused("unexpected " + inQuotes(words_[most].text));
 }
 
 // Words --------------------------------------------------------------------------------------------------------------
@@ -106,15 +110,10 @@ std::string Words::takeOneOf(std::string_view what, const WordList& known) {
     return word;
 }
 
-std::string Words::takeKnown(std::string_view what, const WordList& known) {
-    return areTyped() ? take(what) : takeOneOf(what, known);
-}
-
 void Words::mustTake(std::string_view word) {
     if (takes(word)) return;
     if (isAtEnd()) missing(inQuotes(word));
-    if (areTyped()) misused();
-    fail(inQuotes(words_[next_].text) + " stands where " + inQuotes(word) + " should");
+    misused("expected " + inQuotes(word) + ", not " + inQuotes(words_[next_].text));
 }
 
 std::string Words::takePhrase(std::string_view what) {
@@ -137,7 +136,7 @@ std::int64_t Words::takeDuration() {
 
 std::int64_t Words::durationIn(const std::string& word) const {
     const auto length = millisecondsOf(word);
-    if (!length) fail(inQuotes(word) + " is not a time; examples are 90s, 5m and 250ms");
+    if (!length) fail(inQuotes(word) + " is not a time; examples: 90s, 5m, 250ms");
     return *length;
 }
 
@@ -149,29 +148,26 @@ WordList Words::takeAll() {
 }
 
 void Words::end() const {
-    if (!isAtEnd()) fail(inQuotes(words_[next_].text) + " is too much");
+    if (!isAtEnd()) misused("unexpected " + inQuotes(words_[next_].text));
 }
 
 // Complaints ---------------------------------------------------------------------------------------------------------
 
 void Words::fail(const std::string& problem) const {
-    throw NotUnderstood{areTyped() ? problem : problem + "; right would be: " + usage_};
+    throw NotUnderstood{areTyped() ? problem : problem + "; usage: " + usage_};
 }
 
 void Words::misused(const std::string& problem) const {
-    if (!areTyped()) fail(problem);
-    throw NotUnderstood{"usage: " + usage_ + "; \"sysextctl " + help_ + " --help\" says more"};
+    const std::string more = areTyped() ? "; see \"sysextctl " + help_ + " --help\"" : std::string{};
+    throw NotUnderstood{problem + "; usage: " + usage_ + more};
 }
 
 void Words::missing(const std::string& what, const WordList& known) const {
-    if (areTyped()) misused();
-    fail(what + " is missing" + (known.empty() ? std::string{} : "; there is " + joined(known)));
+    misused("missing " + std::string{withoutArticle(what)} + (known.empty() ? std::string{} : useOneOf(known)));
 }
 
 void Words::reject(std::string_view what, std::string_view word, const WordList& known) const {
-    const std::string problem = areTyped() ? "unknown " + std::string{withoutArticle(what)} + " " + inQuotes(word)
-                                           : inQuotes(word) + " is not " + std::string{what};
-    fail(problem + "; there is " + joined(known));
+    fail("unknown " + std::string{withoutArticle(what)} + " " + inQuotes(word) + useOneOf(known));
 }
 
 // Texts --------------------------------------------------------------------------------------------------------------
@@ -184,7 +180,12 @@ std::vector<Word> plainWords(const WordList& texts) {
 }
 
 std::string inQuotes(std::string_view word) {
-    return "\"" + std::string{word} + "\"";
+    std::string quoted{'"'};
+    for (const char character : word) {
+        if (character == '"' || character == '\\') quoted += '\\';
+        quoted += character;
+    }
+    return quoted + '"';
 }
 
 bool isOption(std::string_view word) {

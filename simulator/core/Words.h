@@ -62,8 +62,6 @@ public:
     std::string take(std::string_view what);
     /// The same; it must be one of these.
     std::string takeOneOf(std::string_view what, const WordList& known);
-    /// The same, but on a command line it is left to the machine to know the word.
-    std::string takeKnown(std::string_view what, const WordList& known);
     void mustTake(std::string_view word);
     /// All words up to the next comma, with one blank between them.
     std::string takePhrase(std::string_view what);
@@ -79,11 +77,12 @@ public:
     const std::string& contents() const { return contents_; }
 
     void setUsage(std::string usage) { usage_ = std::move(usage); }
-    /// problem: what a scenario says; the command line shows the use.
-    [[noreturn]] void misused(const std::string& problem = {}) const;
+    /// Throws NotUnderstood with the problem; in a scenario, with the usage too.
+    [[noreturn]] void fail(const std::string& problem) const;
+    /// Throws NotUnderstood with the problem and the usage.
+    [[noreturn]] void misused(const std::string& problem) const;
     /// what: such as "a build".
     [[noreturn]] void reject(std::string_view what, std::string_view word, const WordList& known) const;
-    [[noreturn]] void fail(const std::string& problem) const;
 
 private:
     bool isNext(std::string_view word) const;
@@ -100,6 +99,7 @@ private:
 
 /// Each as it stands, which is how a command line is written.
 std::vector<Word> plainWords(const WordList& texts);
+/// In it, a quote or a backslash has a backslash before it.
 std::string inQuotes(std::string_view word);
 /// Whether it looks like one.
 bool isOption(std::string_view word);

@@ -101,7 +101,7 @@ NotDone thereIs(const std::string& what, const WordList& there) {
 }
 
 Play copy(Reading& reading) {
-    const std::string identifier = reading.words.take("an extension's identifier");
+    const std::string identifier = reading.words.take("an extension identifier");
     return [identifier, expected = takeCopy(reading.words)](Mac& mac) {
         const WordList there = mac.copies(identifier);
         if (!isOneOf(there, expected)) throw thereIs("the copies of " + identifier, there);
@@ -109,7 +109,7 @@ Play copy(Reading& reading) {
 }
 
 Play copies(Reading& reading) {
-    const std::string identifier = reading.words.take("an extension's identifier");
+    const std::string identifier = reading.words.take("an extension identifier");
     WordList expected;
     if (!reading.words.takes("none")) {
         do
@@ -135,7 +135,7 @@ Play request(Reading& reading) {
     WordList stages;
     for (const Stage stage : {Stage::replacement, Stage::user, Stage::authorization, Stage::delayed, Stage::silent})
         stages.emplace_back(nameOf(stage));
-    const std::string identifier = reading.words.take("an extension's identifier");
+    const std::string identifier = reading.words.take("an extension identifier");
     return [text = identifier + " " + reading.words.takeOneOf("a stage", stages)](Mac& mac) {
         const WordList there = mac.requests();
         if (!isOneOf(there, text)) throw thereIs("the open requests", there);
@@ -169,7 +169,7 @@ Play readExpectation(Reading& reading) {
     WordList known;
     for (const LineVerb& expectation : expectations())
         known.emplace_back(expectation.word);
-    const std::string word = reading.words.takeOneOf("what may be expected", known);
+    const std::string word = reading.words.takeOneOf("an expectation", known);
     const auto expectation = std::find_if(expectations().begin(), expectations().end(),
                                           [&](const LineVerb& row) { return row.word == word; });
     reading.words.setUsage("expect " + usageOf(expectation->word, expectation->usage));

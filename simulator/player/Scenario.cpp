@@ -27,7 +27,7 @@ Word takeQuoted(std::string_view& line) {
         if (isEscape && (line[i + 1] == '"' || line[i + 1] == '\\')) ++i;
         text += line[i];
     }
-    throw NotUnderstood{"a quote is not closed; right would be \"in quotes\""};
+    throw NotUnderstood{"missing closing quote"};
 }
 
 /// Takes the word that the line begins with. A comma that ends it is a word of its own.
@@ -76,7 +76,7 @@ std::string contentsBeside(const std::string& folder, const std::string& file, c
     const std::string path = file.rfind('/', 0) == 0 ? file : folder + "/" + file;
     auto contents = contentsOfFile(path);
     if (contents && !contents->empty()) return *std::move(contents);
-    throw NotUnderstood{inQuotes(path) + " cannot be read; right would be: " + usage};
+    throw NotUnderstood{inQuotes(path) + " cannot be read; usage: " + usage};
 }
 
 // Lines --------------------------------------------------------------------------------------------------------------
@@ -127,7 +127,7 @@ Play readLine(std::vector<Word> line, std::set<std::string>& applications, const
     for (const LineVerb& verb : lineVerbs())
         if (verb.word == word) return readRest(verb, std::move(line), applications);
     if (const Verb* const verb = verbNamed(word)) return readVerb(*verb, std::move(line), folder);
-    throw NotUnderstood{inQuotes(word) + " is not a verb; there is " + joined(knownWords())};
+    throw NotUnderstood{"unknown verb " + inQuotes(word) + "; use one of: " + joined(knownWords())};
 }
 
 /// Takes the first line off the text.

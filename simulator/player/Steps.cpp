@@ -49,7 +49,7 @@ std::optional<Category> takeCategory(Words& words) {
 
 /// Answers whether it is sealed all the same.
 bool readLack(Words& words, ExtensionOnDisk& extension) {
-    const std::string lack = words.takeOneOf("what may be lacking", {"identifier", "usage-description", "seal"});
+    const std::string lack = words.takeOneOf("a lack", {"identifier", "usage-description", "seal"});
     if (lack == "identifier") extension.identifier.clear();
     if (lack == "usage-description") extension.hasUsageDescription = false;
     if (lack == "seal") extension.sealMatches = false;
@@ -84,9 +84,9 @@ Play changing(const std::string& application, Change change) {
 
 Play carryExtension(Reading& reading) {
     Words& words = reading.words;
-    const std::string fileName = words.take("an extension's file name");
+    const std::string fileName = words.take("an extension file name");
     const bool isFileName = fileName.rfind('.') != std::string::npos && fileName.find('/') == std::string::npos;
-    if (!isFileName) words.fail(inQuotes(fileName) + " is not an extension's file name");
+    if (!isFileName) words.fail(inQuotes(fileName) + " is not an extension file name");
     ExtensionOnDisk extension = extensionNamed(fileName, takeVersion(words));
     const std::string application = takeApplicationAfter("in", reading);
     bool isSealed = true;
@@ -115,7 +115,7 @@ Play move(Reading& reading) {
 }
 
 Play damage(Reading& reading) {
-    const std::string fileName = reading.words.take("an extension's file name");
+    const std::string fileName = reading.words.take("an extension file name");
     const std::string application = takeApplicationAfter("in", reading);
     return changing(application, [=](BundleOnDisk& bundle) {
         auto& all = bundle.extensions;
@@ -139,7 +139,7 @@ Play ask(Reading& reading) {
     Words& words = reading.words;
     Ask ask;
     ask.kind = kind;
-    ask.identifier = words.take("an extension's identifier");
+    ask.identifier = words.take("an extension identifier");
     const std::string application = takeApplicationAfter("as", reading);
     ask.request = words.takes("called") ? words.take("a request's name") : ask.identifier;
     if (kind == RequestKind::activation && words.takes("answering")) ask.reply = takeReply(words);

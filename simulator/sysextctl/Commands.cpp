@@ -51,7 +51,7 @@ Run wait(Words& words) {
     WaitFor wanted;
     wanted.timeout = words.takeDurationOption("--timeout").value_or(30'000);
     words.expect(2, 2);
-    wanted.identifier = QString::fromStdString(words.take("an extension's identifier"));
+    wanted.identifier = QString::fromStdString(words.take("an extension identifier"));
     const WordList states{"absent", "enabled", "waiting", "disabled", "uninstalling"};
     wanted.condition = QString::fromStdString(words.takeOneOf("a state", states));
     return [wanted] { Waiting{sessionBus(), wanted}.run(); };
@@ -203,7 +203,7 @@ bool asksForHelp(const std::string& word) {
 }
 
 Run read(const WordList& words) {
-    if (words.empty()) throw NotUnderstood{"a verb is missing; \"sysextctl --help\" lists the verbs"};
+    if (words.empty()) throw NotUnderstood{"missing verb; \"sysextctl --help\" lists the verbs"};
     const WordList rest{words.begin() + 1, words.end()};
     if (asksForHelp(words.front()) || words.front() == "help") {
         const std::string text = rest.empty() ? help() : help(knownCommand(rest.front()));

@@ -29,7 +29,9 @@ QString eventLine(qint64 time, const QString& identifier, const QString& text) {
 // Listening ----------------------------------------------------------------------------------------------------------
 
 Listening::Listening(const QDBusConnection& bus) : control_{serviceName, objectPath, bus}, presence_{bus} {
-    connect(&presence_, &ServicePresence::busLost, this, [this] { fail({exitCode::notDone, "the bus is gone"}); });
+    connect(&presence_, &ServicePresence::busLost, this, [this] {
+        fail({exitCode::notDone, "the session bus is gone"});
+    });
 }
 
 void Listening::run() {
@@ -104,8 +106,8 @@ Watching::Watching(const QDBusConnection& bus) : Listening{bus}, reader_{STDOUT_
             });
     // As the next line would, which may be long in coming.
     connect(&reader_, &QSocketNotifier::activated, this, [] { std::raise(SIGPIPE); });
-    connect(&presence_, &ServicePresence::went, this, [this] { write("-\t-\tthe service is gone\n"); });
-    connect(&presence_, &ServicePresence::came, this, [this] { write("-\t-\tthe service is there\n"); });
+    connect(&presence_, &ServicePresence::went, this, [this] { write("-\t-\tthe service stopped\n"); });
+    connect(&presence_, &ServicePresence::came, this, [this] { write("-\t-\tthe service started\n"); });
 }
 
 /// The first question starts the service; its answer tells that from here on nothing is missed.

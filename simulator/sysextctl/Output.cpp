@@ -33,16 +33,16 @@ bool cannotBeStarted(const QString& name) {
 
 QString lineOf(const QDBusError& error) {
     if (cannotBeStarted(error.name()))
-        return QStringLiteral("the simulated extension service cannot be started; running sysextd shows why");
+        return QStringLiteral("the simulated extension service cannot be started; run sysextd to see why");
     switch (error.type()) {
     case QDBusError::ServiceUnknown:
     case QDBusError::Disconnected:
     case QDBusError::NoServer:
-        return QStringLiteral("the simulated extension service is not running, and nothing here starts it");
+        return QStringLiteral("the simulated extension service is not running, and the session bus cannot start it");
     case QDBusError::NoReply:
     case QDBusError::Timeout:
     case QDBusError::TimedOut:
-        return QStringLiteral("the simulated extension service went away, or gave no answer in time");
+        return QStringLiteral("the simulated extension service stopped or did not answer in time");
     default:
         return error.message().isEmpty() ? error.name() : error.message();
     }
@@ -118,7 +118,7 @@ void say(const QString& text) {
     const auto bytes = text.toUtf8();
     const auto length = static_cast<std::size_t>(bytes.size());
     const bool isWritten = std::fwrite(bytes.constData(), 1, length, stdout) == length && std::fflush(stdout) == 0;
-    if (!isWritten) throw CommandFailure{exitCode::notDone, "standard output takes no more"};
+    if (!isWritten) throw CommandFailure{exitCode::notDone, "cannot write to standard output"};
 }
 
 WordList shortCategories() {

@@ -156,7 +156,7 @@ void BusObject::perform(const std::function<Verdict(Machine&)>& deed) {
 void BusObject::Submit(const QString& token, const QString& kind, const QString& identifier) {
     perform([&](Machine& machine) -> Verdict {
         const auto known = requestKindNamed(kind.toStdString());
-        if (!known) return invalid("'" + kind.toStdString() + "' is no kind of request");
+        if (!known) return invalid("unknown kind of request " + inQuotes(kind.toStdString()));
         const QString client = message().service();
         return machine.submit(
             {client.toStdString(), token.toStdString(), bundleOf(client), *known, identifier.toStdString()});
@@ -166,7 +166,7 @@ void BusObject::Submit(const QString& token, const QString& kind, const QString&
 void BusObject::AnswerReplacement(const QString& token, const QString& action) {
     perform([&](Machine& machine) -> Verdict {
         const bool isKnown = action == "replace" || action == "cancel";
-        if (!isKnown) return invalid("'" + action.toStdString() + "' is neither replace nor cancel");
+        if (!isKnown) return invalid(inQuotes(action.toStdString()) + " is neither replace nor cancel");
         return machine.answerReplacement(message().service().toStdString(), token.toStdString(), action == "replace");
     });
 }

@@ -56,7 +56,7 @@ void Service::settle() {
     keep(outbox.copies);
     if (outbox.crashed) {
         emit dying();
-        die("dies in the middle of a request, as ordered");
+        die("crashes during a request, as ordered");
     }
     for (const Answer& answer : outbox.answers)
         emit answered(answer);

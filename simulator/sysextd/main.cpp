@@ -32,7 +32,7 @@ int serve(QCoreApplication& application, QDBusConnection bus) {
     bus.connect({}, "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local", "Disconnected", &application,
                 SLOT(quit()));
     if (!bus.registerObject(objectPath, &object) || !bus.registerService(serviceName)) {
-        return complain("another service has the name " + QString{serviceName});
+        return complain("another program owns the bus name " + QString{serviceName});
     }
     return QCoreApplication::exec();
 }

@@ -20,17 +20,17 @@ void PrintTo(const Wrong& wrong, std::ostream* out) {
     *out << wrong.name;
 }
 
-constexpr auto notCarried = "The application holds no extension of this identifier.";
+constexpr auto notCarried = "The application contains no extension with this identifier.";
 constexpr auto outside = "The application must be in an Applications folder.";
 constexpr auto misnamed = "The extension's file name is not its identifier.";
-constexpr auto noCategory = "The extension is neither a driver nor of another known category.";
+constexpr auto noCategory = "The extension is of no known category.";
 constexpr auto changed = "The extension's files do not match its seal.";
 constexpr auto outsideItsGroup = "The camera's Mach service name is not in its application group.";
 
 // clang-format off
 const Wrong everythingThatIsWrong[]{
     {"NestedInAnotherApplication", [](auto& bundle, auto&) { bundle.path = "/Applications/Outer.app/Contents/Inner.app"; },
-     1, "The application lies inside another application."},
+     1, "The application is inside another application."},
     {"WithoutTheEntitlement", [](auto& bundle, auto&) { bundle.mayInstallExtensions = false; },
      2, "The application may not install system extensions."},
     {"OutsideTheApplicationsFolder", [](auto& bundle, auto&) { bundle.path = "/Downloads/Driver Manager.app"; }, 3, outside},
@@ -39,11 +39,11 @@ const Wrong everythingThatIsWrong[]{
     {"WithAMisnamedExtension", [](auto&, auto& camera) { camera.fileName = "Camera.systemextension"; }, 4, misnamed},
     {"WithAnotherExtensionOfThatFileName", [](auto&, auto& camera) { camera.identifier = "com.example.other"; }, 4, misnamed},
     {"WithAnExtensionOfAnotherTeam", [](auto&, auto& camera) { camera.team = "OTHER00001"; },
-     4, "The extension belongs to another team than the application."},
+     4, "The extension and the application belong to different teams."},
     {"WithoutAnIdentifier", [](auto&, auto& camera) { camera.identifier.clear(); },
      5, "The extension's Info.plist has no bundle identifier."},
     {"WithTwoExtensionsOfOneIdentifier", [](auto& bundle, auto& camera) { bundle.extensions[1].identifier = camera.identifier; },
-     6, "The application holds several extensions of this identifier."},
+     6, "The application contains several extensions with this identifier."},
     {"WithAnExtensionOfNoCategory", [](auto&, auto& camera) { camera.category.reset(); }, 7, noCategory},
     {"WithACameraNamedAsADriver", [](auto&, auto& camera) { camera.fileName = camera.identifier + ".dext"; }, 7, noCategory},
     {"WithADriverNamedAsACamera", [](auto&, auto& camera) { camera.category = Category::driver; }, 7, noCategory},

@@ -46,7 +46,7 @@ TEST_F(AMachineThatRefuses, TakesNoMalformedSubmission) {
 TEST_F(AMachineThatRefuses, TakesNoTokenThatNamesAnOpenRequestOfThatClient) {
     mac.activate("a");
     EXPECT_EQ(textOf(machine().submit({"client", "a", "", RequestKind::properties, camera})),
-              "invalid argument: the token names an open request");
+              "invalid argument: the token is in use by an open request");
     mac.submit({"other", "a", "", RequestKind::properties, camera});
     mac.mustDo(machine().allow(camera));
     mac.submit("a", RequestKind::properties);
@@ -96,7 +96,7 @@ TEST_F(AMachineThatRefuses, TakesNoFaultThatCannotBefall) {
     const auto order = [&](Fault::Kind kind, std::optional<RequestKind> request, std::int64_t milliseconds) {
         return textOf(machine().orderFault({kind, request, {}, milliseconds}));
     };
-    const std::string none = "invalid argument: such a request has no such fault";
+    const std::string none = "invalid argument: this fault cannot befall that kind of request";
     EXPECT_EQ(order(Fault::Kind::noprompt, RequestKind::properties, 0), none);
     EXPECT_EQ(order(Fault::Kind::noprompt, RequestKind::deactivation, 0), none);
     EXPECT_EQ(order(Fault::Kind::hollow, RequestKind::properties, 0), none);
@@ -131,9 +131,9 @@ TEST_F(AMachineThatRefuses, TakesOnlyAbsoluteApplicationsFolders) {
     const auto set = [&](const std::vector<std::string>& folders) {
         return textOf(machine().setApplicationsFolders(folders));
     };
-    EXPECT_EQ(set({"/a", "relative"}), "invalid argument: 'relative' is not an absolute path");
-    EXPECT_EQ(set({""}), "invalid argument: '' is not an absolute path");
-    EXPECT_EQ(set({"/a\n"}), "invalid argument: '/a\n' is not an absolute path");
+    EXPECT_EQ(set({"/a", "relative"}), "invalid argument: \"relative\" is not an absolute path");
+    EXPECT_EQ(set({""}), "invalid argument: \"\" is not an absolute path");
+    EXPECT_EQ(set({"/a\n"}), "invalid argument: \"/a\n\" is not an absolute path");
     EXPECT_EQ(set({"/" + std::string(4096, 'a')}).substr(0, 17), "invalid argument:");
     EXPECT_EQ(set(std::vector<std::string>(65, "/a")), "limit exceeded: too many Applications folders");
     EXPECT_EQ(machine().state().settings, Settings{});
@@ -157,18 +157,19 @@ TEST_F(AMachineThatRefuses, InstallsNoVersionThatIsTooLongOrMalformed) {
     EXPECT_EQ(install("1", std::string(4097, '1')), malformed);
     EXPECT_EQ(install(std::string(4096, '1'), ""), "done");
     EXPECT_EQ(textOf(machine().install(camera, {"1", "1"}, "preparing")),
-              "invalid argument: 'preparing' is not enabled, waiting, disabled or uninstalling");
+              "invalid argument: unknown state \"preparing\"");
 }
 
 /// Each verb about an extension, where there is nothing that it could do.
 TEST_F(AMachineThatRefuses, SaysWhyThereIsNothingToDoToAnExtension) {
     using Verb = Verdict (Machine::*)(const std::string&);
-    const std::vector<std::pair<Verb, std::string>> verbs{{&Machine::allow, "nothing waits for approval"},
-                                                          {&Machine::deny, "nothing waits for approval"},
-                                                          {&Machine::authorize, "no administrator is asked"},
-                                                          {&Machine::refuse, "no administrator is asked"},
-                                                          {&Machine::disable, "not enabled"},
-                                                          {&Machine::enable, "not disabled"}};
+    const std::vector<std::pair<Verb, std::string>> verbs{
+        {&Machine::allow, "no copy is waiting for approval"},
+        {&Machine::deny, "no copy is waiting for approval"},
+        {&Machine::authorize, "no removal is waiting for an administrator"},
+        {&Machine::refuse, "no removal is waiting for an administrator"},
+        {&Machine::disable, "not enabled"},
+        {&Machine::enable, "not disabled"}};
     for (const auto& [verb, reason] : verbs) {
         const auto said = [&, act = verb](const std::string& identifier) {
             return textOf((machine().*act)(identifier));

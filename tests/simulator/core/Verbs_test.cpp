@@ -161,7 +161,7 @@ TEST_F(AVerb, OfASettingSetsItOrSaysHowItIs) {
     EXPECT_EQ(says("applications"), "/Applications\n");
     EXPECT_EQ(says("applications /b /a"), "");
     EXPECT_EQ(says("applications"), "/b\n/a\n");
-    EXPECT_EQ(says("applications here"), "refused: 'here' is not an absolute path");
+    EXPECT_EQ(says("applications here"), "refused: \"here\" is not an absolute path");
 }
 
 TEST_F(AVerb, OfASwitchMovesItOrShowsOneOrAll) {
@@ -172,10 +172,6 @@ TEST_F(AVerb, OfASwitchMovesItOrShowsOneOrAll) {
     const std::string all = says("switch");
     EXPECT_EQ(all.substr(0, all.find("\tthe administrator")), "authorization\tasked\t(asked | granted)");
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 8);
-    EXPECT_EQ(says("switch denial loud"), "refused: denial is error or silence, not 'loud'");
-    EXPECT_EQ(says("switch denail loud"), "refused: 'denail' is no switch");
-    EXPECT_EQ(says("switch denail"), "refused: unknown switch \"denail\"; there is authorization, denial, driver, "
-                                     "properties, refusal, restart, second, upgrade");
 }
 
 TEST_F(AVerb, OfAProfileBringsItShowsItOrTakesItAway) {
@@ -230,48 +226,56 @@ TEST_F(AVerb, TakesAQuotedOptionForAText) {
     EXPECT_EQ(mac.machine().state().faults.begin()->second.failure.description, "--domain");
 }
 
-/// A line of words that make no sense, and what is said to it.
+/// A line that makes no sense, and the complaint about it; with "..." at the end, how that begins.
 struct Misuse {
     const char* line;
     const char* complaint;
 };
 
-constexpr auto usageOfFault = "usage: sysextctl fault next KIND FAULT; \"sysextctl fault --help\" says more";
-
 const Misuse misuses[]{
     {"", "unknown verb \"\"; \"sysextctl --help\" lists the verbs"},
     {"alow x", "unknown verb \"alow\"; \"sysextctl --help\" lists the verbs"},
-    {"allow", "usage: sysextctl allow ID; \"sysextctl allow --help\" says more"},
-    {"allow x y", "usage: sysextctl allow ID; \"sysextctl allow --help\" says more"},
-    {"restart now", "usage: sysextctl restart; \"sysextctl restart --help\" says more"},
-    {"install x 2.0", "usage: sysextctl install ID SHORT BUILD [STATE]; \"sysextctl install --help\" says more"},
-    {"install x 2.0 2004 absent", "unknown state \"absent\"; there is enabled, waiting, disabled, uninstalling"},
-    {"install x 2.0 2004 --quick", "install knows no option \"--quick\"; \"sysextctl install --help\" says more"},
-    {"uninstall x", "usage: sysextctl uninstall TEAM ID; \"sysextctl uninstall --help\" says more"},
-    {"developer maybe", "unknown mode \"maybe\"; there is on, off"},
-    {"profile --remove x", "usage: sysextctl profile [FILE | --remove]; \"sysextctl profile --help\" says more"},
-    {"advance soon", "\"soon\" is not a time; examples are 90s, 5m and 250ms"},
-    {"advance", "usage: sysextctl advance TIME; \"sysextctl advance --help\" says more"},
-    {"switch denial silence now", "usage: sysextctl switch [NAME [VALUE]]; \"sysextctl switch --help\" says more"},
-    {"fault activate silent x", usageOfFault},
-    {"fault next any", usageOfFault},
-    {"fault next any silent x", usageOfFault},
-    {"fault next any after", usageOfFault},
-    {"fault next any silent --domain D", usageOfFault},
-    {"fault next any 8 --domain", usageOfFault},
-    {"fault next query silent", "unknown kind of request \"query\"; there is activate, deactivate, properties, any"},
-    {"fault next any 8x", "unknown fault \"8x\"; there is an error code, after, silent, hollow, noprompt, crash"},
-    {"fault next any after soon", "\"soon\" is not a time; examples are 90s, 5m and 250ms"},
+    {"allow", "missing argument; usage: sysextctl allow ID; see \"sysextctl allow --help\""},
+    {"allow x y", "unexpected \"y\"; usage: sysextctl allow ID; see \"sysextctl allow --help\""},
+    {"restart now", "unexpected \"now\"; usage: sysextctl restart; see \"sysextctl restart --help\""},
+    {"install x 2.0", "missing argument..."},
+    {"install x 2.0 2004 absent", "unknown state \"absent\"; use one of: enabled, waiting, disabled, uninstalling"},
+    {"install x 2.0 2004 --quick", "unexpected option \"--quick\"; usage: ..."},
+    {"uninstall x", "missing argument..."},
+    {"developer maybe", "unknown mode \"maybe\"; use one of: on, off"},
+    {"profile --remove x", "unexpected \"x\"; usage: sysextctl profile..."},
+    {"advance soon", "\"soon\" is not a time; examples: 90s, 5m, 250ms"},
+    {"advance", "missing argument..."},
+    {"switch denail loud", "unknown switch \"denail\"; use one of: authorization, denial, driver, properties, refusal, "
+                           "restart, second, upgrade"},
+    {"switch denail", "unknown switch \"denail\"; use one of: ..."},
+    {"switch denial loud", "unknown value of denial \"loud\"; use one of: error, silence"},
+    {"switch denial silence now", "unexpected \"now\"; usage: sysextctl switch..."},
+    {"fault activate silent x", "expected \"next\", not \"activate\"; usage: ..."},
+    {"fault next any", "missing argument; usage: ..."},
+    {"fault next any silent x", "unexpected \"x\"; usage: ..."},
+    {"fault next any after", "missing argument; usage: ..."},
+    {"fault next any silent --domain D", "unexpected option \"--domain\"; usage: ..."},
+    {"fault next any 8 --domain", "missing domain; usage: ..."},
+    {"fault next query silent", "unknown kind of request \"query\"; use one of: activate, deactivate, properties, any"},
+    {"fault next any 8x", "unknown fault \"8x\"; use one of: an error code, after, silent, hollow, noprompt, crash"},
+    {"fault next any after soon", "\"soon\" is not a time; examples: 90s, 5m, 250ms"},
     {"fault next properties hollow",
-     "unknown kind of hollow request \"properties\"; there is activate, deactivate, any"},
-    {"fault next deactivate noprompt", "unknown kind of noprompt request \"deactivate\"; there is activate, any"},
+     "unknown kind of hollow request \"properties\"; use one of: activate, deactivate, any"},
+    {"fault next deactivate noprompt", "unknown kind of noprompt request \"deactivate\"; use one of: activate, any"},
 };
 
 TEST_F(AVerb, ThatMakesNoSenseIsComplainedAbout) {
-    for (const Misuse& misuse : misuses)
-        EXPECT_EQ(says(misuse.line), "not understood: " + std::string{misuse.complaint}) << misuse.line;
-    EXPECT_EQ(said(mac, {{{"applications"}, {""}}, {}}),
-              "not understood: usage: sysextctl applications [FOLDER...]; \"sysextctl applications --help\" says more");
+    for (const Misuse& misuse : misuses) {
+        std::string expected = "not understood: " + std::string{misuse.complaint};
+        std::string complaint = says(misuse.line);
+        const bool isBeginning = expected.substr(expected.size() - 3) == "...";
+        if (isBeginning) expected.resize(expected.size() - 3);
+        if (isBeginning) complaint.resize(std::min(complaint.size(), expected.size()));
+        EXPECT_EQ(complaint, expected) << misuse.line;
+    }
+    EXPECT_THAT(said(mac, {{{"applications"}, {""}}, {}}),
+                testing::StartsWith("not understood: \"\" is not a folder; "));
     EXPECT_EQ(mac.machine().state(), State{});
 }
 

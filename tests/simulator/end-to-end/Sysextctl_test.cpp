@@ -49,7 +49,8 @@ const Line conversation[]{
     {"wait com.kelvra.ip-camera.cmio absent --timeout 0.05",
      failed(1, "com.kelvra.ip-camera.cmio is not absent after 0.050 s")},
     {"deny com.kelvra.driverkit.usb-to-poe", silence},
-    {"deny com.kelvra.driverkit.usb-to-poe", failed(1, "com.kelvra.driverkit.usb-to-poe: nothing waits for approval")},
+    {"deny com.kelvra.driverkit.usb-to-poe",
+     failed(1, "com.kelvra.driverkit.usb-to-poe: no copy is waiting for approval")},
     {"disable com.kelvra.ip-camera.cmio", silence},
     {"restart", silence},
     {"list", says(listOfOne)},
@@ -99,7 +100,7 @@ TEST_F(SysextctlOnASimulatedMac, WaitsAndWatchesThroughTheDeathOfTheService) {
     ASSERT_TRUE(watching.printed("watching\n"));
     auto waiting = mac.started({"wait", camera, "enabled"});
     mac.signalService(SIGKILL);
-    ASSERT_TRUE(watching.printed("the service is gone\n"));
+    ASSERT_TRUE(watching.printed("the service stopped\n"));
     EXPECT_EQ(said("allow com.kelvra.ip-camera.cmio"), silence);
     EXPECT_EQ(waiting.outcome(), silence);
     EXPECT_TRUE(watching.printed("0.000\tcom.kelvra.ip-camera.cmio\t2.1/2105: activated waiting for user -> "

@@ -116,13 +116,13 @@ TEST(AnError, SaysWhy) {
 activate com.kelvra.ip-camera.cmio
 expect needs approval
 deactivate com.kelvra.ip-camera.cmio
-expect failed 12 saying "A later request for the same extension took the place of this one."
+expect failed 12 saying "A later request for the same extension replaced this one."
 refuse com.kelvra.ip-camera.cmio
-expect failed 13 saying "An administrator did not authorise the request."
+expect failed 13 saying "An administrator did not authorize the request."
 activate com.kelvra.ip-camera.cmio
 expect needs approval
 deny com.kelvra.ip-camera.cmio
-expect failed 11 saying "The request was cancelled."
+expect failed 11 saying "The request was canceled."
 deactivate com.kelvra.ip-camera.cmio
 expect failed 4 saying "The extension was not found in the application."
 )"),
@@ -147,43 +147,41 @@ struct Complaint {
 };
 
 const Complaint complaints[]{
-    {"allow", "an extension's identifier is missing; right would be: allow ID"},
-    {"restart now", "\"now\" is too much; right would be: restart"},
-    {"alow com.x", "\"alow\" is not a verb; there is bundle, carry, update, move, damage, activate, deactivate, "
+    {"allow", "missing extension identifier; usage: allow ID"},
+    {"restart now", "unexpected \"now\"; usage: restart"},
+    {"alow com.x", "unknown verb \"alow\"; use one of: bundle, carry, update, move, damage, activate, deactivate, "
                    "properties, answer, quit, ..."},
-    {"quit \"Driver", "a quote is not closed; right would be \"in quotes\""},
-    {"quit \"Driver\\\"", "a quote is not closed; right would be \"in quotes\""},
-    {"activate com.x as Other", "\"Other\" is not an application; there is Driver Manager; right would be: activate ID "
+    {"quit \"Driver", "missing closing quote"},
+    {"quit \"Driver\\\"", "missing closing quote"},
+    {"activate com.x as Other", "unknown application \"Other\"; use one of: Driver Manager; usage: activate ID "
                                 "[as NAME] [called REQUEST] [answering replace|cancel|later]"},
-    {"switch denail error", "\"denail\" is not a switch; there is authorization, denial..."},
-    {"switch denial loud", "\"loud\" is not a value of denial; there is error, silence..."},
-    {"switch denial", "a value of denial is missing; there is error, silence; right would be: switch NAME VALUE"},
-    {"developer maybe", "\"maybe\" is not a mode; there is on, off..."},
-    {"expect", "what may be expected is missing; there is needs, asked, finished, failed, found, nothing..."},
-    {"expect silence", "\"silence\" is not what may be expected; there is needs, asked, finished, failed, found..."},
-    {"expect request com.x", "a stage is missing; there is replacement, user..."},
-    {"expect request com.x asleep", "\"asleep\" is not a stage; there is..."},
-    {"expect copy com.x 1/1 active", "\"active\" is not a state; there is validating, staging, activated waiting..."},
-    {"expect copies com.x 1/1 staging,", "a version is missing..."},
-    {"expect copies com.x 1/1,", "a state is missing..."},
-    {"expect finished 2",
-     "\"2\" is not a result; there is 0, 1; right would be: expect finished 0|1 [to REQUEST] [as NAME]"},
-    {"expect finished -1", "\"-1\" is not a result; there is 0, 1..."},
+    {"switch denail error", "unknown switch \"denail\"; use one of: authorization, denial..."},
+    {"switch denial loud", "unknown value of denial \"loud\"; use one of: error, silence..."},
+    {"switch denial", "missing value of denial; use one of: error, silence; usage: switch NAME VALUE"},
+    {"developer maybe", "unknown mode \"maybe\"; use one of: on, off..."},
+    {"expect", "missing expectation; use one of: needs, asked, finished, failed, found, nothing..."},
+    {"expect silence", "unknown expectation \"silence\"; use one of: needs, asked, finished, failed, found..."},
+    {"expect request com.x", "missing stage; use one of: replacement, user..."},
+    {"expect request com.x asleep", "unknown stage \"asleep\"; use one of..."},
+    {"expect copy com.x 1/1 active", "unknown state \"active\"; use one of: validating, staging, activated waiting..."},
+    {"expect copies com.x 1/1 staging,", "missing version..."},
+    {"expect copies com.x 1/1,", "missing state..."},
+    {"expect finished 2", "unknown result \"2\"; use one of: 0, 1; usage: expect finished 0|1 [to REQUEST] [as NAME]"},
+    {"expect finished -1", "unknown result \"-1\"; use one of: 0, 1..."},
     {"expect found 2105 enabled", "\"2105\" is not a version; an example is 2.1/2105..."},
     {"expect requests -1", "a number of requests is not negative..."},
     {"fault next properties hollow",
-     "\"properties\" is not a kind of request that can be hollow; there is activate, deactivate, any..."},
-    {"fault next deactivate noprompt",
-     "\"deactivate\" is not a kind of request that can be noprompt; there is activate, any..."},
-    {"fault next any",
-     "a fault: a code, after, silent, hollow, noprompt or crash is missing; right would be: fault..."},
-    {"fault next any silent --domain D", "\"--domain\" is too much; right would be: fault next KIND CODE [TEXT]..."},
-    {"applications /A \"\"", "\"\" is not a folder; right would be: applications FOLDER..."},
-    {"fault next any loud", "\"loud\" is not a fault: a code, after, silent, hollow, noprompt or crash..."},
-    {"advance soon", "\"soon\" is not a time; examples are 90s, 5m and 250ms; right would be: advance TIME"},
+     "unknown kind of hollow request \"properties\"; use one of: activate, deactivate, any..."},
+    {"fault next deactivate noprompt", "unknown kind of noprompt request \"deactivate\"; use one of: activate, any..."},
+    {"fault next any", "missing fault; usage: fault..."},
+    {"fault next any silent --domain D", "unexpected option \"--domain\"; usage: fault next KIND CODE [TEXT]..."},
+    {"applications /A \"\"", "\"\" is not a folder; usage: applications FOLDER..."},
+    {"fault next any loud",
+     "unknown fault \"loud\"; use one of: an error code, after, silent, hollow, noprompt, crash..."},
+    {"advance soon", "\"soon\" is not a time; examples: 90s, 5m, 250ms; usage: advance TIME"},
     {"move \"Driver Manager\" to Desktop", "\"Desktop\" is not an absolute path..."},
     {"bundle Other at \"\"", "\"\" is not an absolute path..."},
-    {"carry com 1/1", "\"com\" is not an extension's file name..."},
+    {"carry com 1/1", "\"com\" is not an extension file name..."},
     {"carry com.x.dext 1/1 category cmio", "only a .systemextension has a category..."},
 };
 

@@ -79,7 +79,7 @@ TEST_F(APlayer, EndsAtTheFirstLineThatDoesNotGoAsItSays) {
               (Outcome{1, "", "3: \"expect requests none\": the open requests are: com.kelvra.ip-camera.cmio user\n"}));
     EXPECT_EQ(play("restart\nallow com.kelvra.ip-camera.cmio\n"),
               (Outcome{1, "",
-                       "2: \"allow com.kelvra.ip-camera.cmio\": com.kelvra.ip-camera.cmio: nothing waits for "
+                       "2: \"allow com.kelvra.ip-camera.cmio\": com.kelvra.ip-camera.cmio: no copy is waiting for "
                        "approval\n"}));
     EXPECT_TRUE(leavesNothing());
 }

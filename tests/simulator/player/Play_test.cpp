@@ -119,7 +119,7 @@ const Wrong wrongs[]{
     {waiting, "expect requests 2", requestsThere},
     {waiting, "expect request CAMERA silent", requestsThere},
     {"", "expect request com.x user", "the open requests are: none"},
-    {"", "allow CAMERA", "CAMERA: nothing waits for approval"},
+    {"", "allow CAMERA", "CAMERA: no copy is waiting for approval"},
     {"", "allow com.x", "com.x: no such extension"},
     {"", "answer com.x replace", "no question about com.x is open"},
     {"", "damage com.x.dext", "Driver Manager carries no com.x.dext"},

@@ -88,20 +88,21 @@ TEST_F(Sysextctl, NeedsABusButForHelp) {
 
 TEST_F(Sysextctl, NeedsTheService) {
     control().leave();
-    const Outcome none = failed(1, "the simulated extension service is not running, and nothing here starts it");
+    const Outcome none =
+        failed(1, "the simulated extension service is not running, and the session bus cannot start it");
     EXPECT_EQ(outcomeOf({"list"}), none);
     EXPECT_EQ(outcomeOf({"restart"}), none);
     EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), none);
     EXPECT_EQ(outcomeOf({"watch"}), none);
     bus().makeActivatable(serviceName, "/bin/false");
-    const Outcome dead = failed(1, "the simulated extension service cannot be started; running sysextd shows why");
+    const Outcome dead = failed(1, "the simulated extension service cannot be started; run sysextd to see why");
     EXPECT_EQ(outcomeOf({"list"}), dead);
     EXPECT_EQ(outcomeOf({"wait", camera, "absent"}), dead);
 }
 
 TEST_F(Sysextctl, FailsIfItsOutputCannotBeWritten) {
     Program program{"/bin/sh", {"-c", R"(exec "$0" list > /dev/full)", SYSEXTCTL}, bus().environment()};
-    EXPECT_EQ(program.outcome(), failed(1, "standard output takes no more"));
+    EXPECT_EQ(program.outcome(), failed(1, "cannot write to standard output"));
 }
 
 TEST_F(Sysextctl, WaitsUntilACopyIsInTheState) {
@@ -126,10 +127,10 @@ TEST_F(Sysextctl, WaitsAndWatchesNoLongerWhenTheBusIsGone) {
     ASSERT_TRUE(watching.printed("-\t-\twatching\n"));
     const auto program = waiting();
     bus().stop();
-    EXPECT_EQ(program->outcome(), failed(1, "the bus is gone"));
+    EXPECT_EQ(program->outcome(), failed(1, "the session bus is gone"));
     const Outcome end = watching.outcome();
     EXPECT_EQ(end.code, 1);
-    EXPECT_EQ(end.errors, "sysextctl: the bus is gone\n");
+    EXPECT_EQ(end.errors, "sysextctl: the session bus is gone\n");
 }
 
 TEST_F(Sysextctl, WatchesWhatTheServiceTells) {
@@ -139,14 +140,14 @@ TEST_F(Sysextctl, WatchesWhatTheServiceTells) {
     emit control().Event(0, "", "restart\nnow");
     ASSERT_TRUE(program.printed("now\n"));
     control().leave();
-    ASSERT_TRUE(program.printed("gone\n"));
+    ASSERT_TRUE(program.printed("stopped\n"));
     control().comeBack();
-    ASSERT_TRUE(program.printed("there\n"));
+    ASSERT_TRUE(program.printed("started\n"));
     EXPECT_EQ(program.output(), "-\t-\twatching\n"
                                 "1.500\tcom.kelvra.ip-camera.cmio\tallowed\n"
                                 "0.000\t-\trestart now\n"
-                                "-\t-\tthe service is gone\n"
-                                "-\t-\tthe service is there\n");
+                                "-\t-\tthe service stopped\n"
+                                "-\t-\tthe service started\n");
 }
 
 TEST_F(Sysextctl, WatchesNoLongerWhenNobodyReads) {
@@ -178,7 +179,7 @@ TEST_F(Playing, SaysThatItWentAsItSaysOrWhereItDidNot) {
 }
 
 TEST_F(Playing, EndsWithTwoWhereTheScenarioIsNotUnderstood) {
-    EXPECT_EQ(play("restart\nrestart now\n"), failed(2, "NAME:2: \"now\" is too much; right would be: restart"));
+    EXPECT_EQ(play("restart\nrestart now\n"), failed(2, "NAME:2: unexpected \"now\"; usage: restart"));
     EXPECT_EQ(withoutABus({"play", "/nowhere.scenario"}), failed(2, "/nowhere.scenario: there is no such file"));
     EXPECT_EQ(withoutABus({"play", "/"}), failed(2, "/: it is a folder"));
 }

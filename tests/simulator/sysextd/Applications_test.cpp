@@ -53,7 +53,7 @@ TEST_F(AnApplication, ThatLiesInNoBundleOwnsNoExtension) {
     EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 2.1 2105"), "");
     const auto stray = mac.applicationAt(SUBMIT);
     stray->submit("a", "activation", camera);
-    EXPECT_TRUE(stray->hears("a failed 4 \"The application holds no extension of this identifier.\""));
+    EXPECT_TRUE(stray->hears("a failed 4 \"The application contains no extension with this identifier.\""));
     stray->submit("b", "deactivation", camera);
     EXPECT_TRUE(stray->hears("b failed 4 \"The extension was not found in the application.\""));
     EXPECT_THAT(mac.copies(camera), ElementsAre("2105 enabled"));
@@ -73,7 +73,7 @@ TEST_F(AnApplication, IsFoundWhereItWasMovedWhileItRuns) {
     EXPECT_TRUE(application->hears("b failed 3 \"The application must be in an Applications folder.\""));
     moveTo(mac.applications() + "/Suite.app/Contents/Applications/Driver Manager.app");
     application->submit("c", "activation", camera);
-    EXPECT_TRUE(application->hears("c failed 1 \"The application lies inside another application.\""));
+    EXPECT_TRUE(application->hears("c failed 1 \"The application is inside another application.\""));
     moveTo(mac.applications() + "/Drivers.app");
     application->submit("d", "activation", camera);
     EXPECT_TRUE(application->hears("d needs approval"));
