@@ -68,8 +68,8 @@ std::optional<std::string> contentsOfFile(const std::string& path) {
 
 std::string whyNotRead(const std::string& path) {
     std::error_code error;
-    if (std::filesystem::is_directory(path, error)) return "it is a folder";
-    return std::filesystem::exists(path, error) ? "it cannot be read" : "there is no such file";
+    if (std::filesystem::is_directory(path, error)) return "is a folder";
+    return std::filesystem::exists(path, error) ? "cannot be read" : "no such file";
 }
 
 std::string contentsBeside(const std::string& folder, const std::string& file, const std::string& usage) {
@@ -155,7 +155,7 @@ std::optional<Step> readStep(std::size_t number, std::string_view line, std::set
 } // namespace
 
 Scenario readScenario(std::string_view text, const std::string& name, const std::string& folder) {
-    if (text.find('\0') != std::string_view::npos) throw ScenarioError{name + ": it is no text in UTF-8"};
+    if (text.find('\0') != std::string_view::npos) throw ScenarioError{name + ": not a text in UTF-8"};
     if (text.rfind(byteOrderMark, 0) == 0) text.remove_prefix(byteOrderMark.size());
     Scenario scenario;
     std::set<std::string> applications{sampleName};
@@ -167,15 +167,17 @@ Scenario readScenario(std::string_view text, const std::string& name, const std:
             throw ScenarioError{name + ":" + std::to_string(number) + ": " + problem.what()};
         }
     }
-    if (scenario.empty()) throw ScenarioError{name + ": it has no step"};
+    if (scenario.empty()) throw ScenarioError{name + ": the scenario is empty"};
     return scenario;
 }
 
 Scenario readScenarioFile(const std::string& path) {
-    const auto text = contentsOfFile(path);
-    if (!text) throw ScenarioError{path + ": " + whyNotRead(path)};
+    const bool isInput = path == "-";
+    const std::string name = isInput ? "standard input" : path;
+    const auto text = contentsOfFile(isInput ? "/dev/stdin" : path);
+    if (!text) throw ScenarioError{name + ": " + whyNotRead(path)};
     const auto slash = path.rfind('/');
-    return readScenario(*text, path, slash == std::string::npos ? "." : path.substr(0, slash));
+    return readScenario(*text, name, slash == std::string::npos ? "." : path.substr(0, slash));
 }
 
 std::string grammar() {
@@ -189,7 +191,7 @@ std::string grammar() {
     return lines;
 }
 
-std::optional<Mismatch> play(const Scenario& scenario, Mac& mac) {
+std::optional<Mismatch> play(const Scenario& scenario, Mac& mac, const std::function<void(const Step&)>& begins) {
     std::size_t line = scenario.front().line;
     std::string text = "the sample application";
     try {
@@ -197,6 +199,7 @@ std::optional<Mismatch> play(const Scenario& scenario, Mac& mac) {
         for (const Step& step : scenario) {
             line = step.line;
             text = "\"" + step.text + "\"";
+            if (begins) begins(step);
             step.play(mac);
         }
         text = "no line expects what follows";

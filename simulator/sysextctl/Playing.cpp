@@ -6,8 +6,10 @@
 #include "simulator/sysextctl/Output.h"
 
 #include <QCoreApplication>
-#include <QFile>
 
+#include <algorithm>
+#include <cstdio>
+#include <limits>
 #include <memory>
 
 namespace simulator::ctl {
@@ -15,26 +17,30 @@ namespace simulator::ctl {
 namespace {
 
 constexpr auto beforeTheGrammar =
-    R"(With --bus it is played on a service of its own, with applications as real processes; otherwise in this process. Neither
-touches the Mac that the other verbs are about. It begins with nothing installed and every setting at its default.
+    R"(FILE is a scenario; - is standard input. A scenario that fails does not stop the next one. Each one starts with nothing
+installed and every setting at its default, and affects no other simulated Mac.
+  --bus      plays it on a bus and a service of its own, with real processes; without it, in this process
+  --verbose  prints each step before it is played
+  --tap      prints the results in the Test Anything Protocol, for test harnesses
+Ends with 0 if everything went as expected, 1 if not, and 2 if a scenario cannot be read or understood.
 
-Each line is one of these; # begins a comment, and a word that holds a blank stands in "quotes". NAME is an
-application. Where none is named it is "Driver Manager", which lies in /Applications and carries the drivers
+Each line is one of these; # starts a comment, and a word that contains a blank is in "quotes". NAME is an
+application. The default is "Driver Manager", which is in /Applications and contains the drivers
 com.kelvra.driverkit.base and com.kelvra.driverkit.usb-to-poe and the camera com.kelvra.ip-camera.cmio, each 2.1/2105.
-REQUEST is what "called" called a request, or else its ID. The FILE of "profile" lies beside the scenario; any other
-FILE is an extension in its application, such as com.kelvra.driverkit.base.dext. PATH is one on the simulated disk.
-The first line that does not go as it says ends the scenario; so does an answer that no line expects.
+REQUEST is the name that "called" gave a request, or else its ID. The FILE of "profile" is beside the scenario; any
+other FILE is an extension in its application, such as com.kelvra.driverkit.base.dext. PATH is a path on the simulated
+disk. A scenario ends at the first line that does not match, and at an answer that no line expects.
 
 )";
 
 constexpr auto behindTheGrammar = R"(
 TIME is a number with ms, s, m, h or d; seconds if there is none. LACK is identifier, usage-description or seal.
-CATEGORY is cmio, endpoint_security, network_extension or unknown; a .systemextension alone has one. KIND is activate,
+CATEGORY is cmio, endpoint_security, network_extension or unknown; only a .systemextension has one. KIND is activate,
 deactivate, properties or any. STATE is validating, staging, activated waiting for user, activated enabled, activated
 disabled, terminating for upgrade via delegate, terminating for uninstall or terminated waiting to uninstall on reboot;
-"list" prints it. "sysextctl switch --help" tells of the switches, and "sysextctl fault --help" of what goes wrong.
+"list" prints it. "sysextctl switch --help" explains the switches, and "sysextctl fault --help" the faults.
 
-Example, more of which are in simulator/scenarios:
+Example:
   # The user denies the camera in System Settings.
   activate com.kelvra.ip-camera.cmio
   expect needs approval
@@ -43,27 +49,81 @@ Example, more of which are in simulator/scenarios:
   expect copies com.kelvra.ip-camera.cmio none
 )";
 
-std::unique_ptr<player::Mac> newMac(bool isOnBus) {
-    if (isOnBus) return std::make_unique<player::BusMac>(QCoreApplication::applicationDirPath());
+struct Orders {
+    WordList files;
+    bool isOnBus = false;
+    bool isVerbose = false;
+    bool isTap = false;
+};
+
+/// What came of a scenario: what the program would end with, and one line.
+struct Outcome {
+    int code = exitCode::done;
+    QString line;
+};
+
+std::unique_ptr<player::Mac> newMac(const Orders& orders) {
+    if (orders.isOnBus) return std::make_unique<player::BusMac>(QCoreApplication::applicationDirPath());
     return std::make_unique<player::CoreMac>();
 }
 
-CommandFailure failureOf(const player::Mismatch& mismatch, const QString& file) {
-    const auto where = QStringLiteral("%1:%2: ").arg(file).arg(mismatch.line);
-    return {exitCode::notDone, where + QString::fromStdString(mismatch.text)};
+QString lineAt(const std::string& file, std::size_t line, const std::string& text) {
+    return oneLine(QString::fromStdString(file + ":" + std::to_string(line) + ": " + text));
 }
 
-void playFile(const QString& file, bool isOnBus) {
+Outcome playFile(const std::string& file, const Orders& orders) {
     try {
-        const auto scenario = player::readScenarioFile(QFile::encodeName(file).toStdString());
-        const auto mismatch = player::play(scenario, *newMac(isOnBus));
-        if (mismatch) throw failureOf(*mismatch, file);
-        say(oneLine(QStringLiteral("%1: %2 steps, all as expected").arg(file).arg(scenario.size())) + u'\n');
+        const auto scenario = player::readScenarioFile(file);
+        const auto begins = [&](const player::Step& step) {
+            if (orders.isVerbose) say((orders.isTap ? "# " : "") + lineAt(file, step.line, step.text) + u'\n');
+        };
+        const auto mismatch = player::play(scenario, *newMac(orders), begins);
+        if (mismatch) return {exitCode::notDone, lineAt(file, mismatch->line, mismatch->text)};
+        const std::string steps = std::to_string(scenario.size()) + (scenario.size() == 1 ? " step" : " steps");
+        return {exitCode::done, oneLine(QString::fromStdString(file + ": " + steps + ", all as expected"))};
     } catch (const player::ScenarioError& error) {
-        throw CommandFailure{exitCode::notUnderstood, QString::fromUtf8(error.what())};
+        return {exitCode::notUnderstood, oneLine(QString::fromUtf8(error.what()))};
     } catch (const player::NotDone& problem) {
-        throw CommandFailure{exitCode::notDone, QString::fromUtf8(problem.what())};
+        return {exitCode::notDone, oneLine(QString::fromUtf8(problem.what()))};
     }
+}
+
+// What is printed ----------------------------------------------------------------------------------------------------
+
+/// A test of the Test Anything Protocol; in its name a # would begin a directive.
+QString tapLines(std::size_t number, const std::string& file, Outcome outcome) {
+    const QString name = oneLine(QString::fromStdString(file)).replace(u'\\', "\\\\").replace(u'#', "\\#");
+    const QString test = QStringLiteral("ok %1 - %2\n").arg(number).arg(name);
+    if (outcome.code == exitCode::done) return test;
+    return "not " + test + "  ---\n  message: '" + outcome.line.replace(u'\'', "''") + "'\n  ...\n";
+}
+
+void report(std::size_t number, const Orders& orders, const Outcome& outcome) {
+    if (orders.isTap) return say(tapLines(number, orders.files[number - 1], outcome));
+    if (outcome.code == exitCode::done) return say(outcome.line + u'\n');
+    std::fprintf(stderr, "sysextctl: %s\n", qUtf8Printable(outcome.line));
+}
+
+void playAll(const Orders& orders) {
+    const std::size_t count = orders.files.size();
+    if (orders.isTap) say(QStringLiteral("TAP version 13\n1..%1\n").arg(count));
+    int worst = exitCode::done;
+    std::size_t failed = 0;
+    for (std::size_t number = 1; number <= count; ++number) {
+        const Outcome outcome = playFile(orders.files[number - 1], orders);
+        report(number, orders, outcome);
+        worst = std::max(worst, outcome.code);
+        if (outcome.code != exitCode::done) ++failed;
+    }
+    const auto summary = QStringLiteral("%1 of %2 scenarios went as expected").arg(count - failed).arg(count);
+    if (worst != exitCode::done) throw CommandFailure{worst, summary};
+    if (!orders.isTap) say(summary + u'\n');
+}
+
+void playOne(const Orders& orders) {
+    const Outcome outcome = playFile(orders.files.front(), orders);
+    if (outcome.code != exitCode::done) throw CommandFailure{outcome.code, outcome.line};
+    say(outcome.line + u'\n');
 }
 
 std::string detailsOfPlay() {
@@ -71,16 +131,25 @@ std::string detailsOfPlay() {
 }
 
 Run play(Words& words) {
-    const bool isOnBus = words.takeFlag("--bus");
-    words.expect(1, 1);
-    return [file = words.take("a file"), isOnBus] { playFile(QString::fromStdString(file), isOnBus); };
+    Orders orders;
+    orders.isOnBus = words.takeFlag("--bus");
+    orders.isVerbose = words.takeFlag("--verbose");
+    orders.isTap = words.takeFlag("--tap");
+    words.expect(1, std::numeric_limits<std::size_t>::max());
+    orders.files = words.takeAll();
+    const bool isPlain = orders.files.size() == 1 && !orders.isTap;
+    return [orders, isPlain] { isPlain ? playOne(orders) : playAll(orders); };
 }
 
 } // namespace
 
 Command commandThatPlays() {
-    return {"All of it, from a file", "play", "FILE [--bus]", "plays a scenario on a Mac of its own, or on the service",
-            detailsOfPlay(),          play};
+    return {"All of it, from a file",
+            "play",
+            "FILE... [--bus] [--verbose] [--tap]",
+            "plays scenarios, each on a Mac of its own",
+            detailsOfPlay(),
+            play};
 }
 
 } // namespace simulator::ctl

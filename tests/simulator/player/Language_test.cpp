@@ -201,8 +201,8 @@ TEST(AComplaint, IsMadeOfAProfileThatCannotBeRead) {
 }
 
 TEST(AComplaint, IsMadeOfAScenarioThatIsNone) {
-    EXPECT_EQ(complaintAbout("# nothing\n"), "a.scenario: it has no step");
-    EXPECT_EQ(complaintAbout(std::string_view{"\xFF\xFEr\0e\0", 6}), "a.scenario: it is no text in UTF-8");
+    EXPECT_EQ(complaintAbout("# nothing\n"), "a.scenario: the scenario is empty");
+    EXPECT_EQ(complaintAbout(std::string_view{"\xFF\xFEr\0e\0", 6}), "a.scenario: not a text in UTF-8");
 }
 
 TEST(AComplaint, IsMadeOfAFileThatCannotBeRead) {
@@ -214,9 +214,9 @@ TEST(AComplaint, IsMadeOfAFileThatCannotBeRead) {
         }
         return "none";
     };
-    EXPECT_EQ(complaintAboutFile("/nowhere.scenario"), "/nowhere.scenario: there is no such file");
-    EXPECT_EQ(complaintAboutFile("/"), "/: it is a folder");
-    EXPECT_EQ(complaintAboutFile("/proc/self/mem"), "/proc/self/mem: it cannot be read");
+    EXPECT_EQ(complaintAboutFile("/nowhere.scenario"), "/nowhere.scenario: no such file");
+    EXPECT_EQ(complaintAboutFile("/"), "/: is a folder");
+    EXPECT_EQ(complaintAboutFile("/proc/self/mem"), "/proc/self/mem: cannot be read");
 }
 
 TEST(TheGrammar, HasALineForEachVerbAndEachExpectation) {

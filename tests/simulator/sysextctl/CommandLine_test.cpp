@@ -68,8 +68,8 @@ const Misuse misuses[]{
      "missing time; usage: sysextctl wait ID STATE [--timeout TIME]; see \"sysextctl wait --help\""},
     {"wait x ready", "unknown state \"ready\"; use one of: absent, enabled, waiting, disabled, uninstalling"},
     {"wait x absent --timeout -1", "\"-1\" is not a time; examples: 90s, 5m, 250ms"},
-    {"play", "missing argument; usage: sysextctl play FILE [--bus]; see \"sysextctl play --help\""},
-    {"play a b", "unexpected \"b\"; usage: sysextctl play FILE [--bus]; see \"sysextctl play --help\""},
+    {"play --tap",
+     "missing argument; usage: sysextctl play FILE... [--bus] [--verbose] [--tap]; see \"sysextctl play --help\""},
     {"allow", "missing argument; usage: sysextctl allow ID; see \"sysextctl allow --help\""},
 };
 

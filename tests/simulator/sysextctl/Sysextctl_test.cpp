@@ -157,31 +157,73 @@ TEST_F(Sysextctl, WatchesNoLongerWhenNobodyReads) {
 
 // The verb "play", in this process -----------------------------------------------------------------------------------
 
-/// What comes of playing a scenario of these lines; its name is NAME in what is printed.
+/// Scenarios of these lines, and what comes of playing them; in what is printed, the name of the first one is NAME.
 class Playing : public Sysextctl {
 protected:
-    Outcome play(const QByteArray& text) {
+    Outcome play(const QByteArray& text, const QStringList& options = {}) {
         const auto file = written(text);
-        Outcome outcome = withoutABus({"play", file->fileName()});
-        for (std::string* const printed : {&outcome.output, &outcome.errors}) {
-            const std::string name = file->fileName().toStdString();
-            const auto at = printed->find(name);
-            if (at != std::string::npos) printed->replace(at, name.size(), "NAME");
-        }
+        Outcome outcome = withoutABus(QStringList{"play", file->fileName()} + options);
+        for (std::string* const printed : {&outcome.output, &outcome.errors})
+            *printed = QString::fromStdString(*printed).replace(file->fileName(), "NAME").toStdString();
         return outcome;
     }
+
+    static constexpr auto right = "properties com.x\nexpect found none\n";
+    static constexpr auto wrong = "properties com.x\nexpect found none\nexpect finished 0\nexpect finished 1\n";
 };
 
 TEST_F(Playing, SaysThatItWentAsItSaysOrWhereItDidNot) {
-    EXPECT_EQ(play("properties com.x\nexpect found none\n"), (Outcome{0, "NAME: 2 steps, all as expected\n", ""}));
-    EXPECT_EQ(play("properties com.x\nexpect found none\nexpect finished 0\nexpect finished 1\n"),
-              failed(1, "NAME:3: \"expect finished 0\": Driver Manager heard nothing"));
+    EXPECT_EQ(play(right), (Outcome{0, "NAME: 2 steps, all as expected\n", ""}));
+    EXPECT_EQ(play(wrong), failed(1, "NAME:3: \"expect finished 0\": Driver Manager heard nothing"));
 }
 
 TEST_F(Playing, EndsWithTwoWhereTheScenarioIsNotUnderstood) {
     EXPECT_EQ(play("restart\nrestart now\n"), failed(2, "NAME:2: unexpected \"now\"; usage: restart"));
-    EXPECT_EQ(withoutABus({"play", "/nowhere.scenario"}), failed(2, "/nowhere.scenario: there is no such file"));
-    EXPECT_EQ(withoutABus({"play", "/"}), failed(2, "/: it is a folder"));
+    EXPECT_EQ(withoutABus({"play", "/nowhere.scenario"}), failed(2, "/nowhere.scenario: no such file"));
+    EXPECT_EQ(withoutABus({"play", "/"}), failed(2, "/: is a folder"));
+}
+
+TEST_F(Playing, ReadsStandardInput) {
+    const auto playInput = [this](const QString& lines) {
+        const QString command = QStringLiteral("printf '%1' | \"$0\" play -").arg(lines);
+        return Program{"/bin/sh", {"-c", command, SYSEXTCTL}, bus().environment()}.outcome();
+    };
+    EXPECT_EQ(playInput("reset\n"), (Outcome{0, "-: 1 step, all as expected\n", ""}));
+    EXPECT_EQ(playInput("reset now\n").errors.substr(0, 28), "sysextctl: standard input:1:");
+    EXPECT_EQ(playInput("profile none\n").errors.substr(0, 38), "sysextctl: standard input:1: \"./none\" ");
+}
+
+TEST_F(Playing, PrintsEachStepBeforeItIsPlayed) {
+    EXPECT_EQ(play("reset # now\n\nexpect finished 0\nreset\n", {"--verbose"}),
+              (Outcome{1, "NAME:1: reset\nNAME:3: expect finished 0\n",
+                       "sysextctl: NAME:3: \"expect finished 0\": Driver Manager heard nothing\n"}));
+}
+
+TEST_F(Playing, GoesOnWithTheNextFileAndEndsAsTheWorstOfThem) {
+    const auto other = written(right);
+    const Outcome allWell = play(right, {other->fileName()});
+    EXPECT_EQ(allWell.code, 0);
+    EXPECT_EQ(allWell.output.substr(allWell.output.size() - 35), "\n2 of 2 scenarios went as expected\n");
+    const Outcome oneFailed = play(wrong, {other->fileName()});
+    EXPECT_EQ(oneFailed.code, 1);
+    EXPECT_EQ(oneFailed.output, other->fileName().toStdString() + ": 2 steps, all as expected\n");
+    EXPECT_EQ(oneFailed.errors, "sysextctl: NAME:3: \"expect finished 0\": Driver Manager heard nothing\n"
+                                "sysextctl: 1 of 2 scenarios went as expected\n");
+    EXPECT_EQ(play(wrong, {"/nowhere", other->fileName()}).code, 2);
+}
+
+TEST_F(Playing, PrintsTheResultsForTestHarnesses) {
+    EXPECT_EQ(
+        play(right, {"--tap", "--verbose"}),
+        (Outcome{0, "TAP version 13\n1..1\n# NAME:1: properties com.x\n# NAME:2: expect found none\nok 1 - NAME\n",
+                 ""}));
+    EXPECT_EQ(
+        play("deny 'it's\n", {"--tap", "/a#\\b"}),
+        (Outcome{2,
+                 "TAP version 13\n1..2\n"
+                 "not ok 1 - NAME\n  ---\n  message: 'NAME:1: \"deny ''it''s\": ''it''s: no such extension'\n  ...\n"
+                 "not ok 2 - /a\\#\\\\b\n  ---\n  message: '/a#\\b: no such file'\n  ...\n",
+                 "sysextctl: 0 of 2 scenarios went as expected\n"}));
 }
 
 } // namespace
