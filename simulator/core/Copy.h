@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // What the machine holds: copies of extensions, each of a category and in a state.
 
@@ -46,9 +47,11 @@ struct CopyStateRow {
     CopyState state;
     /// As the list prints it.
     std::string_view text;
-    /// The one word by which scripts name it; several states may share one.
+    /// The one word for it; several states may share one.
     std::string_view condition;
-    /// Whether a properties request reports a copy that stands here, and with which three flags.
+    /// Whether a copy can be put in this state by hand; of the states with one condition, at most one.
+    bool canBeInstalled;
+    /// Whether a properties request reports a copy in this state, and with which three flags.
     bool reported;
     bool isEnabled;
     bool isAwaitingUserApproval;
@@ -60,23 +63,26 @@ struct CopyStateRow {
 
 // clang-format off
 inline constexpr std::array copyStates{
-    //           state                               text                                        condition       reported enabled awaiting uninst  stars
-    CopyStateRow{CopyState::validating,              "validating",                               "preparing",    false,   false,  false,   false,  false, false},
-    CopyStateRow{CopyState::staging,                 "staging",                                  "preparing",    false,   false,  false,   false,  false, false},
-    CopyStateRow{CopyState::waitingForUser,          "activated waiting for user",               "waiting",      true,    false,  true,    false,  false, true},
-    CopyStateRow{CopyState::enabled,                 "activated enabled",                        "enabled",      true,    true,   false,   false,  true,  true},
-    CopyStateRow{CopyState::disabled,                "activated disabled",                       "disabled",     true,    false,  false,   false,  false, false},
-    CopyStateRow{CopyState::terminatingForUpgrade,   "terminating for upgrade via delegate",     "uninstalling", true,    false,  false,   true,   true,  true},
-    CopyStateRow{CopyState::terminatingForUninstall, "terminating for uninstall",                "uninstalling", true,    false,  false,   true,   true,  true},
-    CopyStateRow{CopyState::terminated,              "terminated waiting to uninstall on reboot","uninstalling", true,    false,  false,   true,   false, false},
+    //           state                               text                                        condition       install reported enabled awaiting uninst  stars
+    CopyStateRow{CopyState::validating,              "validating",                               "preparing",    false,  false,   false,  false,   false,  false, false},
+    CopyStateRow{CopyState::staging,                 "staging",                                  "preparing",    false,  false,   false,  false,   false,  false, false},
+    CopyStateRow{CopyState::waitingForUser,          "activated waiting for user",               "waiting",      true,   true,    false,  true,    false,  false, true},
+    CopyStateRow{CopyState::enabled,                 "activated enabled",                        "enabled",      true,   true,    true,   false,   false,  true,  true},
+    CopyStateRow{CopyState::disabled,                "activated disabled",                       "disabled",     true,   true,    false,  false,   false,  false, false},
+    CopyStateRow{CopyState::terminatingForUpgrade,   "terminating for upgrade via delegate",     "uninstalling", false,  true,    false,  false,   true,   true,  true},
+    CopyStateRow{CopyState::terminatingForUninstall, "terminating for uninstall",                "uninstalling", false,  true,    false,  false,   true,   true,  true},
+    CopyStateRow{CopyState::terminated,              "terminated waiting to uninstall on reboot","uninstalling", true,   true,    false,  false,   true,   false, false},
 };
 // clang-format on
 
 const CopyStateRow& describe(CopyState state);
 std::optional<CopyState> copyStateWithText(std::string_view text);
-/// The state in which a copy is put when someone asks for this condition; nothing for an unknown word and for
-/// "preparing", in which no copy stays.
-std::optional<CopyState> stateForCondition(std::string_view condition);
+/// The state in which a copy is put for this condition or text; nothing if there is none.
+std::optional<CopyState> installableState(std::string_view word);
+/// Every word for the states that have this trait, or for all: first the conditions, then the texts.
+std::vector<std::string> wordsForStates(bool CopyStateRow::*trait = nullptr);
+/// The condition of the state with this text; any other word is a condition already.
+std::string_view conditionFor(std::string_view word);
 
 /// Waits for the user's approval.
 bool isWaiting(CopyState state);

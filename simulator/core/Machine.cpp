@@ -155,9 +155,9 @@ void Machine::resetAll() {
 }
 
 /// A copy that is put there takes the place of another as one that was asked for does.
-Verdict Machine::install(const std::string& identifier, const Version& version, const std::string& condition) {
-    const std::optional<CopyState> where = stateForCondition(condition);
-    if (!where) return invalid("unknown state " + inQuotes(condition));
+Verdict Machine::install(const std::string& identifier, const Version& version, const std::string& state) {
+    const std::optional<CopyState> where = installableState(state);
+    if (!where) return invalid("unknown state " + inQuotes(state));
     if (!isPlain(version.shortVersion, limits::version) || !isPlain(version.version, limits::version))
         return invalid("the version is malformed");
     const std::optional<Extension> extension = known(identifier);

@@ -51,7 +51,7 @@ public:
     void restart();
     void reset();
     void resetAll();
-    [[nodiscard]] Verdict install(const std::string& identifier, const Version& version, const std::string& condition);
+    [[nodiscard]] Verdict install(const std::string& identifier, const Version& version, const std::string& state);
     [[nodiscard]] Verdict uninstall(const std::string& team, const std::string& identifier);
     [[nodiscard]] Verdict setApplicationsFolders(std::vector<std::string> folders);
     void setDeveloperMode(bool on);

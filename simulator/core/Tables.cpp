@@ -51,12 +51,25 @@ std::optional<CopyState> copyStateWithText(std::string_view text) {
     return found(copyStates, &CopyStateRow::text, &CopyStateRow::state, text);
 }
 
-std::optional<CopyState> stateForCondition(std::string_view condition) {
-    if (condition == "waiting") return CopyState::waitingForUser;
-    if (condition == "enabled") return CopyState::enabled;
-    if (condition == "disabled") return CopyState::disabled;
-    if (condition == "uninstalling") return CopyState::terminated;
+std::optional<CopyState> installableState(std::string_view word) {
+    for (const CopyStateRow& row : copyStates)
+        if (row.canBeInstalled && (row.condition == word || row.text == word)) return row.state;
     return std::nullopt;
+}
+
+std::vector<std::string> wordsForStates(bool CopyStateRow::*trait) {
+    std::vector<std::string> words;
+    for (const auto text : {&CopyStateRow::condition, &CopyStateRow::text})
+        for (const CopyStateRow& row : copyStates) {
+            const bool isNew = std::find(words.begin(), words.end(), row.*text) == words.end();
+            if (isNew && (!trait || row.*trait)) words.emplace_back(row.*text);
+        }
+    return words;
+}
+
+std::string_view conditionFor(std::string_view word) {
+    const auto state = copyStateWithText(word);
+    return state ? describe(*state).condition : word;
 }
 
 bool isInstalled(CopyState state) {

@@ -9,6 +9,11 @@ namespace simulator {
 
 namespace {
 
+std::string padded(std::string text, std::size_t width) {
+    text.resize(std::max(width, text.size()), ' ');
+    return text;
+}
+
 constexpr std::string_view anIdentifier = "an extension identifier";
 
 Outcome outcomeOf(Verdict verdict) {
@@ -45,9 +50,9 @@ Deed install(Words& words) {
     const std::string identifier = words.take(anIdentifier);
     const std::string shortVersion = words.take("a short version");
     const Version version{shortVersion, words.take("a build")};
-    std::string condition = "enabled";
-    if (!words.isAtEnd()) condition = words.takeOneOf("a state", {"enabled", "waiting", "disabled", "uninstalling"});
-    return [=](Machine& machine) { return outcomeOf(machine.install(identifier, version, condition)); };
+    std::string state = "enabled";
+    if (!words.isAtEnd()) state = words.takePhrase("a state", wordsForStates(&CopyStateRow::canBeInstalled));
+    return [=](Machine& machine) { return outcomeOf(machine.install(identifier, version, state)); };
 }
 
 Deed uninstall(Words& words) {
@@ -149,9 +154,9 @@ Deed setSwitch(Words& words) {
     return [=](Machine& machine) { return outcomeOf(machine.setSwitch(name, value)); };
 }
 
-std::string padded(std::string text, std::size_t width) {
-    text.resize(std::max(width, text.size()), ' ');
-    return text;
+std::string listOfInstallable() {
+    return listOfStates(&CopyStateRow::canBeInstalled) +
+           "Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004 \"activated waiting for user\"\n";
 }
 
 std::string listOfSwitches() {
@@ -301,11 +306,18 @@ never answered. "./run" starts the application again.
 switches stay as they are; with --all only the folders do, and the Mac is as it comes out of the box.
 )",
      reset, "[--all]", Verb::Names::nothing, "--all"},
-    {theMachine, "install", "ID SHORT BUILD [STATE]", "puts a copy there without a request",
-     R"(STATE is enabled (the default; the approval is recorded), waiting, disabled or uninstalling.
-Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004
+    {theMachine,
+     "install",
+     "ID SHORT BUILD [STATE]",
+     "puts a copy there without a request",
+     R"(SHORT and BUILD are the two parts of the version. An enabled or disabled copy is also approved. STATE is one of
+these, in either wording, and enabled if left out:
 )",
-     install, "ID SHORT BUILD [enabled|waiting|disabled|uninstalling]"},
+     install,
+     {},
+     {},
+     {},
+     listOfInstallable},
     {theMachine, "uninstall", "TEAM ID", "removes an extension; TEAM - stands for any",
      R"(TEAM is the ten characters that "list" shows. No application is told, no administrator is asked, and the approval is
 forgotten; the copies go with the next restart.
@@ -365,6 +377,13 @@ std::span<const Verb> verbs() {
 
 std::string detailsOf(const Verb& verb) {
     return std::string{verb.details} + (verb.list ? verb.list() : std::string{});
+}
+
+std::string listOfStates(bool CopyStateRow::*trait) {
+    std::string lines;
+    for (const CopyStateRow& row : copyStates)
+        if (!trait || row.*trait) lines += "  " + padded(std::string{row.condition}, 15) + std::string{row.text} + "\n";
+    return lines;
 }
 
 const Verb* verbNamed(std::string_view word) {

@@ -54,6 +54,8 @@ struct Verb {
 std::span<const Verb> verbs();
 /// Its details, all of them.
 std::string detailsOf(const Verb& verb);
+/// The states that have this trait, or all, each as a line with its two wordings.
+std::string listOfStates(bool CopyStateRow::*trait = nullptr);
 /// Null if there is none.
 const Verb* verbNamed(std::string_view word);
 /// Whether words that can be understood name such a thing.

@@ -116,10 +116,11 @@ void Words::mustTake(std::string_view word) {
     misused("expected " + inQuotes(word) + ", not " + inQuotes(words_[next_].text));
 }
 
-std::string Words::takePhrase(std::string_view what) {
+std::string Words::takePhrase(std::string_view what, const WordList& known) {
     std::string phrase = take(what);
-    while (!isAtEnd() && !isNext(","))
+    while (!isOneOf(known, phrase) && !isAtEnd() && !isNext(","))
         phrase += " " + take(what);
+    if (!isOneOf(known, phrase)) reject(what, phrase, known);
     return phrase;
 }
 

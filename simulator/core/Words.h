@@ -63,8 +63,8 @@ public:
     /// The same; it must be one of these.
     std::string takeOneOf(std::string_view what, const WordList& known);
     void mustTake(std::string_view word);
-    /// All words up to the next comma, with one blank between them.
-    std::string takePhrase(std::string_view what);
+    /// Takes words until, with one blank between them, they are one of these.
+    std::string takePhrase(std::string_view what, const WordList& known);
     std::int64_t takeNumber(std::string_view what);
     /// "90s", as milliseconds.
     std::int64_t takeDuration();

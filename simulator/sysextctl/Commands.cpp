@@ -52,8 +52,9 @@ Run wait(Words& words) {
     wanted.timeout = words.takeDurationOption("--timeout").value_or(30'000);
     words.expect(2, 2);
     wanted.identifier = QString::fromStdString(words.take("an extension identifier"));
-    const WordList states{"absent", "enabled", "waiting", "disabled", "uninstalling"};
-    wanted.condition = QString::fromStdString(words.takeOneOf("a state", states));
+    WordList states = wordsForStates();
+    states.insert(states.begin(), "absent");
+    wanted.state = QString::fromStdString(words.takeOneOf("a state", states));
     return [wanted] { Waiting{sessionBus(), wanted}.run(); };
 }
 
@@ -91,10 +92,9 @@ application, which is the bundle that it came from.
         {head, "requests", "[--json]", "shows what applications have asked and not been told yet", detailsOfRequests,
          requests},
         {head, "wait", "ID STATE [--timeout TIME]", "waits until a copy is in a state",
-         R"(STATE is absent, enabled, waiting, disabled or uninstalling; any copy of ID counts.
-Ends with 1 if that does not happen within TIME (30 s if it is left out), which is a number with ms, s, m, h
-or d; seconds if there is none.
-)",
+         R"(Any copy of ID counts. Exits with 1 if none reaches the state within TIME: a number with ms, s, m, h, or d, in
+seconds without a unit, and 30 s if left out. STATE is absent, which means no copy, or one of these, in either wording:
+)" + listOfStates(),
          wait},
         {head, "watch", "", "prints what happens as it happens, until it is interrupted",
          R"(One line an event, its columns separated by tabs: the reading of the simulated clock in seconds; the extension, or

@@ -58,7 +58,7 @@ Waiting::Waiting(const QDBusConnection& bus, WaitFor wanted) : Listening{bus}, w
 void Waiting::begin() {
     const auto late = QStringLiteral("%1 is not %2 after %3 s");
     QTimer::singleShot(std::chrono::milliseconds{wanted_.timeout}, this, [this, late] {
-        fail({exitCode::notDone, late.arg(wanted_.identifier, wanted_.condition, seconds(wanted_.timeout))});
+        fail({exitCode::notDone, late.arg(wanted_.identifier, wanted_.state, seconds(wanted_.timeout))});
     });
     looking_ = true;
     whenAnswered(control_.ListIdentifiers(), *this, [this](const QDBusPendingReply<QStringList>& answer) {
@@ -81,7 +81,7 @@ void Waiting::read(const QDBusPendingReply<QList<CopyEntry>>& answer) {
     looking_ = false;
     if (answer.isError()) return lookFailed(answer.error());
     failedLooks_ = 0;
-    if (isInCondition(answer.value(), wanted_.identifier, wanted_.condition)) return end();
+    if (isIn(answer.value(), wanted_.identifier, wanted_.state)) return end();
     if (changedMeanwhile_) look();
 }
 

@@ -143,11 +143,12 @@ QList<CopyEntry> copiesOf(const QList<CopyEntry>& copies, const QString& categor
     return chosen;
 }
 
-bool isInCondition(const QList<CopyEntry>& copies, const QString& identifier, const QString& condition) {
+bool isIn(const QList<CopyEntry>& copies, const QString& identifier, const QString& state) {
     const auto ofIdentifier = [&](const CopyEntry& copy) { return copy.identifier == identifier; };
-    if (condition == u"absent") return std::none_of(copies.begin(), copies.end(), ofIdentifier);
-    return std::any_of(copies.begin(), copies.end(),
-                       [&](const CopyEntry& copy) { return ofIdentifier(copy) && copy.condition == condition; });
+    if (state == u"absent") return std::none_of(copies.begin(), copies.end(), ofIdentifier);
+    return std::any_of(copies.begin(), copies.end(), [&](const CopyEntry& copy) {
+        return ofIdentifier(copy) && (copy.condition == state || copy.state == state);
+    });
 }
 
 QString asText(const QList<CopyEntry>& copies) {

@@ -36,9 +36,8 @@ disk. A scenario ends at the first line that does not match, and at an answer th
 constexpr auto behindTheGrammar = R"(
 TIME is a number with ms, s, m, h or d; seconds if there is none. LACK is identifier, usage-description or seal.
 CATEGORY is cmio, endpoint_security, network_extension or unknown; only a .systemextension has one. KIND is activate,
-deactivate, properties or any. STATE is validating, staging, activated waiting for user, activated enabled, activated
-disabled, terminating for upgrade via delegate, terminating for uninstall or terminated waiting to uninstall on reboot;
-"list" prints it. "sysextctl switch --help" explains the switches, and "sysextctl fault --help" the faults.
+deactivate, properties or any. STATE is as "list" prints it, such as activated enabled, or one word, such as enabled;
+"sysextctl wait --help" lists both, "sysextctl switch --help" the switches, and "sysextctl fault --help" the faults.
 
 Example:
   # The user denies the camera in System Settings.

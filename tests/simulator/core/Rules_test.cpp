@@ -145,6 +145,13 @@ install DRIVER 2.1 2105
 deactivate DRIVER
 expect request DRIVER authorization)"},
     // The machine.
+    {"AStateHasAShortAndALongWording", R"(
+install CAMERA 1.0 1000 terminated waiting to uninstall on reboot
+install CAMERA 2.1 2105 activated waiting for user
+expect copies CAMERA 1.0/1000 uninstalling, 2.1/2105 waiting
+expect copy CAMERA 2.1/2105 activated waiting for user
+properties CAMERA called first
+expect found 1.0/1000 terminating for uninstall, 2.1/2105 activated waiting for user to first)"},
     {"WhatIsInstalledOnItsWayOutLeavesTheRestAlone", R"(
 activate CAMERA
 expect needs approval

@@ -83,6 +83,21 @@ TEST(AState, IsToldAndListedAsOnARealMac) {
                      "terminated waiting to uninstall on reboot: uninstalling 1 001 00\n");
 }
 
+TEST(AState, IsInstalledByEitherWordIfACopyStaysInIt) {
+    std::map<std::string_view, std::string_view> installable;
+    for (const CopyStateRow& row : copyStates) {
+        EXPECT_EQ(conditionFor(row.text), row.condition);
+        EXPECT_EQ(conditionFor(row.condition), row.condition);
+        EXPECT_EQ(installableState(row.text), row.canBeInstalled ? std::optional{row.state} : std::nullopt);
+        if (const auto state = installableState(row.condition)) installable[row.condition] = describe(*state).text;
+    }
+    EXPECT_EQ(installable, (std::map<std::string_view, std::string_view>{
+                               {"waiting", "activated waiting for user"},
+                               {"enabled", "activated enabled"},
+                               {"disabled", "activated disabled"},
+                               {"uninstalling", "terminated waiting to uninstall on reboot"}}));
+}
+
 TEST(TheCategories, StandInTheAlphabeticalOrderOfTheirNames) {
     const auto named = [](const char* name) {
         return categoryNamed(std::string{"com.apple.system_extension."} + name);
@@ -239,7 +254,9 @@ const Misuse misuses[]{
     {"allow x y", "unexpected \"y\"; usage: sysextctl allow ID; see \"sysextctl allow --help\""},
     {"restart now", "unexpected \"now\"; usage: sysextctl restart; see \"sysextctl restart --help\""},
     {"install x 2.0", "missing argument..."},
-    {"install x 2.0 2004 absent", "unknown state \"absent\"; use one of: enabled, waiting, disabled, uninstalling"},
+    {"install x 2.0 2004 absent",
+     "unknown state \"absent\"; use one of: waiting, enabled, disabled, uninstalling, activated waiting "
+     "for user, activated enabled, activated disabled, terminated waiting to uninstall on reboot"},
     {"install x 2.0 2004 --quick", "unexpected option \"--quick\"; usage: ..."},
     {"uninstall x", "missing argument..."},
     {"developer maybe", "unknown mode \"maybe\"; use one of: on, off"},

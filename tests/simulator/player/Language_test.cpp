@@ -163,7 +163,7 @@ const Complaint complaints[]{
     {"expect silence", "unknown expectation \"silence\"; use one of: needs, asked, finished, failed, found..."},
     {"expect request com.x", "missing stage; use one of: replacement, user..."},
     {"expect request com.x asleep", "unknown stage \"asleep\"; use one of..."},
-    {"expect copy com.x 1/1 active", "unknown state \"active\"; use one of: validating, staging, activated waiting..."},
+    {"expect copy com.x 1/1 active", "unknown state \"active\"; use one of: preparing, waiting, enabled, disabled..."},
     {"expect copies com.x 1/1 staging,", "missing version..."},
     {"expect copies com.x 1/1,", "missing state..."},
     {"expect finished 2", "unknown result \"2\"; use one of: 0, 1; usage: expect finished 0|1 [to REQUEST] [as NAME]"},

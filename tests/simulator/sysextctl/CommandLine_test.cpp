@@ -11,6 +11,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 #include <QRegularExpression>
 
 #include <gmock/gmock.h>
@@ -42,7 +43,7 @@ std::string complaintAbout(const WordList& words) {
 
 std::string complaintAbout(const QString& line) {
     WordList words;
-    for (const QString& word : line.split(u' ', Qt::SkipEmptyParts))
+    for (const QString& word : QProcess::splitCommand(line))
         words.push_back(word.toStdString());
     return complaintAbout(words);
 }
@@ -66,7 +67,10 @@ const Misuse misuses[]{
     {"wait x", "missing argument; usage: sysextctl wait ID STATE [--timeout TIME]; see \"sysextctl wait --help\""},
     {"wait x absent --timeout",
      "missing time; usage: sysextctl wait ID STATE [--timeout TIME]; see \"sysextctl wait --help\""},
-    {"wait x ready", "unknown state \"ready\"; use one of: absent, enabled, waiting, disabled, uninstalling"},
+    {"wait x ready",
+     "unknown state \"ready\"; use one of: absent, preparing, waiting, enabled, disabled, uninstalling, validating, "
+     "staging, activated waiting for user, activated enabled, activated disabled, terminating for upgrade via "
+     "delegate, terminating for uninstall, terminated waiting to uninstall on reboot"},
     {"wait x absent --timeout -1", "\"-1\" is not a time; examples: 90s, 5m, 250ms"},
     {"play --tap",
      "missing argument; usage: sysextctl play FILE... [--bus] [--verbose] [--tap]; see \"sysextctl play --help\""},
@@ -159,15 +163,17 @@ TEST(TheJsonLists, HaveOneObjectALineWithEveryColumn) {
     EXPECT_EQ(asJson(QList<RequestEntry>{}), "[]\n");
 }
 
-TEST(ACondition, HoldsIfAnyCopyIsInItOrNoneIsThere) {
+TEST(AState, IsReachedIfAnyCopyIsInItByEitherWordOrNoneIsThere) {
     const QList<CopyEntry> copies{copyIn("enabled", camera, "2.0", "2004"), copyIn("waiting")};
-    EXPECT_TRUE(isInCondition(copies, camera, "enabled"));
-    EXPECT_TRUE(isInCondition(copies, camera, "waiting"));
-    EXPECT_FALSE(isInCondition(copies, camera, "disabled"));
-    EXPECT_FALSE(isInCondition(copies, network, "enabled"));
-    EXPECT_TRUE(isInCondition(copies, network, "absent"));
-    EXPECT_FALSE(isInCondition({copyIn("uninstalling")}, camera, "absent"));
-    EXPECT_FALSE(isInCondition({copyIn("preparing")}, camera, "absent"));
+    EXPECT_TRUE(isIn(copies, camera, "enabled"));
+    EXPECT_TRUE(isIn(copies, camera, "waiting"));
+    EXPECT_TRUE(isIn(copies, camera, "activated waiting for user"));
+    EXPECT_FALSE(isIn(copies, camera, "activated disabled"));
+    EXPECT_FALSE(isIn(copies, camera, "disabled"));
+    EXPECT_FALSE(isIn(copies, network, "enabled"));
+    EXPECT_TRUE(isIn(copies, network, "absent"));
+    EXPECT_FALSE(isIn({copyIn("uninstalling")}, camera, "absent"));
+    EXPECT_FALSE(isIn({copyIn("preparing")}, camera, "absent"));
 }
 
 // The help -----------------------------------------------------------------------------------------------------------
@@ -197,9 +203,14 @@ TEST(TheHelp, OfAVerbSaysHowItIsCalledAndWhatItMeans) {
     EXPECT_EQ(helpOf("install"), "usage: sysextctl install ID SHORT BUILD [STATE]\n"
                                  "\n"
                                  "Puts a copy there without a request.\n"
-                                 "STATE is enabled (the default; the approval is recorded), waiting, disabled or "
-                                 "uninstalling.\n"
-                                 "Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004\n");
+                                 "SHORT and BUILD are the two parts of the version. An enabled or disabled copy is "
+                                 "also approved. STATE is one of\nthese, in either wording, and enabled if left out:\n"
+                                 "  waiting        activated waiting for user\n"
+                                 "  enabled        activated enabled\n"
+                                 "  disabled       activated disabled\n"
+                                 "  uninstalling   terminated waiting to uninstall on reboot\n"
+                                 "Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004 \"activated waiting "
+                                 "for user\"\n");
 }
 
 TEST(TheHelp, NamesEachKeyOfTheJson) {
@@ -255,6 +266,17 @@ WordSet wordsFor(const QString& placeholder, const std::string& verb) {
     return wordsIn(sentence.captured(1).simplified().replace(" ,", ","), ", | or ");
 }
 
+/// The states that the help of a verb tabulates, in both wordings.
+WordSet statesIn(const std::string& verb) {
+    WordSet states;
+    for (const auto& line : helpOf(verb).split(u'\n')) {
+        if (!line.startsWith("  ")) continue;
+        states.insert(line.simplified().section(u' ', 0, 0).toStdString());
+        states.insert(line.simplified().section(u' ', 1).toStdString());
+    }
+    return states;
+}
+
 std::string complaintOfAScenario(const QString& line) {
     try {
         player::readScenario(line.toStdString(), "a.scenario", ".");
@@ -278,14 +300,18 @@ WordSet understoodIn(const QString& line, Complain complaintOf) {
 
 TEST(TheHelp, NamesTheWordsThatAreUnderstoodAndNoOthers) {
     const auto typed = [](const QString& line) { return complaintAbout(line); };
-    EXPECT_EQ(wordsFor("STATE", "install"), understoodIn("install com.x 1.0 100 ?", typed));
-    EXPECT_EQ(wordsFor("STATE", "wait"), understoodIn("wait com.x ?", typed));
+    EXPECT_EQ(statesIn("install"), understoodIn("install com.x 1.0 100 \"?\"", typed));
+    WordSet states = statesIn("wait");
+    EXPECT_TRUE(states.insert("absent").second);
+    EXPECT_EQ(states, understoodIn("wait com.x \"?\"", typed));
     EXPECT_EQ(wordsFor("KIND", "fault"), understoodIn("fault next ? silent", typed));
     EXPECT_EQ(wordsFor("LACK", "play"),
               understoodIn("carry com.x.systemextension 1/1 without ?", complaintOfAScenario));
     EXPECT_EQ(wordsFor("CATEGORY", "play"),
               understoodIn("carry com.x.systemextension 1/1 category ?", complaintOfAScenario));
-    EXPECT_EQ(wordsFor("STATE", "play"), understoodIn("expect copy com.x 1/1 ?", complaintOfAScenario));
+    states.erase("absent");
+    EXPECT_EQ(states, understoodIn("expect copy com.x 1/1 ?", complaintOfAScenario));
+    EXPECT_EQ(understoodIn("install com.x 1.0 100 ?", complaintOfAScenario), statesIn("install"));
 }
 
 /// A choice in a line of a scenario, as its grammar writes it, and such a line.
@@ -297,8 +323,6 @@ struct Choice {
 const Choice choices[]{
     {"replace|cancel|later", "activate com.x answering ?"},
     {"replace|cancel", "answer com.x ?"},
-    {"enabled|waiting|disabled|uninstalling", "install com.x 1.0 100 ?"},
-    {"enabled|waiting|disabled|uninstalling", "expect found 1.0/100 ?"},
     {"on|off", "developer ?"},
     {"0|1", "expect finished ?"},
     {"replacement|user|authorization|delayed|silent", "expect request com.x ?"},
