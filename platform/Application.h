@@ -20,7 +20,8 @@ public:
 
 /// Runs the application on the calling thread, which becomes the main thread: opens the one window of `scene`, titled
 /// `title`, shows its content and handles events until the application ends. The delegate outlives the call. Returns
-/// the exit status, 0 after the last window was closed. A signal ends the process as signals do, at any moment.
+/// the exit status, 0 after the last window was closed; on a Mac it does not return, because the system ends the
+/// process itself, with that status. A signal ends the process as signals do, at any moment.
 int runApplication(int argc, char** argv, const char* title, NSApplicationDelegate& delegate,
                    const ui::WindowGroup& scene);
 

@@ -58,14 +58,4 @@ TEST_F(ASealedBundle, CarriesACameraWhoseServiceIsInItsGroup) {
     EXPECT_THAT(camera->machServiceName, testing::StartsWith(*camera->applicationGroups.begin() + "."));
 }
 
-TEST(AFlatDriverInABundle, IsSealedByTheBuild) {
-    const auto read = simulator::RealDisk{}.read(FLAT_APPLICATION);
-    ASSERT_TRUE(read.has_value());
-    ASSERT_EQ(read->extensions.size(), 1U);
-    EXPECT_EQ(read->extensions[0].identifier, "com.kelvra.driverkit.base");
-    EXPECT_EQ(read->extensions[0].team, "KELVRA0001");
-    EXPECT_TRUE(
-        simulator::isAsSealed(FLAT_APPLICATION "/Contents/Library/SystemExtensions/com.kelvra.driverkit.base.dext"));
-}
-
 } // namespace

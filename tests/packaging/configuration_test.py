@@ -107,6 +107,7 @@ class TheConfiguration(unittest.TestCase):
             "CFBundleIconFile": "AppIcon",
             "LSMinimumSystemVersion": "12.0",
             "NSHighResolutionCapable": True,
+            "NSHumanReadableCopyright": "© Kelvra. All rights reserved.",
             "NSPrincipalClass": "NSApplication",
         }
         self.assertEqual(info, {**info, **expected})
