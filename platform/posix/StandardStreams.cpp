@@ -41,7 +41,9 @@ bool takesOutput(const int descriptor, const std::chrono::milliseconds patience)
     do {
         ready = poll(&asked, 1, static_cast<int>(patience.count()));
     } while (ready < 0 && errno == EINTR);
-    return ready == 1 && (asked.revents & POLLOUT) != 0;
+    // Not every system can wait for a terminal. A write that does not wait is tried all the same.
+    const bool isTried = (asked.revents & POLLNVAL) != 0 && (fcntl(descriptor, F_GETFL) & O_NONBLOCK) != 0;
+    return ready == 1 && (isTried || (asked.revents & POLLOUT) != 0);
 }
 
 ssize_t writeOnce(const int descriptor, const std::string_view piece) {

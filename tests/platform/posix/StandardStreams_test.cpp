@@ -4,11 +4,26 @@
 #include "tests/support/Descriptors.h"
 
 #include <cstdio>
+#include <dlfcn.h>
 #include <initializer_list>
 #include <string>
 #include <sys/wait.h>
 #include <termios.h>
 #include <thread>
+
+namespace {
+
+bool pollKnowsTerminals = true;
+
+} // namespace
+
+/// In place of the system's: some versions of macOS cannot wait for a terminal.
+extern "C" int poll(pollfd* const asked, const nfds_t count, const int patience) {
+    static const auto systems = reinterpret_cast<decltype(&poll)>(dlsym(RTLD_NEXT, "poll"));
+    if (pollKnowsTerminals || isatty(asked->fd) == 0) return systems(asked, count, patience);
+    asked->revents = POLLNVAL;
+    return 1;
+}
 
 namespace platform {
 namespace {
@@ -135,6 +150,14 @@ TEST_F(AFullPipe, TakesLinesAgainOnceItIsRead) {
 TEST(ATerminal, TakesLines) {
     const auto terminal = makeTerminal();
     LineWriter{terminal.program.get()}.write("one");
+    EXPECT_EQ(readAvailable(terminal.screen.get()), "one\r\n");
+}
+
+TEST(ATerminal, TakesLinesAlsoWhereTheSystemCannotWaitForIt) {
+    const auto terminal = makeTerminal();
+    pollKnowsTerminals = false;
+    LineWriter{terminal.program.get()}.write("one");
+    pollKnowsTerminals = true;
     EXPECT_EQ(readAvailable(terminal.screen.get()), "one\r\n");
 }
 
