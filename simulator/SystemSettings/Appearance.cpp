@@ -1,10 +1,9 @@
 #include "simulator/SystemSettings/Appearance.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
+#include "simulator/SystemSettings/Accessibility.h"
+
 #include <QApplication>
 #include <QFile>
-#include <QHash>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPalette>
@@ -39,17 +38,6 @@ QString styleSheet() {
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString{};
 }
 
-/// What the toolkit asks for how an object is told; what it is given is its own.
-QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
-    static const QHash<QString, QAccessible::Role> roles{
-        {"window", QAccessible::Window}, {"card", QAccessible::List},      {"item", QAccessible::ListItem},
-        {"sheet", QAccessible::Dialog},  {"line", QAccessible::Separator},
-    };
-    auto* const widget = qobject_cast<QWidget*>(object);
-    const auto role = widget == nullptr ? roles.end() : roles.find(widget->property("role").toString());
-    return role == roles.end() ? nullptr : new QAccessibleWidget{widget, *role};
-}
-
 } // namespace
 
 void useAppearance(QApplication& application) {
@@ -57,7 +45,7 @@ void useAppearance(QApplication& application) {
     QApplication::setPalette(lightPalette());
     QApplication::setFont(typeface());
     application.setStyleSheet(styleSheet());
-    QAccessible::installFactory(interfaceOf);
+    useAccessibility();
 }
 
 void setLook(QWidget& widget, const char* property, const QVariant& value) {

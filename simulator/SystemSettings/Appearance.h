@@ -10,8 +10,8 @@
 class QApplication;
 
 // How System Settings looks, and what its widgets are to assistive technology. Both go by a property of each widget,
-// "role": Appearance.qss holds the look of each role, Appearance.cpp what the toolkit does not know of it. Here are the
-// few widgets that no style sheet makes.
+// "role": Appearance.qss holds the look of each role, Accessibility.cpp what the toolkit does not know of it. Here are
+// the few widgets that no style sheet makes.
 
 namespace simulator::settings {
 
