@@ -2,21 +2,47 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QCheckBox>
 #include <QHash>
 
 namespace simulator::settings {
 
 namespace {
 
+/// A widget of which its role says what else it is.
+class Part : public QAccessibleWidget {
+public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    QAccessible::State state() const override {
+        auto state = QAccessibleWidget::state();
+        const auto* box = qobject_cast<const QCheckBox*>(widget());
+        state.checkable = box != nullptr;
+        state.checked = box != nullptr && box->isChecked();
+        return state;
+    }
+    QStringList actionNames() const override {
+        const auto isSwitch = role() == QAccessible::CheckBox;
+        return (isSwitch ? QStringList{toggleAction(), pressAction()} : QStringList{}) +
+               QAccessibleWidget::actionNames();
+    }
+    /// A switch is clicked, whatever the action. The toolkit's own would turn it without a click.
+    void doAction(const QString& name) override {
+        auto* const box = qobject_cast<QCheckBox*>(widget());
+        if (box == nullptr || name == setFocusAction()) return QAccessibleWidget::doAction(name);
+        box->click();
+    }
+};
+
 /// What the toolkit asks for how an object is told; what it is given is its own.
 QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
     static const QHash<QString, QAccessible::Role> roles{
         {"window", QAccessible::Window}, {"card", QAccessible::List},      {"item", QAccessible::ListItem},
-        {"sheet", QAccessible::Dialog},  {"line", QAccessible::Separator},
+        {"sheet", QAccessible::Dialog},  {"line", QAccessible::Separator}, {"switch", QAccessible::CheckBox},
     };
     auto* const widget = qobject_cast<QWidget*>(object);
     const auto role = widget == nullptr ? roles.end() : roles.find(widget->property("role").toString());
-    return role == roles.end() ? nullptr : new QAccessibleWidget{widget, *role};
+    return role == roles.end() ? nullptr : new Part{widget, *role};
 }
 
 } // namespace

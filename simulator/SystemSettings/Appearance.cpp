@@ -96,6 +96,7 @@ Button::Button(const QString& text, bool leading) : QPushButton{text} {
 }
 
 ToggleSwitch::ToggleSwitch() {
+    setProperty("role", "switch");
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }

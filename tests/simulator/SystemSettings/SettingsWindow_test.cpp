@@ -53,6 +53,7 @@ class SystemSettings : public testing::Test {
 protected:
     ScriptedControl& control() { return control_; }
     ::tests::PrivateBus& bus() { return bus_; }
+    ShownWindow& shown() { return *shown_; }
     settings::SettingsWindow& window() { return shown_->window(); }
 
     /// Shows the window, and waits until it shows what the service listed.
@@ -213,6 +214,14 @@ TEST_F(SystemSettings, TurnsASwitchOnlyWhenTheServiceSaysSo) {
     EXPECT_FALSE(isOn());
     click("Enable Network");
     EXPECT_TRUE(untilDone("enable " + network));
+}
+
+TEST_F(SystemSettings, TakesAToggleOfASwitchByAssistiveTechnologyForAPress) {
+    open(copies("enabled", "enabled"));
+    shown().press("Enable Network", QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(untilDone("disable " + network));
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(named("Enable Network"))->state().checked);
+    EXPECT_EQ(control().deeds().size(), 1);
 }
 
 TEST_F(SystemSettings, AsksFewTimesForManyChanges) {

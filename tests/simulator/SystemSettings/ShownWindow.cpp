@@ -47,10 +47,8 @@ QString ShownWindow::focused() {
     return widget == nullptr ? QString{} : accessibleName(*widget);
 }
 
-void ShownWindow::press(const QString& name) {
-    QAccessible::queryAccessibleInterface(named(name))
-        ->actionInterface()
-        ->doAction(QAccessibleActionInterface::pressAction());
+void ShownWindow::press(const QString& name, const QString& action) {
+    QAccessible::queryAccessibleInterface(named(name))->actionInterface()->doAction(action);
 }
 
 } // namespace simulator::tests

@@ -3,6 +3,7 @@
 #include "simulator/SystemSettings/SettingsWindow.h"
 #include "tests/simulator/support/TestApplication.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -43,7 +44,7 @@ public:
     QString focused();
 
     /// Presses the control as assistive technology does. It must be there.
-    void press(const QString& name);
+    void press(const QString& name, const QString& action = QAccessibleActionInterface::pressAction());
 
     /// Whether it comes about while events are handled; false after as long as a test is willing to wait.
     [[nodiscard]] bool untilShown(const QString& name) {
