@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 #include <QCheckBox>
 #include <QHash>
+#include <QLabel>
 
 namespace simulator::settings {
 
@@ -14,9 +15,14 @@ class Part : public QAccessibleWidget {
 public:
     using QAccessibleWidget::QAccessibleWidget;
 
+    QString text(QAccessible::Text which) const override {
+        const auto* label = qobject_cast<const QLabel*>(widget());
+        return which == QAccessible::Name && label != nullptr ? label->text() : QAccessibleWidget::text(which);
+    }
     QAccessible::State state() const override {
         auto state = QAccessibleWidget::state();
         const auto* box = qobject_cast<const QCheckBox*>(widget());
+        state.modal = role() == QAccessible::Dialog;
         state.checkable = box != nullptr;
         state.checked = box != nullptr && box->isChecked();
         return state;
@@ -37,8 +43,9 @@ public:
 /// What the toolkit asks for how an object is told; what it is given is its own.
 QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
     static const QHash<QString, QAccessible::Role> roles{
-        {"window", QAccessible::Window}, {"card", QAccessible::List},      {"item", QAccessible::ListItem},
-        {"sheet", QAccessible::Dialog},  {"line", QAccessible::Separator}, {"switch", QAccessible::CheckBox},
+        {"window", QAccessible::Window},   {"title", QAccessible::Heading}, {"heading", QAccessible::Heading},
+        {"card", QAccessible::List},       {"item", QAccessible::ListItem}, {"line", QAccessible::Separator},
+        {"switch", QAccessible::CheckBox}, {"sheet", QAccessible::Dialog},  {"notice", QAccessible::Notification},
     };
     auto* const widget = qobject_cast<QWidget*>(object);
     const auto role = widget == nullptr ? roles.end() : roles.find(widget->property("role").toString());
@@ -46,6 +53,15 @@ QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
 }
 
 } // namespace
+
+void setName(QWidget& widget, const QString& name) {
+    if (widget.accessibleName() != name) widget.setAccessibleName(name);
+}
+
+void announce(QWidget& widget) {
+    QAccessibleEvent shown{&widget, QAccessible::ObjectShow};
+    QAccessible::updateAccessibility(&shown);
+}
 
 void useAccessibility() {
     QAccessible::installFactory(interfaceOf);

@@ -68,9 +68,10 @@ QBoxLayout& newColumn(QWidget* widget, const QMargins& margins, int spacing) {
     return layout;
 }
 
-PlainText::PlainText(const char* role, const QString& text) : QLabel{text} {
-    setProperty("role", role);
+PlainText::PlainText(const char* role, const QString& text) {
+    setProperty("role", role); // before assistive technology hears of a text
     setTextFormat(Qt::PlainText);
+    setText(text);
 }
 
 ElidedText::ElidedText(const char* role, Qt::TextElideMode elision) : PlainText{role}, elision_{elision} {

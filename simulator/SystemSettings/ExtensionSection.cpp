@@ -1,5 +1,7 @@
 #include "simulator/SystemSettings/ExtensionSection.h"
 
+#include "simulator/SystemSettings/Accessibility.h"
+
 #include <algorithm>
 
 namespace simulator::settings {
@@ -32,10 +34,10 @@ void ExtensionRow::display(const ExtensionContent& content) {
     identifier_.setText(content.identifier);
     status_.setText(content.status);
     setLook(status_, "condition", content.condition);
-    setAccessibleName(QStringLiteral("%1 %2, %3").arg(content.name, content.version, content.status));
-    allow_.setAccessibleName("Allow " + content.name);
-    deny_.setAccessibleName("Deny " + content.name);
-    toggle_.setAccessibleName("Enable " + content.name);
+    setName(*this, QStringLiteral("%1 %2, %3").arg(content.name, content.version, content.status));
+    setName(allow_, "Allow " + content.name);
+    setName(deny_, "Deny " + content.name);
+    setName(toggle_, "Enable " + content.name);
     offer(content.condition);
 }
 
@@ -92,11 +94,11 @@ ExtensionSection::ExtensionSection(ControlClient& client)
 
 void ExtensionSection::display(const SectionContent& content) {
     title_.setText(content.title);
-    card_.setAccessibleName(content.title);
+    setName(card_, content.title);
     empty_.setText(content.textIfEmpty);
     empty_.setVisible(content.extensions.empty());
     replaceRows(content.extensions);
-    setVisible(!content.extensions.empty() || !content.textIfEmpty.isEmpty());
+    show();
 }
 
 /// What has focus and goes gives it up before the list is hidden: the toolkit would send it on its own way.

@@ -47,7 +47,7 @@ QString nameOf(const QString& identifier, const QList<CopyEntry>& copies) {
 PageContent pageOf(const QList<CopyEntry>& copies) {
     PageContent page{{{"Camera Extensions", "No camera extension is installed.", {}},
                       {"Driver Extensions", "No driver is installed.", {}},
-                      {"Other Extensions", {}, {}}}};
+                      {"Other Extensions", "No other extension is installed.", {}}}};
     auto& [cameras, drivers, others] = page;
     for (const auto& copy : copies) {
         auto& section = isOfCategory(copy, u".cmio")               ? cameras

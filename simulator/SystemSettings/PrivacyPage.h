@@ -30,7 +30,7 @@ struct ExtensionContent {
     bool operator==(const ExtensionContent&) const = default;
 };
 
-/// A list under its title. One that is empty and has no text for that is not shown.
+/// A list under its title, with a text in its place if it is empty.
 struct SectionContent {
     QString title;
     QString textIfEmpty;

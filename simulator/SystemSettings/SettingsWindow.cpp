@@ -1,6 +1,7 @@
 #include "simulator/SystemSettings/SettingsWindow.h"
 
-#include <QAccessible>
+#include "simulator/SystemSettings/Accessibility.h"
+
 #include <QGridLayout>
 #include <QKeyEvent>
 
@@ -40,11 +41,13 @@ NoticeLine::NoticeLine() {
 }
 
 void NoticeLine::tell(const QString& text, bool withStart) {
+    setName(*this, text);
     text_.setText(text);
     start_.setVisible(withStart);
-    show();
-    QAccessibleEvent announcement{&text_, QAccessible::Alert};
-    QAccessible::updateAccessibility(&announcement);
+    if (isHidden())
+        show();
+    else
+        announce(*this);
 }
 
 AuthorizationSheet::AuthorizationSheet(QWidget& window, ControlClient& client) : QWidget{&window} {
@@ -61,8 +64,8 @@ void AuthorizationSheet::ask(const QuestionContent& question) {
     question_ = question;
     text_.setText(sentence(question));
     identifier_.setText(question.identifier);
-    authorize_.setAccessibleName("Authorize " + question.name);
-    refuse_.setAccessibleName("Refuse " + question.name);
+    setName(authorize_, "Authorize " + question.name);
+    setName(refuse_, "Refuse " + question.name);
     show();
     raise();
     authorize_.setFocus();
