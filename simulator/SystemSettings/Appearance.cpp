@@ -17,6 +17,7 @@ namespace {
 
 constexpr QColor ground{243, 243, 245};
 constexpr QColor ink{29, 29, 31};
+constexpr QColor accent{0, 103, 244};
 constexpr QColor grey{142, 142, 147};
 
 QPalette lightPalette() {
@@ -36,6 +37,15 @@ QFont typeface() {
 QString styleSheet() {
     QFile file{QStringLiteral(":/Appearance.qss")};
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString{};
+}
+
+/// The ring that the application draws: as wide, as far off. It runs through the margin of the control.
+void paintFocusRing(QWidget& control, double radius) {
+    if (!control.hasFocus() || !control.isActiveWindow()) return;
+    QPainter painter{&control};
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen{accent, 2});
+    painter.drawRoundedRect(QRectF{control.rect()}.adjusted(1, 1, -1, -1), radius, radius);
 }
 
 } // namespace
@@ -96,10 +106,20 @@ Button::Button(const QString& text, bool leading) : QPushButton{text} {
     setAutoDefault(true);
 }
 
+void Button::paintEvent(QPaintEvent* event) {
+    QPushButton::paintEvent(event);
+    paintFocusRing(*this, 9);
+}
+
 ToggleSwitch::ToggleSwitch() {
     setProperty("role", "switch");
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void ToggleSwitch::paintEvent(QPaintEvent* event) {
+    QCheckBox::paintEvent(event);
+    paintFocusRing(*this, 13);
 }
 
 void ToggleSwitch::keyPressEvent(QKeyEvent* event) {

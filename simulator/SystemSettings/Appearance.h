@@ -48,10 +48,16 @@ private:
     Qt::TextElideMode elision_;
 };
 
+/// Between a control's edge and what is seen of it, all around.
+constexpr int ringMargin = 3;
+
 /// A button that Return presses as Space does, and that a press of the mouse does not give keyboard focus.
 class Button : public QPushButton {
 public:
     explicit Button(const QString& text, bool leading = false);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 };
 
 /// A switch that shows what is, not what was pressed: a press only emits clicked(), and whoever hears it calls
@@ -62,6 +68,7 @@ public:
 
 protected:
     void nextCheckState() override {}
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 };
 

@@ -48,17 +48,18 @@ void ExtensionRow::arrange() {
     icon_.setProperty("role", "icon");
     icon_.setAttribute(Qt::WA_StyledBackground);
     icon_.setFixedSize(32, 32);
-    auto& row = newRow(nullptr, {14, 10, 14, 10}, 10);
+    auto& row = newRow(nullptr, {14, 9, 14 - ringMargin, 9}, 10);
+    row.addStrut(34); // with or without buttons
     auto& whole = newColumn(this, {}, 0);
     whole.addWidget(&line_);
     whole.addLayout(&row);
     row.addWidget(&icon_);
     arrangeTexts(row);
     row.addWidget(&status_);
-    row.addSpacing(4);
-    row.addWidget(&deny_);
-    row.addWidget(&allow_);
-    row.addWidget(&toggle_);
+    auto& controls = newRow(nullptr, {}, 10 - 2 * ringMargin);
+    row.addLayout(&controls);
+    for (QWidget* control : std::initializer_list<QWidget*>{&deny_, &allow_, &toggle_})
+        controls.addWidget(control);
 }
 
 void ExtensionRow::arrangeTexts(QBoxLayout& row) {

@@ -9,7 +9,7 @@ namespace simulator::settings {
 namespace {
 
 QString statusOf(const CopyEntry& copy) {
-    if (copy.condition == u"waiting") return QStringLiteral("Waiting for approval");
+    if (copy.condition == u"waiting") return QStringLiteral("Needs approval");
     if (copy.condition == u"enabled") return QStringLiteral("Enabled");
     if (copy.condition == u"disabled") return QStringLiteral("Disabled");
     if (copy.condition != u"uninstalling") return QStringLiteral("Preparing");

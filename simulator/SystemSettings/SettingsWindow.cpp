@@ -4,6 +4,7 @@
 
 #include <QGridLayout>
 #include <QKeyEvent>
+#include <QScrollBar>
 
 #include <algorithm>
 #include <iterator>
@@ -14,6 +15,9 @@ namespace {
 
 /// Room for a row of every kind and the scroll bar; narrow enough to stand beside the application on a screen of 1024.
 constexpr int widthOfWindow = 564;
+
+/// Between the window's sides and what stands in it.
+constexpr int edge = 24;
 
 bool canHaveFocus(const QPointer<QWidget>& widget) {
     return widget && widget->isVisibleTo(widget->window()) && widget->isEnabled();
@@ -32,7 +36,7 @@ QString sentence(const QuestionContent& question) {
 
 NoticeLine::NoticeLine() {
     setProperty("role", "notice");
-    auto& row = newRow(this, {14, 10, 10, 10}, 6);
+    auto& row = newRow(this, {14, 7, 10 - ringMargin, 7}, 6);
     row.addWidget(&text_, 1);
     row.addWidget(&start_);
     text_.setWordWrap(true);
@@ -92,7 +96,7 @@ void AuthorizationSheet::arrange() {
     card_.setFixedWidth(380);
     text_.setWordWrap(true);
     text_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
-    auto& column = newColumn(&card_, {22, 20, 22, 18}, 8);
+    auto& column = newColumn(&card_, {22, 20, 22, 18 - ringMargin}, 8);
     column.addWidget(&heading_);
     column.addWidget(&text_);
     column.addWidget(&identifier_);
@@ -101,7 +105,7 @@ void AuthorizationSheet::arrange() {
 }
 
 QBoxLayout& AuthorizationSheet::newButtons() {
-    auto& row = newRow(nullptr, {}, 8);
+    auto& row = newRow(nullptr, {0, 0, -ringMargin, 0}, 8 - 2 * ringMargin);
     row.addStretch();
     for (auto* button : {&refuse_, &authorize_}) {
         button->installEventFilter(this);
@@ -125,6 +129,7 @@ void FocusPlace::restore(QWidget& fallback) const {
 
 SettingsWindow::SettingsWindow(const QDBusConnection& bus) : client_{bus} {
     setWindowTitle("System Settings");
+    setWindowIcon(QIcon{":/images/settings.svg"});
     setProperty("role", "window");
     arrange();
     connectClient();
@@ -149,7 +154,7 @@ void SettingsWindow::arrange() {
 
 void SettingsWindow::arrangePage() {
     page_.setProperty("role", "page");
-    auto& column = newColumn(&page_, {24, 22, 24, 22}, 18);
+    auto& column = newColumn(&page_, {edge, 22, edge, 22}, 18);
     column.addWidget(&heading_);
     column.addWidget(&notice_);
     for (auto& section : sections_)
@@ -159,11 +164,15 @@ void SettingsWindow::arrangePage() {
     scroll_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll_.setFocusPolicy(Qt::NoFocus);
     scroll_.setWidget(&page_);
+    const auto* const bar = scroll_.verticalScrollBar();
+    connect(bar, &QScrollBar::rangeChanged, this, [bar, &column](int first, int last) {
+        column.setContentsMargins(edge, 22, first < last ? edge - bar->sizeHint().width() : edge, 22);
+    });
 }
 
 void SettingsWindow::arrangeFooter() {
     footer_.setProperty("role", "footer");
-    auto& row = newRow(&footer_, {24, 12, 24, 12}, 6);
+    auto& row = newRow(&footer_, {edge, 9, edge - ringMargin, 9}, 6);
     row.addWidget(&hint_, 1);
     row.addWidget(&restart_);
 }

@@ -55,7 +55,7 @@ TEST(AnExtensionOnThePage, IsCalledByItsIdentifierIfItHasNoName) {
 
 TEST(AnExtensionOnThePage, SaysHowItStands) {
     EXPECT_EQ(only(copyIn("preparing")).status, "Preparing");
-    EXPECT_EQ(only(copyIn("waiting")).status, "Waiting for approval");
+    EXPECT_EQ(only(copyIn("waiting")).status, "Needs approval");
     EXPECT_EQ(only(copyIn("enabled")).status, "Enabled");
     EXPECT_EQ(only(copyIn("disabled")).status, "Disabled");
     EXPECT_EQ(only(copyIn("uninstalling")).status, "Removed at restart");

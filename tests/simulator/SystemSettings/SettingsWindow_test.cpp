@@ -9,12 +9,15 @@
 #include <QAccessible>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QToolTip>
 #include <QtTest>
 
 #include <algorithm>
 #include <array>
 #include <csignal>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace simulator::tests {
@@ -96,6 +99,20 @@ protected:
                               [&text](const QLabel* label) { return label->text().contains(text); });
     }
 
+    /// How far the right edge of what is seen of a widget is from that of the window.
+    int roomBeside(const QWidget& widget, int margin = 0) {
+        return window().width() - widget.mapTo(&window(), QPoint{widget.width(), 0}).x() + margin;
+    }
+
+    /// That of each card and notice that is shown, and of the button Restart.
+    std::set<int> roomsBeside() {
+        std::set<int> rooms{roomBeside(*named("Restart"), settings::ringMargin)};
+        for (const auto* frame : window().findChildren<QFrame*>())
+            if (frame->isVisible() && QStringList{"card", "notice"}.contains(frame->property("role")))
+                rooms.insert(roomBeside(*frame));
+        return rooms;
+    }
+
     /// Whether the control is cut off at the window's right or lower edge.
     bool reachesBeyond(const QString& name) {
         const auto* control = named(name);
@@ -123,8 +140,8 @@ private:
 TEST_F(SystemSettings, SaysWhatIsThereAndHowItStands) {
     open(copies("waiting", "enabled") << removedNetwork());
     EXPECT_EQ(texts(), (QStringList{"Privacy & Security", "Camera Extensions", "Camera", "2.1/2105", camera,
-                                    "Waiting for approval", "Driver Extensions", "Network", "2.1/2105", network,
-                                    "Enabled", "Network", "2.0/2004", network, "Removed at restart", "Other Extensions",
+                                    "Needs approval", "Driver Extensions", "Network", "2.1/2105", network, "Enabled",
+                                    "Network", "2.0/2004", network, "Removed at restart", "Other Extensions",
                                     "No other extension is installed.", "A restart ends every application."}));
 }
 
@@ -158,7 +175,7 @@ TEST_F(SystemSettings, OffersAllowAndDenyForWhatWaitsAndASwitchForWhatWasApprove
 
 TEST_F(SystemSettings, ShowsByColorsHowAnExtensionStands) {
     open(copies("waiting"));
-    auto& status = labelWith("Waiting for approval");
+    auto& status = labelWith("Needs approval");
     const auto dot = [&status] { return colorAt(status, {4, status.height() / 2}); };
     const auto leftInSwitch = [this] { return colorAt(*named("Enable Camera"), {12, 14}); };
     EXPECT_EQ(dot(), QColor(224, 124, 0));
@@ -303,6 +320,59 @@ TEST_F(SystemSettings, CutsNothingOffHoweverNarrowItIsMade) {
     ASSERT_TRUE(until([&] { return window().height() == window().minimumHeight(); }));
     EXPECT_FALSE(reachesBeyond("Allow Camera"));
     EXPECT_FALSE(reachesBeyond("Enable Network"));
+}
+
+TEST_F(SystemSettings, ShowsTheIdentifierOfADriverInFullAtItsFirstSize) {
+    open(copies({}, "waiting"));
+    const auto& identifier = labelWith(network);
+    EXPECT_GE(identifier.width(), identifier.sizeHint().width());
+}
+
+TEST_F(SystemSettings, EndsItsPartsAtOneEdgeWithAScrollBarAndWithout) {
+    open(copies("waiting"));
+    control().refuse("allow", "NotPermitted", "the profile forbids it");
+    press("Allow Camera");
+    ASSERT_TRUE(untilSaid("the profile forbids it"));
+    const auto* const bar = window().findChild<QScrollArea*>()->verticalScrollBar();
+    window().resize(window().width(), 600);
+    ASSERT_TRUE(until([bar] { return !bar->isVisible(); }));
+    EXPECT_EQ(roomsBeside(), std::set{24});
+    window().resize(window().minimumSize());
+    ASSERT_TRUE(until([bar] { return bar->isVisible(); }));
+    EXPECT_EQ(roomsBeside(), std::set{24});
+}
+
+TEST_F(SystemSettings, ShowsWhatItCutsOffInAToolTipThatCanBeRead) {
+    const QString version(400, u'1');
+    open({copyIn("waiting", camera, "2.1", version)});
+    auto& label = labelWith(version);
+    label.grab();
+    QHelpEvent wish{QEvent::ToolTip, {1, 1}, label.mapToGlobal(QPoint{1, 1})};
+    QApplication::sendEvent(&label, &wish);
+    ASSERT_EQ(QToolTip::text(), "2.1/" + version);
+    const auto windows = QApplication::topLevelWidgets();
+    const auto tip = std::find_if(windows.begin(), windows.end(), [](auto* one) { return one->inherits("QTipLabel"); });
+    EXPECT_EQ(colorAt(**tip, {3, 3}), QColor(Qt::white));
+    EXPECT_EQ((*tip)->palette().color(QPalette::WindowText), QColor(29, 29, 31));
+}
+
+TEST_F(SystemSettings, DrawsAFocusRingLikeTheApplications) {
+    open(copies({}, "enabled"));
+    for (const QString name : {"Enable Network", "Restart"}) {
+        auto& control = *named(name);
+        const auto ring = [&control] { return colorAt(control, {1, control.height() / 2}); };
+        EXPECT_NE(ring(), QColor(0, 103, 244));
+        control.setFocus();
+        EXPECT_EQ(ring(), QColor(0, 103, 244));
+        EXPECT_NE(colorAt(control, {2, control.height() / 2}), QColor(0, 103, 244)) << "the gap";
+    }
+}
+
+TEST_F(SystemSettings, HasAnIconOfItsOwn) {
+    open();
+    const auto icon = window().windowIcon().pixmap(32, 32).toImage();
+    EXPECT_EQ(icon.pixelColor(16, 9), QColor(Qt::white));
+    EXPECT_EQ(icon.pixelColor(0, 0).alpha(), 0);
 }
 
 TEST_F(SystemSettings, CutsNoControlOffHoweverLongAVersionIs) {
