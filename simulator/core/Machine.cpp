@@ -24,7 +24,8 @@ void Machine::tell(const std::string& identifier, const std::string& text) {
 }
 
 Refusal Machine::nothingOf(const std::string& identifier, const std::string& what) const {
-    if (!isPlain(identifier, limits::identifier)) return invalid("the identifier is malformed");
+    const bool isWellFormed = !identifier.empty() && isPlain(identifier, limits::identifier);
+    if (!isWellFormed) return invalid("the identifier is malformed");
     if (!known(identifier)) return {Refusal::Kind::unknownIdentifier, identifier + ": no such extension"};
     return {Refusal::Kind::nothingWaiting, identifier + ": " + what};
 }
@@ -158,8 +159,8 @@ void Machine::resetAll() {
 Verdict Machine::install(const std::string& identifier, const Version& version, const std::string& state) {
     const std::optional<CopyState> where = installableState(state);
     if (!where) return invalid("unknown state " + inQuotes(state));
-    if (!isPlain(version.shortVersion, limits::version) || !isPlain(version.version, limits::version))
-        return invalid("the version is malformed");
+    for (const std::string& part : {version.shortVersion, version.version})
+        if (part.empty() || !isPlain(part, limits::version)) return invalid("the version is empty or malformed");
     const std::optional<Extension> extension = known(identifier);
     if (!extension) return nothingOf(identifier, {});
     if (*where == CopyState::enabled)

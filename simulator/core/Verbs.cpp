@@ -197,12 +197,23 @@ std::optional<RequestKind> requestFor(const std::string& word) {
         ->kind;
 }
 
+/// No error has the code 0, and no error of the system's own domain a negative one.
+std::int64_t takeCode(Words& words, const std::string& domain) {
+    const std::string word = words.take("a fault");
+    if (word.empty() || word.find_first_not_of("+-0123456789") != std::string::npos)
+        words.reject("a fault", word, {"an error code", "after", "silent", "hollow", "noprompt", "crash"});
+    const std::int64_t code = numberIn(word).value_or(0);
+    const bool isPossible = code > 0 || (code < 0 && domain != extensionErrorDomain);
+    if (!isPossible)
+        words.fail(inQuotes(word) + " is not an error code; use 1 to 9223372036854775807, or in another domain a "
+                                    "negative number");
+    return code;
+}
+
 Failure takeFailure(Words& words, const std::string& domain) {
-    const std::string code = words.take("a fault");
-    const auto number = numberIn(code);
-    if (!number) words.reject("a fault", code, {"an error code", "after", "silent", "hollow", "noprompt", "crash"});
     const std::string where = domain.empty() ? std::string{extensionErrorDomain} : domain;
-    return {where, *number, words.isAtEnd() ? std::string{} : words.take("a description")};
+    const std::int64_t code = takeCode(words, where);
+    return {where, code, words.isAtEnd() ? std::string{} : words.take("a description")};
 }
 
 /// What takes no more than its name, or "after" and a time.

@@ -51,7 +51,15 @@ Words::Words(std::vector<Word> words, std::string usage, std::string help, Writt
 // Options ------------------------------------------------------------------------------------------------------------
 
 bool Words::takeFlag(std::string_view name) {
-    return std::erase_if(words_, [&](const Word& word) { return !word.isQuoted && word.text == name; }) > 0;
+    const auto flag = find(name);
+    if (flag == words_.end()) return false;
+    words_.erase(flag);
+    return true;
+}
+
+std::vector<Word>::iterator Words::find(std::string_view option) {
+    return std::find_if(words_.begin(), words_.end(),
+                        [&](const Word& word) { return !word.isQuoted && word.text == option; });
 }
 
 std::optional<std::string> Words::takeOption(const std::string& name, const std::string& what) {
@@ -63,8 +71,7 @@ std::optional<std::string> Words::takeOption(const std::string& name, const std:
         words_.erase(word);
         return value;
     }
-    const auto option = std::find_if(words_.begin(), words_.end(),
-                                     [&](const Word& word) { return !word.isQuoted && word.text == name; });
+    const auto option = find(name);
     if (option == words_.end()) return std::nullopt;
     if (option + 1 == words_.end()) missing(what);
     const std::string value = (option + 1)->text;

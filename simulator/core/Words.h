@@ -85,6 +85,7 @@ public:
     [[noreturn]] void reject(std::string_view what, std::string_view word, const WordList& known) const;
 
 private:
+    std::vector<Word>::iterator find(std::string_view option);
     bool isNext(std::string_view word) const;
     [[noreturn]] void missing(const std::string& what, const WordList& known = {}) const;
     std::int64_t durationIn(const std::string& word) const;

@@ -111,7 +111,8 @@ std::string contentsOf(const std::string& path) {
     const auto name = QString::fromStdString(path);
     QFile file{name};
     if (!file.open(QIODevice::ReadOnly))
-        throw CommandFailure{exitCode::notDone, QStringLiteral("cannot read %1: %2").arg(name, file.errorString())};
+        throw CommandFailure{exitCode::notUnderstood,
+                             QStringLiteral("cannot read %1: %2").arg(name, file.errorString())};
     const auto contents = file.read(limits::profile + 1).toStdString();
     if (contents.empty() || contents.size() > limits::profile)
         throw CommandFailure{exitCode::notUnderstood, QStringLiteral("%1 is not a profile").arg(name)};
@@ -119,7 +120,9 @@ std::string contentsOf(const std::string& path) {
 }
 
 std::string absolute(const std::string& folder) {
-    return QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(folder))).toStdString();
+    const QString path = QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(folder)));
+    if (!QDir{path}.exists()) throw CommandFailure{exitCode::notUnderstood, path + ": no such folder"};
+    return path.toStdString();
 }
 
 /// What is typed, as it is said to the machine: with what is in a file, and where folders lie.
@@ -180,8 +183,11 @@ Five minutes: press Activate in the application; then
   sysextctl restart                               ends the application; what was deferred happens
   sysextctl reset                                 begins anew
 
-Ends with 0 if it was done, 1 if it was not (nothing waits, not reached, no service), and 2 if the verb, a
-state, an identifier or another argument is unknown; what went wrong is one line on standard error.
+Exit status, with one line on standard error unless it is 0:
+  0  done
+  1  understood, but not done: nothing to allow or deny, a state not reached, no service
+  2  not understood: an unknown verb, identifier, state, or option; a missing or superfluous argument; a file or
+     folder that does not exist
 )";
 
 std::string lineOf(const Command& command) {

@@ -147,15 +147,17 @@ TEST_F(AMachineThatRefuses, TakesNoProfileThatIsTooLongOrMalformed) {
     EXPECT_FALSE(machine().state().settings.profile.allowsUserOverrides);
 }
 
-TEST_F(AMachineThatRefuses, InstallsNoVersionThatIsTooLongOrMalformed) {
+TEST_F(AMachineThatRefuses, InstallsNoVersionThatIsEmptyTooLongOrMalformed) {
     const auto install = [&](const std::string& shortVersion, const std::string& version) {
         return textOf(machine().install(camera, {shortVersion, version}, "enabled"));
     };
-    const std::string malformed = "invalid argument: the version is malformed";
+    const std::string malformed = "invalid argument: the version is empty or malformed";
     EXPECT_EQ(install("1\n", "1"), malformed);
     EXPECT_EQ(install("1", "1\n"), malformed);
     EXPECT_EQ(install("1", std::string(4097, '1')), malformed);
-    EXPECT_EQ(install(std::string(4096, '1'), ""), "done");
+    EXPECT_EQ(install("", "1"), malformed);
+    EXPECT_EQ(install("1", ""), malformed);
+    EXPECT_EQ(install(std::string(4096, '1'), "1"), "done");
     EXPECT_EQ(textOf(machine().install(camera, {"1", "1"}, "preparing")),
               "invalid argument: unknown state \"preparing\"");
 }
@@ -176,7 +178,7 @@ TEST_F(AMachineThatRefuses, SaysWhyThereIsNothingToDoToAnExtension) {
         };
         EXPECT_EQ(said(camera), "nothing waiting: com.kelvra.ip-camera.cmio: " + reason);
         EXPECT_EQ(said("com.example.unknown"), "unknown identifier: com.example.unknown: no such extension");
-        EXPECT_EQ(said(""), "unknown identifier: : no such extension");
+        EXPECT_EQ(said(""), "invalid argument: the identifier is malformed");
         EXPECT_EQ(said(std::string(256, 'a')), "invalid argument: the identifier is malformed");
     }
 }

@@ -229,6 +229,8 @@ TEST_F(AVerb, OfAFaultOrdersWhatItSays) {
     EXPECT_EQ(ordered("properties crash"), fault(Fault::Kind::crash, RequestKind::properties));
     EXPECT_EQ(ordered("deactivate after 90s"), (Fault{Fault::Kind::delay, RequestKind::deactivation, {}, 90'000}));
     EXPECT_EQ(ordered("any 8"), (Fault{Fault::Kind::error, {}, {domain, 8, ""}, 0}));
+    EXPECT_EQ(ordered("any 99"), (Fault{Fault::Kind::error, {}, {domain, 99, ""}, 0}));
+    EXPECT_EQ(ordered("any 9223372036854775807").failure.code, std::numeric_limits<std::int64_t>::max());
     EXPECT_EQ(ordered("any 8 broken"), (Fault{Fault::Kind::error, {}, {domain, 8, "broken"}, 0}));
     EXPECT_EQ(ordered("any -4 text --domain D"), (Fault{Fault::Kind::error, {}, {"D", -4, "text"}, 0}));
     EXPECT_EQ(ordered("any --domain=D 1"), (Fault{Fault::Kind::error, {}, {"D", 1, ""}, 0}));
@@ -261,6 +263,7 @@ const Misuse misuses[]{
     {"uninstall x", "missing argument..."},
     {"developer maybe", "unknown mode \"maybe\"; use one of: on, off"},
     {"profile --remove x", "unexpected \"x\"; usage: sysextctl profile..."},
+    {"profile --remove --remove", "unexpected option \"--remove\"; usage: ..."},
     {"advance soon", "\"soon\" is not a time; examples: 90s, 5m, 250ms"},
     {"advance", "missing argument..."},
     {"switch denail loud", "unknown switch \"denail\"; use one of: authorization, denial, driver, properties, refusal, "
@@ -273,6 +276,12 @@ const Misuse misuses[]{
     {"fault next any silent x", "unexpected \"x\"; usage: ..."},
     {"fault next any after", "missing argument; usage: ..."},
     {"fault next any silent --domain D", "unexpected option \"--domain\"; usage: ..."},
+    {"fault next any 8 text more", "unexpected \"more\"; usage: ..."},
+    {"fault next any 0",
+     "\"0\" is not an error code; use 1 to 9223372036854775807, or in another domain a negative number"},
+    {"fault next any 0 --domain D", "\"0\" is not an error code..."},
+    {"fault next any -4", "\"-4\" is not an error code..."},
+    {"fault next any 9223372036854775808", "\"9223372036854775808\" is not an error code..."},
     {"fault next any 8 --domain", "missing domain; usage: ..."},
     {"fault next query silent", "unknown kind of request \"query\"; use one of: activate, deactivate, properties, any"},
     {"fault next any 8x", "unknown fault \"8x\"; use one of: an error code, after, silent, hollow, noprompt, crash"},

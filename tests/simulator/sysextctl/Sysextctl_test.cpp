@@ -48,10 +48,10 @@ private:
 TEST_F(Sysextctl, HasTheServiceDoWhatWasTypedAndSaysNothing) {
     EXPECT_EQ(outcomeOf({"allow", camera}), silence);
     EXPECT_EQ(outcomeOf({"fault", "next", "any", "28", "no space left", "--domain", "D"}), silence);
-    EXPECT_EQ(outcomeOf({"applications", "/a b/c/", "d"}), silence);
+    EXPECT_EQ(outcomeOf({"applications", "/usr/../usr/bin/", "."}), silence);
     EXPECT_EQ(control().deeds(),
               (QStringList{"allow com.kelvra.ip-camera.cmio", "fault next any 28 no space left --domain D",
-                           "applications /a b/c " + QDir::current().absoluteFilePath("d")}));
+                           "applications /usr/bin " + QDir::currentPath()}));
 }
 
 TEST_F(Sysextctl, EndsAsTheServiceRefuses) {
@@ -72,7 +72,8 @@ TEST_F(Sysextctl, CallsNobodyWhereItDoesNotUnderstand) {
     EXPECT_EQ(outcomeOf({"frobnicate"}),
               failed(2, "unknown verb \"frobnicate\"; \"sysextctl --help\" lists the verbs"));
     EXPECT_EQ(outcomeOf({"allow"}).code, 2);
-    EXPECT_EQ(outcomeOf({"profile", "/nonexistent"}), failed(1, "cannot read /nonexistent: No such file or directory"));
+    EXPECT_EQ(outcomeOf({"profile", "/nonexistent"}), failed(2, "cannot read /nonexistent: No such file or directory"));
+    EXPECT_EQ(outcomeOf({"applications", "/", "/nonexistent"}), failed(2, "/nonexistent: no such folder"));
     EXPECT_EQ(control().deeds(), QStringList{});
 }
 
