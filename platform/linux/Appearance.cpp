@@ -24,7 +24,7 @@ QPalette lightPalette() {
     return palette;
 }
 
-/// Letters that are typed choose the item of a menu that they begin.
+/// Typing selects the menu item that starts with the typed letters.
 class Style : public QProxyStyle {
 public:
     Style() : QProxyStyle{QStringLiteral("Fusion")} {}

@@ -9,23 +9,20 @@
 
 class QWidget;
 
-// How things look: what a scene says, in Qt's words, and what it does not say.
-
 namespace platform {
 
-/// What has keyboard focus, and what is chosen in a menu.
+/// The color of the focus ring and of the selected menu item.
 inline constexpr QColor accentColor{0, 103, 244};
 
-/// Components outside 0 to 1 become the nearest that can be shown.
+/// Clamps each component to 0 to 1.
 QColor toQColor(const ui::Color& color);
-/// Inter, sized in device-independent pixels whatever the desktop's resolution is said to be. Unhinted across, so that
-/// a text is as wide when painted as it was measured, at any scale.
+/// Inter, sized in device-independent pixels. Without horizontal hinting, so that text is painted as wide as measured.
 QFont toQFont(ui::Font font);
 QRectF toQRectF(const ui::Rect& rect);
 
-/// One style for every application that is made after the call, whatever the desktop's is.
+/// Sets one style, whatever the desktop's is. Call it before the QApplication is created.
 void chooseStyle();
-/// Light colors and the body font for a top-level widget and what is in it, whatever the desktop's are.
+/// Gives a top-level widget and its children light colors and the body font, whatever the desktop's are.
 void useLightAppearance(QWidget& widget);
 
 } // namespace platform

@@ -17,7 +17,7 @@ namespace platform {
 
 namespace {
 
-/// Work that is posted to the main loop runs after what is going on has returned, and after what was posted before.
+/// The main loop runs it after the current event, and after work posted earlier.
 void atEndOfTurn(std::function<void()> work) {
     QMetaObject::invokeMethod(qApp, std::move(work), Qt::QueuedConnection);
 }
@@ -46,7 +46,7 @@ int runApplication(int argc, char** argv, const char* title, NSApplicationDelega
                    const ui::WindowGroup& scene) {
     prepareStandardStreams();
     chooseStyle();
-    // The application takes nothing on its command line, nor does the toolkit on its behalf.
+    // Neither the application nor Qt takes command-line arguments.
     int nameOnly = std::min(argc, 1);
     QApplication application{nameOnly, argv};
     quitAfterLastWindow(application, delegate);

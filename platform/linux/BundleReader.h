@@ -6,12 +6,10 @@
 
 namespace platform {
 
-/// Reads the bundle at this path, the folder that holds "Contents". Never throws: what is wrong with its Info.plist
-/// stands in infoProblem().
+/// Reads the bundle at this path. Never throws: infoProblem() says what is wrong with the Info.plist.
 NSBundle readBundle(const std::filesystem::path& bundle);
 
-/// The bundle that holds this executable: <bundle>/Contents/MacOS/<executable>. An executable that lies elsewhere gets
-/// a bundle without a dictionary.
+/// The bundle of <bundle>/Contents/MacOS/<executable>; without a dictionary if the executable is elsewhere.
 NSBundle readBundleOfExecutable(const std::filesystem::path& executable);
 
 } // namespace platform

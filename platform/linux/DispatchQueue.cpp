@@ -7,9 +7,8 @@
 namespace platform {
 
 void DispatchQueue::async(std::function<void()> work) const {
-    if (auto* const application = QCoreApplication::instance()) {
-        QMetaObject::invokeMethod(application, std::move(work), Qt::QueuedConnection);
-    }
+    auto* const application = QCoreApplication::instance();
+    if (application) QMetaObject::invokeMethod(application, std::move(work), Qt::QueuedConnection);
 }
 
 } // namespace platform

@@ -7,7 +7,7 @@ namespace platform {
 
 namespace {
 
-/// The window shows a handful of images; more than this many are leftovers of other sizes.
+/// The window shows only a few images; beyond this number, most are of sizes no longer in use.
 constexpr std::size_t mostRendered = 64;
 
 bool isSymbol(const ui::ImageReference& image) {

@@ -14,16 +14,15 @@
 
 namespace platform {
 
-/// The images of the main bundle: drawings, rendered for the pixels that they are to fill. Symbols of the system come
-/// from there too. A missing or unreadable image is none. Main thread only.
+/// The SVG images of the main bundle, system symbols included, rendered in pixels. Main thread only.
 class ImageStore {
 public:
     /// `folder` holds `<name>.svg` for each image.
     explicit ImageStore(QString folder);
 
-    /// The image's own size in points; nothing by nothing if it is missing.
+    /// The image's own size in points; 0 by 0 if the image is missing or unreadable.
     QSizeF size(const ui::ImageReference& image) const;
-    /// The image stretched to `pixels`, a symbol in `tint`; null if it is missing.
+    /// The image stretched to `pixels`, a symbol in `tint`; null if the image is missing or unreadable.
     QImage image(const ui::ImageReference& image, QSize pixels, const QColor& tint) const;
 
 private:

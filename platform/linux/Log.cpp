@@ -8,12 +8,12 @@ namespace platform {
 
 namespace {
 
-/// A control character from 0x80 to 0x9F, which UTF-8 leads in by a byte of its own.
+/// A control character from U+0080 to U+009F, two bytes in UTF-8.
 bool isUpperControl(const std::string_view rest) {
     return rest.size() > 1 && rest[0] == '\xC2' && (static_cast<unsigned char>(rest[1]) & 0xE0U) == 0x80;
 }
 
-/// A call is a line: what would break it, or reach a terminal as a command, is written out.
+/// Escapes line breaks and control characters: a call is one line, and a terminal must not take it as a command.
 std::string escaped(const std::string_view text) {
     constexpr const char* digits = "0123456789abcdef";
     std::string line;

@@ -31,7 +31,7 @@ MainWindow::MainWindow(const QString& title, const ImageStore& images)
       canvas_{*this, images} {
     setWindowTitle(title);
     setWindowIcon(applicationIcon(images));
-    // Focus that is on no control rests on the window, which has a name. Keys never lead to it.
+    // When no control has focus, the window has it, because it has a name. Tab never moves focus to it.
     setFocus();
     create();
     windowHandle()->installEventFilter(this);
@@ -42,7 +42,7 @@ bool MainWindow::focusNextPrevChild(const bool next) {
 }
 
 bool MainWindow::eventFilter(QObject* object, QEvent* event) {
-    // Below a menu of its own the window stays active. Told of these, assistive technology would repeat its title.
+    // The window stays active while its menu is open; on these events, a screen reader would repeat its title.
     const auto* const focus = dynamic_cast<QFocusEvent*>(event);
     if (focus && focus->lostFocus()) isBelowMenu_ = focus->reason() == Qt::PopupFocusReason;
     if (focus && isBelowMenu_) return true;

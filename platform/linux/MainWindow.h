@@ -6,13 +6,13 @@
 
 namespace platform {
 
-/// A titled window as large as its scene, which nobody can resize, in light colors.
+/// The window: it has a title, a fixed size (its scene's), and light colors.
 class MainWindow : public QWidget {
 public:
-    /// `images` outlives this.
+    /// `images` must outlive this.
     MainWindow(const QString& title, const ImageStore& images);
 
-    /// Shows `scene` in place of the one before.
+    /// Replaces the scene.
     void present(const ui::Scene& scene);
 
 protected:
@@ -21,7 +21,7 @@ protected:
 
 private:
     SceneCanvas canvas_;
-    bool isBelowMenu_ = false; // focus is with a menu of this window
+    bool isBelowMenu_ = false; // a menu of this window has focus
 };
 
 } // namespace platform

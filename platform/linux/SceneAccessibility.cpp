@@ -16,7 +16,7 @@ namespace platform {
 
 namespace {
 
-/// Where on the screen assistive technology finds `rect`, given in the points of `widget`.
+/// `rect`, in points of `widget`, on the screen.
 QRect toScreen(const QWidget& widget, const QRectF& rect) {
     const QPointF origin = widget.mapToGlobal(QPointF{});
     const ui::Rect there{rect.x() + origin.x(), rect.y() + origin.y(), rect.width(), rect.height()};
@@ -67,7 +67,6 @@ private:
     const SceneElement& element_;
 };
 
-/// A button, or a button with a menu.
 class AccessibleControl : public QAccessibleWidget {
 public:
     explicit AccessibleControl(SceneControl& control)
@@ -197,7 +196,7 @@ void SceneElement::follow(const QAccessible::Role role, const std::string& name,
     if (isNew || name_ == before) return;
     tellAccessibility(*this, QAccessible::NameChanged);
     if (role_ != QAccessible::Notification) return;
-    // Screen readers speak a notification when it comes into view.
+    // Screen readers announce a notification when it appears.
     tellAccessibility(*this, QAccessible::Alert);
     tellAccessibility(*this, QAccessible::ObjectShow);
 }

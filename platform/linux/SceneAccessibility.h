@@ -10,12 +10,10 @@
 
 #include <string>
 
-// What assistive technology sees of the window.
-
 namespace platform {
 
-/// While one lives, assistive technology sees the window's scene: its texts, images and controls in reading order,
-/// each with its role, name and place on the screen, and the actions of the controls.
+/// As long as one exists, assistive technology sees the scene's texts, images, and controls in reading order, with
+/// roles, names, positions, and actions.
 class SceneAccessibility {
 public:
     SceneAccessibility();
@@ -24,13 +22,12 @@ public:
     ~SceneAccessibility();
 };
 
-/// A text or a named image of the scene. The canvas owns it.
+/// A text or a named image of the scene, owned by the canvas.
 class SceneElement : public QObject {
 public:
     explicit SceneElement(QWidget& canvas) : QObject{&canvas}, canvas_{canvas} {}
 
-    /// Takes over a role, a name and a place, in the canvas's points. A new name is told; that of a notification is
-    /// announced.
+    /// Updates role, name, and position (in points of the canvas). Screen readers announce a notification's new name.
     void follow(QAccessible::Role role, const std::string& name, const ui::Rect& rect);
 
     QAccessible::Role role() const { return role_; }
@@ -45,7 +42,7 @@ private:
     QRectF rect_;
 };
 
-/// Tells assistive technology, which remembers what it has seen, what happened to an object.
+/// Notifies assistive technology of an event on an object.
 void tellAccessibility(QObject& object, QAccessible::Event type);
 
 } // namespace platform

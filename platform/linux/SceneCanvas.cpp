@@ -15,7 +15,7 @@ namespace platform {
 
 namespace {
 
-/// `same` as what it is, or a new child of the canvas.
+/// `same` with its real type, or a new child.
 template <typename Child, typename... Arguments>
 Child& childFor(QObject* const same, Arguments&... arguments) {
     return same ? *static_cast<Child*>(same) : *new Child{arguments...};
@@ -24,7 +24,7 @@ Child& childFor(QObject* const same, Arguments&... arguments) {
 void dismiss(QObject& child) {
     tellAccessibility(child, QAccessible::ObjectDestroyed);
     if (auto* control = dynamic_cast<SceneControl*>(&child)) control->dismiss();
-    // An event of its own may be what brought the new scene.
+    // Its own event may have caused the new scene.
     child.deleteLater();
 }
 
@@ -115,7 +115,6 @@ bool SceneCanvas::focusNextPrevChild(const bool next) {
     const auto all = controls();
     const std::size_t count = all.size();
     if (count == 0) return false;
-    // Focus that is on no control comes in at either end.
     const auto index = static_cast<std::size_t>(std::find(all.begin(), all.end(), focusedControl()) - all.begin());
     const std::size_t target = next ? std::min(index + 1, count) % count : (index + count - 1) % count;
     all[target]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);

@@ -13,18 +13,17 @@ namespace platform {
 class ImageStore;
 class SceneControl;
 
-/// Shows a scene: paints it, and keeps a child for each member of its reading order, which goes on as long as the
-/// member does: a native control (SceneControl) over each control, an accessible object (SceneElement) for each text
-/// and named image. Tab goes from control to control in that order.
+/// Paints a scene and keeps one child per member of its reading order: a native control (SceneControl) over each
+/// control, an accessible object (SceneElement) for each text and named image. A child lives as long as its member.
 class SceneCanvas : public QWidget {
 public:
-    /// `images` outlives this.
+    /// `images` must outlive this.
     SceneCanvas(QWidget& window, const ImageStore& images);
 
-    /// Shows `scene` in place of the one before.
+    /// Replaces the scene.
     void present(const ui::Scene& scene);
 
-    /// Gives focus to the next control in reading order, or the one before; to the first or last from elsewhere.
+    /// Moves focus to the next or previous control in reading order; if none has focus, to the first or last.
     bool focusNextPrevChild(bool next) override;
 
     /// The children, for assistive technology.
@@ -37,9 +36,9 @@ protected:
 private:
     using Predecessors = std::vector<std::optional<std::size_t>>;
 
-    /// Makes the reading order that of the scene; returns the children that have no place in it any more.
+    /// Updates the reading order from the scene; returns the children that are no longer in it.
     std::vector<QObject*> followReadingOrder(const Predecessors& predecessors);
-    /// The child for a member of the reading order: `same` if it is there, else a new one.
+    /// The child for a member of the reading order: `same` unless null, else a new one.
     QObject* follow(const ui::TextRun& text, QObject* same);
     QObject* follow(const ui::ImageRun& image, QObject* same);
     QObject* follow(const ui::Control& control, QObject* same);

@@ -18,8 +18,6 @@ namespace {
 
 constexpr int iconSide = 16;
 
-/// As round as the cards behind it; the highlight, in the accent color, lies inside.
-constexpr int cornerRadius = 8;
 constexpr auto look = "QMenu { background: white; border: 1px solid #c8c8c8 }"
                       "QMenu { border-radius: 8px; padding: 4px }"
                       "QMenu::item { border-radius: 5px; padding: 4px 12px 4px 8px }"
@@ -42,27 +40,27 @@ QIcon menuIcon(const QMenu& menu, const ui::ImageReference& image, const ImageSt
 
 void add(QMenu& menu, const ui::MenuItem& item, const ImageStore& images) {
     const auto title = QString::fromStdString(item.title);
-    // An ampersand alone would be read as the mark of a key.
+    // Qt takes a single ampersand for the mark of a shortcut.
     QAction* const action = menu.addAction(menuIcon(menu, item.image, images), QString{title}.replace('&', "&&"));
     action->setData(title);
     action->setIconVisibleInMenu(true);
     QObject::connect(action, &QAction::triggered, &menu, [run = item.action.run] {
-        // A copy: the handler may end the menu.
+        // A copy, because the handler may delete the menu.
         const auto kept = run;
         if (kept) kept();
     });
 }
 
-/// Rounds the corners off. On X11, where nothing may blend windows, it cuts them, a little outside of the border.
+/// Rounds the corners. X11 may have no compositor, so there a mask cuts them, slightly outside the border.
 void makeRound(QMenu& menu) {
     menu.setStyleSheet(QString::fromLatin1(look));
     if (QGuiApplication::platformName() != QLatin1String{"xcb"}) return menu.setAttribute(Qt::WA_TranslucentBackground);
     QPainterPath outline;
-    outline.addRoundedRect(QRectF{QPointF{}, menu.sizeHint()}, cornerRadius - 2, cornerRadius - 2);
+    outline.addRoundedRect(QRectF{QPointF{}, menu.sizeHint()}, 6, 6);
     menu.setMask(outline.toFillPolygon().toPolygon());
 }
 
-/// A menu of these items, with the handlers that they have now. The main loop deletes it after it was closed.
+/// A menu with these items. It is deleted when it closes.
 QMenu* makeMenu(QWidget& opener, const std::vector<ui::MenuItem>& items, const ImageStore& images) {
     auto* const menu = new QMenu{&opener};
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -71,7 +69,7 @@ QMenu* makeMenu(QWidget& opener, const std::vector<ui::MenuItem>& items, const I
     for (const ui::MenuItem& item : items)
         add(*menu, item, images);
     makeRound(*menu);
-    // To assistive technology the menu is a child of its opener, there while it is open.
+    // For assistive technology, an open menu is a child of its opener.
     const auto tell = [menu](const auto what) { return [=] { tellAccessibility(*menu, what); }; };
     QObject::connect(menu, &QMenu::aboutToShow, tell(QAccessible::ObjectCreated));
     QObject::connect(menu, &QMenu::aboutToHide, tell(QAccessible::ObjectDestroyed));
@@ -131,7 +129,7 @@ void SceneControl::keyPressEvent(QKeyEvent* event) {
 
 void SceneControl::activate() {
     if (isMenu()) return openAt(Qt::TopEdge);
-    // A copy: the handler may bring a scene that replaces it.
+    // A copy, because the handler may cause a scene that replaces it.
     const auto action = std::get<ui::PushButton>(control_.kind).action.run;
     if (action) action();
 }

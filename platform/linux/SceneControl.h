@@ -12,18 +12,16 @@ namespace platform {
 
 class ImageStore;
 
-/// What a person or assistive technology presses: an invisible native control over what the canvas paints for a
-/// control of the scene. It lives as long as its place does and takes over the control of each new scene.
-///
-/// A button runs its action once for each press, counted when it is released inside. A menu opens on a press.
+/// An invisible native control over a painted control of the scene. It lives as long as there is a control at its
+/// place, across scenes. A button runs its action when it is released inside; a menu opens on a press.
 class SceneControl : public QAbstractButton {
 public:
-    /// `images` outlives this.
+    /// `images` must outlive this.
     SceneControl(QWidget& canvas, const ImageStore& images);
 
-    /// Takes over the control's handlers, name and place. A press on `hitArea`, in the canvas's points, counts.
+    /// Updates handlers, name, and position. A press counts inside `hitArea` (in points of the canvas).
     void follow(const ui::Control& control, const ui::Rect& hitArea);
-    /// The control's place is gone: hides it and ends what goes on with it.
+    /// Hides the control and closes its menu. Call it when its place is gone.
     void dismiss();
 
     const ui::Control& control() const { return control_; }
@@ -38,10 +36,10 @@ protected:
     void paintEvent(QPaintEvent*) override {}
 
 private:
-    /// What a press does that is not the mouse's on a menu: keys and assistive technology choose its first item.
+    /// Reacts to a press, except of the mouse on a menu: runs the action, or opens the menu at its first item.
     void activate();
     void open();
-    /// Opens the menu with its first or its last item chosen.
+    /// Opens the menu with its first or last item selected.
     void openAt(Qt::Edge end);
 
     const ImageStore& images_;

@@ -10,14 +10,14 @@ namespace platform {
 
 class ImageStore;
 
-/// Paints the primitives of a scene, those of its controls too. Edges are moved to device pixels here.
+/// Paints the primitives of a scene and of its controls, with edges aligned to device pixels.
 class ScenePainter {
 public:
-    /// Both outlive this. The painter's coordinates are points; its device says how many pixels one is.
+    /// Both must outlive this. The painter's coordinates are points.
     ScenePainter(QPainter& painter, const ImageStore& images);
 
     void paint(const std::vector<ui::SceneNode>& nodes);
-    /// The ring around the control that has keyboard focus.
+    /// Paints the ring around the control that has keyboard focus.
     void paintFocusRing(const ui::Control& control);
 
 private:
@@ -34,10 +34,10 @@ private:
     ui::PixelGrid grid_;
 };
 
-/// Sizes of texts and images as the scene painter draws them.
+/// Sizes of texts and images as ScenePainter paints them.
 class QtMetrics : public ui::Metrics {
 public:
-    /// `images` outlives this.
+    /// `images` must outlive this.
     explicit QtMetrics(const ImageStore& images) : images_{images} {}
 
     ui::Size textSize(const std::string& text, ui::Font font) const override;

@@ -33,7 +33,7 @@ using Delegate = OSSystemExtensionRequestDelegate;
 using Request = OSSystemExtensionRequest;
 using Arguments = const QVariantList&;
 
-/// An answer that asks nothing: `tell` is called with the delegate while there is one.
+/// An answer that asks for nothing. `tell` is called only if there is a delegate.
 template <typename Tell>
 SimulatorAnswer notice(const bool isLast, Tell tell) {
     return {isLast, [tell = std::move(tell)](Delegate* const delegate, const Request& request) {

@@ -11,31 +11,30 @@ class QDBusMessage;
 
 namespace platform {
 
-/// What a request is answered, whoever answers it.
+/// One answer to a request, from the service or from the manager itself.
 struct SimulatorAnswer {
-    /// Tells the delegate, which is null where it is gone. Returns what it decides where the answer is a question: a
-    /// delegate that is gone replaces nothing.
+    /// Calls the delegate, unless it is null. Returns the action if the answer asks for one: cancel without a delegate.
     using Deliver = std::function<std::optional<OSSystemExtensionReplacementAction>(
         OSSystemExtensionRequestDelegate* delegate, const OSSystemExtensionRequest& request)>;
 
-    /// Nothing follows it.
+    /// Ends the request.
     bool isLast;
     Deliver deliver;
     /// Of an activation or a deactivation alone.
     bool isFinish = false;
 };
 
-/// The answer of a request that failed for an error of the service's own domain with the code "unknown".
+/// A failure with the code "unknown" of the system extension error domain.
 SimulatorAnswer unknownError(const QString& description);
 
-/// One answer and the token of the request that it answers.
+/// An answer and the token of its request.
 struct AddressedAnswer {
     QString token;
     SimulatorAnswer answer;
 };
 
-/// Reads a signal of the service's interface. A signal that is no answer, or that names no token, is null; one whose
-/// arguments are not those of its name fails the request that it names.
+/// Reads a signal of the service's interface; null if it is not an answer or has no token. A signal with unexpected
+/// arguments becomes a failure of the request.
 std::optional<AddressedAnswer> readAnswer(const QDBusMessage& signal);
 
 } // namespace platform

@@ -23,7 +23,7 @@ constexpr QLatin1String daemon{"org.freedesktop.DBus"};
 constexpr QLatin1String daemonPath{"/org/freedesktop/DBus"};
 constexpr QLatin1String localInterface{"org.freedesktop.DBus.Local"};
 
-/// Without it a call fails after 25 s, and what is answered later is dropped.
+/// By default, a call fails after 25 s, and a later reply is dropped.
 constexpr int noTimeLimit = std::numeric_limits<int>::max();
 
 QString nameOf(const OSSystemExtensionRequest::Kind kind) {
@@ -103,13 +103,11 @@ void SimulatorManager::connectToBus() {
     connected_ = connection_.isConnected();
     if (!connected_) return;
     listen();
-    // Asked before the first submission, it is known before any signal of a service that runs already; one that starts
-    // later announces itself as nameOwnerChanged.
+    // This is known before any signal of a running service. A service that starts later causes nameOwnerChanged.
     owner_ = ownerOn(connection_);
 }
 
-// A connection by the service's name would look up its owner anew for each signal's rule, and would pass on signals
-// that anyone sends to this client alone. So signals are taken from anyone, and their sender is looked at here.
+// Matching by the service's name would let through signals sent to this client directly. So the slots check the sender.
 void SimulatorManager::listen() {
     connection_.connect({}, daemonPath, daemon, QStringLiteral("NameOwnerChanged"), {service}, {}, this,
                         SLOT(nameOwnerChanged(QDBusMessage)));
@@ -172,7 +170,7 @@ void SimulatorManager::serviceSignalled(const QDBusMessage& signal) {
     }
 }
 
-// The work holds the request, which therefore lives until its last answer was delivered.
+// The work keeps the request alive until its last answer is delivered.
 void SimulatorManager::answer(const QString& token, SimulatorAnswer answer) {
     const auto found = pending_.find(token);
     if (found == pending_.end()) return;

@@ -14,30 +14,25 @@
 
 namespace platform {
 
-/// The exit status of an application that the simulated machine ended because it restarts: whoever started it is to
-/// start it again. A closed window ends with 0.
+/// The exit status when the simulated machine restarts and the application is to be started again.
 inline constexpr int exitStatusOfRestart = 75;
 
-/// The manager of a system without an extension service: it asks the simulator, over a message bus.
-///
-/// Each request ends with one last answer, unless the service leaves it open: no time limit ends it, and nothing is
-/// sent twice. Whatever goes wrong between here and the service, the service's or the bus's end included, is an answer,
-/// an error with the code "unknown". What anyone but the owner of the service's name says is dropped. When the
-/// simulated machine restarts, the application ends with exitStatusOfRestart.
-///
-/// It connects at a submission, and connects anew at the next once the bus has gone. Connecting waits for the bus;
-/// nothing else waits for anyone.
+/// Submits requests to the simulator, over D-Bus.
+/// Each request gets one last answer; there is no time limit and no retry. If the service or the bus goes away or
+/// refuses, the request fails with the code "unknown". Messages from anyone but the owner of the service's name are
+/// ignored. When the simulated machine restarts, the application exits with exitStatusOfRestart.
+/// It connects at the first submission and, after the bus has gone, at the next. Only connecting blocks.
 class SimulatorManager final : public QObject, public OSSystemExtensionManager {
     Q_OBJECT
 
 public:
-    /// A manager on the bus at `busAddress`. It goes before the QCoreApplication does, or calls close().
+    /// Destroy it, or call close(), before the QCoreApplication is destroyed.
     explicit SimulatorManager(QString busAddress);
     ~SimulatorManager() override;
 
     void submitRequest(std::shared_ptr<OSSystemExtensionRequest> request) override;
 
-    /// Leaves the bus and forgets every request, unanswered.
+    /// Disconnects and drops all requests without an answer.
     void close();
 
 private slots:
@@ -48,7 +43,7 @@ private slots:
 private:
     struct Pending {
         std::shared_ptr<OSSystemExtensionRequest> request;
-        /// The unique name of the service that took the request; empty as long as none has.
+        /// The unique name of the service that accepted the request; empty until then.
         QString acceptedBy;
     };
 
@@ -57,7 +52,7 @@ private:
     void call(const QString& method, const QVariantList& arguments, std::function<void(const QDBusMessage&)> replied);
     void submissionReplied(const QString& token, const QDBusMessage& reply);
     void answerReplacement(const QString& token, OSSystemExtensionReplacementAction action);
-    /// The request with this token is answered; dropped if it has ended.
+    /// Delivers the answer; ignored if the request has ended.
     void answer(const QString& token, SimulatorAnswer answer);
     void fail(const QString& token, const QString& description);
     void failWhere(const std::function<bool(const Pending&)>& which, const QString& description);

@@ -17,8 +17,7 @@ struct CloseText {
     void operator()(UText* const text) const { utext_close(text); }
 };
 
-/// Calls `visit` with each scalar of `text`, the place where it begins and the place where it ends. A sequence that is
-/// no UTF-8 is one replacement character.
+/// Calls `visit` with each scalar of `text`, its start, and its end. Invalid UTF-8 gives replacement characters.
 template <typename Visit>
 void forEachScalar(const std::string_view text, const Visit visit) {
     UErrorCode status = U_ZERO_ERROR;
@@ -42,7 +41,7 @@ bool isAscii(const std::string_view text) {
                        [](const char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-/// Of ASCII, a line break of two is the only character that takes more than a byte.
+/// In ASCII, only CR LF is a character of more than one byte.
 std::size_t asciiCharacterCount(const std::string_view text) {
     std::size_t count = text.size();
     for (auto at = text.find("\r\n"); at != std::string_view::npos; at = text.find("\r\n", at + 2))
@@ -50,7 +49,7 @@ std::size_t asciiCharacterCount(const std::string_view text) {
     return count;
 }
 
-/// Each byte that is no UTF-8 becomes a replacement character.
+/// Each invalid byte becomes a replacement character.
 icu::UnicodeString decoded(const std::string_view text) {
     constexpr UChar32 replacement = 0xFFFD;
     constexpr std::string_view encodedReplacement = "\xEF\xBF\xBD";
@@ -77,7 +76,7 @@ std::string_view trimmedToAlphanumerics(const std::string_view text) {
 }
 
 std::size_t characterCount(const std::string_view text) {
-    // Most texts are plain, and ICU's rules take a megabyte of memory.
+    // Most texts are ASCII, and ICU's rules take a megabyte of memory.
     if (isAscii(text)) return asciiCharacterCount(text);
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> characters{
