@@ -4,6 +4,7 @@
 
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -21,26 +22,51 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct FreePlist {
-    void operator()(void* const node) const { plist_free(node); }
-};
-using Plist = std::unique_ptr<void, FreePlist>;
-
-struct FreeMemory {
-    void operator()(void* const memory) const { std::free(memory); }
-};
 template <typename T>
-using Allocated = std::unique_ptr<T, FreeMemory>;
+using Owned = std::unique_ptr<T, void (*)(void*)>;
 
-Plist parse(const std::string& bytes) {
+/// The big-endian number in the `size` bytes from `at` on; those beyond the end do not count.
+std::size_t numberIn(const std::string_view bytes, const std::size_t at, const std::size_t size) {
+    std::size_t number = 0;
+    for (const char byte : bytes.substr(std::min(at, bytes.size()), size))
+        number = number << 8U | static_cast<unsigned char>(byte);
+    return number;
+}
+
+/// Replaces the NULs in the object at `at` if it is an ASCII string.
+void replaceNuls(std::string& bytes, const std::size_t at) {
+    if (numberIn(bytes, at, 1) >> 4U != 5) return;
+    std::size_t length = numberIn(bytes, at, 1) & 0xFU;
+    std::size_t start = at + 1;
+    if (length == 0xF) { // the length follows, as an integer
+        const std::size_t size = std::size_t{1} << (numberIn(bytes, start, 1) & 0xFU);
+        length = numberIn(bytes, start + 1, size);
+        start = std::min(start + 1 + size, bytes.size());
+    }
+    const auto text = bytes.begin() + static_cast<std::ptrdiff_t>(start);
+    std::replace(text, text + static_cast<std::ptrdiff_t>(std::min(length, bytes.size() - start)), '\0', '\x1A');
+}
+
+/// libplist cuts off an ASCII string of a binary list at its first NUL. A substitute character keeps it whole.
+std::string withoutNuls(std::string bytes) {
+    const std::size_t trailer = bytes.size() - std::min<std::size_t>(bytes.size(), 32);
+    const std::size_t offsetSize = numberIn(bytes, trailer + 6, 1);
+    const std::size_t objects = std::min(numberIn(bytes, trailer + 8, 8), bytes.size());
+    const std::size_t offsets = numberIn(bytes, trailer + 24, 8);
+    for (std::size_t object = 0; object < objects; ++object)
+        replaceNuls(bytes, numberIn(bytes, offsets + object * offsetSize, offsetSize));
+    return bytes;
+}
+
+Owned<void> parse(const std::string& bytes) {
     plist_t root = nullptr;
     const auto length = static_cast<std::uint32_t>(bytes.size());
     if (plist_is_binary(bytes.data(), length) != 0) {
-        plist_from_bin(bytes.data(), length, &root);
+        plist_from_bin(withoutNuls(bytes).data(), length, &root);
     } else {
         plist_from_xml(bytes.data(), length, &root);
     }
-    return Plist{root};
+    return {root, plist_free};
 }
 
 InfoValue valueOf(plist_t node) {
@@ -54,12 +80,12 @@ InfoDictionary dictionaryOf(plist_t root) {
     InfoDictionary dictionary;
     plist_dict_iter iterator = nullptr;
     plist_dict_new_iter(root, &iterator);
-    const Allocated<void> owned{iterator};
+    const Owned<void> ownedIterator{iterator, std::free};
     while (true) {
         char* key = nullptr;
         plist_t value = nullptr;
         plist_dict_next_item(root, iterator, &key, &value);
-        const Allocated<char> ownedKey{key};
+        const Owned<char> ownedKey{key, std::free};
         if (value == nullptr) return dictionary;
         dictionary.insert_or_assign(key, valueOf(value));
     }
@@ -71,15 +97,15 @@ std::variant<InfoDictionary, std::string> readDictionary(const fs::path& file) {
     const auto status = fs::status(file, error);
     if (status.type() == fs::file_type::not_found) return "there is no such file";
     if (status.type() != fs::file_type::regular) {
-        return error ? "it cannot be read: " + error.message() : "it is no file";
+        return error ? "it cannot be read: " + error.message() : "it is not a file";
     }
     std::ifstream stream{file, std::ios::binary};
     if (!stream) return std::string{"it cannot be read: "} + std::strerror(errno);
     const std::string bytes{std::istreambuf_iterator<char>{stream}, {}};
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) return "it is too large";
     const auto root = parse(bytes);
-    if (!root) return "it is no property list";
-    if (plist_get_node_type(root.get()) != PLIST_DICT) return "its property list is no dictionary";
+    if (!root) return "it is not a property list";
+    if (plist_get_node_type(root.get()) != PLIST_DICT) return "its property list is not a dictionary";
     return dictionaryOf(root.get());
 }
 
@@ -106,7 +132,7 @@ NSBundle readBundleOfExecutable(const fs::path& executable) {
     const auto folder = executable.parent_path();
     const auto contents = folder.parent_path();
     if (folder.filename() == "MacOS" && contents.filename() == "Contents") return readBundle(contents.parent_path());
-    return {contents / "Info.plist", nullptr, "the program lies in no bundle", contents / "Resources"};
+    return {contents / "Info.plist", nullptr, "the program is not in a bundle", contents / "Resources"};
 }
 
 } // namespace platform

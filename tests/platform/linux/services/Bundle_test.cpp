@@ -83,6 +83,22 @@ TEST_F(ABundle, ReadsABinaryDictionary) {
                                             {"Real", std::nullopt}}));
 }
 
+TEST_F(ABundle, DoesNotCutATextOfABinaryDictionaryOffAtANul) {
+    // Two keys and three texts, one of them long, with a NUL each except for the text "1".
+    constexpr std::string_view bytes{"bplist00\xd3\x01\x02\x03\x04\x05\x06_\x10\x0f"
+                                     "CFBundleVersion_\x10\x10"
+                                     "CFBundleVersion\0TLong"
+                                     "T42\0xQ1_\x10\x11"
+                                     "444444444444444\0a\x08\x0f!49>@\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x07"
+                                     "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0T",
+                                     123};
+    writeInfo(bytes);
+    EXPECT_EQ(dictionary(), (InfoDictionary{{"CFBundleVersion", "42\x1Ax"},
+                                            {"CFBundleVersion\x1A", "1"},
+                                            {"Long", "444444444444444\x1A"
+                                                     "a"}}));
+}
+
 TEST_F(ABundle, KeepsItsDictionaryWhenTheFileChanges) {
     writeXml("<dict><key>CFBundleVersion</key><string>1</string></dict>");
     const auto read = readBundle(bundle);
@@ -102,7 +118,7 @@ TEST_F(ABundle, SaysThatItsInfoFileIsMissing) {
 
 TEST_F(ABundle, DoesNotWaitForAPipeInThePlaceOfItsInfoFile) {
     ASSERT_EQ(mkfifo(infoFile.c_str(), 0600), 0);
-    EXPECT_EQ(problem(), "it is no file");
+    EXPECT_EQ(problem(), "it is not a file");
 }
 
 TEST_F(ABundle, SaysWhyItsInfoFileCannotBeReached) {
@@ -116,14 +132,14 @@ TEST_F(ABundle, SaysThatItsInfoFileIsNoPropertyList) {
           "<plist version=\"1.0\"><dict><key>A</key><string>it breaks off", "bplist00",
           "bplist00\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0a\x0b\x0c\x0d\x0e\x0f\x10\x11\x12\x13\x14\x15\x16\x17\x18"}) {
         writeInfo(bytes);
-        EXPECT_EQ(problem(), "it is no property list") << bytes;
+        EXPECT_EQ(problem(), "it is not a property list") << bytes;
     }
 }
 
 TEST_F(ABundle, SaysThatItsPropertyListIsNoDictionary) {
     for (const auto* const body : {"<array><string>CFBundleVersion</string></array>", "<string>2105</string>"}) {
         writeXml(body);
-        EXPECT_EQ(problem(), "its property list is no dictionary") << body;
+        EXPECT_EQ(problem(), "its property list is not a dictionary") << body;
     }
 }
 
@@ -133,7 +149,7 @@ TEST_F(ABundle, IsNotMadeOfJustAnyFolderAroundAnExecutable) {
          {bundle / "Contents" / "Driver Manager", bundle / "MacOS" / "Driver Manager", fs::path{"/"}, fs::path{}}) {
         const auto read = readBundleOfExecutable(executable);
         EXPECT_EQ(read.infoDictionary(), nullptr);
-        EXPECT_EQ(read.infoProblem(), "the program lies in no bundle");
+        EXPECT_EQ(read.infoProblem(), "the program is not in a bundle");
         EXPECT_THAT(read.infoFile(), Not(IsEmpty()));
     }
 }
@@ -163,7 +179,7 @@ TEST_F(TheMainBundle, IsThatOfTheExecutableAlsoBehindALink) {
 
 TEST_F(TheMainBundle, HasNoDictionaryWhereTheExecutableLiesInNone) {
     EXPECT_EQ(NSBundle::mainBundle().infoDictionary(), nullptr);
-    EXPECT_EQ(NSBundle::mainBundle().infoProblem(), "the program lies in no bundle");
+    EXPECT_EQ(NSBundle::mainBundle().infoProblem(), "the program is not in a bundle");
 }
 
 } // namespace
