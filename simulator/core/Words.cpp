@@ -84,6 +84,17 @@ std::optional<std::int64_t> Words::takeDurationOption(const std::string& name) {
     return word ? std::optional{durationIn(*word)} : std::nullopt;
 }
 
+std::optional<WordList> Words::takeCommand() {
+    const auto end = std::find_if(words_.begin(), words_.end(),
+                                  [](const Word& word) { return !word.isQuoted && word.text == "--"; });
+    if (end == words_.end()) return std::nullopt;
+    WordList command;
+    for (auto word = end + 1; word != words_.end(); ++word)
+        command.push_back(word->text);
+    words_.erase(end, words_.end());
+    return command;
+}
+
 void Words::expect(std::size_t least, std::size_t most) const {
     if (!areTyped()) return;
     for (const Word& word : words_)

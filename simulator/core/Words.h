@@ -47,6 +47,9 @@ public:
     std::optional<std::string> takeOption(const std::string& name, const std::string& what);
     /// The same for a length of time, in milliseconds.
     std::optional<std::int64_t> takeDurationOption(const std::string& name);
+    /// Takes everything after a "--" out of the words, and the "--"; nothing if there is none. Called before the
+    /// options are taken.
+    std::optional<WordList> takeCommand();
     /// On a command line, what is left must be that many words and no option.
     void expect(std::size_t least, std::size_t most) const;
 

@@ -1,6 +1,5 @@
 #include "simulator/player/BusMac.h"
 
-#include "simulator/client/Client.h"
 #include "simulator/disk/Seal.h"
 
 #include <QDBusConnectionInterface>
@@ -10,10 +9,12 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QTimer>
 #include <QVariant>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <utility>
 
 namespace simulator::player {
@@ -186,8 +187,17 @@ Value BusMac::answered(QDBusPendingReply<Value> reply) const {
     throw NotDone{"the service cannot be started: " + (complaint.empty() ? message : complaint)};
 }
 
-BusMac::BusMac(const QString& programs)
-    : bus_{programs}, submit_{programs + "/submit"}, control_{serviceName, objectPath, bus_.connection()} {
+BusMac::BusMac(const QString& programs, const QStringList& command, qint64 timeout)
+    : bus_{programs},
+      submit_{programs + "/submit"},
+      control_{serviceName, objectPath, bus_.connection()},
+      commandBundle_{bundleOfCommand(command)},
+      timeout_{timeout} {
+    QObject::connect(&control_, &Control::Changed, &changes_, &QEventLoop::quit);
+    QObject::connect(&presence_, &ServicePresence::came, &changes_, &QEventLoop::quit);
+    QObject::connect(&presence_, &ServicePresence::went, &changes_, &QEventLoop::quit);
+    if (!command.isEmpty()) command_.emplace(command, bus_.address(), bus_.folder() + "/command");
+    if (command_) QObject::connect(&command_->process(), &QProcess::finished, &changes_, &QEventLoop::quit);
     QDir{}.mkpath(real("/Applications"));
     act({plainWords({"applications", "/Applications"}), {}});
 }
@@ -214,12 +224,15 @@ std::string BusMac::start(const std::string& application) {
     return processes_[application]->name().toStdString();
 }
 
-/// Once the bus says that it has left, the service has been told.
 void BusMac::end(const std::string& application) {
     const auto process = std::move(processes_.extract(application).mapped());
     process->quit();
+    awaitDeparture(process->name());
+}
+
+void BusMac::awaitDeparture(const QString& client) const {
     const QDeadlineTimer deadline{patience};
-    while (bus_.connection().interface()->isServiceRegistered(process->name()))
+    while (bus_.connection().interface()->isServiceRegistered(client))
         if (deadline.hasExpired()) throw NotDone{"an application does not leave the bus"};
 }
 
@@ -236,11 +249,58 @@ void BusMac::reply(const std::string& application, const std::string& token, boo
 // The person and the machine -----------------------------------------------------------------------------------------
 
 void BusMac::act(const Saying& saying) {
-    Saying said = saying;
-    if (names(said.words, Verb::Names::folders))
-        for (auto word = said.words.begin() + 1; word != said.words.end(); ++word)
-            if (word->text.rfind('/', 0) == 0) word->text = real(word->text).toStdString();
-    answered(callToDo(control_, said));
+    const bool namesFolders = names(saying.words, Verb::Names::folders);
+    answered(callToDo(control_, {namesFolders ? withRealFolders(saying.words) : saying.words, saying.contents}));
+}
+
+std::vector<Word> BusMac::withRealFolders(const std::vector<Word>& words) const {
+    std::vector<Word> there;
+    for (const Word& word : words) {
+        const bool isFolder = word.text.rfind('/', 0) == 0;
+        there.push_back({isFolder ? real(word.text).toStdString() : word.text, word.isQuoted});
+        if (word.text == "/Applications" && command_)
+            there.push_back({QFileInfo{commandBundle_}.path().toStdString(), true});
+    }
+    return there;
+}
+
+// The command --------------------------------------------------------------------------------------------------------
+
+void BusMac::startCommand() {
+    if (!command_) return Mac::startCommand();
+    stopCommand();
+    command_->start();
+}
+
+void BusMac::stopCommand() {
+    if (!command_) return;
+    const auto open = openRequests();
+    command_->stop();
+    for (const RequestEntry& request : open)
+        if (request.application == commandBundle_) awaitDeparture(request.client);
+    rest();
+}
+
+int BusMac::statusOfCommand() {
+    if (!command_) return Mac::statusOfCommand();
+    if (await([this] { return command_->hasEnded(); })) return command_->takeStatus();
+    throw NotDone{"the command is still running"};
+}
+
+bool BusMac::await(const std::function<bool()>& holds) {
+    const QDeadlineTimer deadline{timeout_};
+    while (!holds()) {
+        if (!command_ || deadline.hasExpired()) return false;
+        if (command_->hasEnded()) {
+            rest();
+            return holds();
+        }
+        QTimer timer;
+        timer.callOnTimeout(&changes_, &QEventLoop::quit);
+        timer.start(std::chrono::milliseconds{deadline.remainingTime()});
+        changes_.exec();
+    }
+    return true;
 }
 
 // What comes of it ---------------------------------------------------------------------------------------------------
@@ -265,9 +325,10 @@ void BusMac::awaitStandstill() {
     }
 }
 
-QList<RequestEntry> BusMac::openRequests() {
+template <typename Value>
+Value BusMac::asked(QDBusPendingReply<Value> (Control::*question)()) {
     for (int deaths = 0; deaths < mostDeaths; ++deaths) {
-        auto reply = control_.ListRequests();
+        auto reply = (control_.*question)();
         reply.waitForFinished();
         if (reply.isError() && reply.error().type() == QDBusError::NoReply) continue;
         return answered(reply);
@@ -288,7 +349,7 @@ bool BusMac::listen() {
 
 WordList BusMac::copies(const std::string& identifier) {
     WordList found;
-    for (const CopyEntry& copy : answered(control_.ListCopies())) {
+    for (const CopyEntry& copy : asked(&Control::ListCopies)) {
         if (copy.identifier.toStdString() != identifier) continue;
         found.push_back((copy.shortVersion + "/" + copy.version + " " + copy.state).toStdString());
     }

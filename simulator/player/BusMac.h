@@ -2,10 +2,13 @@
 
 #include "Simulator1Proxy.h"
 
+#include "simulator/client/Client.h"
+#include "simulator/player/Command.h"
 #include "simulator/player/Mac.h"
 #include "simulator/player/PrivateBus.h"
 
 #include <QByteArray>
+#include <QEventLoop>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -62,16 +65,24 @@ private:
 };
 
 /// A Mac on a bus of its own. Applications are real bundles in a temporary folder, which stands for the disk, and real
-/// processes that run in them; the service finds out by itself who asks. Needs a QCoreApplication. Throws NotDone.
+/// processes that run in them; the service finds out by itself who asks. With a command, the folder of its bundle
+/// counts as /Applications, too. Needs a QCoreApplication. Throws NotDone.
 class BusMac final : public Mac {
 public:
-    /// programs: the folder in which sysextd and submit lie.
-    explicit BusMac(const QString& programs);
+    /// programs: the folder that contains sysextd and submit. command: what startCommand() starts. timeout: how long
+    /// await() waits, in milliseconds.
+    explicit BusMac(const QString& programs, const QStringList& command = {}, qint64 timeout = 0);
 
     WordList copies(const std::string& identifier) override;
     WordList requests() override;
+    bool await(const std::function<bool()>& holds) override;
+    void startCommand() override;
+    void stopCommand() override;
+    int statusOfCommand() override;
 
 private:
+    using Control = ComKelvraSimulator1ControlInterface;
+
     void write(const BundleOnDisk& bundle) override;
     void remove(const BundleOnDisk& bundle) override;
     std::string start(const std::string& application) override;
@@ -83,19 +94,30 @@ private:
 
     /// Where it lies on the real disk.
     QString real(const std::string& path) const;
+    std::vector<Word> withRealFolders(const std::vector<Word>& words) const;
+    /// Once the bus says that it has left, the service has been told.
+    void awaitDeparture(const QString& client) const;
     /// Waits for the answer of a call.
     template <typename Value>
     Value answered(QDBusPendingReply<Value> reply) const;
     void awaitStandstill();
-    /// The open requests, also of a service that has just died and come back.
-    QList<RequestEntry> openRequests();
+    /// Asks the service, and asks again if it dies meanwhile.
+    template <typename Value>
+    Value asked(QDBusPendingReply<Value> (Control::*question)());
+    QList<RequestEntry> openRequests() { return asked(&Control::ListRequests); }
     /// Tells what the applications heard; says whether there was anything.
     bool listen();
 
     PrivateBus bus_;
     QString submit_;
-    ComKelvraSimulator1ControlInterface control_;
+    Control control_;
     std::map<std::string, std::unique_ptr<ClientProcess>> processes_;
+    QString commandBundle_;
+    std::optional<Command> command_;
+    qint64 timeout_;
+    ServicePresence presence_{bus_.connection()};
+    /// Ends when something may have changed.
+    QEventLoop changes_;
 };
 
 } // namespace simulator::player

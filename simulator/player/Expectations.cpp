@@ -104,13 +104,27 @@ NotDone thereIs(const std::string& what, const WordList& there) {
     return NotDone{what + " are: " + (there.empty() ? "none" : joined(there))};
 }
 
+using Look = std::function<WordList(Mac&)>;
+
+/// What is there must come to be as it should.
+Play expectList(const std::string& what, const Look& look, const std::function<bool(const WordList&)>& isRight) {
+    return [=](Mac& mac) {
+        WordList there;
+        const bool isThere = mac.await([&] { return isRight(there = look(mac)); });
+        if (!isThere) throw thereIs(what, there);
+    };
+}
+
+Play expectCopies(const std::string& identifier, const std::function<bool(const WordList&)>& isRight) {
+    const auto look = [identifier](Mac& mac) { return mac.copies(identifier); };
+    return expectList("the copies of " + identifier, look, isRight);
+}
+
 Play copy(Reading& reading) {
     const std::string identifier = reading.words.take("an extension identifier");
-    return [identifier, expected = takeCopy(reading.words)](Mac& mac) {
-        const WordList there = mac.copies(identifier);
-        const auto isExpected = [&](const std::string& copy) { return isAs(expected, copy); };
-        if (std::none_of(there.begin(), there.end(), isExpected)) throw thereIs("the copies of " + identifier, there);
-    };
+    return expectCopies(identifier, [expected = takeCopy(reading.words)](const WordList& there) {
+        return std::any_of(there.begin(), there.end(), [&](const std::string& copy) { return isAs(expected, copy); });
+    });
 }
 
 Play copies(Reading& reading) {
@@ -121,20 +135,16 @@ Play copies(Reading& reading) {
             expected.push_back(takeCopy(reading.words));
         while (reading.words.takes(","));
     }
-    return [=](Mac& mac) {
-        const WordList there = mac.copies(identifier);
-        const bool isSo = std::equal(expected.begin(), expected.end(), there.begin(), there.end(), isAs);
-        if (!isSo) throw thereIs("the copies of " + identifier, there);
-    };
+    return expectCopies(identifier, [expected](const WordList& there) {
+        return std::equal(expected.begin(), expected.end(), there.begin(), there.end(), isAs);
+    });
 }
 
 Play requests(Reading& reading) {
     const std::int64_t count = reading.words.takes("none") ? 0 : reading.words.takeNumber("a number of requests");
     if (count < 0) reading.words.fail("a number of requests is not negative");
-    return [size = static_cast<std::size_t>(count)](Mac& mac) {
-        const WordList there = mac.requests();
-        if (there.size() != size) throw thereIs("the open requests", there);
-    };
+    return expectList("the open requests", &Mac::requests,
+                      [size = static_cast<std::size_t>(count)](const WordList& there) { return there.size() == size; });
 }
 
 Play request(Reading& reading) {
@@ -142,9 +152,16 @@ Play request(Reading& reading) {
     for (const Stage stage : {Stage::replacement, Stage::user, Stage::authorization, Stage::delayed, Stage::silent})
         stages.emplace_back(nameOf(stage));
     const std::string identifier = reading.words.take("an extension identifier");
-    return [text = identifier + " " + reading.words.takeOneOf("a stage", stages)](Mac& mac) {
-        const WordList there = mac.requests();
-        if (!isOneOf(there, text)) throw thereIs("the open requests", there);
+    return expectList("the open requests", &Mac::requests,
+                      [text = identifier + " " + reading.words.takeOneOf("a stage", stages)](const WordList& there) {
+                          return isOneOf(there, text);
+                      });
+}
+
+Play exit(Reading& reading) {
+    return [expected = reading.words.takeNumber("an exit status")](Mac& mac) {
+        const int status = mac.statusOfCommand();
+        if (status != expected) throw NotDone{"the command exited with " + std::to_string(status)};
     };
 }
 
@@ -167,6 +184,7 @@ const std::vector<LineVerb>& expectations() {
         {"copies", "ID none | SHORT/BUILD STATE, ...", copies},
         {"requests", "none | NUMBER", requests},
         {"request", "ID replacement|user|authorization|delayed|silent", request},
+        {"exit", "STATUS", exit},
     };
     return all;
 }

@@ -127,8 +127,10 @@ std::optional<Heard> Mac::hear(const std::string& application) {
 // The person and the machine -----------------------------------------------------------------------------------------
 
 void Mac::perform(const Saying& saying) {
+    const bool isRestart = saying.words.front().text == "restart";
+    if (isRestart) stopCommand();
     act(saying);
-    if (saying.words.front().text == "restart")
+    if (isRestart)
         for (const std::string& application : applications())
             stop(application);
     rest();

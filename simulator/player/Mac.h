@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <stdexcept>
@@ -80,6 +81,14 @@ public:
     /// "com.example.camera user" of each request that has not ended, oldest first.
     virtual WordList requests() = 0;
 
+    /// Waits until that holds, as long as the command may bring it about; says whether it does.
+    virtual bool await(const std::function<bool()>& holds) { return holds(); }
+    /// The application under test, if there is one. A new start or a restart of the Mac stops it, too.
+    virtual void startCommand() { throw withoutCommand(); }
+    virtual void stopCommand() {}
+    /// Waits for its end.
+    virtual int statusOfCommand() { throw withoutCommand(); }
+
 protected:
     struct Application {
         BundleOnDisk bundle;
@@ -98,6 +107,8 @@ protected:
     std::map<std::string, Application> applications_;
 
 private:
+    static NotDone withoutCommand() { return NotDone{"no command to test; use: sysextctl play FILE -- COMMAND"}; }
+
     virtual void write(const BundleOnDisk& bundle) = 0;
     virtual void remove(const BundleOnDisk& bundle) = 0;
     /// Answers how the service will call it.

@@ -35,11 +35,12 @@ constexpr auto configuration = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DT
 
 constexpr auto activation = "[D-BUS Service]\nName=%1\nExec=\"%2/sysextd\"\n";
 
-/// Its input is open as long as this process lives, and holds nothing.
+/// Its input is open as long as this process lives, and holds nothing. It ends the command under test, too.
 constexpr auto keeping = R"(trap '' HUP INT TERM PIPE
 folder=$(mktemp -d "${TMPDIR:-/tmp}/sysextctl-XXXXXX") || exit 1
 echo "$folder"
 cat >/dev/null
+[ ! -s "$folder/command" ] || kill -s KILL -- -$(cat "$folder/command") 2>/dev/null
 while [ -e "$folder" ]; do rm -rf "$folder" 2>/dev/null; done
 )";
 

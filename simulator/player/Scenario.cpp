@@ -204,6 +204,7 @@ std::optional<Mismatch> play(const Scenario& scenario, Mac& mac, const std::func
         }
         text = "no line expects what follows";
         expectNothing(mac);
+        mac.stopCommand();
     } catch (const NotDone& problem) {
         return Mismatch{line, text + ": " + problem.what()};
     }

@@ -157,6 +157,11 @@ Play quit(Reading& reading) {
     return [application = takeApplication(reading)](Mac& mac) { mac.quit(application); };
 }
 
+template <void (Mac::*deed)()>
+Play ofTheCommand(Reading&) {
+    return [](Mac& mac) { (mac.*deed)(); };
+}
+
 } // namespace
 
 const std::vector<LineVerb>& lineVerbs() {
@@ -174,6 +179,8 @@ const std::vector<LineVerb>& lineVerbs() {
         {"properties", "ID [as NAME] [called REQUEST]", ask<RequestKind::properties>},
         {"answer", "REQUEST replace|cancel [as NAME]", answer},
         {"quit", "NAME", quit},
+        {"start", "", ofTheCommand<&Mac::startCommand>},
+        {"stop", "", ofTheCommand<&Mac::stopCommand>},
         {"expect", "WHAT ...", readExpectation},
     };
     return verbs;

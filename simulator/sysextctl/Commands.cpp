@@ -216,7 +216,8 @@ Run read(const WordList& words) {
         return [text] { say(QString::fromStdString(text)); };
     }
     const Command& command = knownCommand(words.front());
-    const bool isHelp = isOneOf(rest, "--help") || (!rest.empty() && asksForHelp(rest.front()));
+    const WordList own{rest.begin(), std::find(rest.begin(), rest.end(), "--")}; // of play, another program follows
+    const bool isHelp = isOneOf(own, "--help") || (!rest.empty() && asksForHelp(rest.front()));
     if (isHelp) return [&command] { say(QString::fromStdString(help(command))); };
     if (!command.read) return readVerb(words);
     Words reading{plainWords(rest), "sysextctl " + usageOf(command.word, command.usage), std::string{command.word}};

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <memory>
@@ -22,6 +23,12 @@ installed and every setting at its default, and affects no other simulated Mac.
   --bus      plays it on a bus and a service of its own, with real processes; without it, in this process
   --verbose  prints each step before it is played
   --tap      prints the results in the Test Anything Protocol, for test harnesses
+  --timeout  is how long a line waits for the command, 30 s by default
+With COMMAND, a scenario tests another application: the line "start" starts COMMAND on the bus of the scenario. One of
+its words is the program of a bundle, such as Meter.app/Contents/MacOS/meter, whose folder counts as /Applications. Then
+lines that expect copies, requests, or an exit status wait until they match. "stop", "restart", another "start", and the
+end of the scenario end the command and all that it started. The scenario fails if the command ended by itself with
+another status than 0, unless "expect exit" names it; 128 is added to the number of a signal.
 Ends with 0 if everything went as expected, 1 if not, and 2 if a scenario cannot be read or understood.
 
 Each line is one of these; # starts a comment, and a word that contains a blank is in "quotes". NAME is an
@@ -50,6 +57,8 @@ Example:
 
 struct Orders {
     WordList files;
+    QStringList command;
+    std::int64_t timeout = 0;
     bool isOnBus = false;
     bool isVerbose = false;
     bool isTap = false;
@@ -62,7 +71,8 @@ struct Outcome {
 };
 
 std::unique_ptr<player::Mac> newMac(const Orders& orders) {
-    if (orders.isOnBus) return std::make_unique<player::BusMac>(QCoreApplication::applicationDirPath());
+    const QString programs = QCoreApplication::applicationDirPath();
+    if (orders.isOnBus) return std::make_unique<player::BusMac>(programs, orders.command, orders.timeout);
     return std::make_unique<player::CoreMac>();
 }
 
@@ -73,6 +83,9 @@ QString lineAt(const std::string& file, std::size_t line, const std::string& tex
 Outcome playFile(const std::string& file, const Orders& orders) {
     try {
         const auto scenario = player::readScenarioFile(file);
+        const auto isStart = [](const player::Step& step) { return step.text == "start"; };
+        if (!orders.command.isEmpty() && std::none_of(scenario.begin(), scenario.end(), isStart))
+            throw player::ScenarioError{file + ": no line starts the command; add the line \"start\""};
         const auto begins = [&](const player::Step& step) {
             if (orders.isVerbose) say((orders.isTap ? "# " : "") + lineAt(file, step.line, step.text) + u'\n');
         };
@@ -129,9 +142,22 @@ std::string detailsOfPlay() {
     return beforeTheGrammar + player::grammar() + behindTheGrammar;
 }
 
+QStringList takeCommand(Words& words) {
+    const auto typed = words.takeCommand();
+    QStringList command;
+    for (const std::string& word : typed.value_or(WordList{}))
+        command += QString::fromStdString(word);
+    const bool isApplication = !typed || !player::bundleOfCommand(command).isEmpty();
+    if (isApplication) return command;
+    words.fail("a command names the program in an application, such as Meter.app/Contents/MacOS/meter");
+}
+
 Run play(Words& words) {
     Orders orders;
-    orders.isOnBus = words.takeFlag("--bus");
+    orders.command = takeCommand(words);
+    orders.timeout = words.takeDurationOption("--timeout").value_or(30'000);
+    const bool isForced = words.takeFlag("--bus");
+    orders.isOnBus = isForced || !orders.command.isEmpty();
     orders.isVerbose = words.takeFlag("--verbose");
     orders.isTap = words.takeFlag("--tap");
     words.expect(1, std::numeric_limits<std::size_t>::max());
@@ -145,7 +171,7 @@ Run play(Words& words) {
 Command commandThatPlays() {
     return {"All of it, from a file",
             "play",
-            "FILE... [--bus] [--verbose] [--tap]",
+            "FILE... [--bus] [--verbose] [--tap] [--timeout TIME] [-- COMMAND]",
             "plays scenarios, each on a Mac of its own",
             detailsOfPlay(),
             play};

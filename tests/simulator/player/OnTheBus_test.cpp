@@ -1,9 +1,6 @@
 // "sysextctl play --bus": on a bus, a service and a store of its own.
 
-#include "tests/simulator/support/SimulatedMac.h"
-
-#include <QDir>
-#include <QFileSystemWatcher>
+#include "tests/simulator/player/APlayer.h"
 
 #include <csignal>
 
@@ -11,18 +8,8 @@ namespace simulator::tests {
 
 namespace {
 
-/// Players whose temporary files lie in a folder of the test's own.
-class APlayer : public testing::Test {
+class AScenario : public APlayer {
 protected:
-    QProcessEnvironment environment() const {
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
-        environment.insert("TMPDIR", folder_.path());
-        return environment;
-    }
-    std::unique_ptr<Program> started(const QString& file) const {
-        return std::make_unique<Program>(SYSEXTCTL, QStringList{"play", file, "--bus"}, environment());
-    }
     /// Plays a scenario of these lines; what it complains about begins with the line's number.
     Outcome play(const QByteArray& text) {
         const auto file = written(text);
@@ -31,18 +18,6 @@ protected:
         if (outcome.errors.rfind(before, 0) == 0) outcome.errors.erase(0, before.size());
         return outcome;
     }
-    bool leavesNothing() const {
-        return until([&] { return QDir{folder_.path()}.isEmpty(); });
-    }
-    bool isThere() const {
-        return until([&] { return !QDir{folder_.path()}.isEmpty(); });
-    }
-
-private:
-    TestApplication application_;
-    QTemporaryDir folder_;
-    /// Makes each change of the folder an event.
-    QFileSystemWatcher watcher_{{folder_.path()}};
 };
 
 class AScenarioOnTheBus : public APlayer, public testing::WithParamInterface<const char*> {};
@@ -67,7 +42,7 @@ INSTANTIATE_TEST_SUITE_P(, AScenarioOnTheBus,
                              return name;
                          });
 
-TEST_F(APlayer, EndsAtTheFirstLineThatDoesNotGoAsItSays) {
+TEST_F(AScenario, EndsAtTheFirstLineThatDoesNotGoAsItSays) {
     EXPECT_EQ(play("activate com.kelvra.ip-camera.cmio\nexpect needs approval\nexpect finished 0\nexpect nothing\n"),
               (Outcome{1, "", "3: \"expect finished 0\": Driver Manager heard nothing\n"}));
     EXPECT_EQ(

@@ -121,6 +121,8 @@ const Wrong wrongs[]{
     {"", "expect request com.x user", "the open requests are: none"},
     {"", "allow CAMERA", "CAMERA: no copy is waiting for approval"},
     {"", "allow com.x", "com.x: no such extension"},
+    {"", "start", "no command to test; use: sysextctl play FILE -- COMMAND"},
+    {"stop\n", "expect exit 0", "no command to test; use: sysextctl play FILE -- COMMAND"},
     {"", "answer com.x replace", "no question about com.x is open"},
     {"", "damage com.x.dext", "Driver Manager carries no com.x.dext"},
     {"", "profile plain-road.scenario", "the profile is no property list"},

@@ -72,8 +72,9 @@ const Misuse misuses[]{
      "staging, activated waiting for user, activated enabled, activated disabled, terminating for upgrade via "
      "delegate, terminating for uninstall, terminated waiting to uninstall on reboot"},
     {"wait x absent --timeout -1", "\"-1\" is not a time; examples: 90s, 5m, 250ms"},
-    {"play --tap",
-     "missing argument; usage: sysextctl play FILE... [--bus] [--verbose] [--tap]; see \"sysextctl play --help\""},
+    {"play --tap", "missing argument; usage: sysextctl play FILE... [--bus] [--verbose] [--tap] [--timeout TIME] [-- "
+                   "COMMAND]; see \"sysextctl play --help\""},
+    {"play a -- true", "a command names the program in an application, such as Meter.app/Contents/MacOS/meter"},
     {"allow", "missing argument; usage: sysextctl allow ID; see \"sysextctl allow --help\""},
 };
 
