@@ -46,10 +46,10 @@ TEST_F(TheExtensionService, TellsTheCopiesOfOneExtensionAlone) {
 }
 
 TEST_F(TheExtensionService, HandsVersionsOnAsTheyAre) {
-    act({"install", camera, "", "", "uninstalling"});
+    act({"install", camera, " ", " ", "uninstalling"});
     act({"install", camera, "二.一 β", " 00002105 ", "uninstalling"});
     act({"install", camera, std::string(4096, '1'), "-99999999999999999999", "uninstalling"});
-    EXPECT_THAT(copies(), ElementsAre("  uninstalling", "二.一 β  00002105  uninstalling",
+    EXPECT_THAT(copies(), ElementsAre("    uninstalling", "二.一 β  00002105  uninstalling",
                                       std::string(4096, '1') + " -99999999999999999999 uninstalling"));
 }
 

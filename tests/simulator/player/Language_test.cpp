@@ -196,36 +196,35 @@ TEST(AComplaint, NamesTheLineAndWhatWouldBeRight) {
     }
 }
 
+const char* const linesThatAreComplete[]{
+    "allow com.x",
+    "restart",
+    "reset --all",
+    "install com.x 1 1 enabled",
+    "uninstall - com.x",
+    "developer on",
+    "profile --remove",
+    "profile allow-team.mobileconfig",
+    "advance 1s",
+    "switch denial error",
+    "fault next any silent",
+    "fault next any after 1s",
+    "fault next any 8 text --domain D",
+    "update \"Driver Manager\" to 1/1",
+    "answer com.x replace",
+    "quit \"Driver Manager\"",
+    "expect needs approval",
+    "expect finished 0 to com.x",
+    "expect failed 8 domain D",
+    "expect found none",
+    "expect nothing",
+    "expect copies com.x 1/1 activated enabled",
+    "expect requests 1",
+    "expect request com.x user",
+};
+
 TEST(AComplaint, IsMadeOfAWordTooMany) {
-    for (const std::string line : {"allow com.x",
-                                   "restart",
-                                   "reset --all",
-                                   "install com.x 1 1",
-                                   "install com.x 1 1 enabled",
-                                   "uninstall - com.x",
-                                   "developer on",
-                                   "profile --remove",
-                                   "profile allow-team.mobileconfig",
-                                   "advance 1s",
-                                   "switch denial error",
-                                   "fault next any silent",
-                                   "fault next any after 1s",
-                                   "fault next any 8 text --domain D",
-                                   "update \"Driver Manager\" to 1/1",
-                                   "move \"Driver Manager\" to /a",
-                                   "damage x.dext",
-                                   "activate com.x",
-                                   "answer com.x replace",
-                                   "quit \"Driver Manager\"",
-                                   "expect needs approval",
-                                   "expect finished 0 to com.x",
-                                   "expect failed 8 domain D",
-                                   "expect found none",
-                                   "expect nothing",
-                                   "expect copy com.x 1/1 enabled",
-                                   "expect copies com.x 1/1 activated enabled",
-                                   "expect requests 1",
-                                   "expect request com.x user"})
+    for (const std::string line : linesThatAreComplete)
         EXPECT_THAT(complaintAbout(line + " more"), HasSubstr(": unexpected \"more\"; usage: ")) << line;
     EXPECT_THAT(complaintAbout("reset --all --all"), HasSubstr(": unexpected \"--all\"; usage: "));
 }
