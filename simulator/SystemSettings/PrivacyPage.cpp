@@ -35,6 +35,10 @@ ExtensionContent contentOf(const CopyEntry& copy) {
             isOfCategory(copy, u".cmio")};
 }
 
+bool isQuestion(const RequestEntry& request) {
+    return request.stage == u"authorization";
+}
+
 QString nameOf(const QString& identifier, const QList<CopyEntry>& copies) {
     const auto copy = std::find_if(copies.begin(), copies.end(), [&identifier](const CopyEntry& candidate) {
         return candidate.identifier == identifier;
@@ -58,9 +62,18 @@ PageContent pageOf(const QList<CopyEntry>& copies) {
     return page;
 }
 
+QSet<QString> decisionsOf(const QList<CopyEntry>& copies, const QList<RequestEntry>& requests) {
+    QSet<QString> decisions;
+    for (const auto& copy : copies)
+        if (copy.condition == u"waiting") decisions += QStringLiteral("copy %1").arg(copy.number);
+    for (const auto& request : requests)
+        if (request.stage == u"user" || isQuestion(request))
+            decisions += QStringLiteral("request %1").arg(request.number);
+    return decisions;
+}
+
 std::optional<QuestionContent> questionOf(const QList<RequestEntry>& requests, const QList<CopyEntry>& copies) {
-    const auto open = std::find_if(requests.begin(), requests.end(),
-                                   [](const RequestEntry& request) { return request.stage == u"authorization"; });
+    const auto open = std::find_if(requests.begin(), requests.end(), isQuestion);
     if (open == requests.end()) return std::nullopt;
     return QuestionContent{open->identifier, nameOf(open->identifier, copies),
                            QFileInfo{open->application}.completeBaseName()};

@@ -3,6 +3,7 @@
 #include "simulator/bus/Types.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
 
 #include <array>
@@ -42,6 +43,9 @@ using PageContent = std::array<SectionContent, 3>;
 
 /// Sorts the copies into the lists, each in the order given.
 PageContent pageOf(const QList<CopyEntry>& copies);
+
+/// What waits for a person: each copy that needs approval, and each request about which someone is asked.
+QSet<QString> decisionsOf(const QList<CopyEntry>& copies, const QList<RequestEntry>& requests);
 
 /// The administrator's question about one extension.
 struct QuestionContent {

@@ -2,6 +2,7 @@
 
 #include "simulator/SystemSettings/Accessibility.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -138,6 +139,16 @@ SettingsWindow::SettingsWindow(const QDBusConnection& bus) : client_{bus} {
     client_.refresh();
 }
 
+void SettingsWindow::Show() {
+    // A window of Wayland cannot raise itself, but a new one is in front.
+    if (QGuiApplication::platformName() == u"wayland" && !isActiveWindow()) hide();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    QApplication::alert(this);
+}
+
 void SettingsWindow::arrange() {
     arrangePage();
     arrangeFooter();
@@ -194,6 +205,12 @@ void SettingsWindow::showLists(const QList<CopyEntry>& copies, const QList<Reque
     restart_.setEnabled(true);
     orderTabs();
     showQuestion(questionOf(requests, copies));
+    noticeDecisions(decisionsOf(copies, requests));
+}
+
+void SettingsWindow::noticeDecisions(const QSet<QString>& decisions) {
+    if (decisions_ && !decisions_->contains(decisions)) Show();
+    decisions_ = decisions;
 }
 
 void SettingsWindow::showAbsence(const QString& reason, bool canBeStarted) {

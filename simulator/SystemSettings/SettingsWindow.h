@@ -73,11 +73,22 @@ private:
     QList<QPointer<QWidget>> candidates_;
 };
 
+/// The name of the one System Settings on a bus.
+inline constexpr auto windowName = "com.kelvra.Simulator1.SystemSettings";
+
 /// "Privacy & Security": what a person sees of the simulated Mac's extensions and does about them.
 class SettingsWindow : public QWidget {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.kelvra.Simulator1.SystemSettings")
+
 public:
     /// Asks for the lists at once, and follows every change.
     explicit SettingsWindow(const QDBusConnection& bus);
+
+public slots:
+    /// Brings it to the front, also if it is minimized or closed; where a window may not do that, it asks for
+    /// attention.
+    Q_SCRIPTABLE void Show();
 
 private:
     void arrange();
@@ -86,6 +97,8 @@ private:
     void connectClient();
 
     void showLists(const QList<CopyEntry>& copies, const QList<RequestEntry>& requests);
+    /// Comes to the front if a person is asked something new. What waited before it was opened is not.
+    void noticeDecisions(const QSet<QString>& decisions);
     void showAbsence(const QString& reason, bool canBeStarted);
     void hideSections();
     void showQuestion(const std::optional<QuestionContent>& question);
@@ -106,6 +119,7 @@ private:
     PlainText hint_{"hint", "A restart ends every application."};
     Button restart_{"Restart"};
     AuthorizationSheet sheet_{*this, client_};
+    std::optional<QSet<QString>> decisions_;
     /// Where focus was before the lists last changed, or the question was asked.
     FocusPlace focusPlace_;
 };

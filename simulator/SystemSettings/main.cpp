@@ -1,6 +1,7 @@
 #include "simulator/SystemSettings/SettingsWindow.h"
 
 #include <QApplication>
+#include <QDBusMessage>
 #include <QEvent>
 #include <QScreen>
 
@@ -8,6 +9,8 @@
 #include <cstdio>
 
 namespace {
+
+using simulator::settings::windowName;
 
 /// What an application's window and the gap to it may take.
 constexpr int roomBeside = 480;
@@ -33,6 +36,12 @@ protected:
     }
 };
 
+/// Asks the one that runs to come to the front; false if there is none.
+bool showsTheOther(const QDBusConnection& bus) {
+    const auto call = QDBusMessage::createMethodCall(windowName, simulator::objectPath, windowName, "Show");
+    return bus.call(call).type() == QDBusMessage::ReplyMessage;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -42,7 +51,11 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("System Settings");
     simulator::registerTypes();
     simulator::settings::useAppearance(application);
-    simulator::settings::SettingsWindow window{QDBusConnection::sessionBus()};
+    auto bus = QDBusConnection::sessionBus();
+    simulator::settings::SettingsWindow window{bus};
+    bus.registerObject(simulator::objectPath, &window, QDBusConnection::ExportScriptableSlots);
+    if (!bus.registerService(windowName) && showsTheOther(bus)) return 0;
+    QApplication::setQuitOnLastWindowClosed(!QApplication::arguments().contains("--stay"));
     Announcer announcer;
     window.installEventFilter(&announcer);
     window.move(placeFor(window));

@@ -16,6 +16,7 @@ from events import note, wait_until
 from program import Program
 
 SESSION = Path(__file__).resolve().parents[2] / "tools/session"
+MAC = SESSION.parents[1] / "mac"
 NO_BUS = {"DBUS_SESSION_BUS_ADDRESS": "", "XDG_RUNTIME_DIR": ""}
 
 
@@ -140,18 +141,29 @@ class ASessionWithABusOfItsOwn(SessionTest):
         session.wait_for_last_line()
         self.assertEqual(["session: the application ended with status 143"], session.errors)
 
-    def test_prints_commands_that_a_shell_takes_wherever_it_lies(self):
+    def test_is_played_from_another_terminal_wherever_its_build_lies(self):
         place = self.desktop.folder / "user's build"
         place.symlink_to(BUILD)
         self.open_session(build=place)
-        printed = next(line for line in self.session.output if "from another terminal: " in line)
-        self.assertEqual(0, self.desktop.run("bash", "-c", printed.partition(": ")[2]).status)
+        self.assertIn("0 extension(s)", self.play("list").output)
+        self.assertIn("./mac", "".join(self.session.output))
 
-    def test_goes_on_without_the_window_of_system_settings(self):
+    def test_is_played_no_more_when_it_has_ended(self):
+        self.open_session()
+        self.interrupt()
+        self.assertEqual(1, self.play("list").status)
+        self.assertRegex(self.play("settings").errors[0], "^mac: no session is under way")
+
+    def play(self, *words):
+        return self.desktop.run(MAC, *words)
+
+    def test_goes_on_without_the_window_of_system_settings_and_opens_it_again(self):
         self.open_session()
         self.desktop.display.close_window(SETTINGS)
         wait_until(lambda: not self.desktop.display.windows(SETTINGS), "the window of System Settings closes")
         self.assertTrue(self.desktop.display.windows(TITLE))
+        self.assertEqual(0, self.play("settings").status)
+        self.desktop.display.window(SETTINGS)
         self.desktop.display.close_window(TITLE)
         self.expect_end(0)
 
@@ -223,8 +235,20 @@ class ASessionOnTheBusThatIsThere(SessionTest):
 
     def test_ends_a_system_settings_that_was_opened_by_hand(self):
         self.open_session()
+        os.kill(self.session.number_of("SystemSettings"), signal.SIGTERM)
+        self.desktop.bus.wait_for_end_of(f"{SERVICE}.SystemSettings")
         self.desktop.start([BUILD / "bin/SystemSettings"]).wait_for_line("System Settings is open.")
         self.interrupt()
+
+    def test_opens_the_one_system_settings_that_comes_when_something_is_asked(self):
+        opened_before = self.desktop.start([BUILD / "bin/SystemSettings"])
+        opened_before.wait_for_line("System Settings is open.")
+        self.open_session()
+        opened_before.wait_for_end()
+        self.desktop.display.close_window(SETTINGS)
+        wait_until(lambda: not self.desktop.display.windows(SETTINGS), "the window of System Settings closes")
+        self.sysextctl("install", CAMERA, "2.1", "2105", "waiting")
+        self.desktop.display.window(SETTINGS)
 
     def test_puts_back_the_service_file_of_another(self):
         another = "[D-BUS Service]\nName=com.kelvra.Simulator1\nExec=/bin/true\n"

@@ -1,5 +1,6 @@
 import unittest
 
+from application import TITLE
 from case import CAMERA, NETWORK, SETTINGS, MacTest
 from desktop import BUILD
 from events import wait_until
@@ -7,11 +8,14 @@ from program import QuietProgram
 from screen import Atspi, Screen
 
 
+ICONIC = 3  # as Xlib's WM_STATE has it
+
+
 class SettingsTest(MacTest):
-    def open(self, *copies):
+    def open(self, *copies, options=()):
         for identifier, *condition in copies:
             self.mac.does("install", identifier, "2.1", "2105", *condition)
-        self.program = self.desktop.start([BUILD / "bin/SystemSettings"], program=QuietProgram)
+        self.program = self.desktop.start([BUILD / "bin/SystemSettings", *options], program=QuietProgram)
         self.screen = Screen(self.program)
         self.screen.wait_for_node("Other Extensions", Atspi.Role.LIST)
 
@@ -63,6 +67,76 @@ class AssistiveTechnologyInSystemSettings(SettingsTest):
         listener = Listener()
         self.desktop.bus.kill_service()
         listener.take_until(("state-changed:showing", 1, "notification", "The simulated Mac is not running."))
+
+
+class TheWindowOfSystemSettings(SettingsTest):
+    """It comes when there is something to decide, wherever it was."""
+
+    def expect_it_comes(self, ask):
+        ask()
+        self.desktop.display.wait_until_active(SETTINGS)
+        stack = self.desktop.display.property(self.desktop.display.root, "_NET_CLIENT_LIST_STACKING")
+        self.assertEqual(self.desktop.display.window(SETTINGS).id, stack[-1])
+
+    def install_what_needs_approval(self):
+        self.mac.does("install", CAMERA, "2.1", "2105", "waiting")
+
+    def cover(self):
+        application = self.open_application()
+        self.desktop.display.raise_window(TITLE)
+        return application
+
+    def close(self):
+        self.desktop.display.close_window(SETTINGS)
+        wait_until(lambda: not self.desktop.display.windows(SETTINGS), "the window closes")
+
+    def test_comes_to_the_front_when_an_extension_needs_approval(self):
+        self.open()
+        self.cover()
+        self.expect_it_comes(self.install_what_needs_approval)
+
+    def test_comes_to_the_front_when_an_administrator_is_asked(self):
+        self.open((NETWORK,))
+        application = self.cover()
+        self.expect_it_comes(lambda: application.choose("Remove", "Network Driver"))
+
+    def test_comes_back_where_it_was_minimized(self):
+        self.open()
+        window = self.desktop.display.window(SETTINGS)
+        self.cover()
+        self.desktop.display.tell_window_manager("WM_CHANGE_STATE", window, ICONIC)
+        hidden = self.desktop.display.connection.intern_atom("_NET_WM_STATE_HIDDEN")
+        state = lambda: self.desktop.display.property(window, "_NET_WM_STATE") or []  # noqa: E731
+        wait_until(lambda: hidden in state(), "the window is minimized")
+        self.expect_it_comes(self.install_what_needs_approval)
+        self.assertNotIn(hidden, state())
+
+    def test_comes_back_where_it_was_closed_and_stays(self):
+        self.open(options=["--stay"])
+        self.close()
+        self.expect_it_comes(self.install_what_needs_approval)
+
+    def test_ends_where_it_was_closed_otherwise(self):
+        self.open()
+        self.close()
+        self.assertEqual(0, self.program.wait_for_end())
+
+    def test_is_one_and_comes_to_the_front_when_it_is_opened_again(self):
+        self.open()
+        self.cover()
+        again = []
+        self.expect_it_comes(lambda: again.append(self.desktop.run(BUILD / "bin/SystemSettings")))
+        self.assertEqual([0, []], [again[0].status, again[0].errors])
+        self.assertEqual(1, len(self.desktop.display.windows(SETTINGS)))
+
+    def test_keeps_its_place_while_nothing_new_is_asked(self):
+        self.open((CAMERA, "waiting"), (NETWORK,))
+        application = self.cover()
+        self.mac.does("disable", NETWORK)
+        self.screen.wait_for_text("Disabled")
+        self.mac.does("allow", CAMERA)
+        self.screen.wait_for_node("Enable Camera")
+        self.assertTrue(application.screen.is_active())
 
 
 if __name__ == "__main__":

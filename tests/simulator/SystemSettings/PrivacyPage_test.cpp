@@ -64,6 +64,13 @@ TEST(AnExtensionOnThePage, SaysHowItStands) {
     EXPECT_EQ(only(leaving).status, "Being removed");
 }
 
+TEST(TheDecisions, AreTheCopiesThatNeedApprovalAndTheRequestsThatAskSomeone) {
+    EXPECT_EQ(decisionsOf({copyIn("enabled"), copyIn("waiting")}, {}), QSet<QString>{"copy 0"});
+    EXPECT_EQ(decisionsOf({}, {question("x", "user")}), QSet<QString>{"request 1"});
+    EXPECT_EQ(decisionsOf({}, {question("x")}), QSet<QString>{"request 1"});
+    EXPECT_EQ(decisionsOf({}, {question("x", "removing")}), QSet<QString>{});
+}
+
 TEST(TheQuestion, IsTheOldestThatAsksForAnAdministratorIfThereIsOne) {
     const auto asked =
         questionOf({question("x", "user"), question(network), question("y")}, {copyIn("enabled", network)});
