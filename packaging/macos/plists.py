@@ -4,7 +4,7 @@ import plistlib
 
 
 def read_plist(file):
-    """The dictionary that a property list holds; None where there is none."""
+    """The dictionary in a property list; None if there is none."""
     try:
         return dictionary(file.read_bytes())
     except OSError:
@@ -12,7 +12,7 @@ def read_plist(file):
 
 
 def read_profile(file):
-    """The dictionary of a provisioning profile, a property list in a signed envelope; None where there is none."""
+    """The dictionary of a provisioning profile, a property list in a signed envelope; None if there is none."""
     try:
         envelope = file.read_bytes()
     except OSError:
@@ -30,6 +30,6 @@ def dictionary(content):
 
 
 def team_of(profile):
-    """The team that a profile is of; None if it does not say."""
+    """The team of a profile; None if it has none."""
     teams = (profile or {}).get("TeamIdentifier")
     return teams[0] if isinstance(teams, list) and teams else None

@@ -71,11 +71,11 @@ class Run(Tree):
         self.assertIn("usage: ./run [--fresh]", program.output)
 
     def test_says_in_one_line_what_option_it_does_not_know(self):
-        self.expect(self.start("--frsh"), 2, "run: unknown option --frsh; ./run --help shows what there is")
+        self.expect(self.start("--frsh"), 2, "run: unknown option --frsh; see ./run --help")
 
     def test_names_the_command_to_use_where_there_is_no_display_before_it_builds(self):
         self.write_script("build", 'touch "${0%/*}/built"')
-        self.expect(self.start(), 1, "run: there is no display here; use: xvfb-run -a ./run")
+        self.expect(self.start(), 1, "run: there is no display; use: xvfb-run -a ./run")
         self.assertFalse((self.root / "built").exists())
 
     def test_hands_over_to_the_session_of_what_was_built(self):

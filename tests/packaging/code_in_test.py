@@ -37,13 +37,13 @@ class TheCodeInAnExtension(AnExtension):
             self.bundle(bundle)
         self.assertEqual(self.found(), bundles)
 
-    def test_is_a_helper_wherever_it_lies_and_whatever_its_name(self):
+    def test_is_a_helper_with_any_place_and_name(self):
         helpers = ["Contents/Helpers/a tool", "Contents/MacOS/helper", "Contents/Resources/table.dat"]
         for helper in helpers:
             self.write(helper)
         self.assertEqual(self.found(), helpers)
 
-    def test_is_known_by_each_magic_number(self):
+    def test_is_recognized_by_each_magic_number(self):
         thin = ("feedface", "cefaedfe", "feedfacf", "cffaedfe")
         heads = [bytes.fromhex(magic) + ONE_ARCHITECTURE for magic in thin]
         heads += [bytes.fromhex(magic) + ONE_ARCHITECTURE for magic in ("cafebabe", "cafebabf")]
@@ -53,18 +53,18 @@ class TheCodeInAnExtension(AnExtension):
                 self.write("Contents/Helpers/helper", head + b"the rest")
                 self.assertEqual(self.found(), ["Contents/Helpers/helper"])
 
-    def test_is_no_other_file(self):
+    def test_is_not_any_other_file(self):
         java = bytes.fromhex("cafebabe 00000034")
         for content in (b"", b"\xcf", b"#!/bin/sh\n", java, b"<?xml version"):
             with self.subTest(content):
                 self.write("Contents/Helpers/helper", content)
                 self.assertEqual(self.found(), [])
 
-    def test_is_a_library_by_its_name_too(self):
+    def test_includes_a_library_by_its_name(self):
         self.write("Contents/Frameworks/codec.dylib", b"")
         self.assertEqual(self.found(), ["Contents/Frameworks/codec.dylib"])
 
-    def test_comes_before_whatever_holds_it(self):
+    def test_comes_before_what_contains_it(self):
         self.bundle("Contents/XPCServices/A.xpc")
         self.bundle("Contents/XPCServices/A.xpc/Contents/Frameworks/B.framework", "Resources/Info.plist")
         self.write("Contents/XPCServices/A.xpc/Contents/Frameworks/B.framework/Helpers/tool")
@@ -74,14 +74,14 @@ class TheCodeInAnExtension(AnExtension):
         expected = [f"{inside}/Helpers/tool", "Contents/Helpers/C.app/Contents/MacOS/other", inside]
         self.assertEqual(self.found(), [*expected, "Contents/Helpers/C.app", "Contents/XPCServices/A.xpc"])
 
-    def test_is_named_once_where_a_link_leads_to_it(self):
+    def test_is_listed_once_despite_a_link_to_it(self):
         self.write("Contents/Helpers/tool")
         os.symlink("tool", self.camera / "Contents/Helpers/link")
         self.bundle("Contents/Helpers/A.app")
         os.symlink("A.app", self.camera / "Contents/Helpers/B.app")
         self.assertEqual(self.found(), ["Contents/Helpers/A.app", "Contents/Helpers/tool"])
 
-    def test_is_no_bundle_of_images_alone_that_has_no_property_list(self):
+    def test_excludes_a_bundle_of_images_without_a_property_list(self):
         self.write("Contents/Resources/Images.bundle/image.png", b"png")
         self.assertEqual(self.found(), [])
 
@@ -106,14 +106,14 @@ class TheMainExecutable(AnExtension):
         os.symlink("Versions/Current/Codec", self.camera / framework / "Codec")
         self.assertEqual(self.found(), [framework])
 
-    def test_has_the_name_of_its_bundle_where_none_is_given(self):
+    def test_has_the_name_of_its_bundle_by_default(self):
         self.bundle("Contents/PlugIns/A.bundle")
         self.write("Contents/PlugIns/A.bundle/Contents/MacOS/A")
         self.assertEqual(self.found(), ["Contents/PlugIns/A.bundle"])
 
 
 class TheCommand(AnExtension):
-    def test_stops_at_a_file_that_it_cannot_read(self):
+    def test_stops_at_an_unreadable_file(self):
         broken = PermissionError(13, "Permission denied", "the/file")
         with unittest.mock.patch.object(code_in, "is_mach_o", side_effect=broken):
             with unittest.mock.patch("sys.argv", ["code-in", str(self.camera)]):

@@ -49,7 +49,7 @@ class OnAMac(support.WithFolder):
 
 
 class TheRunCommand(OnAMac):
-    def test_builds_with_what_apple_brings_and_starts_the_application_alone(self):
+    def test_builds_with_make_and_starts_only_the_application(self):
         self.assertEqual(self.start("./run").returncode, 0)
         expected = [
             "xcode-select --print-path",
@@ -59,18 +59,18 @@ class TheRunCommand(OnAMac):
         ]
         self.assertEqual(self.calls(), expected)
 
-    def test_has_no_simulated_mac_to_begin_anew_with(self):
+    def test_refuses_to_reset_a_simulated_mac(self):
         answer = self.start("./run", "--fresh")
-        line = "run: --fresh is for the simulated Mac, and this is a real one\n"
+        line = "run: --fresh resets the simulated Mac; this is a real Mac\n"
         self.assertEqual((answer.returncode, answer.stderr, self.calls()), (2, line, []))
 
-    def test_starts_nothing_that_was_not_built(self):
+    def test_starts_nothing_if_the_build_fails(self):
         self.give("make", "#!/bin/sh\nexit 2\n")
         answer = self.start("./run")
         self.assertEqual((answer.returncode, answer.stderr), (1, "run: the build failed\n"))
         self.assertNotIn("Driver Manager ", self.calls())
 
-    def test_does_not_configure_again_what_is_configured(self):
+    def test_does_not_configure_a_configured_build_again(self):
         self.start("./run")
         (self.root / "build/release/Makefile").touch()
         self.log.unlink()
@@ -85,7 +85,7 @@ class TheTestCommand(OnAMac):
         self.assertEqual(self.calls()[1], "cmake --fresh --preset dev -G Unix Makefiles")
         self.assertRegex(self.calls()[3], rf"^ctest --preset dev --parallel {self.processors()} .* -R Banner$")
 
-    def test_checks_all_that_there_is_to_check_on_a_mac(self):
+    def test_runs_all_checks_that_a_mac_has(self):
         for preset in ("dev", "asan"):
             (self.root / "build" / preset).mkdir()
         self.assertEqual(self.start("./test", "--all").returncode, 0)
@@ -94,14 +94,14 @@ class TheTestCommand(OnAMac):
 
 
 class WhatAMacNeeds(OnAMac):
-    def test_is_asked_for_when_the_command_line_tools_are_missing(self):
+    def test_is_reported_for_the_command_line_tools(self):
         self.give("xcode-select", "#!/bin/sh\nexit 2\n")
         line = "install-packages: Apple's command line tools are missing: xcode-select --install\n"
         self.assert_stops(line)
 
-    def test_is_asked_for_when_cmake_is_missing(self):
+    def test_is_reported_for_cmake(self):
         (self.bin / "cmake").unlink()
-        self.assert_stops("install-packages: CMake is missing: it is at cmake.org, and has to be on the PATH\n")
+        self.assert_stops("install-packages: CMake is missing: get it from cmake.org and add it to the PATH\n")
 
     def assert_stops(self, line):
         for command in ("./run", "./test"):

@@ -22,22 +22,22 @@ class TheTeam(support.WithFolder):
         self.assertEqual(self.configure(support.TEAM).returncode, 0)
         return plistlib.loads((self.place / file).read_bytes())
 
-    def test_has_ten_capitals_and_digits(self):
+    def test_has_ten_capital_letters_and_digits(self):
         for team in ("abcde12345", "ABCDE1234", "ABCDE123456", "ABCDE-2345"):
             with self.subTest(team=team):
-                rule = f'the team, from DRIVER_MANAGER_TEAM, is "{team}", but must be ten capitals and digits'
+                rule = f'the team, from DRIVER_MANAGER_TEAM, is "{team}", but must be ten capital letters and digits'
                 self.assertIn(f"entitlements.plist: {rule}", self.configure(team).stderr)
 
-    def test_is_filled_into_the_entitlements(self):
+    def test_is_written_to_the_entitlements(self):
         self.assertEqual(self.contents("entitlements.plist"), support.GRANTED)
 
-    def test_without_which_nothing_is_there_that_names_one(self):
+    def test_is_required_for_the_files_that_name_it(self):
         self.configure(support.TEAM)
         self.assertEqual(len(list(self.place.iterdir())), 2)
         self.configure("")
         self.assertEqual(list(self.place.iterdir()), [])
 
-    def test_is_the_one_whose_extensions_a_managed_mac_allows_and_lets_go_and_nothing_else(self):
+    def test_is_the_only_one_in_the_profile_for_managed_macs(self):
         profile = self.contents("system-extension-policy.mobileconfig")
         [policy] = profile["PayloadContent"]
         extensions = {support.TEAM: [name.rsplit(".", 1)[0] for name in support.ENTITLEMENTS]}
@@ -97,7 +97,7 @@ class TheConfiguration(unittest.TestCase):
     def files(self, folder):
         return {str(file.relative_to(folder)) for file in folder.rglob("*") if file.is_file()}
 
-    def test_gives_the_application_what_the_system_asks_for(self):
+    def test_writes_the_required_keys_of_the_application(self):
         info = plistlib.loads((self.contents / "Info.plist").read_bytes())
         expected = {
             "CFBundleIdentifier": "com.kelvra.driver-manager",
@@ -116,28 +116,28 @@ class TheConfiguration(unittest.TestCase):
         there = {file.name for file in (self.build / "packaging/macos").iterdir()}
         self.assertLessEqual({"entitlements.plist", "system-extension-policy.mobileconfig"}, there)
 
-    def test_embeds_the_extensions_as_they_are_and_nothing_that_is_gone(self):
+    def test_embeds_the_extensions_unchanged_and_removes_deleted_files(self):
         self.assertEqual(self.files(self.embedded), self.files(self.folder) - {"README.md"})
         executable = self.embedded / self.executable.relative_to(self.folder)
         self.assertEqual(executable.stat().st_mode & 0o777, 0o755)
         self.assertTrue((self.embedded / self.framework.relative_to(self.folder) / "Versions/Current").is_symlink())
 
     @unittest.skipIf(sys.platform == "darwin", "a Mac has signatures of its own, and no seals")
-    def test_seals_a_driver_that_is_flat_in_its_root_and_another_extension_in_its_contents(self):
+    def test_seals_a_flat_driver_in_its_root_and_another_extension_in_its_contents(self):
         rules = "".join(file.read_text() for name in ("build.ninja", "build.make") for file in self.build.rglob(name))
         seals = set(re.findall(r"SystemExtensions/([\w.-]+(?:/Contents)?/_SimulatedSignature\.plist)", rules))
         expected = {str(support.contents(pathlib.Path(name)) / SEAL) for name in support.ENTITLEMENTS}
         self.assertEqual(seals, expected)
 
-    def test_stops_for_a_build_that_the_application_would_stop_at(self):
+    def test_stops_for_a_build_number_that_the_application_rejects(self):
         rule = 'CFBundleVersion, from DRIVER_MANAGER_BUILD, is "2.1.5", but must be a plain decimal integer such as 2105'
         self.assert_stops(f"Info.plist: {rule}", BUILD="2.1.5")
 
-    def test_stops_with_a_line_for_each_thing_that_is_wrong_with_the_extensions(self):
+    def test_stops_with_a_line_for_each_problem_of_the_extensions(self):
         (self.folder / support.CAMERA).rename(self.folder / "Camera.systemextension")
         self.addCleanup((self.folder / "Camera.systemextension").rename, self.folder / support.CAMERA)
-        name = f"has to be named {support.CAMERA}, after its CFBundleIdentifier"
-        problem = f"its profile is of team {support.TEAM}, but the application and all it carries of OTHER12345"
+        name = f"must be named {support.CAMERA}, after its CFBundleIdentifier"
+        problem = f"its profile has the team {support.TEAM}, but the application has the team OTHER12345"
         drivers = [f"{self.folder}/{driver}: {problem}" for driver in (support.BASE, support.NETWORK)]
         self.assert_stops(f"{self.folder}/Camera.systemextension: {name}", *drivers, TEAM="OTHER12345")
 

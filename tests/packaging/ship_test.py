@@ -133,14 +133,14 @@ class Shipping(WithBuild):
         order = [f"{CARRIED}/{BASE}", *carried, f"{CARRIED}/{CAMERA}", f"{CARRIED}/{NETWORK}", STAGED, UNFINISHED]
         self.assertEqual([command[-1] for command in signatures(self.commands)], order)
 
-    def test_gives_each_signature_the_identity_a_time_and_where_code_runs_the_hardened_runtime(self):
+    def test_gives_each_signature_identity_and_time_and_code_the_hardened_runtime(self):
         for command in signatures(self.commands):
             with self.subTest(command[-1]):
                 self.assertIn("--timestamp", command)
                 self.assertEqual(command[command.index("--sign") + 1], support.IDENTITY)
                 self.assertEqual("--options runtime" in " ".join(command), command[-1] != UNFINISHED)
 
-    def test_keeps_what_each_extension_and_all_that_it_carries_is_entitled_to_and_entitles_the_application(self):
+    def test_keeps_the_entitlements_of_the_extensions_and_sets_those_of_the_application(self):
         staging = "build/shipped/staging/entitlements"
         expected = {f"{CARRIED}/{CAMERA}/{code}": "--preserve-metadata=identifier,entitlements" for code in CODE}
         for name in support.ENTITLEMENTS:
@@ -164,20 +164,20 @@ class Shipping(WithBuild):
         created = [["hdiutil", "create", "-volname", UNFINISHED]]
         self.assertEqual(steps, application + created + image)
 
-    def test_makes_an_image_of_the_application_beside_the_folder_that_it_has_to_go_to(self):
+    def test_makes_an_image_with_the_application_and_a_link_to_applications(self):
         image = self.made.place / "build/shipped/staging/image"
         self.assertEqual(sorted(os.listdir(image)), ["Applications", "Driver Manager.app"])
         self.assertEqual(os.readlink(image / "Applications"), "/Applications")
         self.assertEqual(self.answer.stdout.splitlines()[-1], IMAGE)
         self.assertEqual(self.made.images(), [self.made.place / IMAGE])
 
-    def test_shows_whatever_it_runs_and_leaves_the_build_as_it_was(self):
+    def test_prints_each_command_and_leaves_the_build_unchanged(self):
         shown = {" ".join(command) for command in self.commands}
         ran = [call for call in self.made.calls() if not call.startswith(READS_A_SIGNATURE)]
         self.assertEqual([call for call in ran if call not in shown], [])
         self.assertEqual(sorted(self.made.app.rglob("*")), self.before)
 
-    def test_is_shown_exactly_by_a_dry_run_which_changes_nothing_and_runs_only_what_reads(self):
+    def test_is_printed_by_a_dry_run_which_changes_nothing(self):
         self.assertEqual((self.dry.returncode, self.dry.stderr), (0, ""))
         self.assertEqual(words(self.dry.stdout), self.commands)
         self.assertEqual([call for call in self.calls_of_dry_run if not call.startswith(READS_A_SIGNATURE)], [])
@@ -189,22 +189,22 @@ class ADryRun(WithBuild):
         self.assertEqual(answer.stderr.splitlines(), [f"ship: would stop: {line}" for line in lines])
         self.assertEqual(answer.returncode, 3)
 
-    def test_works_without_a_build_and_without_a_mac_and_tells_what_would_stop(self):
+    def test_works_without_a_build_and_a_mac_and_reports_what_would_stop(self):
         shutil.rmtree(self.place / "build")
         shutil.rmtree(self.tools)
         answer = self.ship("--dry-run")
         self.assert_tells(
             answer,
-            f"{APP}: is not there; cmake --build --preset ship makes it",
-            "build/packaging/macos/entitlements.plist: is not there; "
+            f"{APP}: is missing; cmake --build --preset ship makes it",
+            "build/packaging/macos/entitlements.plist: is missing; "
             "cmake --preset ship -D DRIVER_MANAGER_TEAM=... makes it",
-            f"{APP}: has to be signed, and no identity is given; give --identity",
-            f"{APP}: has to be notarized, and no credentials are given; give --notary-profile",
-            f"{APP}: has to be entitled, and no profile is given; give --provisioning-profile",
+            f"{APP}: must be signed; give --identity",
+            f"{APP}: must be notarized; give --notary-profile",
+            f"{APP}: needs a provisioning profile; give --provisioning-profile",
         )
         self.assertEqual(len(signatures(words(answer.stdout))), 5)
 
-    def test_tells_everything_that_is_wrong_with_a_build_and_with_what_it_is_shipped_with(self):
+    def test_reports_all_problems_of_a_build_and_of_the_arguments(self):
         shutil.rmtree(self.extensions / CAMERA)
         (self.extensions / BASE).rename(self.extensions / "base.dext")
         (self.app / "Contents/_SimulatedSignature.plist").touch()
@@ -212,15 +212,15 @@ class ADryRun(WithBuild):
         other = "Developer ID Application: Kelvra (OTHER12345)"
         self.assert_tells(
             self.dry_run(identity=other),
-            f"{APP}/Contents/_SimulatedSignature.plist: is a seal of the simulator, and no Mac may be given one",
-            f"{APP}/Contents/Library/SystemExtensions/base.dext: has to be named {BASE}, after its CFBundleIdentifier",
+            f"{APP}/Contents/_SimulatedSignature.plist: is a seal of the simulator, which must not ship",
+            f"{APP}/Contents/Library/SystemExtensions/base.dext: must be named {BASE}, after its CFBundleIdentifier",
             f"{APP}/Contents/Library/SystemExtensions/{CAMERA}: is missing",
-            f'{APP}: has to be signed with a "Developer ID Application" of team ABCDE12345, not with "{other}"',
+            f'{APP}: must be signed with a "Developer ID Application" certificate of team ABCDE12345, not with "{other}"',
             f"{self.profile}: does not grant com.apple.developer.system-extension.install",
         )
 
-    def test_tells_what_is_wrong_with_a_property_list(self):
-        rule = "has to be there, and a text"
+    def test_reports_a_problem_of_a_property_list(self):
+        rule = "must be present, and text"
         for changes, problem in (
             ({"CFBundleVersion": "2.1"}, 'CFBundleVersion is "2.1", but must be a plain decimal integer'),
             ({"CFBundleVersion": ""}, 'CFBundleVersion is "", but must be a plain decimal integer'),
@@ -244,32 +244,32 @@ class APackagingThatCannotSucceed(WithBuild):
         self.assertEqual(self.images(), [])
         return answer
 
-    def test_stops_at_the_first_thing_that_a_dry_run_would_tell_of(self):
+    def test_stops_at_the_first_problem_that_a_dry_run_reports(self):
         shutil.rmtree(self.extensions / CAMERA)
         problem = f"{APP}/Contents/Library/SystemExtensions/{CAMERA}: is missing"
         self.assert_stops(problem, *self.options(identity=None))
 
     def test_with_an_identity_that_is_not_in_the_keychain_stops(self):
-        rule = f'has to be signed with "{support.IDENTITY}", which is not in the keychain'
+        rule = f'must be signed with "{support.IDENTITY}", which is not in the keychain'
         self.assert_stops(f"{APP}: {rule}", FAKE_MAC_IDENTITY="Developer ID Application: Other")
 
     def test_with_an_executable_for_one_architecture_stops(self):
-        rule = "has to run on x86_64, and is built for arm64"
+        rule = "must run on x86_64, but is built for arm64"
         self.assert_stops(f"{APP}/Contents/MacOS/Driver Manager: {rule}", FAKE_MAC_ARCHITECTURES="arm64")
 
-    def test_for_want_of_a_tool_stops(self):
+    def test_without_a_tool_stops(self):
         (self.tools / "hdiutil").unlink()
-        self.assert_stops("hdiutil: is not there; a Mac has it, with Apple's command line tools")
+        self.assert_stops("hdiutil: is missing; install Apple's command line tools")
 
-    def test_that_the_notary_does_not_accept_stops_shows_its_log_and_leaves_no_image_of_an_earlier_success(self):
+    def test_that_the_notary_rejects_stops_shows_the_log_and_leaves_no_earlier_image(self):
         (self.place / IMAGE).parent.mkdir(parents=True)
         (self.place / IMAGE).touch()
-        rule = "the notary does not accept it; its log is above"
+        rule = "the notary rejected it; its log is above"
         answer = self.assert_stops(f"{STAGED}: {rule}", FAKE_MAC_NOTARY="Invalid")
         self.assertEqual(self.calls()[-1], "xcrun notarytool log a-number --keychain-profile kelvra")
         self.assertEqual(answer.stdout.splitlines()[-1], self.calls()[-1])
 
-    def test_stops_at_a_tool_that_fails_and_names_it(self):
+    def test_stops_at_a_failing_tool_and_names_it(self):
         for call, problem in (
             ("codesign --display --xml", f"{CARRIED}/{BASE}: codesign failed"),
             ("codesign --verify", f"{STAGED}: codesign failed"),
@@ -285,18 +285,18 @@ class TheCommandLine(support.WithFolder):
     def ship(self, *arguments):
         return support.run(support.PACKAGING / "ship", *arguments, cwd=self.place)
 
-    def test_refuses_what_it_does_not_know(self):
+    def test_refuses_an_unknown_option(self):
         answer = self.ship("--dry-rum", "build")
         self.assertEqual((answer.returncode, answer.stdout), (2, ""))
-        self.assertEqual(answer.stderr, "ship: unknown option --dry-rum; --help shows what there is\n")
+        self.assertEqual(answer.stderr, "ship: unknown option --dry-rum; see --help\n")
 
-    def test_wants_a_value_for_each_option_that_has_one(self):
+    def test_requires_a_value_for_each_option_that_takes_one(self):
         for option in ("--identity", "--notary-profile", "--provisioning-profile"):
             with self.subTest(option):
                 answer = self.ship(option)
-                self.assertEqual((answer.returncode, answer.stderr), (2, f"ship: {option} wants a value\n"))
+                self.assertEqual((answer.returncode, answer.stderr), (2, f"ship: {option} needs a value\n"))
 
-    def test_explains_itself(self):
+    def test_prints_its_help(self):
         answer = self.ship("--help")
         self.assertEqual(answer.returncode, 0)
         self.assertTrue(answer.stdout.startswith("usage: packaging/macos/ship"))

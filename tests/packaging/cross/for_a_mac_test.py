@@ -78,24 +78,24 @@ class TheWorkflow(ConfiguredForAMac):
     def run_step(cls, beginning, *arguments):
         return support.run(*cls.step(beginning), *arguments, cwd=support.ROOT)
 
-    def test_ends_its_dry_run_with_nothing_that_would_stop(self):
+    def test_passes_a_dry_run(self):
         answer = self.run_step("packaging/macos/ship", self.build)
         self.assertEqual((answer.returncode, answer.stderr), (0, ""))
 
-    def test_makes_a_bundle_that_holds_what_a_mac_can_show_and_nothing_of_linux(self):
+    def test_makes_a_bundle_with_files_for_a_mac_and_none_for_linux(self):
         rendered = {file.name for file in (support.ROOT / "assets/icons/rendered").iterdir()}
         self.assertEqual(self.files(self.contents / "Resources"), rendered)
         self.assertIn(f"{self.info['CFBundleIconFile']}.icns", rendered)
 
-    def test_makes_a_bundle_that_holds_the_extensions_that_it_is_given(self):
+    def test_makes_a_bundle_with_the_given_extensions(self):
         given = self.files(self.place / "placeholders/extensions")
         self.assertEqual(self.files(self.contents / "Library/SystemExtensions"), given)
 
-    def test_builds_for_both_architectures_and_from_the_oldest_system_on_that_the_bundle_names(self):
+    def test_builds_for_both_architectures_and_the_oldest_system_of_the_bundle(self):
         self.assertIn("-arch arm64 -arch x86_64", self.link)
         self.assertIn(f"-mmacosx-version-min={self.info['LSMinimumSystemVersion']} ", self.link)
 
-    def test_links_the_application_with_nothing_but_the_system_and_itself(self):
+    def test_links_the_application_only_with_the_system_and_itself(self):
         self.assertEqual(re.findall(r"(?:^| )-l\S+", self.link), [])
         self.assertEqual(set(re.findall(r"-framework (\w+)", self.link)), {"AppKit", "Foundation", "SystemExtensions"})
         for library in re.findall(r"\S+\.(?:a|dylib|tbd)\b", self.link):
@@ -114,7 +114,7 @@ class TheTestsForAMac(ConfiguredForAMac):
             with self.subTest(program):
                 self.assertTrue((self.build / program).is_dir())
 
-    def test_are_those_of_its_own_sources_too_that_need_no_part_to_be_played(self):
+    def test_include_those_of_its_own_sources_that_need_no_stand_in(self):
         folder = support.ROOT / "tests/platform/macos/services"
         played = {file for file in folder.glob("*_test.*") if "tests/macos/gnustep/" in file.read_text()}
         wanted = {*folder.glob("*_test.*"), support.ROOT / "tests/platform/text/Text_test.cpp"} - played
@@ -123,12 +123,12 @@ class TheTestsForAMac(ConfiguredForAMac):
         compiled = {pathlib.Path(command["file"]) for command in commands if "_tests_fake.dir" not in command["command"]}
         self.assertEqual(wanted - compiled, set())
 
-    def test_come_with_a_bundle_that_holds_no_sample_of_an_extension(self):
+    def test_come_with_a_bundle_without_sample_extensions(self):
         self.assertFalse((self.contents / "Library").exists())
 
 
 class ThePresets(unittest.TestCase):
-    def test_instrument_what_is_written_in_either_language(self):
+    def test_instrument_the_code_in_both_languages(self):
         presets = json.loads((support.ROOT / "CMakePresets.json").read_text())["configurePresets"]
         all_variables = [preset.get("cacheVariables", {}) for preset in presets]
         sanitizing = [of for of in all_variables if "-fsanitize" in of.get("CMAKE_CXX_FLAGS_DEBUG", "")]

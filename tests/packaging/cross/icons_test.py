@@ -27,7 +27,7 @@ class TheImages(support.WithFolder):
         support.run("pdftocairo", "-png", "-transp", "-r", "576", "-singlefile", file, self.place / "page", check=True)
         return pixels((self.place / "page.png").read_bytes())
 
-    def test_are_rendered_of_every_drawing_and_of_nothing_else(self):
+    def test_exist_for_every_drawing_and_nothing_else(self):
         drawings = {f"{svg.stem}.pdf" for svg in DRAWINGS.glob("*.svg")} - {"AppIcon.pdf"}
         self.assertEqual({file.name for file in RENDERED.iterdir()}, drawings | {"AppIcon.icns"})
 
@@ -37,14 +37,14 @@ class TheImages(support.WithFolder):
                 fresh = renderer.pdf(DRAWINGS / f"{file.stem}.svg")
                 self.assertTrue(look_alike(self.page(file.read_bytes()), self.page(fresh)))
 
-    def test_are_told_from_a_drawing_that_was_changed_by_a_tenth_of_a_unit(self):
+    def test_differ_from_a_drawing_changed_by_a_tenth_of_a_unit(self):
         drawing = (DRAWINGS / "Ethernet.svg").read_text()
         moved = self.place / "moved.svg"
         moved.write_text(drawing.replace("M7 6v3", "M7.1 6v3"))
         self.assertNotEqual(moved.read_text(), drawing)
         self.assertFalse(look_alike(self.page(renderer.pdf(moved)), self.page((RENDERED / "Ethernet.pdf").read_bytes())))
 
-    def test_are_as_many_points_wide_as_the_drawing_has_units_and_made_of_lines_and_not_of_pixels(self):
+    def test_are_as_many_points_wide_as_the_drawing_has_units_and_contain_no_pixels(self):
         for name, points in (("Ethernet", 22), ("VideoCameraDark", 22), ("trash", 20)):
             with self.subTest(name):
                 facts = support.run("pdfinfo", RENDERED / f"{name}.pdf", check=True).stdout
@@ -67,7 +67,7 @@ class TheApplicationIcon(support.WithFolder):
         for (_, picture), (_, width) in zip(held, renderer.PICTURES):
             self.assert_drawn(picture, width)
 
-    def test_has_small_pictures_that_another_reader_finds_as_they_were_drawn(self):
+    def test_has_small_pictures_that_another_reader_reads_correctly(self):
         support.run("icns2png", "-x", "-o", self.place, self.icon, check=True)
         for width in (16, 32):
             self.assert_drawn((self.place / f"AppIcon_{width}x{width}x32.png").read_bytes(), width)
