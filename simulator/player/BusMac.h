@@ -31,7 +31,7 @@ QByteArray lineOf(const QStringList& words);
 QStringList wordsIn(const QByteArray& line);
 
 /// A running application: a process that asks the service what it is told to, and tells what it hears; see
-/// submit/main.cpp for what is said. Whatever does not come about, such as an answer within a minute, is thrown as
+/// submit --help for what is said. Whatever does not come about, such as an answer within a minute, is thrown as
 /// NotDone.
 class ClientProcess {
 public:

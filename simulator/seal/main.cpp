@@ -5,15 +5,23 @@
 #include <QFileInfo>
 #include <QTextStream>
 
-// Seals a bundle: writes down whose it is, what it may do and what its files are, where the simulator looks for it.
-// Extensions are sealed before the application that holds them.
-
 namespace {
 
 using simulator::PropertyList;
 
 constexpr int badUsage = 2;
 constexpr int failed = 1;
+
+constexpr auto usage = "usage: seal BUNDLE --team TEAM [--entitlement KEY[=VALUE]]...";
+constexpr auto help = R"(usage: seal BUNDLE --team TEAM [--entitlement KEY[=VALUE]]...
+
+Seals a bundle: writes the file in which the simulator finds its team, its entitlements, and the checksums of its files.
+Seal the extensions first, then the application that contains them, and again after each change.
+  --team         the identifier of the team that signs it
+  --entitlement  what it may do: KEY alone is true, and the values of one KEY are a list
+Example: seal Meter.app --team EXAMPLE001 --entitlement com.apple.developer.system-extension.install
+Ends with 0 if the bundle is sealed, 1 if not, and 2 if an argument is unknown or missing.
+)";
 
 int complain(int code, const QString& problem) {
     QTextStream{stderr} << "seal: " << problem << "\n";
@@ -48,15 +56,15 @@ int sealBundle(const QString& path, const QString& team, const QStringList& enti
 int main(int argc, char** argv) {
     const QCoreApplication application{argc, argv};
     QCommandLineParser parser;
-    parser.setApplicationDescription("Seals a bundle for the simulator.");
     parser.addHelpOption();
-    parser.addOptions({{"team", "Whose bundle it is.", "team"},
-                       {"entitlement", "What it may do; may be given several times.", "key[=value]"}});
-    parser.addPositionalArgument("bundle", "The bundle's folder.");
-    parser.process(application);
-    const QStringList bundles = parser.positionalArguments();
-    if (bundles.size() != 1 || !parser.isSet("team")) {
-        return complain(badUsage, "usage: seal BUNDLE --team TEAM [--entitlement KEY[=VALUE]]...");
+    parser.addOptions({{"team", {}, "team"}, {"entitlement", {}, "key[=value]"}});
+    const bool isUnderstood = parser.parse(application.arguments());
+    if (isUnderstood && parser.isSet("help")) {
+        QTextStream{stdout} << help;
+        return 0;
     }
+    const QStringList bundles = parser.positionalArguments();
+    if (!isUnderstood) return complain(badUsage, parser.errorText());
+    if (bundles.size() != 1 || !parser.isSet("team")) return complain(badUsage, usage);
     return sealBundle(bundles.first(), parser.value("team"), parser.values("entitlement"));
 }

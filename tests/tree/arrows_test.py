@@ -44,6 +44,7 @@ LAYERS = {
     "platform/macos": Layer(sees=("platform", "platform/ui", "platform/posix"), system=EVERYTHING),
     "simulator": Layer(sees=("simulator/core",), system=EVERYTHING),
     "simulator/core": Layer(),
+    "examples": Layer(system=EVERYTHING),
     "tests": Layer(sees=EVERYTHING, system=EVERYTHING),
     "benchmarks": Layer(sees=EVERYTHING, system=EVERYTHING),
 }
@@ -83,7 +84,7 @@ def allowed(name, include):
 def generated(name, path):
     """What the build makes of the interface's description: adaptors and proxies; and Qt's own ".moc" files."""
     if path.endswith(".moc"):
-        return name in ("platform/linux", "simulator")
+        return name in ("platform/linux", "simulator", "examples")
     return name == "simulator" and path.lower().endswith(("proxy.h", "adaptor.h", "interface.h"))
 
 
