@@ -22,9 +22,8 @@ public:
     ui::Size size(const ui::ImageReference& image) const;
     /// An NSImage, nil if it is missing. It lives as long as this does.
     Native image(const ui::ImageReference& image) const;
-    /// Draws the image over all of `rect` in the current graphics context, which is flipped and has `scale` pixels a
-    /// point; a symbol in `color`.
-    void draw(const ui::ImageReference& image, const ui::Rect& rect, const ui::Color& color, double scale) const;
+    /// Draws the image over all of `rect` in the current graphics context, which is flipped; a symbol in `color`.
+    void draw(const ui::ImageReference& image, const ui::Rect& rect, const ui::Color& color) const;
 
 private:
     struct Loaded;

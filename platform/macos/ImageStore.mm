@@ -43,17 +43,17 @@ void drawOver(NSImage* const image, const NSRect rect) {
                  hints:nil];
 }
 
-/// The symbol in `color`, a point for each pixel that it will cover: how many pixels an image has that one draws in is
-/// for the system to say, but it has one a point at least.
-Retained<NSImage> tinted(NSImage* const symbol, const NSSize pixels, const ui::Color& color) {
-    const NSRect whole = NSMakeRect(0, 0, pixels.width, pixels.height);
-    Retained<NSImage> image{[[NSImage alloc] initWithSize:pixels]};
-    [image.get() lockFocus];
-    drawOver(symbol, whole);
-    [toNSColor(color) set];
-    NSRectFillUsingOperation(whole, NSCompositingOperationSourceIn);
-    [image.get() unlockFocus];
-    return image;
+/// The symbol in `color`, drawn anew for the resolution that it is drawn at. Autoreleased.
+NSImage* tinted(NSImage* const symbol, const NSSize size, const ui::Color& color) {
+    NSColor* const tint = toNSColor(color);
+    return [NSImage imageWithSize:size
+                          flipped:NO
+                   drawingHandler:^BOOL(const NSRect whole) {
+                     drawOver(symbol, whole);
+                     [tint set];
+                     NSRectFillUsingOperation(whole, NSCompositingOperationSourceIn);
+                     return YES;
+                   }];
 }
 
 } // namespace
@@ -80,14 +80,11 @@ ui::Size ImageStore::size(const ui::ImageReference& image) const {
     return {[found size].width, [found size].height};
 }
 
-void ImageStore::draw(const ui::ImageReference& image, const ui::Rect& rect, const ui::Color& color,
-                      const double scale) const {
+void ImageStore::draw(const ui::ImageReference& image, const ui::Rect& rect, const ui::Color& color) const {
     NSImage* const found = static_cast<NSImage*>(this->image(image));
     if (!found || rect.width <= 0 || rect.height <= 0) return;
     const NSRect target = toNSRect(rect);
-    if (!isSymbol(image)) return drawOver(found, target);
-    const NSSize pixels = NSMakeSize(rect.width * scale, rect.height * scale);
-    drawOver(tinted(found, pixels, color).get(), target);
+    drawOver(isSymbol(image) ? tinted(found, target.size, color) : found, target);
 }
 
 } // namespace platform

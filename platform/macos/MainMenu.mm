@@ -39,9 +39,10 @@ std::vector<Entry> applicationEntries(const std::string& name) {
             {"Quit " + name, @selector(terminate:), "q"}};
 }
 
+/// What edits text declares neither undo: nor redo:.
 std::vector<Entry> editEntries() {
-    return {{"Undo", @selector(undo:), "z"},
-            {"Redo", @selector(redo:), "z", shiftCommand},
+    return {{"Undo", NSSelectorFromString(@"undo:"), "z"},
+            {"Redo", NSSelectorFromString(@"redo:"), "z", shiftCommand},
             line,
             {"Cut", @selector(cut:), "x"},
             {"Copy", @selector(copy:), "c"},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/macos/Native.h"
 #include "platform/ui/Scene.h"
 
 #include <memory>
@@ -31,5 +32,8 @@ private:
 
     std::unique_ptr<State> state_;
 };
+
+/// Whether the window of an NSView is handling a press, from when a button of the mouse goes down to its release.
+bool isPressed(Native view);
 
 } // namespace platform

@@ -8,6 +8,27 @@
 #include <optional>
 #include <utility>
 
+/// Knows that it is pressed: the event may stay the current one for long after.
+@interface KelvraWindow : NSWindow {
+@public
+    bool isPressed_;
+}
+@end
+
+@implementation KelvraWindow
+
+- (void)sendEvent:(NSEvent*)event {
+    const bool before = isPressed_;
+    isPressed_ = before || [event type] == NSEventTypeLeftMouseDown;
+    @try {
+        [super sendEvent:event];
+    } @finally {
+        isPressed_ = before;
+    }
+}
+
+@end
+
 namespace platform {
 
 namespace {
@@ -16,13 +37,15 @@ constexpr NSWindowStyleMask style = NSWindowStyleMaskTitled | NSWindowStyleMaskC
                                     NSWindowStyleMaskMiniaturizable | NSWindowStyleMaskFullSizeContentView;
 
 Retained<NSWindow> makeWindow(const std::string& title) {
-    Retained<NSWindow> window{[[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 100, 100)
-                                                          styleMask:style
-                                                            backing:NSBackingStoreBuffered
-                                                              defer:NO]};
+    Retained<NSWindow> window{[[KelvraWindow alloc] initWithContentRect:NSMakeRect(0, 0, 100, 100)
+                                                              styleMask:style
+                                                                backing:NSBackingStoreBuffered
+                                                                  defer:NO]};
     [window.get() setReleasedWhenClosed:NO];
     [window.get() setTitle:toNSString(title)];
     [window.get() setTitlebarAppearsTransparent:YES];
+    // The canvas says where keys go.
+    [window.get() setAutorecalculatesKeyViewLoop:NO];
     // Every start is a first start: nothing is kept of a window.
     [window.get() setRestorable:NO];
     return window;
@@ -81,6 +104,11 @@ void MainWindow::present(const ui::Scene& scene) {
         }
         state_->canvas.present(scene);
     }
+}
+
+bool isPressed(const Native view) {
+    NSWindow* const window = [static_cast<NSView*>(view) window];
+    return [window isKindOfClass:[KelvraWindow class]] && static_cast<KelvraWindow*>(window)->isPressed_;
 }
 
 void MainWindow::show() {

@@ -2,6 +2,7 @@
 
 #include "platform/macos/CallbackGuard.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MainWindow.h"
 #include "platform/macos/NativeText.h"
 #include "platform/macos/Retained.h"
 #include "platform/macos/SceneControl.h"
@@ -35,7 +36,7 @@
 }
 
 - (BOOL)acceptsFirstResponder {
-    return takesFocus_ || !platform::isClicking();
+    return takesFocus_ || !platform::isPressed(self);
 }
 
 - (BOOL)canBecomeKeyView {
@@ -51,6 +52,12 @@
 // To assistive technology a control may be nothing and its cell all.
 - (NSArray*)accessibilityChildren {
     return NSAccessibilityUnignoredChildren(readingOrder_.get());
+}
+
+- (id)accessibilityHitTest:(NSPoint)point {
+    for (id member in readingOrder_.get())
+        if (NSPointInRect(point, [member accessibilityFrame])) return NSAccessibilityUnignoredDescendant(member);
+    return NSAccessibilityUnignoredAncestor(self);
 }
 
 @end
@@ -89,7 +96,7 @@ class SceneElement {
 public:
     SceneElement(NSView* const canvas, NSString* const role) {
         native_.get()->canvas_ = canvas;
-        [native_.get() setAccessibilityParent:canvas];
+        [native_.get() setAccessibilityParent:NSAccessibilityUnignoredAncestor(canvas)];
         [native_.get() setAccessibilityRole:role];
     }
     SceneElement(const SceneElement&) = delete;

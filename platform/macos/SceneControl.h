@@ -28,7 +28,7 @@ public:
 
     /// Gives the view keyboard focus.
     void takeFocus();
-    /// Whether the view accepts focus that is offered now: not from a click, which leaves it where it is.
+    /// Whether the view accepts focus that is offered now: not from a press, which leaves it where it is.
     bool acceptsFocus() const;
 
     /// The shape of the focus ring, in the view's points, and where it lies.
@@ -57,8 +57,5 @@ std::unique_ptr<SceneControl> makeSceneButton(const ImageStore& images);
 /// For a pull-down menu. Opens a menu of the control's items on a press. An open menu keeps the handlers that it was
 /// opened with; it closes when the control's place is gone.
 std::unique_ptr<SceneControl> makeSceneMenu(const ImageStore& images);
-
-/// Whether a button of the mouse has just gone down.
-bool isClicking();
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/macos/SceneControl.h"
 
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MainWindow.h"
 #include "platform/macos/NativeText.h"
 #include "platform/macos/ScenePainter.h"
 #include "platform/ui/Painting.h"
@@ -29,7 +30,7 @@ void SceneControl::takeFocus() {
 
 // While something is pressed a rebuild may give focus, too.
 bool SceneControl::acceptsFocus() const {
-    return takesFocus_ || !isClicking();
+    return takesFocus_ || !isPressed(view());
 }
 
 void SceneControl::fillFocusRingMask() const {
@@ -46,10 +47,6 @@ ui::Rect SceneControl::focusRingBounds() const {
     look.x -= hitArea_.x;
     look.y -= hitArea_.y;
     return look;
-}
-
-bool isClicking() {
-    return [[NSApp currentEvent] type] == NSEventTypeLeftMouseDown;
 }
 
 } // namespace platform

@@ -68,7 +68,7 @@ void ScenePainter::paint(const ui::TextRun& run) const {
 }
 
 void ScenePainter::paint(const ui::ImageRun& run) const {
-    images_.draw(run.image, grid_.snapped(run.rect), run.color, grid_.scale());
+    images_.draw(run.image, grid_.snapped(run.rect), run.color);
 }
 
 void ScenePainter::paint(const ui::MenuIndicator& indicator) const {

@@ -3,6 +3,7 @@
 
 #import <AppKit/AppKit.h>
 
+#include <cmath>
 #include <map>
 
 namespace {
@@ -12,6 +13,7 @@ struct Attributes {
     platform::Retained<NSString> role;
     platform::Retained<NSString> label;
     platform::Retained<NSObject> value;
+    id parent;
 };
 
 std::map<id, Attributes>& attributes() {
@@ -36,6 +38,10 @@ std::vector<std::string>& announcements() {
 - (void)removeFromSuperview {
     if ([self superview]) attributes().erase(self);
     [super removeFromSuperview];
+}
+
+- (NSRect)accessibilityFrame {
+    return [[self window] convertRectToScreen:[self convertRect:[self bounds] toView:nil]];
 }
 
 @end
@@ -67,16 +73,29 @@ std::vector<std::string>& announcements() {
 }
 
 - (void)setAccessibilityParent:(id)parent {
+    attributes()[self].parent = parent;
+}
+
+- (id)accessibilityParent {
+    return attributes()[self].parent;
 }
 
 @end
 
-// A control is nothing to assistive technology: its cell is the button.
+// A control is nothing to assistive technology: its cell is the button. Neither is any other view.
+id NSAccessibilityUnignoredDescendant(id element) {
+    return [element isKindOfClass:[NSControl class]] ? [element cell] : element;
+}
+
 NSArray* NSAccessibilityUnignoredChildren(NSArray* children) {
     NSMutableArray* const unignored = [NSMutableArray array];
     for (id child in children)
-        [unignored addObject:[child isKindOfClass:[NSControl class]] ? [child cell] : child];
+        [unignored addObject:NSAccessibilityUnignoredDescendant(child)];
     return unignored;
+}
+
+id NSAccessibilityUnignoredAncestor(id element) {
+    return [element isKindOfClass:[NSView class]] ? [element window] : element;
 }
 
 void NSAccessibilityPostNotification(id, NSString*) {
@@ -104,7 +123,26 @@ NSFontTextStyle const NSFontTextStyleTitle3 = @"title3";
 
 @end
 
+// A block that nobody keeps needs no more of its runtime than names.
+extern "C" {
+void* _NSConcreteStackBlock[32];
+void _Block_object_assign(void*, const void*, int) {
+}
+void _Block_object_dispose(const void*, int) {
+}
+}
+
 @implementation NSImage (Symbols)
+
++ (NSImage*)imageWithSize:(NSSize)size flipped:(BOOL)flipped drawingHandler:(BOOL (^)(NSRect destination))draw {
+    const NSSize pixel = [[GSCurrentContext() GSCurrentCTM] transformSize:NSMakeSize(1, 1)];
+    const NSSize pixels = NSMakeSize(size.width * std::abs(pixel.width), size.height * std::abs(pixel.height));
+    NSImage* const image = [[[NSImage alloc] initWithSize:pixels] autorelease];
+    [image lockFocus];
+    draw(NSMakeRect(0, 0, pixels.width, pixels.height));
+    [image unlockFocus];
+    return image;
+}
 
 + (NSImage*)imageWithSystemSymbolName:(NSString*)symbol accessibilityDescription:(NSString*)description {
     NSString* const file = [[NSBundle mainBundle] pathForResource:symbol ofType:@"png"];

@@ -4,6 +4,7 @@
 #include "tests/macos/gnustep/Display.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ struct Element {
     std::string value;
     /// In the scene's points.
     platform::ui::Rect rect;
+
+    friend bool operator==(const Element&, const Element&) = default;
 };
 
 /// Something that a test does once something holds, which is named for the failure where it never does.
@@ -56,15 +59,25 @@ public:
 
     /// In reading order.
     std::vector<Element> elements() const;
+    /// What assistive technology is told of a point of the scene; nothing where only the window is.
+    std::optional<Element> elementAt(platform::ui::Point point) const;
+    /// Whether the texts and images are told to be in the window: the canvas is nothing.
+    bool areInTheWindow() const;
     /// The values of the texts.
     std::vector<std::string> texts() const;
     bool shows(const std::string& text) const;
     bool has(const std::string& label) const;
     /// The label of what has keyboard focus; empty if no control has it.
     std::string focused() const;
+    /// Whether the control of that label accepts focus that is offered now.
+    bool acceptsFocus(const std::string& label) const;
+    /// Whether the window leaves the order of its controls alone.
+    bool keepsItsOrderOfKeys() const;
     /// Where the focus ring of the control of that label lies, in the points of its view.
     platform::ui::Rect focusRingOf(const std::string& label) const;
-    /// Each item of its menus, as "Edit: Redo shift-command-z"; a line is "-".
+    /// What the control fills for its focus ring, black on white, where it lies in the window's content.
+    Picture focusRingMaskOf(const std::string& label) const;
+    /// Each item of its menus, as "Edit: Redo shift-command-z redo:"; a line is "-".
     std::vector<std::string> mainMenu() const;
     /// Whether the system would fill the menu that opens from the application menu's item Services.
     bool offersServices() const;
@@ -81,7 +94,8 @@ public:
     /// Presses the control of that label, and takes the steps while the button is held down.
     void press(const std::string& label, std::vector<Step> steps);
     void click(const std::string& label);
-    /// Clicks where no control is. False if the application does not see to it.
+    /// Presses, or clicks, where no control is. False if the application does not see to it.
+    [[nodiscard]] bool pressBeside(platform::ui::Point point);
     [[nodiscard]] bool clickBeside(platform::ui::Point point);
     /// Draws the pointer from the menu of that label to the item, and releases it there.
     void choose(const std::string& label, const std::string& item);
@@ -97,6 +111,8 @@ private:
     static void runInFront(const std::function<void(Desk&)>& body);
     /// Whether the window is in front, where it is brought if need be, and painted.
     bool isReady();
+    /// Waits until an event of that type has been handled.
+    bool isHandled(unsigned long type);
     /// Points at the item of the open menu, and tells whether the menu has taken notice.
     bool isAtItem(const std::string& title);
     /// Where the control of that label is, in the scene's points.

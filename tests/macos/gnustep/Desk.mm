@@ -16,6 +16,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
+#include <map>
 #include <stdexcept>
 #include <utility>
 
@@ -133,6 +134,25 @@ std::string keyOf(NSMenuItem* const item) {
     return key + platform::textOf([item keyEquivalent]);
 }
 
+/// " undo:"; nothing for an item that opens a menu.
+std::string actionOf(NSMenuItem* const item) {
+    return [item submenu] ? "" : ' ' + platform::textOf(NSStringFromSelector([item action]));
+}
+
+macos_tests::Picture pictureOf(NSBitmapImageRep* const bitmap) {
+    const auto channel = [](const CGFloat component) {
+        return static_cast<std::uint8_t>(std::lround(component * 255));
+    };
+    macos_tests::Picture picture{static_cast<int>([bitmap pixelsWide]), static_cast<int>([bitmap pixelsHigh]), {}};
+    for (int y = 0; y < picture.height; ++y)
+        for (int x = 0; x < picture.width; ++x) {
+            NSColor* const color = [bitmap colorAtX:x y:y];
+            picture.pixels.push_back(
+                {channel([color redComponent]), channel([color greenComponent]), channel([color blueComponent])});
+        }
+    return picture;
+}
+
 platform::ui::Rect rectOf(const NSRect rect) {
     return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
 }
@@ -144,6 +164,12 @@ platform::ui::Rect placeOf(const id element) {
     return rectOf([sceneView() convertRect:inWindow fromView:nil]);
 }
 
+macos_tests::Element elementOf(const id told) {
+    const id element = toldOf(told);
+    return {platform::textOf([element accessibilityRole]), platform::textOf([element accessibilityLabel]),
+            platform::textOf([element accessibilityValue]), placeOf(element)};
+}
+
 } // namespace
 
 /// Runs the body of a test after the handling of an event, and its steps before each wait while something is tracked.
@@ -152,7 +178,7 @@ platform::ui::Rect placeOf(const id element) {
     Body body_;
     bool hasLaunched_;
     bool hasTracked_;
-    int releases_; // of the mouse, that nothing tracked
+    std::map<NSUInteger, int> handled_; // how many events of a type, but for those that something tracked
 }
 @end
 
@@ -178,7 +204,7 @@ platform::ui::Rect placeOf(const id element) {
 // The body begins with the first event, whichever it is: while it comes to the front an application may drop one.
 - (void)sendEvent:(NSEvent*)event {
     [super sendEvent:event];
-    if ([event type] == NSLeftMouseUp) ++releases_;
+    ++handled_[[event type]];
     if (const auto body = std::exchange(body_, nullptr)) body();
 }
 
@@ -309,13 +335,21 @@ Step Desk::onceAtItem(const std::string& title, std::function<void()> act) {
 
 std::vector<Element> Desk::elements() const {
     std::vector<Element> elements;
-    for (id child in [sceneView() accessibilityChildren]) {
-        const id element = toldOf(child);
-        elements.push_back({platform::textOf([element accessibilityRole]),
-                            platform::textOf([element accessibilityLabel]),
-                            platform::textOf([element accessibilityValue]), placeOf(element)});
-    }
+    for (id child in [sceneView() accessibilityChildren])
+        elements.push_back(elementOf(child));
     return elements;
+}
+
+std::optional<Element> Desk::elementAt(const platform::ui::Point point) const {
+    const NSRect inWindow = [sceneView() convertRect:NSMakeRect(point.x, point.y, 0, 0) toView:nil];
+    const id hit = [sceneView() accessibilityHitTest:[window() convertRectToScreen:inWindow].origin];
+    return hit == window() ? std::nullopt : std::optional{elementOf(hit)};
+}
+
+bool Desk::areInTheWindow() const {
+    for (id child in [sceneView() accessibilityChildren])
+        if (child == toldOf(child) && [child accessibilityParent] != window()) return false;
+    return true;
 }
 
 std::vector<std::string> Desk::texts() const {
@@ -340,16 +374,44 @@ std::string Desk::focused() const {
     return [focused isKindOfClass:[NSControl class]] ? platform::textOf([focused accessibilityLabel]) : "";
 }
 
+bool Desk::acceptsFocus(const std::string& label) const {
+    return [controlOf(label) acceptsFirstResponder];
+}
+
+bool Desk::keepsItsOrderOfKeys() const {
+    return ![window() autorecalculatesKeyViewLoop];
+}
+
 platform::ui::Rect Desk::focusRingOf(const std::string& label) const {
     return rectOf([controlOf(label) focusRingMaskBounds]);
+}
+
+Picture Desk::focusRingMaskOf(const std::string& label) const {
+    NSControl* const control = controlOf(label);
+    const NSRect whole = {NSZeroPoint, [sceneView() frame].size};
+    NSAffineTransform* const toScene = [NSAffineTransform transform];
+    [toScene translateXBy:NSMinX([control frame]) yBy:NSMaxY([sceneView() bounds]) - NSMinY([control frame])];
+    [toScene scaleXBy:1 yBy:-1];
+    NSImage* const image = [[[NSImage alloc] initWithSize:whole.size] autorelease];
+    [image lockFocus];
+    [[NSColor whiteColor] set];
+    NSRectFill(whole);
+    [NSGraphicsContext saveGraphicsState];
+    [toScene concat];
+    [control drawFocusRingMask];
+    [NSGraphicsContext restoreGraphicsState];
+    NSBitmapImageRep* const seen = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:whole] autorelease];
+    [image unlockFocus];
+    return pictureOf(seen);
 }
 
 std::vector<std::string> Desk::mainMenu() const {
     std::vector<std::string> items;
     for (NSMenuItem* menu in [[NSApp mainMenu] itemArray])
         for (NSMenuItem* item in [[menu submenu] itemArray])
-            items.push_back(platform::textOf([menu title]) + ": " +
-                            ([item isSeparatorItem] ? "-" : platform::textOf([item title]) + keyOf(item)));
+            items.push_back(
+                platform::textOf([menu title]) + ": " +
+                ([item isSeparatorItem] ? "-" : platform::textOf([item title]) + keyOf(item) + actionOf(item)));
     return items;
 }
 
@@ -427,13 +489,23 @@ void Desk::click(const std::string& label) {
     press(label, {atOnce([this] { releaseButton(); })});
 }
 
+bool Desk::pressBeside(const platform::ui::Point point) {
+    pointAt(point);
+    display_.pressButton();
+    return isHandled(NSLeftMouseDown);
+}
+
 bool Desk::clickBeside(const platform::ui::Point point) {
-    const int& releases = static_cast<TestApplication*>(NSApp)->releases_;
-    const int before = releases;
     pointAt(point);
     display_.pressButton();
     display_.releaseButton();
-    return until([&] { return releases != before; });
+    return isHandled(NSLeftMouseUp);
+}
+
+bool Desk::isHandled(const unsigned long type) {
+    int& handled = static_cast<TestApplication*>(NSApp)->handled_[type];
+    const int before = handled;
+    return until([&] { return handled != before; });
 }
 
 void Desk::choose(const std::string& label, const std::string& item) {

@@ -31,6 +31,10 @@ void refusedUnknownSelector(NSButton* button) {
     [button setAction:@selector(pressed:)]; // expected-error {{undeclared selector 'pressed:'}}
 }
 
+SEL refusedSelectorThatNobodyDeclares() {
+    return @selector(undo:); // expected-error {{undeclared selector 'undo:'}}
+}
+
 id refusedNil() {
     return [OSSystemExtensionRequest activationRequestForExtension:nil // expected-error {{null passed to a callee}}
                                                              queue:dispatch_get_main_queue()];

@@ -26,7 +26,7 @@ def declared(text):
     text = re.sub(r"[^;]*__attribute__\(\(unavailable[^;]*;", ";", text)
     methods = re.findall(r"^[-+] ?\([^;]*?\)(\w+)[;:]", text, re.MULTILINE)
     properties = re.findall(r"^@property[^;]*?(\w+);", text, re.MULTILINE)
-    functions = re.findall(r"^(?:void|NS\w+\*?|dispatch_queue_t) (\w+)\(", text, re.MULTILINE)
+    functions = re.findall(r"^(?:void|BOOL|SEL|_Nullable id|NS\w+\*?|dispatch_queue_t) (\w+)\(", text, re.MULTILINE)
     constants = re.findall(r"^extern [^;(]*?(\w+);", text, re.MULTILINE)
     enumerators = re.findall(r"\b(\w+) = ", text)
     return {*methods, *properties, *functions, *constants, *enumerators}

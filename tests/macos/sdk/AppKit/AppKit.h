@@ -98,7 +98,6 @@ enum NSLineBreakMode : NSUInteger { NSLineBreakByTruncatingTail = 4 };
 @interface NSImage : NSObject
 + (nullable instancetype)imageWithSystemSymbolName:(NSString*)symbol
                           accessibilityDescription:(nullable NSString*)description;
-- (instancetype)initWithSize:(NSSize)size;
 - (nullable instancetype)initWithContentsOfFile:(NSString*)path;
 @property NSSize size;
 - (void)drawInRect:(NSRect)destination
@@ -108,8 +107,7 @@ enum NSLineBreakMode : NSUInteger { NSLineBreakByTruncatingTail = 4 };
     respectFlipped:(BOOL)flipped
              hints:(nullable NSDictionary<NSString*, id>*)hints;
 // known
-- (void)lockFocus;
-- (void)unlockFocus;
++ (NSImage*)imageWithSize:(NSSize)size flipped:(BOOL)flipped drawingHandler:(BOOL (^)(NSRect destination))draw;
 @end
 
 typedef NSString* NSAppearanceName;
@@ -160,6 +158,7 @@ enum NSFocusRingType : NSUInteger { NSFocusRingTypeNone = 1 };
 @property (nullable, assign) NSView* nextKeyView;
 - (NSRect)convertRect:(NSRect)rect toView:(nullable NSView*)view;
 - (nullable NSArray*)accessibilityChildren;
+- (nullable id)accessibilityHitTest:(NSPoint)point;
 // looked up
 @property (getter=isFlipped, readonly) BOOL flipped;
 @property NSFocusRingType focusRingType;
@@ -234,10 +233,8 @@ enum NSPopUpArrowPosition : NSUInteger { NSPopUpNoArrow = 0 };
 - (void)menuDidClose:(NSMenu*)menu;
 @end
 
-// The actions of Edit's items, which whatever has focus answers.
-@interface NSResponder (Editing)
-- (void)undo:(nullable id)sender;
-- (void)redo:(nullable id)sender;
+// Of its actions, those that Edit's items send to whatever has focus.
+@interface NSText : NSView
 - (void)cut:(nullable id)sender;
 - (void)copy:(nullable id)sender;
 - (void)paste:(nullable id)sender;
@@ -262,7 +259,6 @@ enum NSApplicationActivationPolicy : NSInteger { NSApplicationActivationPolicyRe
 @property (nullable, strong) NSMenu* mainMenu;
 @property (nullable, strong) NSMenu* windowsMenu;
 @property (nullable, strong) NSMenu* servicesMenu;
-@property (nullable, readonly, strong) NSEvent* currentEvent;
 - (void)terminate:(nullable id)sender;
 - (void)hide:(nullable id)sender;
 - (void)unhideAllApplications:(nullable id)sender;
@@ -312,12 +308,14 @@ enum NSBackingStoreType : NSUInteger { NSBackingStoreBuffered = 2 };
 - (void)performMiniaturize:(nullable id)sender;
 - (void)performZoom:(nullable id)sender;
 @property (getter=isRestorable) BOOL restorable;
+@property BOOL autorecalculatesKeyViewLoop;
 @property (readonly) NSRect contentLayoutRect;
 @property (readonly) CGFloat backingScaleFactor;
 @property (nullable, assign) NSView* initialFirstResponder;
 @property (nullable, readonly, assign) NSResponder* firstResponder;
 - (BOOL)makeFirstResponder:(nullable NSResponder*)responder;
 - (NSRect)convertRectToScreen:(NSRect)rect;
+- (void)sendEvent:(NSEvent*)event;
 @end
 
 // Accessibility -------------------------------------------------------------------------------------------------------
@@ -339,6 +337,8 @@ extern const NSAccessibilityNotificationUserInfoKey NSAccessibilityPriorityKey;
 enum NSAccessibilityPriorityLevel : NSInteger { NSAccessibilityPriorityHigh = 90 };
 
 NSArray* NSAccessibilityUnignoredChildren(NSArray* originalChildren);
+_Nullable id NSAccessibilityUnignoredAncestor(id element);
+_Nullable id NSAccessibilityUnignoredDescendant(id element);
 void NSAccessibilityPostNotification(id element, NSAccessibilityNotificationName notification);
 void NSAccessibilityPostNotificationWithUserInfo(
     id element, NSAccessibilityNotificationName notification,

@@ -32,6 +32,7 @@ typedef CGRect NSRect;
 NSPoint NSMakePoint(CGFloat x, CGFloat y);
 NSSize NSMakeSize(CGFloat width, CGFloat height);
 NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height);
+BOOL NSPointInRect(NSPoint point, NSRect rect);
 extern const NSRect NSZeroRect;
 
 // A part of a text, in UTF-16 units.
@@ -89,6 +90,8 @@ struct NSFastEnumerationState {
 - (void)getCharacters:(unichar*)buffer range:(NSRange)range;
 - (NSRange)rangeOfComposedCharacterSequenceAtIndex:(NSUInteger)index;
 @end
+
+SEL NSSelectorFromString(NSString* name);
 
 @interface NSNumber : NSObject
 + (NSNumber*)numberWithInteger:(NSInteger)value;

@@ -72,6 +72,25 @@ TEST_F(Focus, GoesOnWhileAnotherControlIsPressed) {
     });
 }
 
+TEST_F(Focus, MayBeOfferedOnceAPressIsOver) {
+    run([](Desk& desk) {
+        bool isAcceptedMeanwhile = true;
+        desk.press("Activate Camera Driver", {atOnce([&] {
+                       isAcceptedMeanwhile = desk.acceptsFocus("Activate Network Driver");
+                       desk.releaseButton();
+                   })});
+        ASSERT_TRUE(isDone(desk));
+        EXPECT_FALSE(isAcceptedMeanwhile);
+        ASSERT_TRUE(desk.pressBeside({20, 215}));
+        EXPECT_TRUE(desk.acceptsFocus("Activate Network Driver"));
+        desk.releaseButton();
+    });
+}
+
+TEST_F(Focus, GoesInAnOrderThatTheWindowLeavesAlone) {
+    run([](Desk& desk) { EXPECT_TRUE(desk.keepsItsOrderOfKeys()); });
+}
+
 class FocusOnAScreen : public ScreenTest {};
 
 TEST_F(FocusOnAScreen, CanBeHadAgainAfterAllControlsWereGone) {

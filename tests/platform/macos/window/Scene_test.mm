@@ -42,6 +42,17 @@ TEST_F(TheScene, TellsWhatEachOfItIsInReadingOrder) {
     });
 }
 
+TEST_F(TheScene, TellsOfAPointWhatIsThere) {
+    run([](Desk& desk) {
+        for (const Element& element : desk.elements()) {
+            const ui::Rect& rect = element.rect;
+            EXPECT_EQ(desk.elementAt({rect.x + rect.width / 2, rect.y + rect.height / 2}), element) << element.label;
+        }
+        EXPECT_EQ(desk.elementAt({20, 215}), std::nullopt);
+        EXPECT_TRUE(desk.areInTheWindow());
+    });
+}
+
 TEST_F(TheScene, AnnouncesItsBannerOnceWhenItChangesAndNothingAtFirst) {
     run([this](Desk& desk) {
         EXPECT_THAT(standin::announcements(), testing::IsEmpty());
@@ -82,7 +93,9 @@ protected:
 
     /// Where the window differs from what has to be seen of the scene.
     static std::vector<std::string> differences(Desk& desk, const ui::Scene& scene) {
-        const Picture seen = desk.picture(static_cast<int>(scene.safeArea.top));
+        return differences(desk.picture(static_cast<int>(scene.safeArea.top)), scene);
+    }
+    static std::vector<std::string> differences(const Picture& seen, const ui::Scene& scene) {
         const auto at = [&](const int x, const int y) -> fake::PlainPicture::Channels {
             const Rgb pixel = seen.at(x, y);
             return {1.0 * pixel.red, 1.0 * pixel.green, 1.0 * pixel.blue};
@@ -128,14 +141,19 @@ TEST_F(AControl, LiesWhereAPressCountsAndEverythingElseWhereItIsSeen) {
     show(fake::screenStates().front(), unchanged, look);
 }
 
-TEST_F(AControl, HasAFocusRingAroundWhatIsSeenOfItInThePointsOfItsView) {
+TEST_F(AControl, HasAFocusRingOfTheShapeThatIsSeenOfIt) {
     const auto look = [](Desk& desk, const ui::Scene& scene) {
         for (const ui::Control* control : ui::controlsOf(scene)) {
             const ui::Rect area = ui::hitArea(scene, *control);
-            ui::Rect expected = ui::lookOf(*control).rect;
-            expected.x -= area.x;
-            expected.y -= area.y;
-            EXPECT_EQ(desk.focusRingOf(control->accessibleName), expected) << control->accessibleName;
+            const ui::Outline look = ui::lookOf(*control);
+            const ui::Rect bounds{look.rect.x - area.x, look.rect.y - area.y, look.rect.width, look.rect.height};
+            EXPECT_EQ(desk.focusRingOf(control->accessibleName), bounds) << control->accessibleName;
+            const Picture seen = desk.focusRingMaskOf(control->accessibleName);
+            const ui::Rect ground{0, -scene.safeArea.top, scene.size.width, scene.safeArea.top + scene.size.height};
+            ui::Scene mask = scene;
+            mask.nodes = {{ui::Fill{ground, ui::ShapeKind::rectangle, ui::Color::white}},
+                          {ui::Fill{look.rect, look.shape, ui::Color::black}}};
+            EXPECT_THAT(differences(seen, mask), testing::IsEmpty()) << control->accessibleName;
         }
     };
     show(fake::screenStates().front(), unchanged, look);

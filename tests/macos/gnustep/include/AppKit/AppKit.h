@@ -29,6 +29,8 @@ extern NSFontTextStyle const NSFontTextStyleTitle3;
 @end
 
 @interface NSImage (Symbols)
+/// Drawn at once, with a pixel for each that the current context has.
++ (NSImage*)imageWithSize:(NSSize)size flipped:(BOOL)flipped drawingHandler:(BOOL (^)(NSRect destination))draw;
 /// The drawing of that name in the main bundle.
 + (NSImage*)imageWithSystemSymbolName:(NSString*)symbol accessibilityDescription:(NSString*)description;
 @end
@@ -65,11 +67,14 @@ extern NSFontTextStyle const NSFontTextStyleTitle3;
 - (void)setAccessibilityValue:(id)value;
 - (id)accessibilityValue;
 - (void)setAccessibilityParent:(id)parent;
+- (id)accessibilityParent;
 @end
 
 /// What the application answers where the system asks.
 @interface NSObject (Asked)
 - (NSArray*)accessibilityChildren;
 - (NSRect)accessibilityFrame;
+- (id)accessibilityHitTest:(NSPoint)point;
+- (void)drawFocusRingMask;
 - (NSRect)focusRingMaskBounds;
 @end
