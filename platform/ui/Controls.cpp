@@ -8,7 +8,7 @@ namespace {
 
 constexpr double indicatorSize = 16;
 
-/// The control of a box; its title names it where no label does.
+/// The control of a box. Without an accessibility label, its title is its name.
 Control controlOf(const Box& box, const Rect& frame, const SceneWriter& scene, const std::string& title) {
     const std::string& label = box.environment().accessibleName;
     return {frame, scene.place(), label.empty() ? title : label, {}, {}};

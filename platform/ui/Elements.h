@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
-// What a screen is made of: a table of contents.
+// The elements of screens:
 //
-//   seen        Text, Image, Circle
-//   stacks      HStack, VStack, ZStack, and in them Spacer, Divider
+//   visible     Text, Image, Circle
+//   stacks      HStack, VStack, ZStack; inside them Spacer, Divider
 //   members     Group, ForEach, EmptyView
 //   controls    Button, Menu, and the Label of a menu's items
-//   observing   a view that follows an object
+//   observing   a view that is rebuilt when an object changes
 //
 // A screen is a value whose body reads like its description:
 //
@@ -33,29 +33,29 @@
 //         }
 //     };
 //
-// It stands in another one's body as it is: `VStack{HorizontalAlignment::center, Greeting{...}, Divider{}}`.
+// Use it in the body of another view: `VStack{HorizontalAlignment::center, Greeting{...}, Divider{}}`.
 
 namespace platform::ui {
 
-/// One line of text. It keeps its own size where it lacks less than a point, else it ends in an ellipsis.
+/// One line of text. If it is offered at least a point less than its width, it ends in an ellipsis.
 class Text : public View {
 public:
-    /// The text as it stands, in no need of a translation.
+    /// Text that is not a key for translation.
     static Text verbatim(std::string text);
 
 private:
     explicit Text(View view) : View{std::move(view)} {}
 };
 
-/// An image by name, of its own size; a missing one is an empty area of nothing by nothing.
+/// An image by name, in its own size; 0 by 0 if it is missing.
 class Image : public View {
 public:
     /// An asset of the main bundle.
     static Image named(std::string name);
-    /// A symbol of the system, drawn in the foreground color.
+    /// A system symbol, drawn in the foreground color.
     static Image system(std::string name);
 
-    /// The same image, stretched to the size offered; a missing one is an empty area of that size.
+    /// The same image, stretched to the offered size. If it is missing, that area stays empty.
     Image resizable() const;
 
 private:
@@ -64,7 +64,7 @@ private:
     ImageReference reference_;
 };
 
-/// The largest circle in the area offered, centered.
+/// The largest circle in the offered area, centered.
 struct Circle {
     /// Its outline, the line centered on the circle.
     View stroke(Color color, double lineWidth = 1) const;
@@ -86,7 +86,7 @@ struct VStack : View {
     VStack(HorizontalAlignment alignment, std::vector<View> children);
 };
 
-/// Its children one over the other, the first at the back.
+/// Its children on top of each other, the first at the back.
 struct ZStack : View {
     template <typename... Children>
     explicit ZStack(const Alignment alignment, Children... children)
@@ -94,42 +94,42 @@ struct ZStack : View {
     ZStack(Alignment alignment, std::vector<View> children);
 };
 
-/// Takes what is left along the axis of its stack, at the least the default spacing; nothing across.
+/// Takes the remaining length along the axis of its stack, at least the default spacing; nothing across.
 struct Spacer : View {
     Spacer();
 };
 
-/// A line 1 point thick across its stack, over the length offered.
+/// A line across its stack, 1 point thick and as long as offered.
 struct Divider : View {
     Divider();
 };
 
-/// Several views that count as members of the stack around them.
+/// Several views that are members of the enclosing stack.
 struct Group : View {
     template <typename... Children>
     explicit Group(Children... children) : Group{std::vector<View>{std::move(children)...}} {}
     explicit Group(std::vector<View> children);
 };
 
-/// One row per index from 0 to `count` - 1, identified by the index. What a row holds counts as members of the stack
-/// around them; an empty row as none.
+/// One row per index from 0 to `count` - 1, identified by the index. The views of a row are members of the enclosing
+/// stack.
 struct ForEach : View {
     ForEach(std::size_t count, const std::function<View(std::size_t index)>& row);
 };
 
-/// Nothing: a stack that holds it has one member less.
+/// Nothing. It is not a member of its stack.
 struct EmptyView : Group {
     EmptyView() : Group{std::vector<View>{}} {}
 };
 
-/// A title, and the symbol of the system that stands before it where there is room for one: in menus.
+/// A title and a system symbol, which is shown only in menus.
 struct Label {
     std::string titleKey;
     std::string systemImage = {};
 };
 
-/// A control that runs its action once for each press. Its title names it for assistive technology unless an
-/// accessibility label does; its look is the button style's, or the title alone.
+/// A control that runs its action once per press. Its accessible name is the accessibility label, or else the title. It
+/// looks as its button style says; without one, it is only its title.
 class Button : public View {
 public:
     Button(const char* titleKey, std::function<void()> action) : Button{Label{titleKey}, std::move(action)} {}
@@ -143,13 +143,13 @@ private:
     std::function<void()> action_;
 };
 
-/// What a button hands to its style.
+/// What a button style gets.
 struct ButtonStyleConfiguration {
     View label;
 };
 
-/// A small indicator, 16 points high and wide or as narrow as it is offered, that opens a menu of buttons with their
-/// titles and symbols. Its own title is not drawn; it names the menu unless an accessibility label does.
+/// A small indicator, 16 points high and at most as wide, that opens a menu of buttons with titles and symbols. Its own
+/// title is not drawn; it is the accessible name unless there is an accessibility label.
 struct Menu : View {
     Menu(std::string titleKey, const std::vector<Button>& items);
 };
@@ -157,7 +157,7 @@ struct Menu : View {
 /// Starts a subscription that lives as long as the result.
 using Subscribe = std::function<std::shared_ptr<void>(std::function<void()> changed)>;
 
-/// A view whose body is evaluated anew after each change of what it observes, wherever in a screen it stands.
+/// A view whose body is evaluated again after each change of what it observes. It can be anywhere in a screen.
 View observing(Subscribe subscribe, std::function<View()> body);
 
 /// Observes an object by its `objectWillChange()`; the view keeps the object alive.

@@ -7,9 +7,9 @@
 
 namespace platform::ui {
 
-/// In a frame: as long as what is offered.
+/// In a frame: as long as offered.
 inline constexpr double infinity = std::numeric_limits<double>::infinity();
-/// A length like any other, only longer than anything it may be compared with.
+/// A length like any other, only longer than all others.
 inline constexpr double greatestFiniteMagnitude = std::numeric_limits<double>::max();
 
 /// Never beyond the greatest finite length.
@@ -43,7 +43,7 @@ struct Rect {
     constexpr Point origin() const { return {x, y}; }
     constexpr Point center() const { return {x + width / 2, y + height / 2}; }
     constexpr Size size() const { return {width, height}; }
-    /// Each edge moved inwards, or outwards where `by` is negative.
+    /// Each edge moved inward, or outward if `by` is negative.
     constexpr Rect inset(const double by) const { return {x + by, y + by, width - 2 * by, height - 2 * by}; }
     friend bool operator==(const Rect&, const Rect&) = default;
 };
@@ -58,11 +58,11 @@ struct EdgeInsets {
 
 enum class Axis { horizontal, vertical };
 
-/// Where something lies in something wider.
+/// The position in something wider.
 enum class HorizontalAlignment { leading, center, trailing };
-/// Where something lies in something higher: no screen asks for more.
+/// The position in something higher. No screen needs another one.
 enum class VerticalAlignment { center };
-/// Both at once. What is called after one edge is centered along the other axis.
+/// Both. An alignment named after an edge is centered along the other axis.
 using Alignment = HorizontalAlignment;
 
 enum class Edge { all, horizontal, vertical, trailing };

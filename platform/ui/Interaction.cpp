@@ -22,8 +22,7 @@ void collect(const std::vector<SceneNode>& nodes, std::vector<Readable>& found) 
         std::visit(collector, node.value);
 }
 
-/// By what a member of the reading order is known again: its kind, and its place or how many of its kind come before
-/// it.
+/// Identifies a member of the reading order: its kind, and its place or its number among its kind.
 using Identity = std::pair<std::size_t, Place>;
 
 std::vector<Identity> identitiesIn(const Scene& scene) {
@@ -70,7 +69,7 @@ bool overlap(const Rect& a, const Rect& b) {
     return a.x < b.maxX() && b.x < a.maxX() && a.y < b.maxY() && b.y < a.maxY();
 }
 
-/// `area` without what lies on the other side of `other`; `own` is on one side of it.
+/// `area`, cut off at the edge of `other` that faces `own`.
 Rect keptClear(const Rect& area, const Rect& own, const Rect& other) {
     if (!overlap(area, other)) return area;
     if (other.maxX() <= own.x) return {other.maxX(), area.y, area.maxX() - other.maxX(), area.height};

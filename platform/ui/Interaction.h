@@ -6,35 +6,35 @@
 #include <variant>
 #include <vector>
 
-// What every window has to know about a scene besides how it is painted, as pure functions: what is read and pressed,
-// in which order, and what of it goes on when another scene takes its place. Pointers live as long as the scene does,
+// What every window needs to know about a scene, except for painting, as pure functions: what can be read and pressed,
+// in which order, and what stays when another scene replaces it. Pointers are valid as long as the scene lives
 // unchanged.
 
 namespace platform::ui {
 
-/// What assistive technology comes to. An image is one where it has a name; what a control shows is its own.
+/// What assistive technology reads: texts and controls, and images with a name. A control's content is not included.
 using Readable = std::variant<const TextRun*, const ImageRun*, const Control*>;
 
-/// All of it, in the order in which it is painted and read.
+/// All of it, in painting and reading order.
 std::vector<Readable> readingOrder(const Scene& scene);
 std::vector<Readable> readingOrder(Scene&&) = delete;
 
-/// The controls alone, in reading order: the order of the Tab key.
+/// Only the controls, in reading order, which is the order of the Tab key.
 std::vector<const Control*> controlsOf(const Scene& scene);
 std::vector<const Control*> controlsOf(Scene&&) = delete;
 
-/// For each member of the reading order of `after`, the index of the one in that of `before` that goes on as it; none
-/// where it is new. A control goes on where one of its kind stands at its place; the nth text as the nth text, the nth
-/// image as the nth image. No index comes twice.
+/// For each member of the reading order of `after`, the index of its predecessor in that of `before`; none if it is
+/// new. A control's predecessor has the same kind and place; that of the nth text or image is the nth text or image.
+/// Each index occurs at most once.
 std::vector<std::optional<std::size_t>> predecessors(const Scene& before, const Scene& after);
 
-/// Where keyboard focus goes when `before` gives way to `after`: it stays where its control is still there; else it
-/// goes to the next in reading order of the same row, else to the last before it in that row, else to the control
-/// whose center is nearest. Nothing if `after` has no controls.
+/// Where keyboard focus goes when `after` replaces `before`: it stays on its control; if that is gone, it goes to the
+/// next control of the same row, else to the last one before it in that row, else to the control with the nearest
+/// center. None if `after` has no controls.
 std::optional<Place> focusAfter(const Scene& before, const Scene& after, const Place& focused);
 
-/// Where a press counts for a control of `scene`: a menu's area reaches beyond its small indicator, never onto another
-/// control; a button's is its own.
+/// Where a press on a control of `scene` counts: the area of a menu is larger than its indicator but does not cover
+/// other controls; that of a button is its own.
 Rect hitArea(const Scene& scene, const Control& control);
 
 } // namespace platform::ui

@@ -26,7 +26,7 @@ public:
     }
 
 private:
-    /// What a line may lack without being cut.
+    /// How much a line may lack before it is truncated.
     static constexpr double tolerance = 1;
 
     static Font fontIn(const Environment& around) {

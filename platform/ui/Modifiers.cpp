@@ -1,6 +1,6 @@
 #include "platform/ui/Node.h"
 
-// Modifiers that draw, and those that only change what flows down. Frames have a file of their own.
+// Modifiers that draw, and those that only change the environment. Frames are in Frame.cpp.
 
 namespace platform::ui {
 
@@ -43,7 +43,7 @@ public:
     }
 };
 
-/// Changes what flows down. The content's box stands for it.
+/// Changes the environment. It has no box besides that of its content.
 class Inherited : public Modifier {
 public:
     using Change = std::function<void(Environment&)>;

@@ -9,34 +9,34 @@
 #include <utility>
 #include <vector>
 
-// What a view is made of, and how it is laid out. Only the elements and modifiers of the toolkit include this.
+// The nodes of a view and their layout. Only the elements and modifiers of the toolkit include this.
 
 namespace platform::ui {
 
 class Box;
 class Metrics;
 
-/// A size offered. An unset length asks for what the view would take of its own accord. Lengths are finite.
+/// A proposed size. For an unset length, the view uses its own. Lengths are finite.
 struct Proposal {
     std::optional<double> width = std::nullopt;
     std::optional<double> height = std::nullopt;
     friend bool operator==(const Proposal&, const Proposal&) = default;
 };
 
-/// What a scene depends on besides its view: who is told before a change, and the subscriptions that a layout began.
+/// What is called before a change, and the subscriptions that a layout has started.
 struct Observation {
     std::function<void()> changed;
     std::vector<std::shared_ptr<void>> subscriptions = {};
 };
 
-/// What flows down the tree to the views that do not set their own.
+/// What views inherit unless they set their own.
 struct Environment {
     /// Never null.
     const Metrics* metrics;
-    /// Null for a layout that is made once.
+    /// Null for a single layout.
     Observation* observation = nullptr;
     Font font = Font::body;
-    /// Takes the place of the font's own weight.
+    /// Replaces the font's own weight.
     std::optional<FontWeight> fontWeight = std::nullopt;
     Color foreground = Color::black;
     ButtonStyle buttonStyle = nullptr;
@@ -46,7 +46,7 @@ struct Environment {
     bool announced = false;
 };
 
-/// Receives what a layout places, in painting order, and knows at which place in the tree it stands.
+/// Collects what a layout places, in painting order, and tracks the place in the tree.
 class SceneWriter {
 public:
     SceneWriter(const Size size, const EdgeInsets safeArea) : scene_{size, safeArea, {}} {}
@@ -54,7 +54,7 @@ public:
     void add(SceneNode node) { sink_->push_back(std::move(node)); }
     void prefer(const ColorScheme scheme) { scene_.preferredColorScheme = scheme; }
 
-    /// What `write` adds becomes the content of what is returned, in place of the scene's.
+    /// Returns what `write` adds, instead of adding it to the scene.
     template <typename Write>
     std::vector<SceneNode> collect(Write&& write) {
         std::vector<SceneNode> content;
@@ -64,7 +64,7 @@ public:
         return content;
     }
 
-    /// Runs `write` with the place led on by `path`.
+    /// Runs `write` with `path` appended to the place.
     template <typename Write>
     void at(const Place& path, Write&& write) {
         const std::size_t length = place_.steps.size();
@@ -78,7 +78,7 @@ public:
 
     const Place& place() const { return place_; }
 
-    /// `rect`, led on under every safe-area edge that it touches.
+    /// `rect`, extended under each safe-area edge that it touches.
     Rect underSafeArea(const Rect& rect) const {
         const double left = rect.x <= 0 ? scene_.safeArea.leading : 0;
         const double top = rect.y <= 0 ? scene_.safeArea.top : 0;
@@ -95,13 +95,13 @@ private:
     Place place_;
 };
 
-/// One element or modifier of a description. Immutable. A layout asks it for three things:
+/// One element or modifier. Immutable. A layout has three steps:
 ///
-///   1. resolve   from parents to children   it makes the boxes that stand for it, each in its environment
-///   2. size      from children to parents   a parent proposes a size, the box chooses its own
-///   3. place     from parents to children   the parent says where, the box writes what is seen into the scene
+///   1. resolve   from parents to children   the node makes its boxes, each with its environment
+///   2. size      from children to parents   the parent proposes a size, and the box chooses its own
+///   3. place     from parents to children   the parent gives a position, and the box writes into the scene
 ///
-/// A node that stands for others, as a group does, makes their boxes and needs no size nor place.
+/// A node such as a group makes the boxes of its children and needs neither size nor place.
 class Node : public std::enable_shared_from_this<Node> {
 public:
     explicit Node(std::vector<View> children = {}) : children_{std::move(children)} {}
@@ -109,13 +109,13 @@ public:
     Node& operator=(const Node&) = delete;
     virtual ~Node() = default;
 
-    /// Appends the boxes that stand for this node: one, none for an empty view, several for a group.
+    /// Appends the boxes of this node: one, none for an empty view, several for a group.
     virtual void resolve(const Environment& environment, std::vector<Box>& boxes) const;
-    /// The size that its box chooses when offered `proposal`; never infinite, never NaN.
+    /// The size that its box chooses for `proposal`; never infinite or NaN.
     virtual Size size(Box&, const Proposal&) const { return {}; }
-    /// Writes what is seen of its box, which has chosen `frame` for `proposal`.
+    /// Writes the visible content of its box, which has chosen `frame` for `proposal`.
     virtual void place(Box&, const Rect& /*frame*/, const Proposal&, SceneWriter&) const {}
-    /// Whether its box stands in a stack as a line of text does.
+    /// Whether a stack spaces its box like a line of text.
     virtual bool isText(const Box&) const { return false; }
     /// The minimum length along the stack, of a spacer.
     virtual std::optional<double> spacerMinimum() const { return std::nullopt; }
@@ -129,7 +129,7 @@ private:
     std::vector<View> children_;
 };
 
-/// A modifier around one view, its content, of the same size unless it says otherwise.
+/// A modifier of one view, its content. By default, both have the same size.
 class Modifier : public Node {
 public:
     explicit Modifier(View content) : Node{{std::move(content)}} {}
@@ -144,8 +144,8 @@ protected:
     Modifier(View behind, View content) : Node{{std::move(behind), std::move(content)}} {}
 };
 
-/// One node being laid out. Made anew for each layout; remembers its size per proposal, so that the cost of a layout
-/// grows with the number of nodes.
+/// A node during one layout. It caches its size for each proposal, so that the cost of a layout is linear in the number
+/// of nodes.
 class Box {
 public:
     Box(std::shared_ptr<const Node> node, Environment environment, std::vector<Box> inside = {})
@@ -153,22 +153,22 @@ public:
 
     const Environment& environment() const { return environment_; }
     std::vector<Box>& inside() { return inside_; }
-    /// Of a modifier: what it modifies, the last of what is inside.
+    /// The content of a modifier: the last box inside.
     Box& content() { return inside_.back(); }
     const Box& content() const { return inside_.back(); }
 
     Size size(const Proposal& proposal);
-    /// Writes it with its top left at `origin`, as large as it chose for `proposal`.
+    /// Writes the box at `origin`, in the size that it chose for `proposal`.
     void place(Point origin, const Proposal& proposal, SceneWriter& scene);
 
     bool isText() const { return node_->isText(*this); }
     std::optional<double> spacerMinimum() const { return node_->spacerMinimum(); }
 
-    /// It is the `step`th child, or in it, of the node farther out.
+    /// The box is, or is in, child number `step` of the enclosing node.
     void standAt(std::uint32_t step);
     /// The steps up to here lead to a row.
     void beginRow() { path_.rowLength = 1; }
-    /// Whether no step leads to it: it stands for its node alone.
+    /// Whether no step leads to it: it is the only box of its node.
     bool isAlone() const { return path_.steps.empty(); }
 
 private:
@@ -180,7 +180,7 @@ private:
     std::vector<std::pair<Proposal, Size>> sizes_;
 };
 
-/// The box of a view as one: its only one, or its members one above the other.
+/// One box for a view: its only one, or its members in a vertical stack.
 Box boxOf(const View& view, const Environment& environment);
 
 template <typename NodeType, typename... Arguments>
@@ -188,9 +188,9 @@ View makeView(Arguments&&... arguments) {
     return View{std::make_shared<const NodeType>(std::forward<Arguments>(arguments)...)};
 }
 
-/// How far inside `outer` something as long as `inner` begins.
+/// Where something as long as `inner` starts inside `outer`.
 double offset(HorizontalAlignment alignment, double outer, double inner);
-/// Where in `outer` something as large as `inner` has its top left.
+/// The top left of something as large as `inner` inside `outer`.
 Point offset(Alignment alignment, Size outer, Size inner);
 
 } // namespace platform::ui

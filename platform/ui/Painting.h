@@ -6,19 +6,19 @@
 #include <array>
 #include <cmath>
 
-// What every window decides about the primitives that it paints: how edges meet the device's pixels, and the lines of
-// what a scene only names.
+// What is common to the painting of all windows: how edges align with device pixels, and shapes that a scene only
+// names.
 
 namespace platform::ui {
 
-/// What is seen where a scene paints nothing.
+/// The window's background.
 inline constexpr Color windowGround{236 / 255.0, 236 / 255.0, 236 / 255.0, 1};
 
-/// The device's pixels under a painting in points: edges are moved to them when something is painted, never before.
-/// What lies halfway goes to the right or down, so that things of one size stay so wherever they stand.
+/// The pixels of the device. Edges are aligned with them only when something is painted. Halves are rounded right or
+/// down, so that things of the same size stay so in all positions.
 class PixelGrid {
 public:
-    /// `scale`: device pixels a point.
+    /// `scale`: device pixels per point.
     explicit PixelGrid(const double scale) : scale_{scale} {}
 
     double snapped(const double position) const { return std::floor(position * scale_ + 0.5) / scale_; }
@@ -45,14 +45,14 @@ private:
     double scale_;
 };
 
-/// A shape as it is painted: a circle fills its rectangle, which is a square.
+/// A shape as it is painted. A circle fills its rectangle, which is a square.
 struct Outline {
     ShapeKind shape = ShapeKind::rectangle;
     Rect rect;
 
     /// Of the ends of a capsule.
     double cornerRadius() const { return std::min(rect.width, rect.height) / 2; }
-    /// Moved outwards by `margin` on every side.
+    /// Enlarged by `margin` on every side.
     Outline grown(const double margin) const { return {shape, rect.inset(-margin)}; }
     friend bool operator==(const Outline&, const Outline&) = default;
 };
@@ -66,13 +66,13 @@ struct StrokedOutline {
     double lineWidth = 1;
 };
 
-/// A stroke whose outer edge lies on the grid, and whose line is as many whole pixels wide.
+/// A stroke whose outer edge is on the grid and whose width is a whole number of pixels.
 StrokedOutline outlineOf(const Stroke& stroke, const PixelGrid& grid);
 
-/// What is seen of a control, which may be less than its rectangle: a focus ring goes around it. Not on the grid.
+/// The visible part of a control, which can be smaller than its rectangle, for the focus ring. Not on the grid.
 Outline lookOf(const Control& control);
 
-/// The line of a menu's indicator: down to its tip, which stands on the grid, and up again, with round ends and corner.
+/// The line of a menu's indicator: down to its tip, which is on the grid, and up again, with round ends and join.
 struct IndicatorLine {
     std::array<Point, 3> points;
     double lineWidth = 1.5;

@@ -11,9 +11,8 @@
 #include <variant>
 #include <vector>
 
-// What a layout yields: placed primitives and controls, in painting order. Plain values; a window paints them and
-// keeps one native control per Control. The origin is the top left of the safe area, so that what runs on under a
-// title bar has negative coordinates.
+// The result of a layout: placed primitives and controls, in painting order. A window paints them and keeps one native
+// control per Control. The origin is the top left of the safe area; content under a title bar has negative coordinates.
 
 namespace platform::ui {
 
@@ -27,7 +26,7 @@ struct ImageReference {
     friend bool operator==(const ImageReference&, const ImageReference&) = default;
 };
 
-/// A shape filled. A circle is the largest that fits the rectangle, centered; a capsule has round ends.
+/// A filled shape. A circle is the largest that fits the rectangle, centered; a capsule has round ends.
 struct Fill {
     Rect rect;
     ShapeKind shape = ShapeKind::rectangle;
@@ -44,24 +43,24 @@ struct Stroke {
     friend bool operator==(const Stroke&, const Stroke&) = default;
 };
 
-/// One line of text, never markup. A truncated one is drawn with an ellipsis that ends it within the rectangle's width.
+/// One line of text, never markup. A truncated one ends in an ellipsis within the rectangle's width.
 struct TextRun {
     Rect rect;
     std::string text;
     Font font;
     Color color;
     bool truncated = false;
-    /// A change of the text is announced to assistive technology.
+    /// Assistive technology announces a change of the text.
     bool announced = false;
     friend bool operator==(const TextRun&, const TextRun&) = default;
 };
 
-/// An image stretched over the rectangle; nothing is drawn where it is missing. A symbol is drawn in `color`.
+/// An image stretched to the rectangle; nothing if it is missing. A symbol is drawn in `color`.
 struct ImageRun {
     Rect rect;
     ImageReference image;
     Color color;
-    /// Empty for an image that only decorates.
+    /// Empty for a decorative image.
     std::string accessibleName;
     friend bool operator==(const ImageRun&, const ImageRun&) = default;
 };
@@ -75,7 +74,7 @@ struct MenuIndicator {
 
 struct SceneNode;
 
-/// Content of which only what lies in the shape is seen.
+/// Content of which only the part inside the shape is visible.
 struct Clip {
     Rect rect;
     ShapeKind shape = ShapeKind::rectangle;
@@ -83,13 +82,13 @@ struct Clip {
     friend bool operator==(const Clip& a, const Clip& b);
 };
 
-/// What a control does. Never compared: two scenes that look alike are equal.
+/// What a control does. All actions compare equal: scenes that look alike are equal.
 struct Action {
     std::function<void()> run;
     friend bool operator==(const Action&, const Action&) { return true; }
 };
 
-/// What a menu offers, with the symbol that stands before its title.
+/// An item of a menu, with the symbol before its title.
 struct MenuItem {
     std::string title;
     ImageReference image;
@@ -97,16 +96,15 @@ struct MenuItem {
     friend bool operator==(const MenuItem&, const MenuItem&) = default;
 };
 
-/// Where in the tree of views a control stands; the same place in two scenes is the same control. Places of one scene
-/// differ, and compare in painting order. The first `rowLength` steps lead to the row (the card) that holds it; 0 where
-/// no row does.
+/// The place of a control in the tree of views; the same place in two scenes is the same control. The places of a scene
+/// differ and compare in painting order. The first `rowLength` steps lead to its row (a card); 0 if it is in no row.
 struct Place {
     std::vector<std::uint32_t> steps;
     std::size_t rowLength = 0;
     friend bool operator==(const Place&, const Place&) = default;
 };
 
-/// A control that runs its action once for each press.
+/// A control that runs its action once per press.
 struct PushButton {
     Action action;
     friend bool operator==(const PushButton&, const PushButton&) = default;
@@ -118,12 +116,12 @@ struct PullDownMenu {
     friend bool operator==(const PullDownMenu&, const PullDownMenu&) = default;
 };
 
-/// A button or a menu. The content is what is painted for it; its accessible name is never empty.
+/// A button or a menu. `content` is what is painted; the accessible name is never empty.
 struct Control {
     Rect rect;
     Place place;
     std::string accessibleName;
-    /// Visited, so that a third kind cannot be forgotten.
+    /// Visit it, so that the compiler reports a missing third kind.
     std::variant<PushButton, PullDownMenu> kind;
     std::vector<SceneNode> content;
     friend bool operator==(const Control& a, const Control& b);
@@ -142,8 +140,7 @@ inline bool operator==(const Control& a, const Control& b) {
            a.content == b.content;
 }
 
-/// All that a window shows. `size` is what lies inside the safe area; where a screen prefers no color scheme, the
-/// desktop's is right.
+/// The content of a window. `size` is that of the safe area. Without a preferred color scheme, the desktop's applies.
 struct Scene {
     Size size;
     EdgeInsets safeArea;
@@ -152,7 +149,7 @@ struct Scene {
     friend bool operator==(const Scene&, const Scene&) = default;
 };
 
-/// One function for each alternative of a variant: `std::visit(Cases{[](const PushButton&) {...}, ...}, control.kind)`.
+/// One function per alternative of a variant: `std::visit(Cases{[](const PushButton&) {...}, ...}, control.kind)`.
 template <typename... Functions>
 struct Cases : Functions... {
     using Functions::operator()...;

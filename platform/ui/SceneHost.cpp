@@ -16,7 +16,7 @@ Scene layout(const View& view, const std::optional<Size> size, const Environment
     return scene.finish();
 }
 
-/// Stands for its body, which it evaluates when it is resolved.
+/// Evaluates its body when it is resolved.
 class ObservingNode : public Node {
 public:
     ObservingNode(Subscribe subscribe, std::function<View()> body)
@@ -51,7 +51,7 @@ struct SceneHost::State : std::enable_shared_from_this<State> {
           schedule{std::move(whenTurnEnds)},
           show{std::move(showScene)} {}
 
-    /// What was observed before is observed until it is observed anew.
+    /// Keeps the old subscriptions until the new ones exist.
     Scene layOut() {
         Observation next{[state = weak_from_this()] {
             if (const auto self = state.lock()) self->scheduleRebuild();

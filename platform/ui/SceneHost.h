@@ -8,38 +8,36 @@
 #include <optional>
 #include <utility>
 
-// The second stage, once and for as long as a window lives.
+// The second stage, for one layout and for the life of a window.
 
 namespace platform::ui {
 
-/// Lays `view` out, centered in a safe area of `size`, or of the view's own size if none is given. A pure function of
-/// its arguments; bodies of observing views are evaluated once.
+/// Lays out `view`, centered in a safe area of `size`, by default of the view's own size. A pure function; bodies of
+/// observing views are evaluated once.
 Scene layout(const View& view, std::optional<Size> size, const Metrics& metrics, EdgeInsets safeArea = {});
 
-/// The scene of an application: a window that shows what the builder yields. The builder is called each time the
-/// platform asks the scene for its content, and only then; a change of an observed object does not call it.
+/// The scene of an application: a window with the builder's view. The builder is called each time the platform asks for
+/// the content, but not when an observed object changes.
 struct WindowGroup {
     std::function<View()> content;
 };
 
-/// The content of one window: asks the window group for it once, when it is made, and keeps its scene true to what it
-/// observes. Any number of changes within one turn of the main loop cost one rebuild, at the end of that turn. Main
-/// thread only.
+/// The content of one window. It asks the window group for it once, on construction, and rebuilds the scene when an
+/// observed object changes: once, at the end of the turn of the main loop. Main thread only.
 class SceneHost {
 public:
     /// Runs its argument once, at the end of the current turn of the main loop, never inside the call.
     using Schedule = std::function<void(std::function<void()>)>;
-    /// Shows a new scene. Called for rebuilds, not for the first scene; the old scene is still the host's while it
-    /// runs.
+    /// Shows a new scene. Called for rebuilds, not for the first scene; scene() is still the old one during the call.
     using Show = std::function<void(const Scene&)>;
 
-    /// `metrics` outlives the host. Rebuilds that are scheduled when the host goes away do nothing.
+    /// `metrics` must outlive the host. Rebuilds that are scheduled when the host is destroyed do nothing.
     SceneHost(const WindowGroup& group, const Metrics& metrics, EdgeInsets safeArea, Schedule schedule, Show show);
     SceneHost(const SceneHost&) = delete;
     SceneHost& operator=(const SceneHost&) = delete;
     ~SceneHost();
 
-    /// The scene that was shown last; its size is the content's own, fixed.
+    /// The scene shown last. Its size is the content's own.
     const Scene& scene() const;
 
 private:

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <numeric>
 
-// Stacks, and what only means something in one: spacers, dividers, groups, rows.
+// Stacks and their special members: spacers, dividers, groups, rows.
 
 namespace platform::ui {
 
@@ -35,7 +35,7 @@ std::vector<std::size_t> byFlexibility(const std::vector<StackItem>& items) {
     return indices;
 }
 
-/// Offers to each of `indices` an equal share of what remains of `left` after those before it.
+/// Offers each of `indices` an equal share of what its predecessors have left of `left`.
 void share(const std::vector<StackItem>& items, const std::vector<std::size_t>& indices, double& left,
            std::vector<double>& lengths) {
     auto remaining = static_cast<double>(indices.size());
@@ -65,7 +65,7 @@ double spacingBetween(const Axis axis, const Box& before, const Box& after) {
     return axis == Axis::vertical && before.isText() && after.isText() ? spacingBetweenTexts : defaultSpacing;
 }
 
-/// Several views that are members of the stack around them.
+/// Several views that are members of the enclosing stack.
 class GroupNode : public Node {
 public:
     using Node::Node;
@@ -153,7 +153,7 @@ private:
     Alignment alignment_;
 };
 
-/// Its children one over the other.
+/// Its children on top of each other.
 class DepthStack : public Node {
 public:
     DepthStack(const Alignment alignment, std::vector<View> children)

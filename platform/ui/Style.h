@@ -1,10 +1,10 @@
 #pragma once
 
-// How things look: colors and fonts.
+// Colors and fonts.
 
 namespace platform::ui {
 
-/// A color of the sRGB space, each component in 0 to 1. Components outside that range are kept as they are given.
+/// An sRGB color with components from 0 to 1. Components outside that range are kept.
 struct Color {
     double red = 0;
     double green = 0;
@@ -21,7 +21,7 @@ inline constexpr Color Color::black{0, 0, 0, 1};
 inline constexpr Color Color::white{1, 1, 1, 1};
 inline constexpr Color Color::gray{142 / 255.0, 142 / 255.0, 147 / 255.0, 1};
 
-/// The appearance that a screen asks its window for, whatever the desktop's is.
+/// The appearance that a screen prefers, whatever the desktop's is.
 enum class ColorScheme { light };
 
 enum class TextStyle { body, callout, title3 };

@@ -10,8 +10,8 @@
 #include <string>
 #include <utility>
 
-// The first of three stages: describe, lay out, show. A view is an immutable value, a node of the description and the
-// modifiers around it in the order in which they were applied. Copying one is cheap. Nothing here knows a window.
+// The first of three stages: describe, lay out, show. A view is an immutable value, cheap to copy: an element and its
+// modifiers in the order in which they were applied.
 
 namespace platform::ui {
 
@@ -19,45 +19,45 @@ class Node;
 class View;
 struct ButtonStyleConfiguration;
 
-/// A length that is set is the frame's own; an infinite one takes what is offered; an unset one is the content's.
+/// A set length is the frame's own; an infinite one takes what is offered; an unset one is the content's.
 struct FixedFrame {
     std::optional<double> width = std::nullopt;
     std::optional<double> height = std::nullopt;
     Alignment alignment = Alignment::center;
 };
 
-/// As long as what is offered, but no longer than a bound that is set, and no shorter than the content unless the bound
-/// is; where none is set, as long as the content.
+/// With a bound: as long as offered, but not longer than the bound, and not shorter than the content unless the bound
+/// is. Without one: as long as the content.
 struct FlexibleFrame {
     std::optional<double> maxWidth = std::nullopt;
     std::optional<double> maxHeight = std::nullopt;
     Alignment alignment = Alignment::center;
 };
 
-/// A look for group boxes, of which the screens have none.
+/// A style for group boxes, which no screen has.
 struct DefaultGroupBoxStyle {};
-/// Menus without border, as a small indicator.
+/// A menu without a border, as a small indicator.
 struct BorderlessButtonMenuStyle {};
 /// A rectangle with round ends, for clipping.
 struct Capsule {};
 struct Circle;
 
-/// What the platform adds to a view of its own accord where no length is given.
+/// The default padding of the platform.
 inline constexpr double defaultPadding = 16;
 
-/// What describes itself by other views: a screen or a part of one.
+/// A type that describes itself with other views: a screen or a part of one.
 template <typename Description>
 concept HasBody = requires(const Description& description) {
     { description.body() } -> std::same_as<View>;
 };
 
-/// The look of a button as a function of what it is given.
+/// The look of a button as a function of its configuration.
 using ButtonStyle = std::function<View(const ButtonStyleConfiguration&)>;
 
 class View {
 public:
     explicit View(std::shared_ptr<const Node> node) : node_{std::move(node)} {}
-    /// Whatever has a body is a view, so that screens nest as they read.
+    /// Anything with a body is a view, so that screens nest.
     template <HasBody Description>
     View(const Description& description) : View{description.body()} {}
 
@@ -65,7 +65,7 @@ public:
     View frame(const FlexibleFrame& frame) const;
     View padding(double length = defaultPadding) const { return padding(Edge::all, length); }
     View padding(Edge edges, double length = defaultPadding) const;
-    /// On under every safe-area edge that the view touches.
+    /// Extends under every safe-area edge that the view touches.
     View background(Color color) const;
     /// `behind` is offered this view's size and centered on it.
     View background(const View& behind) const;
@@ -74,12 +74,12 @@ public:
     View clipShape(const Capsule& shape) const;
     View clipShape(const Circle& shape) const;
 
-    // These flow down to every view inside that does not set its own.
+    // Views inside inherit these unless they set their own.
     View foregroundColor(Color color) const;
     View font(Font font) const;
     View fontWeight(FontWeight weight) const;
     View buttonStyle(ButtonStyle style) const;
-    /// Whatever makes a body of a button's configuration is a style.
+    /// Anything that makes a body from a button's configuration is a style.
     template <typename Style>
     requires requires(const Style& style, const ButtonStyleConfiguration& button) { style.makeBody(button); }
     View buttonStyle(const Style& style) const {
@@ -89,10 +89,10 @@ public:
     View groupBoxStyle(DefaultGroupBoxStyle) const { return *this; }
     /// The name of a control or an image for assistive technology.
     View accessibilityLabel(std::string label) const;
-    /// Changes of the texts inside are announced to assistive technology.
+    /// Assistive technology announces changes of the texts inside.
     View accessibilityAnnounced() const;
 
-    /// Asks the window that shows the view for these colors.
+    /// Asks the window for these colors.
     View preferredColorScheme(ColorScheme scheme) const;
 
     const Node& node() const { return *node_; }
