@@ -6,7 +6,7 @@ struct WindowGroup;
 
 namespace platform {
 
-/// What the application decides for the platform.
+/// The application's decisions for the platform.
 class NSApplicationDelegate {
 public:
     NSApplicationDelegate() = default;
@@ -14,14 +14,13 @@ public:
     NSApplicationDelegate& operator=(const NSApplicationDelegate&) = delete;
     virtual ~NSApplicationDelegate() = default;
 
-    /// Asked each time that the last window was closed; a true answer ends the application with status 0.
+    /// Called each time the last window has closed; true ends the application with status 0.
     virtual bool applicationShouldTerminateAfterLastWindowClosed() = 0;
 };
 
-/// Runs the application on the calling thread, which becomes the main thread: opens the one window of `scene`, titled
-/// `title`, shows its content and handles events until the application ends. The delegate outlives the call. Returns
-/// the exit status, 0 after the last window was closed; on a Mac it does not return, because the system ends the
-/// process itself, with that status. A signal ends the process as signals do, at any moment.
+/// Runs the application on the calling thread, the main thread: opens the window of `scene` and handles events until
+/// the application ends. The delegate must outlive the call. Returns the exit status, 0 after the last window has
+/// closed. On a Mac, it does not return: the system ends the process with that status. Signals act as by default.
 int runApplication(int argc, char** argv, const char* title, NSApplicationDelegate& delegate,
                    const ui::WindowGroup& scene);
 

@@ -8,18 +8,18 @@
 
 namespace platform {
 
-/// The text of a property list's value; none where the value is no text: a number, a flag, a list.
+/// The text of a property list's value; none if the value is not text.
 using InfoValue = std::optional<std::string>;
-/// What an Info.plist says, by key.
+/// The values of an Info.plist, by key.
 using InfoDictionary = std::map<std::string, InfoValue>;
 
-/// A bundle on disk. It reads its information dictionary once, when it is made; a value, cheap to copy.
+/// A bundle on disk. Its information dictionary is read once, on construction. Cheap to copy.
 class NSBundle {
 public:
     /// The bundle that holds the running application.
     static const NSBundle& mainBundle();
 
-    /// A bundle with this dictionary; null where there is none, and `problem` then says why, in a few words.
+    /// `dictionary` may be null; `problem` then says why, in a few words.
     NSBundle(std::string infoFile, std::shared_ptr<const InfoDictionary> dictionary, std::string problem,
              std::string resourcePath)
         : infoFile_{std::move(infoFile)},
@@ -27,9 +27,9 @@ public:
           problem_{std::move(problem)},
           resourcePath_{std::move(resourcePath)} {}
 
-    /// Null if the bundle has none that can be read; infoProblem() then says why.
+    /// Null if the bundle has none or it cannot be read; infoProblem() then says why.
     const InfoDictionary* infoDictionary() const { return dictionary_.get(); }
-    /// The path of the Info.plist, whether or not it is there.
+    /// The path of the Info.plist, even if it does not exist.
     const std::string& infoFile() const { return infoFile_; }
     const std::string& infoProblem() const { return problem_; }
     /// The folder of the images.

@@ -13,7 +13,7 @@ std::string composeLogLine(std::string_view format, std::initializer_list<std::s
 /// Writes one composed line to the system's log: the default log, type default. Never fails.
 void writeLogLine(const std::string& line);
 
-/// Writes a line of `format` and its arguments: log("Sysex request failed: %@ (%@)", {description, reason}).
+/// Composes and writes a line: log("Sysex request failed: %@ (%@)", {description, reason}).
 inline void log(const std::string_view format, const std::initializer_list<std::string_view> arguments = {}) {
     writeLogLine(composeLogLine(format, arguments));
 }

@@ -5,11 +5,11 @@
 #include <utility>
 #include <vector>
 
-// Observation. Everything here happens on one thread, the one that owns the observed object.
+// Observation. Use it only on the thread that owns the observed object.
 
 namespace platform {
 
-/// Ends its subscription when it is destroyed. May outlive the object that was observed.
+/// Ends its subscription when it is destroyed. May outlive the observed object.
 class [[nodiscard]] Subscription {
 public:
     Subscription() = default;
@@ -28,16 +28,16 @@ private:
     std::function<void()> end_;
 };
 
-/// A notification with any number of subscribers, called in the order in which they subscribed. Inside a notification
-/// a subscriber may subscribe others, who are called from the next notification on, and end any subscription, its own
-/// included, after which that subscriber is called no more. Subscribers do not throw.
+/// Notifies subscribers in the order in which they subscribed. Inside a notification, a subscriber may add subscribers,
+/// which are called from the next notification on, and may end any subscription, which takes effect at once.
+/// Subscribers must not throw.
 class ObjectWillChangePublisher {
 public:
     ObjectWillChangePublisher() = default;
     ObjectWillChangePublisher(const ObjectWillChangePublisher&) = delete;
     ObjectWillChangePublisher& operator=(const ObjectWillChangePublisher&) = delete;
 
-    /// The subscriber is called for as long as what is returned lives, and let go after that.
+    /// Keeps and calls the subscriber as long as the result lives.
     Subscription subscribe(std::function<void()> subscriber) {
         auto slot = std::make_shared<Slot>(Slot{std::move(subscriber), true});
         slots_->push_back(slot);
@@ -47,7 +47,7 @@ public:
         }};
     }
 
-    /// Calls those who have subscribed before this call.
+    /// Calls those that subscribed before this call.
     void send() const {
         const auto present = *slots_;
         for (const auto& slot : present) {

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// Writes `line` and a line feed to standard output. Never fails. A reader that takes nothing for 200 ms loses what is
-/// left of the line, and is not waited for again until it has read.
+/// Writes `line` and a line feed to standard output. Never fails. If the reader takes nothing for 200 ms, the rest of
+/// the line is dropped, and later calls do not wait until it has read.
 void printLine(std::string_view line);
 
 } // namespace platform

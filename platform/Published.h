@@ -6,18 +6,18 @@
 
 namespace platform {
 
-/// A field of an observable object. Subscribers are told before every assignment, also of an equal value.
+/// A field of an observable object. Subscribers are notified before every assignment, even of an equal value.
 template <typename T>
 class Published {
 public:
-    /// `owner` outlives the field.
+    /// `owner` must outlive the field.
     Published(ObservableObject& owner, T initial) : owner_{owner}, value_{std::move(initial)} {}
     Published(const Published&) = delete;
     Published& operator=(const Published&) = delete;
 
     const T& get() const { return value_; }
 
-    /// The subscribers still see the value before.
+    /// Subscribers still see the old value.
     Published& operator=(T value) {
         owner_.objectWillChange().send();
         value_ = std::move(value);

@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-// The operating system's extension service, under the operating system's own names.
+// The operating system's extension service, with the names of macOS.
 //
-// Everything here happens on the main thread. A request is created, given its delegate and submitted; its answers
-// arrive later as calls of the delegate on the request's queue, never inside the submission.
+// Main thread only. Create a request, set its delegate, and submit it. The answers arrive later as calls of the
+// delegate on the request's queue, never inside the submission.
 
 namespace platform {
 
@@ -21,11 +21,11 @@ struct OSSystemExtensionProperties {
     std::string bundleIdentifier;
     std::string bundleShortVersion;
     std::string bundleVersion;
-    /// A copy is in one of these states at most; one that the user switched off is in none.
+    /// At most one of these is true; none for a copy that the user switched off.
     bool isEnabled = false;
     bool isAwaitingUserApproval = false;
     bool isUninstalling = false;
-    /// How the system describes the object in a log line.
+    /// The system's description of the object, for the log.
     std::string description;
 };
 
@@ -62,7 +62,7 @@ struct Error {
 
 class OSSystemExtensionRequest;
 
-/// Receives the answers to requests, on the queue that the request names. No call throws.
+/// Receives the answers to requests, on the request's queue. Must not throw.
 class OSSystemExtensionRequestDelegate {
 public:
     OSSystemExtensionRequestDelegate() = default;
@@ -75,9 +75,9 @@ public:
     requestActionForReplacingExtension(const OSSystemExtensionRequest& request,
                                        const OSSystemExtensionProperties& existing,
                                        const OSSystemExtensionProperties& replacement) = 0;
-    /// The user has to allow the extension in System Settings. The request waits for that, without limit.
+    /// The user must allow the extension in System Settings. The request waits without a time limit.
     virtual void requestNeedsUserApproval(const OSSystemExtensionRequest& request) = 0;
-    /// A last answer, as the next two are: no other follows it.
+    /// A last answer, like the next two: no other follows.
     virtual void requestDidFinishWithResult(const OSSystemExtensionRequest& request,
                                             OSSystemExtensionRequestResult result) = 0;
     virtual void requestDidFailWithError(const OSSystemExtensionRequest& request, const Error& error) = 0;
@@ -86,17 +86,15 @@ public:
                                         const std::vector<OSSystemExtensionProperties>& properties) = 0;
 };
 
-/// One question to the service. It does not keep its delegate alive: an answer that comes after the delegate is gone
-/// is dropped.
+/// A request to the service. It does not keep its delegate alive; answers after the delegate is gone are dropped.
 class OSSystemExtensionRequest {
 public:
-    /// Properties are found, or the request fails: a finish beside that is told to nobody. The other two finish or
-    /// fail.
+    /// A properties request finds properties or fails; a finish of it is not reported. The other two finish or fail.
     enum class Kind { properties, activation, deactivation };
 
     static std::shared_ptr<OSSystemExtensionRequest> propertiesRequestForExtension(std::string identifier,
                                                                                    DispatchQueue queue);
-    /// Installs the extension that the application carries, or replaces an installed one by it.
+    /// Installs the extension from the application's bundle, or replaces the installed one with it.
     static std::shared_ptr<OSSystemExtensionRequest> activationRequestForExtension(std::string identifier,
                                                                                    DispatchQueue queue);
     static std::shared_ptr<OSSystemExtensionRequest> deactivationRequestForExtension(std::string identifier,
@@ -119,7 +117,7 @@ private:
     std::weak_ptr<OSSystemExtensionRequestDelegate> delegate_;
 };
 
-/// Submits requests. The manager keeps a request until its last answer was delivered; a caller need not.
+/// Submits requests and keeps each one until its last answer is delivered.
 class OSSystemExtensionManager {
 public:
     OSSystemExtensionManager(const OSSystemExtensionManager&) = delete;

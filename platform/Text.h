@@ -3,15 +3,15 @@
 #include <cstddef>
 #include <string_view>
 
-// What the system knows about text. Texts are UTF-8; each byte that is no UTF-8 counts as a replacement character.
+// Text functions of the system. Texts are UTF-8; each invalid byte counts as a replacement character.
 
 namespace platform {
 
-/// `text` without what stands before its first alphanumeric and after its last; empty if it has none. Alphanumerics
-/// are the letters, marks and numbers of any script.
+/// `text` from its first to its last alphanumeric character; empty without one. Alphanumeric characters are the
+/// letters, marks, and numbers of all scripts.
 std::string_view trimmedToAlphanumerics(std::string_view text);
 
-/// User-perceived characters, not bytes and not code points.
+/// The number of user-perceived characters, not of bytes or code points.
 std::size_t characterCount(std::string_view text);
 
 } // namespace platform

@@ -13,8 +13,8 @@ namespace platform {
 
 namespace {
 
-/// A terminal says that it takes output as soon as it takes one byte, and a longer write then waits for the person who
-/// stopped it. So a terminal is opened a second time, for this descriptor alone not to wait.
+/// poll() reports a terminal as writable for one byte, and a longer write then blocks while the user has stopped the
+/// output. So a terminal is opened a second time, without blocking; the original's flags do not change.
 class Unwaiting {
 public:
     explicit Unwaiting(const int descriptor) : original_{descriptor} {
@@ -58,7 +58,7 @@ ssize_t writeOnce(const int descriptor, const std::string_view piece) {
 
 void prepareStandardStreams() {
     std::signal(SIGPIPE, SIG_IGN);
-    // An open takes the lowest free descriptor, so a free one below the third is taken in turn.
+    // open() returns the lowest free descriptor, so each free standard descriptor is taken in turn.
     int opened = 0;
     do {
         opened = open("/dev/null", O_RDWR);

@@ -3,25 +3,24 @@
 #include <chrono>
 #include <string_view>
 
-// Standard input, output and error of a program whose reader may be slow, or gone, or never there.
+// Standard streams whose reader may be slow, gone, or missing.
 
 namespace platform {
 
-/// Makes the standard descriptors safe to use. Called first in main.
+/// Makes the standard descriptors safe to use. Call it first in main.
 ///
-/// SIGPIPE is ignored from here on: a write to a pipe that nobody reads fails instead. And each of the three that the
-/// program was started without becomes /dev/null: otherwise the first file or socket that it opens would take the
-/// place, and what is printed would go there.
+/// It ignores SIGPIPE, so that a write to a pipe without a reader only fails. It opens /dev/null for each standard
+/// descriptor that is closed; otherwise the next opened file or socket would take its place and receive the output.
 void prepareStandardStreams();
 
-/// Writes lines to a descriptor, whole to whoever reads, and without failing. Whoever takes nothing for as long as the
-/// writer's patience loses the line or its end, and is not waited for again until it has read. The descriptor's flags
-/// stay as they are. A line whose end was dropped is closed before the next, so that two lines never run into one.
+/// Writes lines to a descriptor; never fails. If the reader takes nothing for the time of `patience`, the rest of the
+/// line is dropped, and the writer does not wait again until the reader has read. After a dropped rest, the next line
+/// starts with a line feed. The descriptor's flags do not change.
 class LineWriter {
 public:
     static constexpr std::chrono::milliseconds usualPatience{200};
 
-    /// The descriptor is the caller's; it may be closed.
+    /// The caller owns the descriptor, which may be closed.
     explicit LineWriter(int descriptor, std::chrono::milliseconds patience = usualPatience)
         : descriptor_{descriptor}, patience_{patience} {}
 
