@@ -8,11 +8,10 @@ namespace app {
 /// The application: its delegate and its one scene.
 class DriverManagerApp {
 public:
-    /// A window group whose content is a new model, asked for the extensions at once, and the screen that shows it.
+    /// A window group. Its content is the screen of a new model, which queries the extensions at once.
     platform::ui::WindowGroup body() const;
 
-    /// Runs the application until it is ended, by the person or the system; returns its exit status. Nothing of the
-    /// command line is looked at.
+    /// Runs the application until it ends; returns the exit status. Ignores the command line.
     int main(int argc, char** argv);
 
 private:

@@ -6,8 +6,8 @@
 
 namespace model {
 
-/// The bundle's build: its "CFBundleVersion" as an integer, looked up and converted anew on each call. A bundle whose
-/// "CFBundleVersion" is no decimal integer in a text stops the program with a line that names the file and the reason.
+/// The bundle's "CFBundleVersion" as an integer, read again on each call. If it is not text with a decimal integer, the
+/// program stops with a line that names the file and the reason.
 std::int64_t buildNumber(const platform::NSBundle& bundle);
 
 } // namespace model

@@ -6,8 +6,8 @@
 
 namespace model {
 
-/// The integer that `text` spells: an optional "+" or "-", then one or more decimal digits and nothing else. None if
-/// the text is anything else or the integer does not fit.
+/// Parses an optional "+" or "-" followed by one or more decimal digits. None for any other text, and if the integer
+/// does not fit.
 std::optional<std::int64_t> decimalInteger(std::string_view text);
 
 } // namespace model

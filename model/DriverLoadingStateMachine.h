@@ -6,13 +6,13 @@
 
 namespace model {
 
-/// Scopes the state of the latest request that the model has made. There is one such state for all extensions.
+/// Scopes the state of the model's latest request. All extensions share one state.
 class DriverLoadingStateMachine {
 public:
     DriverLoadingStateMachine() = delete;
 
     enum class State : std::uint8_t {
-        /// Nothing under way: at first, after an action was undone and after a deactivation is done.
+        /// No request is open: initially, after an action was undone, and after a deactivation.
         blank,
         /// No transition leads here.
         unloaded,
@@ -35,8 +35,8 @@ namespace transitions {
 
 using enum DriverLoadingStateMachine::State;
 
-// Activating and deactivating cancel each other out, as does deactivating what only waits for a restart. A request
-// error is left by a new action alone. Whatever completes while a deactivation is under way completes that.
+// Activating and deactivating cancel each other out, and deactivating cancels an activation that waits for a restart.
+// Only a new action leaves a request error. A completion during a deactivation completes the deactivation.
 // clang-format off
 inline constexpr std::array<std::array<DriverLoadingStateMachine::State, 6>, 8> table{{
 //    activate    deactivate    needsApproval  completed     afterReboot          failed            from

@@ -104,7 +104,7 @@ void DriverLoadingViewModel::move(const LoadingTrigger trigger) {
     state_ = next(state_.get(), trigger);
 }
 
-/// The camera's record is marked whichever extension's request has finished.
+/// Marks the camera's record, whichever extension the finished request was for.
 void DriverLoadingViewModel::markCameraForReboot() {
     if (sei_.get().size() <= cameraPosition) {
         platform::fatalError("Index 1 out of range of " + std::to_string(sei_.get().size()) + " extension records");

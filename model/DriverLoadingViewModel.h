@@ -12,35 +12,35 @@
 
 namespace model {
 
-/// The application's one model: what is known of the managed extensions, and the operations on them.
+/// The application's one model: the managed extensions and the operations on them.
 ///
-/// It asks the operating system's extension service and is itself the delegate that hears every answer. No operation
-/// waits or fails: what becomes of it shows in the records, later. Answers are taken as they come, in any order, and
-/// are never tied back to their requests. Observers are told before each change of a published field. Main thread only.
+/// It submits requests to the operating system's extension service and is the delegate of all of them. Operations do
+/// not block and do not fail; their outcome appears in the records later. Answers can arrive in any order and are not
+/// matched to requests. Observers are notified before each change of a published field. Main thread only.
 class DriverLoadingViewModel final : public platform::ObservableObject,
                                      public platform::OSSystemExtensionRequestDelegate,
                                      public std::enable_shared_from_this<DriverLoadingViewModel> {
-    /// Makes the constructor callable by create() alone.
+    /// Only create() can call the constructor.
     struct Creation {
         explicit Creation() = default;
     };
 
 public:
-    /// A model of extensions of which nothing is known yet. It asks nothing by itself.
+    /// A model with initial records. It submits nothing by itself.
     static std::shared_ptr<DriverLoadingViewModel> create();
 
     explicit DriverLoadingViewModel(Creation);
 
     /// The managed extensions; always the same ones in the same order.
     const std::vector<SysExtInfo>& sei() const { return sei_.get(); }
-    /// Never changes: a restart that is due shows in a record's `reboot`.
+    /// Never changes. A record's `reboot` says that a restart is needed.
     bool need_reboot() const { return need_reboot_.get(); }
 
-    /// Asks what is installed of every managed extension.
+    /// Requests the properties of every managed extension.
     void enumerate();
-    /// Asks for the extension with bundle identifier `id` to be activated, or upgraded, whatever is under way.
+    /// Requests activation or upgrade of the extension with bundle identifier `id`, even if other requests are open.
     void activateExt(const std::string& id);
-    /// Asks for the extension with bundle identifier `id` to be deactivated and removed, whatever is under way.
+    /// Requests removal of the extension with bundle identifier `id`, even if other requests are open.
     void deactivateExt(const std::string& id);
 
     platform::OSSystemExtensionReplacementAction

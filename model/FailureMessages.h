@@ -29,7 +29,7 @@ inline constexpr std::array<FailureMessage, 13> failureMessages{{
     {platform::OSSystemExtensionErrorCode::authorizationRequired, "Authorization required."},
 }};
 
-/// What a failure of the system-extension domain with this code means.
+/// The message for an error code of the system extension domain.
 constexpr std::string_view failureMessage(const std::int64_t code) {
     for (const auto& message : failureMessages) {
         if (static_cast<std::int64_t>(message.code) == code) return message.text;

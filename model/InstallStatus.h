@@ -4,7 +4,7 @@
 
 namespace model {
 
-/// The situation of the needed extensions as a whole. Derived from the records whenever it is shown, never stored.
+/// The overall status of the needed extensions. Derived from the records when it is shown, never stored.
 enum class InstallStatus : std::uint8_t { allEnabled, awaitingAllow, nothingInstalled };
 
 } // namespace model

@@ -18,7 +18,7 @@ namespace {
 using platform::OSSystemExtensionProperties;
 using Records = platform::Published<std::vector<SysExtInfo>>;
 
-/// One record of the published list, whose fields are written in place.
+/// One record of the published list. Its fields are changed in place.
 class PublishedRecord {
 public:
     PublishedRecord(Records& records, const std::size_t position) : records_{records}, position_{position} {}

@@ -8,12 +8,11 @@
 
 namespace model {
 
-/// Folds one answer to a properties request into the record that its first copy names, and prints a line about that
-/// record. An empty answer, and one whose first copy is of no record, changes and prints nothing.
+/// Updates the record of the first copy's identifier from an answer to a properties request, and prints a line about
+/// it. An empty answer, or one whose first copy has no record, changes and prints nothing.
 ///
-/// Each field is written in place, as one published change of its own. Of several enabled copies the last gives the
-/// version, and the last whose bundle version is an integer gives the integer version; the flags add up. What an
-/// answer does not speak of, a record keeps.
+/// Each field is one published change. Of several enabled copies, the last gives the version, and the last whose bundle
+/// version is an integer gives the integer version. A flag is set if any copy has it. Other fields stay as they are.
 void reconcile(const std::vector<platform::OSSystemExtensionProperties>& properties,
                platform::Published<std::vector<SysExtInfo>>& records);
 

@@ -6,13 +6,13 @@
 
 namespace model {
 
-/// What is known of one managed system extension. The operating system's answers are matched to a record by its id.
+/// One managed system extension. Answers of the operating system are matched to a record by its id.
 struct SysExtInfo {
     /// The extension's bundle identifier.
     std::string id;
     /// Shown on the extension's card.
     std::string state = "Not installed";
-    /// At least one copy was reported; stays true once it is.
+    /// At least one copy was reported. Never becomes false again.
     bool present = false;
     bool enabled = false;
     /// A copy waits for the user's approval in the system settings.
@@ -30,7 +30,7 @@ struct SysExtInfo {
     std::int64_t intversion = 0;
 };
 
-/// The records of a new model, in the order of the queries and of the cards. The camera's stays at position 1.
+/// The records of a new model, in the order of queries and cards. The camera must stay at position 1.
 inline std::vector<SysExtInfo> initialRecords() {
     return {
         {.id = "com.kelvra.driverkit.base", .iconName = "Ethernet", .driverName = "Old Driver"},

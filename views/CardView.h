@@ -9,16 +9,15 @@
 
 namespace views {
 
-/// One extension: its icon, name and state, the action that fits it, and a menu. Draws the record that it is given
-/// and hands each action to a callback, which takes the extension's bundle identifier. A callback is called on the
-/// main thread, once for each press, and may outlive the card.
+/// One extension: icon, name, state, a button for the possible action, and a menu. The callbacks take the extension's
+/// bundle identifier. They are called on the main thread, once per press, and can outlive the card.
 struct CardView {
     model::SysExtInfo sei;
-    /// For "Activate" and "Upgrade" alike.
+    /// For "Activate" and "Upgrade".
     std::function<void(const std::string& id)> activate;
     std::function<void(const std::string& id)> deactivate;
     std::function<void()> enumerate;
-    /// The application's own build, which is the build of the extensions that it carries.
+    /// The application's own build, which stands for the builds of its extensions.
     std::int64_t version;
 
     platform::ui::View body() const;
@@ -27,7 +26,7 @@ private:
     platform::ui::View row() const;
     platform::ui::View icon() const;
     platform::ui::View textBlock() const;
-    /// "Activate", or "Upgrade" where an older build is enabled, or nothing.
+    /// "Activate", "Upgrade" if an older build is enabled, or nothing.
     platform::ui::View actionSlot() const;
     platform::ui::View actionButton(const char* title) const;
     platform::ui::View menu() const;

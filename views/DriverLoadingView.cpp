@@ -16,7 +16,7 @@ using namespace platform::ui;
 
 namespace {
 
-/// The driver that has no card, whichever is left out of the install status.
+/// The driver without a card, regardless of which one does not count for the install status.
 constexpr const char* cardlessBundleId = "com.kelvra.driverkit.base";
 constexpr std::ptrdiff_t neededDrivers = 2;
 constexpr Color borderColor{0.8588, 0.8588, 0.8588, 1};

@@ -9,24 +9,24 @@
 
 namespace views {
 
-/// The one screen: the status banner and a card for each extension but the base driver. Shows what the model holds
-/// and changes it only through its three operations.
+/// The only screen: the status banner and a card for each extension except the base driver. It changes the model only
+/// through the model's three operations.
 struct DriverLoadingView {
     std::shared_ptr<model::DriverLoadingViewModel> viewModel;
-    /// Left out of what decides the install status.
+    /// Does not count for the install status.
     std::string baseBundleId;
 
-    /// Evaluated anew after each change of the model.
+    /// Evaluated again after each change of the model.
     platform::ui::View body() const;
 
 private:
-    /// The screen as the model is now.
+    /// The screen for the current state of the model.
     platform::ui::View screen() const;
     model::InstallStatus installStatus() const;
-    /// The bordered block, in the middle of what the banner leaves.
+    /// The bordered block of cards, centered below the banner.
     platform::ui::View cardBlock() const;
     platform::ui::View cardList() const;
-    /// Nothing for the base driver, else a card, with a divider below it unless its record is the last.
+    /// A card, with a divider below it unless it is the last record; nothing for the base driver.
     platform::ui::View row(std::size_t index) const;
     platform::ui::View card(const model::SysExtInfo& sei) const;
 };

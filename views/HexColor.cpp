@@ -9,7 +9,7 @@ namespace views {
 
 namespace {
 
-/// Components on the 0 to 255 scale; the topmost one is what is left of the value, unmasked.
+/// Components on the 0 to 255 scale. The topmost one is not masked.
 struct Components {
     std::uint64_t opacity;
     std::uint64_t red;
@@ -17,7 +17,7 @@ struct Components {
     std::uint64_t blue;
 };
 
-/// The number at the start of `text`, as far as its digits go; 0 if there is none, or more than anyone asks for.
+/// The hexadecimal number at the start of `text`; 0 without one.
 std::uint64_t scanHexadecimal(std::string_view text) {
     if (text.starts_with("0x") || text.starts_with("0X")) text.remove_prefix(2);
     std::uint64_t value = 0;

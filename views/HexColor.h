@@ -6,9 +6,9 @@
 
 namespace views {
 
-/// The color of a hexadecimal text, never failing. What is not alphanumeric is trimmed from both ends; then the count
-/// of characters, as a person counts them, decides: 8 are opacity, red, green, blue; 6 red, green, blue; 3 the same
-/// with each digit doubled. Any other count gives an almost black, almost clear color.
+/// The color for a hexadecimal text; never fails. After trimming what is not alphanumeric from both ends, the number of
+/// user-perceived characters decides: 8 for opacity, red, green, blue; 6 for red, green, blue; 3 for the same with each
+/// digit doubled. Any other number gives an almost black, almost transparent color.
 platform::ui::Color hexColor(std::string_view text);
 
 } // namespace views

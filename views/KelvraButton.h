@@ -4,7 +4,7 @@
 
 namespace views {
 
-/// The look of every action of a card: white on a black capsule, the same pressed as at rest.
+/// The style of a card's button: white on a black capsule, pressed or not.
 struct KelvraButton {
     platform::ui::View makeBody(const platform::ui::ButtonStyleConfiguration& configuration) const;
 };

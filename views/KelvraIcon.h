@@ -8,7 +8,7 @@ namespace views {
 
 /// The icon of an extension, 40 by 40: its default or its dark variant.
 struct KelvraIcon {
-    /// An asset; the dark variant's is the same name with "Dark" behind it. A missing one leaves the shape around it.
+    /// The asset's name; the dark variant adds "Dark". If the asset is missing, only the shape is drawn.
     std::string iconName;
     bool dark;
 

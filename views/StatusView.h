@@ -7,7 +7,7 @@
 
 namespace views {
 
-/// The banner that sums up the situation in one sentence.
+/// The banner: the status in one sentence.
 struct StatusView {
     model::InstallStatus installStatus;
     /// One for each status, in the order: nothing is installed, all are enabled, approval is awaited.
