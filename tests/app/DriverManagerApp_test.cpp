@@ -43,7 +43,7 @@ TEST_F(TheApplication, ShowsALightScreenInAWindowOfItsNameAndQuitsWithItAndTheSt
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(TheApplication, MakesANewModelAndAsksAnewEachTimeItsSceneIsAskedForItsContent) {
+TEST_F(TheApplication, MakesANewModelAndQueriesAgainEachTimeItsContentIsBuilt) {
     const auto scene = DriverManagerApp{}.body();
     const auto first = scene.content();
     const auto second = scene.content();
@@ -61,7 +61,7 @@ TEST_F(TheApplication, DoesNotAskForItsContentWhenTheModelChanges) {
     });
 }
 
-TEST_F(TheApplication, IsGoneWithItsModelWhileAnswersAreStillToCome) {
+TEST_F(TheApplication, CanEndWithItsModelBeforeAllAnswersArrive) {
     run([](RunningApplication&) {});
     SystemExtensions::shared().foundProperties(1, {platform::fake::enabledCopy(camera, "2.1", "2105")});
     platform::fake::drainMainQueue();
@@ -81,7 +81,7 @@ protected:
     }
 };
 
-TEST_F(TheRoad, ShowsTheApprovalThatIsWaitedForAndThenTheEnabledCamera) {
+TEST_F(TheRoad, ShowsThePendingApprovalAndThenTheEnabledCamera) {
     run([](RunningApplication& application) {
         FakeWindow& window = application.window;
         auto& service = SystemExtensions::shared();

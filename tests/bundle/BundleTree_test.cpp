@@ -40,20 +40,20 @@ TEST(TheBundle, SaysWhatItIs) {
     EXPECT_EQ(textIn(read, "CFBundleExecutable"), "Driver Manager");
 }
 
-TEST(TheBundle, HoldsItsExecutableAndNothingBesideIt) {
+TEST(TheBundle, ContainsItsExecutableAndNoOther) {
     EXPECT_THAT(namesIn(bundle / "Contents" / "MacOS"), ElementsAre("Driver Manager"));
     EXPECT_NE(fs::status(bundle / "Contents" / "MacOS" / "Driver Manager").permissions() & fs::perms::owner_exec,
               fs::perms::none);
 }
 
-TEST(TheBundle, HoldsEveryDrawingAndNothingBesideThem) {
+TEST(TheBundle, ContainsAllDrawingsAndNothingElse) {
     auto drawings = namesIn(ICONS);
     std::erase_if(drawings, [](const std::string& name) { return fs::path{name}.extension() != ".svg"; });
     EXPECT_THAT(drawings, SizeIs(testing::Ge(8U)));
     EXPECT_EQ(namesIn(bundle / "Contents" / "Resources"), drawings);
 }
 
-TEST(TheBundle, HoldsTheThreeExtensions) {
+TEST(TheBundle, ContainsTheThreeExtensions) {
     EXPECT_THAT(namesIn(extensions),
                 ElementsAre("com.kelvra.driverkit.base.dext", "com.kelvra.driverkit.usb-to-poe.dext",
                             "com.kelvra.ip-camera.cmio.systemextension"));

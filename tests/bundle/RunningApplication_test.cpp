@@ -74,12 +74,12 @@ protected:
     QProcess application;
 };
 
-TEST_F(TheRunningApplication, GoesOnWhereStandardOutputIsFull) {
+TEST_F(TheRunningApplication, KeepsRunningIfStandardOutputIsFull) {
     start([] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
     expectThatItGoesOn();
 }
 
-TEST_F(TheRunningApplication, GoesOnWhereNobodyIsThereToReadWhatItPrints) {
+TEST_F(TheRunningApplication, KeepsRunningIfTheReaderOfItsOutputIsGone) {
     start([] {
         auto pipe = tests::makePipe();
         pipe.reader.close();
@@ -89,7 +89,7 @@ TEST_F(TheRunningApplication, GoesOnWhereNobodyIsThereToReadWhatItPrints) {
     expectThatItGoesOn();
 }
 
-TEST_F(TheRunningApplication, GoesOnWhereNobodyReadsThePipeThatItPrintsTo) {
+TEST_F(TheRunningApplication, KeepsRunningIfItsOutputPipeIsNotRead) {
     const auto pipe = tests::makePipe();
     start([&] {
         fcntl(pipe.writer.get(), F_SETFL, O_NONBLOCK);
@@ -101,13 +101,13 @@ TEST_F(TheRunningApplication, GoesOnWhereNobodyReadsThePipeThatItPrintsTo) {
     expectThatItGoesOn();
 }
 
-TEST_F(TheRunningApplication, NeverPrintsToAnotherFileWhereStandardOutputIsClosed) {
+TEST_F(TheRunningApplication, NeverPrintsToAnotherFileIfStandardOutputIsClosed) {
     start([] { close(STDOUT_FILENO); });
     EXPECT_EQ(QFile::symLinkTarget(QStringLiteral("/proc/%1/fd/1").arg(application.processId())), "/dev/null");
     expectThatItGoesOn();
 }
 
-TEST_F(TheRunningApplication, EndsByASignalAlsoWhileTheBusKeepsItWaiting) {
+TEST_F(TheRunningApplication, EndsOnASignalEvenWhileItWaitsForTheBus) {
     const QString path = runtimeFolder.filePath("silent");
     const auto silent = tests::listenAt(path.toStdString());
     auto environment = application.processEnvironment();
@@ -147,12 +147,12 @@ protected:
     const QString infoFile = broken + "/Contents/Info.plist";
 };
 
-TEST_F(ABrokenBundle, StopsTheApplicationWhereItHasNoInfoFile) {
+TEST_F(ABrokenBundle, StopsTheApplicationIfItHasNoInfoFile) {
     QFile::remove(infoFile);
     expectToStop("there is no such file");
 }
 
-TEST_F(ABrokenBundle, IsNoReasonToStopWithoutItsImages) {
+TEST_F(ABrokenBundle, DoesNotStopTheApplicationIfOnlyItsImagesAreMissing) {
     QDir{broken + "/Contents/Resources"}.removeRecursively();
     start();
     expectThatItGoesOn();

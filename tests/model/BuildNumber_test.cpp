@@ -52,7 +52,7 @@ TEST_F(ABrokenBundleDeathTest, StopsWithoutADictionaryForTheReasonThatThePlatfor
     expectStop("cannot be opened");
 }
 
-TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionThatIsMissingNoTextOrNoIntegerRatherThanYieldZero) {
+TEST_F(ABrokenBundleDeathTest, StopsForABundleVersionThatIsMissingNotTextOrNotAnInteger) {
     const std::pair<InfoDictionary, std::string> dictionaries[]{
         {{{"CFBundleShortVersionString", "2.1"}, {"cfbundleversion", "1"}}, "missing"},
         {{{"CFBundleVersion", std::nullopt}}, "not a text"},

@@ -107,7 +107,7 @@ protected:
     void act() { (*model.*GetParam().call)(network); }
 };
 
-TEST_P(ADeed, SubmitsItsRequestAloneOnTheMainQueueWithTheModelAsDelegateAndChangesNoRecord) {
+TEST_P(ADeed, SubmitsOneRequestOnTheMainQueueWithTheModelAsDelegateAndChangesNoRecord) {
     act();
     EXPECT_EQ(service().submissions(), (Submissions{{GetParam().kind, network}}));
     EXPECT_EQ(service().request(0)->queue(), DispatchQueue::main());

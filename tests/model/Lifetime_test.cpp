@@ -20,20 +20,20 @@ protected:
 
 class AModelThatGoes : public ModelTest {};
 
-TEST_F(AModelThatIsGone, HasCancelledNothing) {
+TEST_F(AModelThatIsGone, CancelsNothing) {
     const auto before = service().submissions();
     model.reset();
     EXPECT_EQ(service().submissions(), before);
     EXPECT_EQ(service().outstanding(), before.size());
 }
 
-TEST_F(AModelThatIsGone, IsKeptAliveByNoRequest) {
+TEST_F(AModelThatIsGone, IsNotKeptAliveByARequest) {
     const std::weak_ptr<DriverLoadingViewModel> watched = model;
     model.reset();
     EXPECT_TRUE(watched.expired());
 }
 
-TEST_F(AModelThatIsGone, LosesEveryLaterAnswer) {
+TEST_F(AModelThatIsGone, IgnoresEveryLaterAnswer) {
     model.reset();
     const auto before = service().submissions();
     service().foundProperties(0, {enabledCopy(base, "2.1", "2105")});
@@ -49,7 +49,7 @@ TEST_F(AModelThatIsGone, LosesEveryLaterAnswer) {
     EXPECT_EQ(service().submissions(), before);
 }
 
-TEST_F(AModelThatIsGone, LosesAnswersThatWereOnTheirWay) {
+TEST_F(AModelThatIsGone, IgnoresQueuedAnswers) {
     service().foundProperties(0, {enabledCopy(base, "2.1", "2105")});
     service().finish(3, Result::completed);
     model.reset();
@@ -58,7 +58,7 @@ TEST_F(AModelThatIsGone, LosesAnswersThatWereOnTheirWay) {
     EXPECT_THAT(platform::fake::loggedLines(), IsEmpty());
 }
 
-TEST_F(AModelThatIsGone, LosesNoAnswerOfItsSuccessor) {
+TEST_F(AModelThatIsGone, LeavesTheAnswersOfItsSuccessor) {
     model = DriverLoadingViewModel::create();
     model->enumerate();
     service().foundProperties(1, {enabledCopy(camera, "1", "1")});
@@ -68,7 +68,7 @@ TEST_F(AModelThatIsGone, LosesNoAnswerOfItsSuccessor) {
                 ElementsAre("com.kelvra.ip-camera.cmio 2.1/2105 State: Enabled [true false false]"));
 }
 
-TEST_F(AModelThatGoes, InsideItsOwnNotificationHandlesTheAnswerToItsEnd) {
+TEST_F(AModelThatGoes, InsideItsOwnNotificationStillHandlesTheAnswer) {
     model->enumerate();
     const auto subscription = model->objectWillChange().subscribe([this] { model.reset(); });
     service().foundProperties(1, {enabledCopy(camera, "2.1", "2105")});

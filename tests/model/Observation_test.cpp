@@ -109,13 +109,13 @@ protected:
     }
 };
 
-TEST_F(Observers, HearOfNoQuery) {
+TEST_F(Observers, AreNotNotifiedOfAQuery) {
     const ChangeRecorder recorder{*model};
     model->enumerate();
     EXPECT_THAT(recorder.pictures(), IsEmpty());
 }
 
-TEST_F(Observers, OfARequestHearOnceAfterTheSubmissionAndBeforeTheChange) {
+TEST_F(Observers, AreNotifiedOnceAfterASubmissionAndBeforeTheChange) {
     const ChangeRecorder recorder{*model};
     model->activateExt(camera);
     model->deactivateExt(network);
@@ -126,14 +126,14 @@ TEST_F(Observers, OfARequestHearOnceAfterTheSubmissionAndBeforeTheChange) {
     EXPECT_EQ(recorder.pictures().back().state, State::activating);
 }
 
-TEST_F(Observers, HearOfAnEqualState) {
+TEST_F(Observers, AreNotifiedOfAnEqualState) {
     model->activateExt(camera);
     const ChangeRecorder recorder{*model};
     model->activateExt(camera);
     EXPECT_THAT(recorder.changes(), ElementsAre("nothing"));
 }
 
-TEST_F(Observers, HearOfEachOutcomeOnceTheErrorTextIsStoredAndBeforeTheQueries) {
+TEST_F(Observers, AreNotifiedOfEachOutcomeAfterTheErrorTextIsStoredAndBeforeTheQueries) {
     const Outcome outcomes[]{
         {[this] {
              setState(State::activated);
@@ -154,7 +154,7 @@ TEST_F(Observers, HearOfEachOutcomeOnceTheErrorTextIsStoredAndBeforeTheQueries) 
         expect(outcome);
 }
 
-TEST_F(Observers, HearOfTheMarkAlsoWhenItIsThereAlready) {
+TEST_F(Observers, AreNotifiedOfTheMarkEvenIfItIsSetAlready) {
     finish(Result::willCompleteAfterReboot);
     model->activateExt(network);
     setState(State::activatedUponReboot);
@@ -164,19 +164,19 @@ TEST_F(Observers, HearOfTheMarkAlsoWhenItIsThereAlready) {
     EXPECT_THAT(recorder.changes(), ElementsAre("nothing", "nothing"));
 }
 
-TEST_F(Observers, HearNothingOfAnAnswerThatIsIgnored) {
+TEST_F(Observers, AreNotNotifiedOfAnIgnoredAnswer) {
     EXPECT_THAT(changesOf({}), IsEmpty());
     EXPECT_THAT(changesOf({enabledCopy("com.kelvra.unknown", "1", "1"), enabledCopy(camera, "1", "1")}), IsEmpty());
 }
 
-TEST_F(Observers, OfAnAnswerHearOncePerFieldInOrder) {
+TEST_F(Observers, AreNotifiedOfAnAnswerOncePerFieldInOrder) {
     answer({awaitingCopy(camera, "1", "1"), uninstallingCopy(camera, "1", "1")});
     EXPECT_THAT(changesOf({enabledCopy(camera, "1.2", "345")}),
                 ElementsAre("nothing", // present is true already
                             "1.enabled", "1.version", "1.intversion", "1.awaiting", "1.uninst", "1.state"));
 }
 
-TEST_F(Observers, OfAFirstAnswerHearOfWhatStaysFalseTooAndOfOneThatTellsNothingNewAsOften) {
+TEST_F(Observers, AreNotifiedEquallyOftenIfNoValueChanges) {
     EXPECT_THAT(changesOf({enabledCopy(camera, "1.2", "345")}),
                 ElementsAre("1.present", "1.enabled", "1.version", "1.intversion", "nothing", "nothing", "1.state"));
     const auto changes = changesOf({enabledCopy(camera, "1.2", "345")});
@@ -184,12 +184,12 @@ TEST_F(Observers, OfAFirstAnswerHearOfWhatStaysFalseTooAndOfOneThatTellsNothingN
     EXPECT_THAT(changes, Each("nothing"));
 }
 
-TEST_F(Observers, HearNothingOfAnIntegerThatDoesNotConvert) {
+TEST_F(Observers, AreNotNotifiedOfAnIntegerThatDoesNotConvert) {
     EXPECT_THAT(changesOf({enabledCopy(camera, "1.2", "3.4.5")}),
                 ElementsAre("1.present", "1.enabled", "1.version", "nothing", "nothing", "1.state"));
 }
 
-TEST_F(Observers, OfACopyThatIsEverythingHearOfEachFlagOnce) {
+TEST_F(Observers, AreNotifiedOnceOfEachFlagOfACopyWithAllFlags) {
     auto copy = enabledCopy(camera, "1.2", "345");
     copy.isAwaitingUserApproval = true;
     copy.isUninstalling = true;
@@ -197,7 +197,7 @@ TEST_F(Observers, OfACopyThatIsEverythingHearOfEachFlagOnce) {
                                                "1.uninst", "1.state"));
 }
 
-TEST_F(Observers, HearOfEachMatchingCopyAndSeeAFlagFallOnlyAfterTheLast) {
+TEST_F(Observers, AreNotifiedOfEachMatchingCopyAndSeeAFlagClearedOnlyAfterTheLast) {
     answer({enabledCopy(camera, "1", "1")});
     EXPECT_THAT(changesOf({awaitingCopy(camera, "2", "2"), enabledCopy(base, "9", "9"), copyOf(camera, "3", "3")}),
                 ElementsAre("nothing", "1.awaiting", // the awaiting copy: present, awaiting
@@ -205,7 +205,7 @@ TEST_F(Observers, HearOfEachMatchingCopyAndSeeAFlagFallOnlyAfterTheLast) {
                             "1.enabled", "nothing", "1.state"));
 }
 
-TEST_F(Observers, NeverSeeAFlagFallThatACopyOfTheAnswerHas) {
+TEST_F(Observers, NeverSeeAFlagClearedThatACopyOfTheAnswerHas) {
     answer({enabledCopy(camera, "1", "1")});
     const ChangeRecorder recorder{*model};
     answer({awaitingCopy(camera, "2", "2"), enabledCopy(camera, "1", "1")});
@@ -213,7 +213,7 @@ TEST_F(Observers, NeverSeeAFlagFallThatACopyOfTheAnswerHas) {
         EXPECT_TRUE(picture.records[cameraPosition].enabled);
 }
 
-TEST_F(Observers, SeeTheEarlierVersionsOfAnAnswerInPassing) {
+TEST_F(Observers, SeeTheEarlierVersionsOfAnAnswerBriefly) {
     const ChangeRecorder recorder{*model};
     answer({enabledCopy(camera, "1", "1"), enabledCopy(camera, "2", "2")});
     EXPECT_EQ(recorder.pictures().back().records[cameraPosition].version, "2/2");
@@ -222,7 +222,7 @@ TEST_F(Observers, SeeTheEarlierVersionsOfAnAnswerInPassing) {
                             "1.intversion", "nothing", "nothing", "1.state"));
 }
 
-TEST_F(Observers, FindTheLineNotYetPrintedAtTheLastChangeOfAnAnswer) {
+TEST_F(Observers, AreNotifiedOfAllChangesBeforeTheLineIsPrinted) {
     std::vector<std::size_t> printed;
     const auto subscription =
         model->objectWillChange().subscribe([&] { printed.push_back(platform::fake::printedLines().size()); });
@@ -231,7 +231,7 @@ TEST_F(Observers, FindTheLineNotYetPrintedAtTheLastChangeOfAnAnswer) {
     EXPECT_EQ(platform::fake::printedLines().size(), 1U);
 }
 
-TEST_F(Observers, FindTheRecordsNeverCopiedHoweverMuchAnAnswerWrites) {
+TEST_F(Observers, NeverSeeTheRecordsCopied) {
     answer({enabledCopy(base, std::string(1000, '1'), "1")});
     const auto* const list = model->sei().data();
     const auto* const longText = record(basePosition).version.data();
@@ -244,7 +244,7 @@ TEST_F(Observers, FindTheRecordsNeverCopiedHoweverMuchAnAnswerWrites) {
     EXPECT_EQ(record(basePosition).version.data(), longText);
 }
 
-TEST_F(Observers, MayAskForAnotherPassInsideANotification) {
+TEST_F(Observers, CanStartAQueryInsideANotification) {
     const auto subscription = model->objectWillChange().subscribe([this] { model->enumerate(); });
     model->activateExt(camera);
     EXPECT_EQ(submittedSince(1), enumeration());

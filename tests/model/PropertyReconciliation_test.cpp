@@ -30,7 +30,7 @@ TEST_F(AnAnswer, WithoutCopiesKeepsWhatWasKnown) {
     EXPECT_EQ(printedLines().size(), 1U);
 }
 
-TEST_F(AnAnswer, WhoseFirstCopyIsOfNoRecordChangesAndPrintsNothingWhateverFollows) {
+TEST_F(AnAnswer, WhoseFirstCopyHasNoRecordChangesAndPrintsNothing) {
     answer({enabledCopy("com.kelvra.unknown", "1", "1"), enabledCopy(camera, "2.1", "2105")});
     EXPECT_EQ(texts(), initialTexts());
     EXPECT_TRUE(printedLines().empty());

@@ -31,7 +31,7 @@ class TheFinishNotice : public ModelTest {};
 class TheFailureNotice : public ModelTest {};
 class TheOutcomes : public ModelTest {};
 
-TEST_F(TheReplacementQuestion, IsAnsweredWithReplaceForAnOlderBuildToo) {
+TEST_F(TheReplacementQuestion, IsAnsweredWithReplaceEvenForAnOlderBuild) {
     ask();
     service().askReplacement(0, copyOf(camera, "2.1", "2105"), copyOf(camera, "2.0", "2000"));
     deliver();
@@ -39,7 +39,7 @@ TEST_F(TheReplacementQuestion, IsAnsweredWithReplaceForAnOlderBuildToo) {
     EXPECT_EQ(service().replacementAnswers().size(), 2U);
 }
 
-TEST_F(TheReplacementQuestion, LogsHowBothBuildsDescribeThemselvesTheInstalledOneFirst) {
+TEST_F(TheReplacementQuestion, LogsTheDescriptionsOfBothBuildsTheInstalledOneFirst) {
     ask();
     deliver();
     EXPECT_THAT(loggedLines(), ElementsAre("Sysex identifier com.kelvra.ip-camera.cmio",
@@ -120,7 +120,7 @@ TEST_F(TheFinishNotice, WithAnyOtherResultStoresRequestCompletedAndAsksForProper
     }
 }
 
-TEST_F(TheFailureNotice, StoresWhatItsCodeMeans) {
+TEST_F(TheFailureNotice, StoresTheMessageOfItsCode) {
     const std::vector<std::pair<std::int64_t, std::string>> meanings{
         {1, "An unknown error occurred."},
         {2, "Missing a required entitlement."},
@@ -143,7 +143,7 @@ TEST_F(TheFailureNotice, StoresWhatItsCodeMeans) {
     }
 }
 
-TEST_F(TheFailureNotice, StoresUnexpectedErrorForACodeThatNobodyKnows) {
+TEST_F(TheFailureNotice, StoresUnexpectedErrorForAnUnknownCode) {
     for (const std::int64_t code :
          {std::int64_t{0}, std::int64_t{-1}, std::int64_t{14}, std::int64_t{4'294'967'297},
           std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
@@ -214,7 +214,7 @@ TEST_F(TheOutcomes, MoveEveryStateAsTheTransitionsSay) {
     }
 }
 
-TEST_F(TheOutcomes, KeepTheLatestErrorTextThroughWhatIsNoError) {
+TEST_F(TheOutcomes, KeepTheLatestErrorTextUntilTheNextError) {
     fail(7, "");
     finish(Result::completed);
     finish(Result::willCompleteAfterReboot);
@@ -238,7 +238,7 @@ TEST_F(TheOutcomes, NeverChangeTheModelsNeedForAReboot) {
     EXPECT_FALSE(model->need_reboot());
 }
 
-TEST_F(TheOutcomes, NeverTakeTheCamerasMarkBack) {
+TEST_F(TheOutcomes, NeverClearTheCamerasMark) {
     finish(Result::willCompleteAfterReboot);
     finish(Result::completed);
     fail(12, "");
@@ -247,7 +247,7 @@ TEST_F(TheOutcomes, NeverTakeTheCamerasMarkBack) {
     EXPECT_TRUE(record(cameraPosition).reboot);
 }
 
-TEST_F(TheOutcomes, OfTwoPassesAreTakenAsTheyComeAndTheLastToArriveStands) {
+TEST_F(TheOutcomes, OfTwoQueriesAreAppliedAsTheyArriveAndTheLastOneStays) {
     model->enumerate();
     model->enumerate();
     service().foundProperties(4, {enabledCopy(camera, "2.1", "2105")});

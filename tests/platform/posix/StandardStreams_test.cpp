@@ -131,7 +131,7 @@ TEST_F(AFullPipe, DropsTheEndOfALongLine) {
     EXPECT_EQ(taken, longLine.substr(0, taken.size()));
 }
 
-TEST_F(AFullPipe, NeverGluesTwoLinesTogether) {
+TEST_F(AFullPipe, NeverJoinsTwoLines) {
     writer.write(longLine);
     read();
     writer.write("next");
@@ -153,7 +153,7 @@ TEST(ATerminal, TakesLines) {
     EXPECT_EQ(readAvailable(terminal.screen.get()), "one\r\n");
 }
 
-TEST(ATerminal, TakesLinesAlsoWhereTheSystemCannotWaitForIt) {
+TEST(ATerminal, TakesLinesEvenIfPollCannotWaitForIt) {
     const auto terminal = makeTerminal();
     pollKnowsTerminals = false;
     LineWriter{terminal.program.get()}.write("one");
@@ -161,7 +161,7 @@ TEST(ATerminal, TakesLinesAlsoWhereTheSystemCannotWaitForIt) {
     EXPECT_EQ(readAvailable(terminal.screen.get()), "one\r\n");
 }
 
-TEST(ATerminal, ThatNobodyReadsStallsNothing) {
+TEST(ATerminal, ThatNobodyReadsBlocksNothing) {
     const auto terminal = makeTerminal();
     LineWriter writer{terminal.program.get()};
     for (int i = 0; i < 10'000; ++i)
@@ -169,7 +169,7 @@ TEST(ATerminal, ThatNobodyReadsStallsNothing) {
     EXPECT_LT(readAvailable(terminal.screen.get()).size(), 10'000U * 102U);
 }
 
-TEST(ATerminal, ThatAPersonStoppedStallsNothing) {
+TEST(ATerminal, WithStoppedOutputBlocksNothing) {
     const auto terminal = makeTerminal();
     tcflow(terminal.program.get(), TCOOFF);
     LineWriter{terminal.program.get()}.write("one");
@@ -196,7 +196,7 @@ TEST(APrintedLine, GoesToStandardOutput) {
     EXPECT_EQ(readAvailable(pipe.reader.get()), "one\ntwo\n");
 }
 
-TEST(APrintedLine, ComesAgainAfterStandardOutputWasClosedForAWhile) {
+TEST(APrintedLine, IsWrittenAgainAfterStandardOutputWasClosed) {
     const auto pipe = makePipe();
     {
         const ReplacedDescriptor closed{STDOUT_FILENO, ReplacedDescriptor::closed};
@@ -224,7 +224,7 @@ TEST(AStandardDescriptor, ThatIsOpenStaysAsItIs) {
     }));
 }
 
-TEST(AStandardDescriptor, CostsNoOther) {
+TEST(AStandardDescriptor, UsesNoOtherDescriptor) {
     const int firstFree = dup(STDIN_FILENO);
     close(firstFree);
     EXPECT_TRUE(holdsInAProgramWithout({0, 1}, [firstFree] { return fcntl(firstFree, F_GETFD) == -1; }));

@@ -23,7 +23,7 @@ TEST(ATrimmedText, LosesPunctuationSymbolsAndSpacesAtEitherEnd) {
         EXPECT_EQ(trimmedToAlphanumerics(lost + "a1" + lost), "a1") << lost;
 }
 
-TEST(ATrimmedText, LosesBytesThatAreNoUtf8) {
+TEST(ATrimmedText, LosesBytesThatAreNotUtf8) {
     for (const std::string lost : {"\x80", "\xFF", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82"})
         EXPECT_EQ(trimmedToAlphanumerics(lost + "a1" + lost), "a1");
 }
@@ -32,7 +32,7 @@ TEST(ATrimmedText, KeepsWhatIsInside) {
     EXPECT_EQ(trimmedToAlphanumerics("(a - \xFF\U0001F600 b)"), "a - \xFF\U0001F600 b");
 }
 
-TEST(ATrimmedText, GoesOnAfterAZeroByte) {
+TEST(ATrimmedText, ContinuesAfterAZeroByte) {
     using namespace std::string_view_literals;
     EXPECT_EQ(trimmedToAlphanumerics("\0a\0b\0"sv), "a\0b"sv);
 }
@@ -79,7 +79,7 @@ constexpr Counted counted[]{
 
 class ACharacterCount : public testing::TestWithParam<Counted> {};
 
-TEST_P(ACharacterCount, IsWhatAPersonSees) {
+TEST_P(ACharacterCount, IsTheNumberOfUserPerceivedCharacters) {
     EXPECT_EQ(characterCount(GetParam().text), GetParam().characters);
 }
 

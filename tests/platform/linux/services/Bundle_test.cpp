@@ -47,7 +47,7 @@ protected:
     const fs::path infoFile = bundle / "Contents" / "Info.plist";
 };
 
-TEST_F(ABundle, HoldsTheTextsOfItsDictionaryAsTheyAre) {
+TEST_F(ABundle, HasTheTextsOfItsDictionaryUnchanged) {
     writeXml("<dict><key>CFBundleVersion</key><string>2105</string><key>Name</key><string>Ä &amp; B</string>"
              "<key>Spaces</key><string> 42 </string><key>Empty</key><string></string><key>None</key><string/></dict>");
     EXPECT_EQ(dictionary(),
@@ -55,7 +55,7 @@ TEST_F(ABundle, HoldsTheTextsOfItsDictionaryAsTheyAre) {
                   {"CFBundleVersion", "2105"}, {"Name", "Ä & B"}, {"Spaces", " 42 "}, {"Empty", ""}, {"None", ""}}));
 }
 
-TEST_F(ABundle, TakesNothingElseForAText) {
+TEST_F(ABundle, HasNoTextForAValueOfAnotherType) {
     for (const std::string value :
          {"<integer>2105</integer>", "<real>1.5</real>", "<true/>", "<array><string>2105</string></array>", "<dict/>",
           "<data>AAAA</data>", "<date>2024-01-01T00:00:00Z</date>"}) {
@@ -83,7 +83,7 @@ TEST_F(ABundle, ReadsABinaryDictionary) {
                                             {"Real", std::nullopt}}));
 }
 
-TEST_F(ABundle, DoesNotCutATextOfABinaryDictionaryOffAtANul) {
+TEST_F(ABundle, DoesNotCutOffATextAtANul) {
     // Two keys and three texts, one of them long, with a NUL each except for the text "1".
     constexpr std::string_view bytes{"bplist00\xd3\x01\x02\x03\x04\x05\x06_\x10\x0f"
                                      "CFBundleVersion_\x10\x10"
@@ -116,7 +116,7 @@ TEST_F(ABundle, SaysThatItsInfoFileIsMissing) {
     EXPECT_EQ(problem(), "there is no such file");
 }
 
-TEST_F(ABundle, DoesNotWaitForAPipeInThePlaceOfItsInfoFile) {
+TEST_F(ABundle, DoesNotWaitForAPipeInPlaceOfItsInfoFile) {
     ASSERT_EQ(mkfifo(infoFile.c_str(), 0600), 0);
     EXPECT_EQ(problem(), "it is not a file");
 }
@@ -126,7 +126,7 @@ TEST_F(ABundle, SaysWhyItsInfoFileCannotBeReached) {
     EXPECT_THAT(problem(), HasSubstr("it cannot be read: Too many levels of symbolic links"));
 }
 
-TEST_F(ABundle, SaysThatItsInfoFileIsNoPropertyList) {
+TEST_F(ABundle, SaysThatItsInfoFileIsNotAPropertyList) {
     for (const std::string_view bytes :
          {"", "\n", "CFBundleVersion=2105", "{\"CFBundleVersion\": \"2105\"}", "<html></html>",
           "<plist version=\"1.0\"><dict><key>A</key><string>it breaks off", "bplist00",
@@ -136,14 +136,14 @@ TEST_F(ABundle, SaysThatItsInfoFileIsNoPropertyList) {
     }
 }
 
-TEST_F(ABundle, SaysThatItsPropertyListIsNoDictionary) {
+TEST_F(ABundle, SaysThatItsPropertyListIsNotADictionary) {
     for (const auto* const body : {"<array><string>CFBundleVersion</string></array>", "<string>2105</string>"}) {
         writeXml(body);
         EXPECT_EQ(problem(), "its property list is not a dictionary") << body;
     }
 }
 
-TEST_F(ABundle, IsNotMadeOfJustAnyFolderAroundAnExecutable) {
+TEST_F(ABundle, NeedsItsOwnFoldersAroundTheExecutable) {
     writeXml("<dict/>");
     for (const auto& executable :
          {bundle / "Contents" / "Driver Manager", bundle / "MacOS" / "Driver Manager", fs::path{"/"}, fs::path{}}) {
@@ -166,18 +166,18 @@ protected:
     }
 };
 
-TEST_F(TheMainBundle, HoldsTheRunningExecutable) {
+TEST_F(TheMainBundle, ContainsTheRunningExecutable) {
     EXPECT_EQ(toldBy(PROGRAM), "42 of " PROGRAM_BUNDLE "/Contents/Info.plist");
 }
 
-TEST_F(TheMainBundle, IsThatOfTheExecutableAlsoBehindALink) {
+TEST_F(TheMainBundle, IsThatOfTheExecutableEvenThroughALink) {
     const QTemporaryDir folder;
     const auto link = folder.filePath("link");
     ASSERT_TRUE(QFile::link(PROGRAM, link));
     EXPECT_EQ(toldBy(link), "42 of " PROGRAM_BUNDLE "/Contents/Info.plist");
 }
 
-TEST_F(TheMainBundle, HasNoDictionaryWhereTheExecutableLiesInNone) {
+TEST_F(TheMainBundle, HasNoDictionaryIfTheExecutableIsNotInABundle) {
     EXPECT_EQ(NSBundle::mainBundle().infoDictionary(), nullptr);
     EXPECT_EQ(NSBundle::mainBundle().infoProblem(), "the program is not in a bundle");
 }

@@ -71,7 +71,7 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsWhereTheServiceRefusesTheAnswerToI
     EXPECT_THAT(record.errors.at(0).localizedDescription, HasSubstr("too many requests"));
 }
 
-TEST_F(ASystemExtensionRequestInTrouble, FailsWhenTheServiceDiesBeforeItTakesIt) {
+TEST_F(ASystemExtensionRequestInTrouble, FailsWhenTheServiceDiesBeforeItAcceptsIt) {
     submitTo(Calls::areLeftOpen);
     service->die();
     expectOneFailure("The extension service did not take the request");
@@ -99,14 +99,14 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsWhenTheServiceGivesItsNameUp) {
     EXPECT_THAT(record.lines, ElementsAre("camera needs approval", "camera failed 1"));
 }
 
-TEST_F(ASystemExtensionRequestInTrouble, FailsWhenItIsTakenByAServiceThatGaveItsNameUp) {
+TEST_F(ASystemExtensionRequestInTrouble, FailsWhenAServiceThatGaveUpItsNameAcceptsIt) {
     submitTo(Calls::areLeftOpen);
     service->releaseName();
     service->take(0);
     expectOneFailure("went away before it answered");
 }
 
-TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheServiceDiesOverAQuestion) {
+TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheServiceDiesDuringAQuestion) {
     submitTo(Calls::areLeftOpen);
     askForReplacement();
     waitForCalls(2);
@@ -124,7 +124,7 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheBusGoes) {
     EXPECT_THAT(record.lines, ElementsAre("camera failed 1", "network failed 1"));
 }
 
-TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheBusGoesBeforeAnyoneNoticed) {
+TEST_F(ASystemExtensionRequestInTrouble, FailsOnceWhenTheBusIsGoneUnnoticed) {
     submitAccepted();
     finish();
     waitForAnswers(1);
@@ -160,7 +160,7 @@ TEST_F(ASystemExtensionRequestInTrouble, OfALaterServiceIsNotAnsweredByAnEarlier
     EXPECT_EQ(record.lines.back(), "network finished 1");
 }
 
-TEST_F(ASystemExtensionRequestInTrouble, IsTakenAgainOnceTheBusIsBack) {
+TEST_F(ASystemExtensionRequestInTrouble, SucceedsAgainOnceTheBusIsBack) {
     submitAccepted();
     bus.stop();
     waitForAnswers(1);
@@ -187,7 +187,7 @@ protected:
     }
 };
 
-TEST_F(AServiceThatTakesAnHour, IsHeardWhenItAnswers) {
+TEST_F(AServiceThatTakesAnHour, CanStillAnswer) {
     submitTo(Calls::areLeftOpen);
     waitAnHour();
     finish();
@@ -197,7 +197,7 @@ TEST_F(AServiceThatTakesAnHour, IsHeardWhenItAnswers) {
     EXPECT_THAT(record.lines, ElementsAre("camera finished 0"));
 }
 
-TEST_F(AServiceThatTakesAnHour, MayTakeTheAnswerToItsQuestionThen) {
+TEST_F(AServiceThatTakesAnHour, CanStillAcceptTheAnswerToItsQuestion) {
     submitAccepted();
     service->setCalls(Calls::areLeftOpen);
     askForReplacement();

@@ -19,7 +19,7 @@ using tests::until;
 
 class ASystemExtensionRequest : public tests::SystemExtensionsTest {};
 
-TEST_F(ASystemExtensionRequest, IsToldAnUnknownResultAsItIs) {
+TEST_F(ASystemExtensionRequest, GetsAnUnknownResultUnchanged) {
     submitAccepted();
     service->signal("Finished", {service->token(0), qlonglong{-7}});
     waitForAnswers(1);
@@ -36,7 +36,7 @@ TEST_F(ASystemExtensionRequest, TakesTenThousandCopiesAndAMegabyteOfVersion) {
     EXPECT_EQ(record.copies.back().bundleVersion.size(), 1'000'000U);
 }
 
-TEST_F(ASystemExtensionRequest, HearsNothingAfterItsLastAnswer) {
+TEST_F(ASystemExtensionRequest, GetsNothingAfterItsLastAnswer) {
     submitAccepted();
     const auto token = service->token(0);
     finish();
@@ -61,7 +61,7 @@ TEST_F(ASystemExtensionRequest, AnswersNoQuestionOnceItHasEnded) {
         EXPECT_EQ(call.member(), "Submit");
 }
 
-TEST_F(ASystemExtensionRequest, MayBeFinishedBeforeItsSubmissionIsTaken) {
+TEST_F(ASystemExtensionRequest, CanFinishBeforeItsSubmissionIsAccepted) {
     startService();
     service->finishBeforeReplying();
     submit("camera");
@@ -107,7 +107,7 @@ TEST_F(ASystemExtensionRequest, FailsOnAnAnswerWithWrongArguments) {
     }
 }
 
-TEST_F(ASystemExtensionRequest, IsLeftAloneByWhatIsNoAnswerToIt) {
+TEST_F(ASystemExtensionRequest, IgnoresWhatIsNotAnAnswerToIt) {
     submitAccepted();
     service->signal("Finished", {"no such token", qlonglong{0}});
     service->signal("Finished", {"no such token"});
@@ -120,7 +120,7 @@ TEST_F(ASystemExtensionRequest, IsLeftAloneByWhatIsNoAnswerToIt) {
     EXPECT_THAT(record.lines, IsEmpty());
 }
 
-TEST_F(ASystemExtensionRequest, BelievesNobodyButTheOwnerOfTheName) {
+TEST_F(ASystemExtensionRequest, IgnoresEveryoneButTheOwnerOfTheName) {
     submitAccepted();
     const ScriptedService stranger{bus.address(), ScriptedService::Owns::nothing};
     stranger.signal(service->client(), "Finished", {service->token(0), qlonglong{0}});
@@ -131,7 +131,7 @@ TEST_F(ASystemExtensionRequest, BelievesNobodyButTheOwnerOfTheName) {
     EXPECT_THAT(record.lines, IsEmpty());
 }
 
-TEST_F(ASystemExtensionRequest, BelievesNobodyButTheBusAboutTheOwnerOfTheName) {
+TEST_F(ASystemExtensionRequest, LearnsTheOwnerOfTheNameOnlyFromTheBus) {
     submitAccepted();
     const ScriptedService stranger{bus.address(), ScriptedService::Owns::nothing};
     stranger.forgeOwnerChange(service->client(), service->uniqueName(), stranger.uniqueName());
@@ -158,7 +158,7 @@ TEST_F(ARestartOfTheMachine, EndsTheApplicationWithAStatusOfItsOwn) {
     EXPECT_EQ(statusAfter([this] { service->broadcast("Restarting"); }), exitStatusOfRestart);
 }
 
-TEST_F(ARestartOfTheMachine, IsNotBelievedOfAStranger) {
+TEST_F(ARestartOfTheMachine, IsIgnoredFromAnotherSender) {
     submitAccepted();
     const ScriptedService stranger{bus.address(), ScriptedService::Owns::nothing};
     record.onLine = [] { QCoreApplication::exit(0); };

@@ -76,7 +76,7 @@ TEST_F(TheRunningApplication, ShowsOneWindowOfTheSizeOfItsContent) {
     });
 }
 
-TEST_F(TheRunningApplication, HasAWindowThatNobodyCanResize) {
+TEST_F(TheRunningApplication, HasAWindowThatCannotBeResized) {
     run([](MainWindow& window) {
         EXPECT_EQ(window.minimumSize(), QSize(450, 230));
         EXPECT_EQ(window.maximumSize(), QSize(450, 230));
@@ -93,7 +93,7 @@ TEST_F(TheRunningApplication, QuitsWhenItsWindowIsClosedAndTheDelegateAgrees) {
     EXPECT_EQ(delegate_.asked, 1);
 }
 
-TEST_F(TheRunningApplication, GoesOnWithoutAWindowWhereTheDelegateSaysSo) {
+TEST_F(TheRunningApplication, KeepsRunningWithoutAWindowIfTheDelegateSaysSo) {
     delegate_.quits = false;
     const Script script = [](MainWindow& window) {
         window.close();
@@ -103,13 +103,13 @@ TEST_F(TheRunningApplication, GoesOnWithoutAWindowWhereTheDelegateSaysSo) {
     EXPECT_EQ(delegate_.asked, 1);
 }
 
-TEST_F(TheRunningApplication, EndsBySignalsAsEveryProgramDoes) {
+TEST_F(TheRunningApplication, EndsOnSignals) {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         EXPECT_EXIT(run([signal](MainWindow&) { std::raise(signal); }), testing::KilledBySignal(signal), "");
 }
 
-TEST_F(TheRunningApplication, EndsBySignalsBeforeItsMainLoop) {
+TEST_F(TheRunningApplication, EndsOnSignalsBeforeItsMainLoop) {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     const auto lastView = [] {
         std::raise(SIGTERM);
