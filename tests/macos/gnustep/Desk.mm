@@ -123,22 +123,6 @@ NSControl* controlOf(const std::string& label) {
     throw std::out_of_range{"no control is called " + label};
 }
 
-/// " shift-command-z"; nothing for an item without a key.
-std::string keyOf(NSMenuItem* const item) {
-    if ([[item keyEquivalent] length] == 0) return {};
-    const NSUInteger modifiers = [item keyEquivalentModifierMask];
-    std::string key = " ";
-    if (modifiers & NSShiftKeyMask) key += "shift-";
-    if (modifiers & NSAlternateKeyMask) key += "option-";
-    if (modifiers & NSCommandKeyMask) key += "command-";
-    return key + platform::textOf([item keyEquivalent]);
-}
-
-/// " undo:"; nothing for an item that opens a menu.
-std::string actionOf(NSMenuItem* const item) {
-    return [item submenu] ? "" : ' ' + platform::textOf(NSStringFromSelector([item action]));
-}
-
 macos_tests::Picture pictureOf(NSBitmapImageRep* const bitmap) {
     const auto channel = [](const CGFloat component) {
         return static_cast<std::uint8_t>(std::lround(component * 255));
@@ -403,34 +387,6 @@ Picture Desk::focusRingMaskOf(const std::string& label) const {
     NSBitmapImageRep* const seen = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:whole] autorelease];
     [image unlockFocus];
     return pictureOf(seen);
-}
-
-std::vector<std::string> Desk::mainMenu() const {
-    std::vector<std::string> items;
-    for (NSMenuItem* menu in [[NSApp mainMenu] itemArray])
-        for (NSMenuItem* item in [[menu submenu] itemArray])
-            items.push_back(
-                platform::textOf([menu title]) + ": " +
-                ([item isSeparatorItem] ? "-" : platform::textOf([item title]) + keyOf(item) + actionOf(item)));
-    return items;
-}
-
-bool Desk::offersServices() const {
-    NSMenu* const application = [[[NSApp mainMenu] itemAtIndex:0] submenu];
-    NSMenu* const services = [[application itemWithTitle:@"Services"] submenu];
-    return services && services == [NSApp servicesMenu];
-}
-
-std::vector<std::string> Desk::menuItems() const {
-    std::vector<std::string> titles;
-    for (NSMenuItem* item in [openMenu() itemArray])
-        if ([[item title] length] > 0) titles.push_back(platform::textOf([item title]));
-    return titles;
-}
-
-std::string Desk::highlightedItem() const {
-    const NSInteger index = [[openMenu() menuRepresentation] highlightedItemIndex];
-    return index < 0 ? "" : platform::textOf([[openMenu() itemAtIndex:index] title]);
 }
 
 bool Desk::isAtItem(const std::string& title) {
