@@ -20,7 +20,7 @@ CODE = (LIBRARY, "Contents/Frameworks/Codec.framework", "Contents/Helpers/a tool
 
 # What every Unix has, and ship calls.
 UNIX = ("cat", "cp", "dirname", "grep", "ln", "mkdir", "mv", "rm", "sed", "touch")
-OF_A_MAC = ("codesign", "ditto", "hdiutil", "lipo", "security", "spctl", "xcrun")
+OF_A_MAC = ("codesign", "ditto", "hdiutil", "lipo", "security", "spctl", "xattr", "xcrun")
 
 
 def words(text):
@@ -148,6 +148,12 @@ class Shipping(WithBuild):
         expected[STAGED] = "--entitlements build/packaging/macos/entitlements.plist"
         for command in signatures(self.commands)[:-1]:
             self.assertIn(f" {expected[command[-1]]} ", " ".join(command))
+
+    def test_leaves_no_extended_attribute_on_anything_that_is_signed(self):
+        cleared = self.commands.index(["xattr", "-cr", STAGED])
+        written = [self.commands.index(command) for command in self.commands if command[0] in ("cp", "ditto")]
+        self.assertEqual([place < cleared for place in written], [True, True, False, False])
+        self.assertLess(cleared, self.commands.index(signatures(self.commands)[0]))
 
     def test_signs_with_the_provisioning_profile_in_the_application(self):
         profile = f"{STAGED}/Contents/embedded.provisionprofile"
