@@ -22,7 +22,7 @@ class WithExtensions(support.WithFolder):
         support.make_all(self.folder)
 
     def found(self, team=support.TEAM, entitlements=None):
-        return list(checker.problems(self.folder, support.BUILD, team, entitlements))
+        return list(checker.problems(self.folder, support.BUILD, NOW, team, entitlements))
 
     def info_file(self, name):
         return support.contents(self.folder / name) / "Info.plist"
@@ -132,10 +132,39 @@ class ATeam(WithExtensions):
             problem = f"its signature has {OF_ANOTHER_TEAM}"
             self.assert_found((BASE, problem))
 
-    def test_that_cannot_be_read_is_not_a_problem(self):
-        (support.contents(self.folder / BASE) / "embedded.provisionprofile").write_bytes(b"nothing of the kind")
-        (support.contents(self.folder / CAMERA) / "embedded.provisionprofile").unlink()
-        self.assert_found()
+
+class AProfileInABundle(WithExtensions):
+    """The profile of an extension. TheProvisioningProfile has the other problems that a profile can have."""
+
+    def assert_wrong(self, name, problem, **changes):
+        support.give_profile(self.folder / name, **changes)
+        self.assert_found((support.contents(self.folder / name) / "embedded.provisionprofile", problem))
+
+    def test_must_be_present_in_a_driver_but_not_in_a_camera(self):
+        for name in (CAMERA, NETWORK):
+            (support.contents(self.folder / name) / "embedded.provisionprofile").unlink()
+        self.assert_found((self.folder / NETWORK / "embedded.provisionprofile", "is not a provisioning profile"))
+
+    def test_must_be_valid_also_in_a_camera(self):
+        self.assert_wrong(CAMERA, "expired on 2030-06-01 00:00:00", ExpirationDate=NOW)
+
+    def test_must_be_for_its_extension(self):
+        other = f"{support.TEAM}.com.kelvra.driver-manager"
+        problem = f"is for {other}, but must be for {support.TEAM}.com.kelvra.driverkit.base"
+        self.assert_wrong(BASE, problem, Entitlements=support.GRANTED)
+
+    def test_must_grant_each_restricted_entitlement_that_the_extension_is_signed_with(self):
+        usb, driverkit = "com.apple.developer.driverkit.transport.usb", "com.apple.developer.driverkit"
+        one, other = {"idVendor": 1}, {"idVendor": 2}
+        for granted, held in (([one, other], [one]), ([one], [one, other]), (one, [one])):
+            with self.subTest(granted=granted, held=held):
+                unrestricted = {"com.apple.security.network.client": True}
+                support.write_entitlements(self.entitlements, {BASE: {driverkit: True, usb: held, **unrestricted}})
+                identifier = {"com.apple.application-identifier": f"{support.TEAM}.*"}
+                support.give_profile(self.folder / BASE, Entitlements={driverkit: True, usb: granted, **identifier})
+                file = self.folder / BASE / "embedded.provisionprofile"
+                problems = [] if held == [one] and granted != one else [(file, f"does not grant {usb}")]
+                self.assert_found(*problems, entitlements=self.entitlements)
 
 
 class AnEntitlement(WithExtensions):
@@ -164,7 +193,8 @@ class AnEntitlement(WithExtensions):
     def test_of_another_team_is_refused(self):
         other = {**support.ENTITLEMENTS[BASE], "com.apple.developer.team-identifier": "OTHER12345"}
         problem = f"its entitlements have {OF_ANOTHER_TEAM}"
-        self.assert_entitled((BASE, problem), **{BASE: other})
+        grant = (self.folder / BASE / "embedded.provisionprofile", "does not grant com.apple.developer.team-identifier")
+        self.assert_entitled(grant, (BASE, problem), **{BASE: other})
 
     def test_must_include_the_group_before_a_dot_in_the_camera_service(self):
         service = f"{support.TEAM}.com.kelvra.ip-camera.service"
@@ -224,4 +254,4 @@ class TheProvisioningProfile(support.WithFolder):
         wanted = f"{team}.com.kelvra.driver-manager"
         self.assertIsNone(self.granting(**{key: f"{team}.*"}))
         other = f"{team}.com.kelvra.other"
-        self.assertEqual(self.granting(**{key: other}), f"is for {other}, but the application is {wanted}")
+        self.assertEqual(self.granting(**{key: other}), f"is for {other}, but must be for {wanted}")

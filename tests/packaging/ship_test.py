@@ -222,7 +222,7 @@ class ADryRun(WithBuild):
             f"{APP}/Contents/Library/SystemExtensions/base.dext: must be named {BASE}, after its CFBundleIdentifier",
             f"{APP}/Contents/Library/SystemExtensions/{CAMERA}: is missing",
             f'{APP}: must be signed with a "Developer ID Application" certificate of team ABCDE12345, not with "{other}"',
-            f"{self.profile}: does not grant com.apple.developer.system-extension.install",
+            f"{self.profile}: is for None, but must be for {support.TEAM}.com.kelvra.driver-manager",
         )
 
     def test_reports_a_problem_of_a_property_list(self):

@@ -84,7 +84,7 @@ def make(folder, name):
     executable.parent.mkdir(parents=True)
     executable.write_text("an executable\n")
     change(bundle)
-    give_profile(bundle, TEAM)
+    give_profile(bundle)
 
 
 def make_all(folder):
@@ -100,10 +100,14 @@ def change(bundle, *without, **values):
     (contents(bundle) / "Info.plist").write_bytes(plistlib.dumps(keys))
 
 
-def give_profile(bundle, team):
-    """A provisioning profile: a property list in a signed envelope, of which the list alone is read."""
-    profile = b"\x30\x82 envelope " + plistlib.dumps({"TeamIdentifier": [team]}) + b" signature \x00"
-    (contents(bundle) / "embedded.provisionprofile").write_bytes(profile)
+def give_profile(bundle, team=TEAM, **changes):
+    granted = {
+        "com.apple.application-identifier": f"{team}.{bundle.stem}",
+        "com.apple.developer.team-identifier": team,
+        **ENTITLEMENTS.get(bundle.name, {}),
+    }
+    file = contents(bundle) / "embedded.provisionprofile"
+    write_profile(file, **{"TeamIdentifier": [team], "Entitlements": granted, **changes})
 
 
 def write_entitlements(folder, changes=None):
@@ -113,7 +117,8 @@ def write_entitlements(folder, changes=None):
 
 
 def write_profile(file, **changes):
-    """The provisioning profile of the application, with other values for some keys."""
+    """A provisioning profile, the application's but for other values for some keys. It is a property list in a signed
+    envelope, of which the list alone is read."""
     content = {
         "TeamIdentifier": [TEAM],
         "ExpirationDate": datetime.datetime(2999, 1, 1),
@@ -121,4 +126,4 @@ def write_profile(file, **changes):
         "Entitlements": GRANTED,
         **changes,
     }
-    file.write_bytes(b"envelope " + plistlib.dumps(content) + b" signature")
+    file.write_bytes(b"\x30\x82 envelope " + plistlib.dumps(content) + b" signature \x00")
