@@ -2,7 +2,6 @@
 
 #include "simulator/disk/RealDisk.h"
 #include "simulator/player/Mac.h"
-#include "simulator/player/PrivateBus.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -20,6 +19,9 @@ namespace {
 
 /// How long it may take to end by itself.
 constexpr int patience = 10'000;
+
+/// The note is there before the command runs, so that whoever has to end it always finds it.
+constexpr auto noteAndRun = R"(echo $$ >"$0" && exec "$@")";
 
 void prepareProcess() {
     setsid(); // a group of its own, to be ended as one
@@ -45,8 +47,8 @@ Command::Command(const QStringList& command, const QString& busAddress, const QS
     process_.setProcessChannelMode(QProcess::ForwardedChannels);
     process_.setStandardInputFile(QProcess::nullDevice());
     process_.setChildProcessModifier(prepareProcess);
-    process_.setProgram(command.value(0));
-    process_.setArguments(command.mid(1));
+    process_.setProgram("/bin/sh");
+    process_.setArguments(QStringList{"-c", noteAndRun, note} + command);
 }
 
 Command::~Command() {
@@ -60,7 +62,6 @@ void Command::start() {
         throw NotDone{"the command cannot be started: " + process_.errorString().toStdString()};
     group_ = process_.processId();
     isStatusTaken_ = false;
-    writeFile(note_, QByteArray::number(group_));
 }
 
 void Command::stop() {
