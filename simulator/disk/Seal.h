@@ -8,11 +8,11 @@
 
 namespace simulator {
 
-/// The SHA-256 of each file in a bundle, by its path in it; of a link that of its target, after the word "link".
+/// The SHA-256 of each file in a bundle, by its path in the bundle; for a link, "link" and that of its target's path.
 using Digests = std::map<std::string, std::string>;
 
-/// What stands in for a code signature: whose bundle it is, what it may do, and what its files were when it was
-/// sealed. It lies in the bundle, in a file that no real system reads.
+/// Stands in for a code signature: the team, the entitlements, and the files of a bundle when it was sealed. It is a
+/// file in the bundle that no real system reads.
 struct Seal {
     std::string team;
     /// A dictionary.
@@ -20,17 +20,16 @@ struct Seal {
     Digests files;
 };
 
-/// The folder of a bundle in which its Info.plist and its seal lie: Contents, or the bundle itself where it has none,
-/// as a driver has none.
+/// The folder that contains the Info.plist and the seal of a bundle: Contents, or the bundle itself if it is flat.
 std::string contentsOf(const std::string& bundle);
 
-/// Nothing if the bundle has none that can be read.
+/// Nothing if the bundle has no readable seal.
 std::optional<Seal> readSeal(const std::string& bundle);
-/// Answers with what went wrong; empty if it is written. It appears whole or not at all.
+/// Returns what went wrong, or nothing. The file appears whole or not at all.
 std::string writeSeal(const std::string& bundle, const Seal& seal);
 
-/// Of every file in the bundle but its own seal; a link is never the same as a file. Nothing if one cannot be read, as
-/// a pipe cannot. Reads them all, however large they are; may be called on any thread.
+/// Of every file in the bundle except its own seal. Nothing if one cannot be read, for example a pipe. May be called on
+/// any thread.
 std::optional<Digests> digestsOf(const std::string& bundle);
 
 } // namespace simulator

@@ -22,10 +22,10 @@ namespace simulator::player {
 namespace {
 
 constexpr int patience = 60'000;
-/// How often in a row the service may die before it is given up.
+/// How often in a row the service may crash.
 constexpr int mostDeaths = 5;
 
-/// In these a request goes on by itself; a delayed one does once it is due.
+/// Stages that a request leaves by itself. A delayed request leaves when it is due.
 constexpr std::array working{Stage::checking, Stage::validating, Stage::staging, Stage::removing};
 
 bool isWorking(const RequestEntry& request) {

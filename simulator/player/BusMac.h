@@ -19,20 +19,19 @@
 
 namespace simulator::player {
 
-/// Puts a bundle into a folder of the real disk, instead of what is there, so that it is read as it is described, right
-/// or wrong; its description's own path is not looked at. Its program is a copy of that program. Throws NotDone.
+/// Writes a bundle to a folder of the real disk and replaces what is there. Reading it yields the same description,
+/// also of a faulty bundle; the path in the description is ignored. Its program is a copy of program. Throws NotDone.
 void writeBundle(const BundleOnDisk& bundle, const QString& folder, const QString& program);
 
-/// Where the program of a bundle lies.
+/// The path of the program of a bundle.
 QString programOf(const QString& folder);
 
-/// How one speaks with an application: words, a line of them.
+/// The messages between the player and an application: one line of words each.
 QByteArray lineOf(const QStringList& words);
 QStringList wordsIn(const QByteArray& line);
 
-/// A running application: a process that asks the service what it is told to, and tells what it hears; see
-/// submit --help for what is said. Whatever does not come about, such as an answer within a minute, is thrown as
-/// NotDone.
+/// A running application: a process of "submit", whose help describes the messages. Throws NotDone, also if no answer
+/// comes within a minute.
 class ClientProcess {
 public:
     ClientProcess(const QString& program, const QString& busAddress);
@@ -49,13 +48,13 @@ public:
         QString token;
         QString text;
     };
-    /// What it was told, in order, up to what the bus held for it now, and since this was last called.
+    /// What it was told since the last call, in order, including everything that the bus holds for it now.
     std::vector<Told> hear();
     /// Returns when it has ended.
     void quit();
 
 private:
-    /// Reads on until it says something else than what it was told.
+    /// Collects what it was told until another message comes, and returns that one.
     QStringList await();
     QStringList readLine();
 
@@ -65,7 +64,7 @@ private:
 };
 
 /// A Mac on a bus of its own. Applications are real bundles in a temporary folder, which stands for the disk, and real
-/// processes that run in them; the service finds out by itself who asks. With a command, the folder of its bundle
+/// processes that run in them; the service identifies the caller itself. With a command, the folder of its bundle
 /// counts as /Applications, too. Needs a QCoreApplication. Throws NotDone.
 class BusMac final : public Mac {
 public:
@@ -92,7 +91,7 @@ private:
     void act(const Saying& saying) override;
     void rest() override;
 
-    /// Where it lies on the real disk.
+    /// Its path on the real disk.
     QString real(const std::string& path) const;
     std::vector<Word> withRealFolders(const std::vector<Word>& words) const;
     /// Once the bus says that it has left, the service has been told.
@@ -105,7 +104,7 @@ private:
     template <typename Value>
     Value asked(QDBusPendingReply<Value> (Control::*question)());
     QList<RequestEntry> openRequests() { return asked(&Control::ListRequests); }
-    /// Tells what the applications heard; says whether there was anything.
+    /// Passes on what the applications heard; returns whether there was anything.
     bool listen();
 
     PrivateBus bus_;

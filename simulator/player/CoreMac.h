@@ -7,7 +7,7 @@
 namespace simulator::player {
 
 /// A Mac in this process: the machine with its own clock, a disk in memory, and applications that only ask. A service
-/// that dies comes back at once with the state that was kept, and without the requests.
+/// that crashes is back at once, with the stored state and without the requests.
 class CoreMac final : public Mac, private Disk {
 public:
     CoreMac();
@@ -30,7 +30,7 @@ private:
     void act(const Saying& saying) override;
     void rest() override;
 
-    /// Says whether something had happened.
+    /// Returns whether something had happened.
     bool takeOutbox();
     void take(const Answer& answer);
 

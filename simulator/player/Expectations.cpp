@@ -1,4 +1,4 @@
-// What a scenario expects, as the text that is to be seen then.
+// What may follow "expect" in a scenario.
 
 #include "simulator/player/Scenario.h"
 
@@ -26,7 +26,7 @@ void expectNothingOf(Mac& mac, const std::string& application) {
     if (const auto heard = mac.hear(application)) throw NotDone{application + " heard " + heardText(heard)};
 }
 
-/// An answer of that text, the whole of it or all but a failure's description.
+/// The answer must be that text, with or without the description of a failure.
 Play expectAnswer(Reading& reading, const std::string& text) {
     const std::string request = reading.words.takes("to") ? reading.words.take("a request's name") : std::string{};
     const std::string application = takeApplicationAfter("as", reading);
@@ -106,7 +106,7 @@ NotDone thereIs(const std::string& what, const WordList& there) {
 
 using Look = std::function<WordList(Mac&)>;
 
-/// What is there must come to be as it should.
+/// Waits until the list is right.
 Play expectList(const std::string& what, const Look& look, const std::function<bool(const WordList&)>& isRight) {
     return [=](Mac& mac) {
         WordList there;

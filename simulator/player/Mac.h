@@ -18,23 +18,23 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// The application that is on every Mac when a scenario begins, and that is meant where a line names none.
+/// The application that every new Mac has, and the default of every line.
 inline constexpr auto sampleName = "Driver Manager";
 inline constexpr auto sampleTeam = "KELVRA0001";
 
-/// In /Applications, sound, with two drivers and a camera extension, each 2.1/2105.
+/// In /Applications, without faults, with two drivers and a camera extension, each 2.1/2105.
 BundleOnDisk sampleApplication();
 
-/// A sound extension, by its file name: a driver, or else a camera.
+/// An extension without faults: by its file name a driver, a camera, or of no known category.
 ExtensionOnDisk extensionNamed(const std::string& fileName, const Version& version);
 
-/// Puts an extension into a bundle, instead of one of the same file name. Where it is sealed and names no team, it is
-/// of the application's team; where a camera names no service, it has one in a group of its own.
+/// Adds an extension to a bundle, or replaces the one with the same file name. If it is sealed, the defaults are the
+/// application's team and, for a camera, a service in a group of its own.
 void carry(BundleOnDisk& bundle, ExtensionOnDisk extension, bool isSealed = true);
 
 /// What an application asks.
 struct Ask {
-    /// What it says when it is asked whether the new copy may replace the old one; later: nothing until answer().
+    /// Its answer to the replacement question; later: it answers with answer().
     enum class Reply { replace, cancel, later };
 
     RequestKind kind = RequestKind::properties;
@@ -50,10 +50,9 @@ struct Heard {
     std::string text;
 };
 
-/// A simulated Mac on which a scenario is played, with its applications, which are called by the names that the
-/// scenario gives them. It begins with nothing installed, every setting at its default, and /Applications as the only
-/// Applications folder. Each call returns when the Mac has come to rest: until the next one, nothing happens any more.
-/// Each may throw NotDone. What is here is the same wherever it is played; a Mac of one kind does the rest.
+/// A simulated Mac on which a scenario is played, with the applications that the scenario names. It starts with nothing
+/// installed, every setting at its default, and /Applications as the only Applications folder. Each call returns when
+/// nothing happens any more without another call, and may throw NotDone.
 class Mac {
 public:
     Mac() = default;
@@ -61,7 +60,7 @@ public:
     Mac& operator=(const Mac&) = delete;
     virtual ~Mac() = default;
 
-    /// Puts an application on the disk, instead of the one of that name, which quits first.
+    /// Puts an application on the disk. Another one of that name quits and is removed first.
     void put(const std::string& application, const BundleOnDisk& bundle);
     const BundleOnDisk& bundleOf(const std::string& application) const { return applications_.at(application).bundle; }
     WordList applications() const;
@@ -71,17 +70,17 @@ public:
     /// Answers a question that was left open.
     void answer(const std::string& application, const std::string& request, bool replace);
     void quit(const std::string& application);
-    /// Does what a line of a scenario says to the machine.
+    /// Performs a verb of the machine.
     void perform(const Saying& saying);
 
-    /// Takes the oldest text that the application was told and this has not yielded yet; nothing if there is none.
+    /// Takes the oldest text that the application was told and that was not taken yet, if there is one.
     std::optional<Heard> hear(const std::string& application);
     /// "2.1/2105 activated enabled" of each copy of an extension, oldest first.
     virtual WordList copies(const std::string& identifier) = 0;
     /// "com.example.camera user" of each request that has not ended, oldest first.
     virtual WordList requests() = 0;
 
-    /// Waits until that holds, as long as the command may bring it about; says whether it does.
+    /// Waits until the condition holds, as long as the command can still make it hold; returns whether it does.
     virtual bool await(const std::function<bool()>& holds) { return holds(); }
     /// The application under test, if there is one. A new start or a restart of the Mac stops it, too.
     virtual void startCommand() { throw withoutCommand(); }
@@ -92,7 +91,7 @@ public:
 protected:
     struct Application {
         BundleOnDisk bundle;
-        /// How the service calls it; empty while it does not run.
+        /// Its name on the bus; empty while it does not run.
         std::string client;
         /// By token.
         std::map<std::string, Ask> asked;
@@ -111,13 +110,13 @@ private:
 
     virtual void write(const BundleOnDisk& bundle) = 0;
     virtual void remove(const BundleOnDisk& bundle) = 0;
-    /// Answers how the service will call it.
+    /// Returns its name on the bus.
     virtual std::string start(const std::string& application) = 0;
     virtual void end(const std::string& application) = 0;
     virtual void submit(const std::string& application, const std::string& token, const Ask& ask) = 0;
     virtual void reply(const std::string& application, const std::string& token, bool replace) = 0;
     virtual void act(const Saying& saying) = 0;
-    /// Waits until nothing happens any more, and tells the applications what there is to tell.
+    /// Waits until nothing happens any more, and passes the answers to the applications.
     virtual void rest() = 0;
 
     void stop(const std::string& application);

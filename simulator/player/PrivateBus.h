@@ -6,8 +6,8 @@
 
 namespace simulator::player {
 
-/// A temporary folder. It goes with this object, and also with this process, however that ends: another makes it, waits
-/// until it hears no more of this one, and removes it. Throws NotDone.
+/// A temporary folder. Another process makes it, and removes it when this object or this process ends, also if this
+/// process is killed. Throws NotDone.
 class ScratchFolder {
 public:
     ScratchFolder();
@@ -22,11 +22,11 @@ private:
     QString path_;
 };
 
-/// A bus and a service of its own, with a store of its own, in a temporary folder; all of it goes when this goes, or
-/// when this process is killed. Whoever calls the service first starts it. Needs a QCoreApplication. Throws NotDone.
+/// A bus of its own that starts a service on demand, with a store in a temporary folder. All of it ends with this
+/// object or this process, also if this process is killed. Needs a QCoreApplication. Throws NotDone.
 class PrivateBus {
 public:
-    /// programs: the folder in which sysextd lies.
+    /// programs: the folder that contains sysextd.
     explicit PrivateBus(const QString& programs);
     ~PrivateBus();
     PrivateBus(const PrivateBus&) = delete;
@@ -34,9 +34,9 @@ public:
 
     const QString& address() const { return address_; }
     QDBusConnection connection() const { return QDBusConnection{connectionName}; }
-    /// A folder for whatever else goes with it.
+    /// Removed with the bus.
     const QString& folder() const { return folder_.path(); }
-    /// What the service wrote last to its standard error; empty if that is nothing.
+    /// The last line that the service wrote to standard error, or nothing.
     QString lastComplaint() const;
 
 private:
@@ -51,7 +51,7 @@ private:
     QString address_;
 };
 
-/// Puts a text into a file, whose folder is made where it is missing. Throws NotDone.
+/// Writes a file, and makes its folder if necessary. Throws NotDone.
 void writeFile(const QString& path, const QByteArray& contents);
 
 } // namespace simulator::player

@@ -40,7 +40,7 @@ void takePlain(std::string_view& line, std::vector<Word>& words) {
     if (endsList) words.push_back({","});
 }
 
-/// Words are divided by blanks; a # that begins a word begins a comment, which is left.
+/// Blanks separate words. A # at the start of a word starts a comment, which stays in the line.
 std::vector<Word> takeWords(std::string_view& line) {
     std::vector<Word> words;
     while (!line.empty() && line.front() != '#') {
@@ -81,8 +81,7 @@ std::string contentsBeside(const std::string& folder, const std::string& file, c
 
 // Lines --------------------------------------------------------------------------------------------------------------
 
-/// The domain of a fault's error may stand behind its description without the option that names it, and the option
-/// without a domain behind it.
+/// The domain of a fault may follow its description without the option, and the option may be the last word.
 void nameDomain(std::vector<Word>& line, std::string_view option) {
     const bool isError = line.front().text == "fault" && line.size() > 4 && numberIn(line[3].text);
     const auto isOption = [&](const Word& word) { return !word.isQuoted && word.text == option; };

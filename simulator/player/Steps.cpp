@@ -47,7 +47,7 @@ std::optional<Category> takeCategory(Words& words) {
     return categoryNamed(std::string{categoryPrefix} + words.takeOneOf("a category", known));
 }
 
-/// Answers whether it is sealed all the same.
+/// Returns whether it is still sealed.
 bool readLack(Words& words, ExtensionOnDisk& extension) {
     const std::string lack = words.takeOneOf("a lack", {"identifier", "usage-description", "seal"});
     if (lack == "identifier") extension.identifier.clear();
@@ -72,7 +72,7 @@ void readTrait(Words& words, ExtensionOnDisk& extension) {
     }
 }
 
-/// The application as it lies there now is changed.
+/// Changes the application as it is now.
 template <typename Change>
 Play changing(const std::string& application, Change change) {
     return [=](Mac& mac) {
