@@ -1,7 +1,9 @@
 #include "simulator/core/Answer.h"
 
-#include "simulator/core/Copy.h"
+#include "simulator/core/State.h"
 #include "simulator/core/Words.h"
+
+#include <algorithm>
 
 namespace simulator {
 
@@ -53,6 +55,18 @@ Failure requestCanceled() {
 
 std::string textOf(const AnswerBody& answer) {
     return std::visit(TextOfAnswer{}, answer);
+}
+
+std::string textOf(const Fault& fault) {
+    const auto* const row = std::find_if(requestWords.begin(), requestWords.end(),
+                                         [&](const RequestWord& request) { return request.kind == fault.request; });
+    const std::string request{row->word};
+    if (fault.kind == Fault::Kind::delay) return request + " after " + inSeconds(fault.milliseconds) + "s";
+    if (fault.kind != Fault::Kind::error) return request + " " + std::string{nameOf(fault.kind)};
+    const auto& [domain, code, description] = fault.failure;
+    std::string text = request + " " + std::to_string(code);
+    if (!description.empty()) text += " " + inQuotes(description);
+    return domain == extensionErrorDomain ? text : text + " --domain " + inQuotes(domain);
 }
 
 } // namespace simulator

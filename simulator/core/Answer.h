@@ -142,12 +142,14 @@ struct Answer {
 /// replace 2.1/2105 by 2.2/2206", "found 2.1/2105 enabled"; "nothing" of one that says nothing.
 std::string textOf(const AnswerBody& answer);
 
-/// One line for who watches.
+/// One line for "sysextctl watch".
 struct Event {
     std::int64_t time = 0;
-    /// Empty where it is about the whole machine.
+    /// The extension; empty if the event is about the whole machine.
     std::string identifier;
     std::string text;
+    /// The bundle that asked for it, or that the copy came from; empty if there is none.
+    std::string application;
 };
 
 /// The seal of an extension that is being validated. Who drives the machine compares it with the extension's files, and

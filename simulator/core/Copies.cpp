@@ -14,20 +14,22 @@ Copy& Machine::add(const Extension& extension, const Version& version, const std
     Copy& copy = state_.copies[number] = {number, extension, version, application, where, false};
     outbox_.copies.insert(number);
     state_.seen[extension.identifier] = extension;
-    tell(extension.identifier, textOf(copy.version) + ": " + std::string{describe(where).text});
+    tell(extension.identifier, textOf(copy.version) + ": absent -> " + std::string{describe(where).text}, application);
     return copy;
 }
 
 void Machine::put(Copy& copy, CopyState to) {
-    tell(copy.extension.identifier, textOf(copy.version) + ": " + std::string{describe(copy.state).text} + " -> " +
-                                        std::string{describe(to).text});
+    tell(copy.extension.identifier,
+         textOf(copy.version) + ": " + std::string{describe(copy.state).text} + " -> " + std::string{describe(to).text},
+         copy.application);
     copy.state = to;
     outbox_.copies.insert(copy.number);
 }
 
 void Machine::drop(std::int64_t number) {
     const Copy& copy = state_.copies.at(number);
-    tell(copy.extension.identifier, textOf(copy.version) + ": " + std::string{describe(copy.state).text} + " -> gone");
+    tell(copy.extension.identifier, textOf(copy.version) + ": " + std::string{describe(copy.state).text} + " -> absent",
+         copy.application);
     outbox_.copies.insert(number);
     state_.copies.erase(number);
 }

@@ -19,8 +19,8 @@ Outbox Machine::takeOutbox() {
     return std::exchange(outbox_, {});
 }
 
-void Machine::tell(const std::string& identifier, const std::string& text) {
-    outbox_.events.push_back({state_.clock, identifier, text});
+void Machine::tell(const std::string& identifier, const std::string& text, const std::string& application) {
+    outbox_.events.push_back({state_.clock, identifier, text, application});
 }
 
 Refusal Machine::nothingOf(const std::string& identifier, const std::string& what) const {
@@ -105,7 +105,7 @@ void Machine::restart() {
     finishWhatWasBegun();
     removeTerminated();
     outbox_.restarting = true;
-    tell({}, "restart");
+    tell({}, "restart: every application ends");
 }
 
 /// All of them, or all but the youngest of each extension, which then outlives one restart.
@@ -142,7 +142,7 @@ void Machine::reset() {
     state_.faults.clear();
     state_.seen.clear();
     state_.applications.clear();
-    tell({}, "reset");
+    tell({}, "reset: every copy, approval, request, and fault is removed");
 }
 
 /// And then everything is as it comes out of the box. Where applications lie is for their user to say.
@@ -152,7 +152,7 @@ void Machine::resetAll() {
     settings.applicationsFolders = std::move(state_.settings.applicationsFolders);
     state_.settings = std::move(settings);
     state_.clock = 0;
-    tell({}, "settings reset");
+    tell({}, "reset: settings and clock are at their defaults");
 }
 
 /// A copy that is put there takes the place of another as one that was asked for does.
@@ -196,13 +196,13 @@ Verdict Machine::setApplicationsFolders(std::vector<std::string> folders) {
     for (std::string& folder : folders)
         folder = disk_.canonical(folder);
     state_.settings.applicationsFolders = std::move(folders);
-    tell({}, "Applications folders changed");
+    tell({}, "Applications folders: " + joined(state_.settings.applicationsFolders));
     return done;
 }
 
 void Machine::setDeveloperMode(bool on) {
     state_.settings.developerMode = on;
-    tell({}, on ? "developer mode on" : "developer mode off");
+    tell({}, on ? "developer mode: on" : "developer mode: off");
 }
 
 /// A profile answers what it allows and what it lets remove. What it forbids waits on, and is never enabled meanwhile.
@@ -212,7 +212,7 @@ Verdict Machine::setProfile(const std::string& contents) {
     if (auto* const refusal = std::get_if<Refusal>(&profile)) return std::move(*refusal);
     state_.settings.profile = std::get<Profile>(std::move(profile));
     const Profile& now = state_.settings.profile;
-    tell({}, "profile changed");
+    tell({}, now.source.empty() ? "management profile removed" : "management profile installed");
     for (const auto& [number, was] : std::map{state_.copies}) {
         const auto copy = state_.copies.find(number);
         if (copy != state_.copies.end() && isWaiting(copy->second.state) &&
@@ -233,8 +233,9 @@ Verdict Machine::setSwitch(const std::string& name, const std::string& value) {
     const std::string otherwise{describe(*which).otherwise};
     if (value != byDefault && value != otherwise)
         return invalid(name + " is " + byDefault + " or " + otherwise + ", not " + inQuotes(value));
+    const std::string before{state_.settings.valueOf(*which)};
     state_.settings.set(*which, value);
-    tell({}, "switch " + name + " " + value);
+    tell({}, "switch " + name + ": " + before + " -> " + value);
     if (isDefault(Switch::authorization)) return done;
     for (auto& [number, request] : requests_)
         if (request.stage == Stage::authorization) remove(request);
@@ -249,15 +250,21 @@ Verdict Machine::orderFault(const Fault& fault) {
         return invalid("the error is malformed");
     if (state_.faults.size() >= limits::faults) return tooMany("too many faults are ordered");
     state_.faults.emplace(++state_.lastNumber, fault);
-    tell({}, "fault ordered: " + std::string{nameOf(fault.kind)});
+    tell({}, "fault ordered: next " + textOf(fault));
     return done;
+}
+
+void Machine::clearFaults() {
+    tell({}, "faults cleared: " + std::to_string(state_.faults.size()));
+    state_.faults.clear();
 }
 
 Verdict Machine::advance(std::int64_t milliseconds) {
     if (milliseconds < 0) return invalid("time cannot go back");
     if (milliseconds > limits::time - state_.clock) return invalid("that is too far in the future");
+    const std::string before = inSeconds(state_.clock);
     state_.clock += milliseconds;
-    tell({}, "clock " + std::to_string(state_.clock) + " ms");
+    tell({}, "clock: " + before + " s -> " + inSeconds(state_.clock) + " s");
     return done;
 }
 

@@ -58,6 +58,7 @@ public:
     [[nodiscard]] Verdict setProfile(const std::string& contents);
     [[nodiscard]] Verdict setSwitch(const std::string& name, const std::string& value);
     [[nodiscard]] Verdict orderFault(const Fault& fault);
+    void clearFaults();
     [[nodiscard]] Verdict advance(std::int64_t milliseconds);
 
 private:
@@ -119,7 +120,7 @@ private:
     bool isDefault(Switch which) const { return state_.settings.isDefault(which); }
     std::optional<Refusal> policyAgainst(const Extension& extension) const;
     Refusal nothingOf(const std::string& identifier, const std::string& what) const;
-    void tell(const std::string& identifier, const std::string& text);
+    void tell(const std::string& identifier, const std::string& text, const std::string& application = {});
 
     State state_;
     const Disk& disk_;

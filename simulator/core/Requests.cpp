@@ -61,7 +61,8 @@ void Machine::wait(Request& request, Stage stage) {
 /// The answer goes to the application that asked, if it is still there.
 void Machine::say(const Request& request, AnswerBody body) {
     if (std::holds_alternative<std::monostate>(body)) return;
-    tell(request.identifier, std::string{nameOf(request.kind)} + " " + std::visit(TextOfBody{}, body));
+    tell(request.identifier, std::string{nameOf(request.kind)} + " " + std::visit(TextOfBody{}, body),
+         request.application);
     if (!request.client.empty()) outbox_.answers.push_back({request.client, request.token, std::move(body)});
 }
 
@@ -98,7 +99,8 @@ Verdict Machine::submit(const Submission& submission) {
     if (!request.application.empty() && state_.applications.size() < limits::applications)
         state_.applications.insert(request.application);
     request.turn = ++lastTurn_;
-    tell(request.identifier, std::string{nameOf(request.kind)} + " submitted");
+    tell(request.identifier, std::string{nameOf(request.kind)} + " submitted", request.application);
+    if (request.fault) tell(request.identifier, "fault used up: " + textOf(*request.fault), request.application);
     requests_.emplace(request.number, std::move(request));
     return done;
 }

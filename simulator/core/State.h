@@ -26,6 +26,19 @@ inline constexpr std::array<std::string_view, 3> requestKinds{"activation", "dea
 std::string_view nameOf(RequestKind kind);
 std::optional<RequestKind> requestKindNamed(std::string_view name);
 
+/// How an order of a fault calls the requests that it is for; nothing: all of them.
+struct RequestWord {
+    std::string_view word;
+    std::optional<RequestKind> kind;
+};
+
+inline constexpr std::array requestWords{
+    RequestWord{"activate", RequestKind::activation},
+    RequestWord{"deactivate", RequestKind::deactivation},
+    RequestWord{"properties", RequestKind::properties},
+    RequestWord{"any", std::nullopt},
+};
+
 /// Something that goes wrong with one request, ordered beforehand.
 struct Fault {
     enum class Kind {
@@ -68,6 +81,8 @@ std::string_view nameOf(Fault::Kind kind);
 std::optional<Fault::Kind> faultKindNamed(std::string_view name);
 /// Whether the fault, as it was ordered, befalls such a request.
 bool befalls(const Fault& fault, RequestKind request);
+/// The words that order it after "fault next": "any 8 "broken" --domain "D"", "activate after 90.000s".
+std::string textOf(const Fault& fault);
 /// Whether there is any kind of request that it can befall.
 bool isPossible(const Fault& fault);
 

@@ -22,12 +22,16 @@ Outcome outcomeOf(Verdict verdict) {
 }
 
 template <void (Machine::*deed)()>
-Deed ofTheMachine(Words& words) {
-    words.expect(0, 0);
+Deed ofTheMachine() {
     return [](Machine& machine) {
         (machine.*deed)();
         return std::string{};
     };
+}
+
+Deed restart(Words& words) {
+    words.expect(0, 0);
+    return ofTheMachine<&Machine::restart>();
 }
 
 template <Verdict (Machine::*deed)(const std::string&)>
@@ -39,10 +43,7 @@ Deed ofAnExtension(Words& words) {
 Deed reset(Words& words) {
     const bool isOfAll = words.takeFlag("--all");
     words.expect(0, 0);
-    return [isOfAll](Machine& machine) {
-        isOfAll ? machine.resetAll() : machine.reset();
-        return std::string{};
-    };
+    return isOfAll ? ofTheMachine<&Machine::resetAll>() : ofTheMachine<&Machine::reset>();
 }
 
 Deed install(Words& words) {
@@ -110,11 +111,20 @@ Deed profile(Words& words) {
     };
 }
 
+Outcome clockOf(const Machine& machine) {
+    return inSeconds(machine.state().clock) + " s\n";
+}
+
+Deed clock(Words& words) {
+    words.expect(0, 0);
+    return clockOf;
+}
+
 Deed advance(Words& words) {
     words.expect(1, 1);
     return [length = words.takeDuration()](Machine& machine) -> Outcome {
         if (auto refusal = machine.advance(length)) return *std::move(refusal);
-        return inSeconds(machine.state().clock) + "\n";
+        return clockOf(machine);
     };
 }
 
@@ -136,21 +146,54 @@ std::string lineOf(const Machine& machine, const SwitchRow& row) {
     return joined({std::string{row.name}, value, values, std::string{row.meaning}}, "\t") + "\n";
 }
 
-/// Of the switch of that name, or of every switch.
-std::string linesOf(const Machine& machine, const std::string& name) {
-    std::string lines;
+/// Its texts need nothing but quotes.
+std::string jsonOf(const Machine& machine, const SwitchRow& row) {
+    WordList fields;
+    for (const auto& [key, value] : std::initializer_list<std::pair<std::string_view, std::string_view>>{
+             {"name", row.name},
+             {"value", machine.state().settings.valueOf(row.which)},
+             {"default", row.byDefault},
+             {"otherwise", row.otherwise},
+             {"meaning", row.meaning}})
+        fields.push_back(inQuotes(key) + ":" + inQuotes(value));
+    return "{" + joined(fields, ",") + "}";
+}
+
+/// The switch of that name, or every switch.
+std::vector<SwitchRow> switchesFor(const std::string& name) {
+    std::vector<SwitchRow> rows;
     for (const SwitchRow& row : switches)
-        if (name.empty() || name == row.name) lines += lineOf(machine, row);
-    return lines;
+        if (name.empty() || name == row.name) rows.push_back(row);
+    return rows;
+}
+
+Deed showSwitches(const std::string& name, bool isJson) {
+    return [=](const Machine& machine) {
+        WordList lines;
+        for (const SwitchRow& row : switchesFor(name))
+            lines.push_back(isJson ? jsonOf(machine, row) : lineOf(machine, row));
+        return isJson ? "[\n" + joined(lines, ",\n") + "\n]\n" : joined(lines, "");
+    };
+}
+
+Deed resetSwitches(const std::string& name) {
+    return [name](Machine& machine) {
+        Verdict verdict = done;
+        for (const SwitchRow& row : switchesFor(name))
+            if (!verdict) verdict = machine.setSwitch(std::string{row.name}, std::string{row.byDefault});
+        return outcomeOf(verdict);
+    };
 }
 
 Deed setSwitch(Words& words) {
-    words.expect(0, 2);
-    std::string name;
-    std::string value;
-    if (!words.asks()) name = words.takeOneOf("a switch", switchNames());
-    if (!words.asks()) value = words.takeOneOf("a value of " + name, valuesOf(name));
-    if (value.empty()) return [name](const Machine& machine) { return linesOf(machine, name); };
+    const bool isReset = words.takeFlag("--reset");
+    const bool isJson = !isReset && words.takeFlag("--json");
+    words.expect(0, isReset || isJson ? 1 : 2);
+    const bool needsName = !words.isAtEnd() || !(words.areTyped() || isReset);
+    const std::string name = needsName ? words.takeOneOf("a switch", switchNames()) : std::string{};
+    if (isReset) return resetSwitches(name);
+    if (words.asks()) return showSwitches(name, isJson);
+    const std::string value = words.takeOneOf("a value of " + name, valuesOf(name));
     return [=](Machine& machine) { return outcomeOf(machine.setSwitch(name, value)); };
 }
 
@@ -169,19 +212,6 @@ std::string listOfSwitches() {
 }
 
 // Faults -------------------------------------------------------------------------------------------------------------
-
-/// How an order of a fault calls the requests that it is for; nothing: all of them.
-struct RequestWord {
-    const char* word;
-    std::optional<RequestKind> kind;
-};
-
-constexpr std::array requestWords{
-    RequestWord{"activate", RequestKind::activation},
-    RequestWord{"deactivate", RequestKind::deactivation},
-    RequestWord{"properties", RequestKind::properties},
-    RequestWord{"any", std::nullopt},
-};
 
 /// The words for the requests that such a fault can befall.
 WordList requestWordsFor(Fault::Kind kind) {
@@ -230,7 +260,7 @@ void mustBeFor(const std::string& request, Fault::Kind kind, const Words& words)
     words.reject("a kind of " + std::string{nameOf(kind)} + " request", request, possible);
 }
 
-Deed fault(Words& words) {
+Deed orderFault(Words& words) {
     const auto domain = words.takeOption("--domain", "a domain");
     words.expect(3, 4);
     words.mustTake("next");
@@ -246,6 +276,25 @@ Deed fault(Words& words) {
         if (isDelay) fault.milliseconds = words.takeDuration();
     }
     return [fault](Machine& machine) { return outcomeOf(machine.orderFault(fault)); };
+}
+
+/// A description may hold line ends.
+Outcome faultsOf(const Machine& machine) {
+    std::string lines;
+    for (const auto& [number, fault] : machine.state().faults) {
+        std::string line = "next " + textOf(fault);
+        std::replace(line.begin(), line.end(), '\n', ' ');
+        lines += line + "\n";
+    }
+    return lines.empty() ? "No faults\n" : lines;
+}
+
+Deed fault(Words& words) {
+    const bool isList = words.areTyped() && words.takes("list");
+    const bool isClear = !isList && words.takes("clear");
+    if (isList || isClear) words.expect(1, 1);
+    if (isList) return faultsOf;
+    return isClear ? ofTheMachine<&Machine::clearFaults>() : orderFault(words);
 }
 
 // The table ----------------------------------------------------------------------------------------------------------
@@ -311,7 +360,7 @@ it asks for the properties.
      R"(Copies that were uninstalling are gone, those that wait for approval go on waiting, and requests that were open are
 never answered. "./run" starts the application again.
 )",
-     ofTheMachine<&Machine::restart>},
+     restart},
     {theMachine, "reset", "[--all]", "takes away every copy, approval, request and fault; settings stay",
      R"(An open request fails with 11, canceled. The Applications folders, developer mode, the profile, the clock and the
 switches stay as they are; with --all only the folders do, and the Mac is as it comes out of the box.
@@ -343,19 +392,21 @@ Example: sysextctl uninstall KELVRA0001 com.kelvra.ip-camera.cmio
      detailsOfProfile, profile, "FILE | --remove", Verb::Names::file, "--remove"},
     {theMachine, "advance", "TIME", "moves the simulated clock on and prints its reading in seconds",
      "TIME is a number with ms, s, m, h or d; seconds if there is none.\n", advance},
+    {theMachine, "clock", "", "prints the simulated clock, in seconds",
+     "The clock stands still until \"sysextctl advance\".\n", clock, noLine},
     {theMachine,
      "switch",
-     "[NAME [VALUE]]",
+     "[NAME] [VALUE | --reset | --json]",
      "decides what no source settles about the real system",
      "Without VALUE it shows the switch, without NAME every switch; the first value is the default.\n",
      setSwitch,
-     "NAME VALUE",
+     "NAME VALUE | [NAME] --reset",
      {},
-     {},
+     "--reset",
      listOfSwitches},
     {theFaults,
      "fault",
-     "next KIND FAULT",
+     "next KIND FAULT | list | clear",
      "orders a fault for the next request",
      R"(KIND is activate, deactivate, properties or any. FAULT is one of
   CODE [TEXT] [--domain D]  fails with that error
@@ -367,7 +418,7 @@ Example: sysextctl uninstall KELVRA0001 com.kelvra.ip-camera.cmio
 Example: sysextctl fault next activate 8 "code signature invalid"
 )",
      fault,
-     "next KIND CODE [TEXT] [--domain D] | after TIME | silent | hollow | noprompt | crash",
+     "clear | next KIND CODE [TEXT] [--domain D] | after TIME | silent | hollow | noprompt | crash",
      {},
      "--domain"},
 };

@@ -24,6 +24,8 @@ struct Saying {
     std::string contents;
 };
 
+inline constexpr std::string_view noLine = "-";
+
 /// What a person does to the simulated Mac, what befalls it, and how it is set up. A line of a scenario, a call of the
 /// command line and a press in System Settings are these words. A new verb is an entry of the table in Verbs.cpp.
 struct Verb {
@@ -41,7 +43,7 @@ struct Verb {
     std::string_view details;
     /// Takes what follows the verb. Throws NotUnderstood.
     Deed (*read)(Words& words);
-    /// Its usage in a scenario, where no one asks how it is; empty if that is the same.
+    /// Its usage in a scenario; empty if that is the same, noLine if a scenario does not have it.
     std::string_view line{};
     Names names = Names::nothing;
     /// In a scenario, any other word that looks like an option is a text.

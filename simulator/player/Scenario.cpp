@@ -107,7 +107,7 @@ WordList knownWords() {
     for (const LineVerb& verb : lineVerbs())
         known.emplace_back(verb.word);
     for (const Verb& verb : verbs())
-        known.emplace_back(verb.word);
+        if (verb.line != noLine) known.emplace_back(verb.word);
     return known;
 }
 
@@ -125,7 +125,8 @@ Play readLine(std::vector<Word> line, std::set<std::string>& applications, const
     const std::string word = line.front().text;
     for (const LineVerb& verb : lineVerbs())
         if (verb.word == word) return readRest(verb, std::move(line), applications);
-    if (const Verb* const verb = verbNamed(word)) return readVerb(*verb, std::move(line), folder);
+    if (const Verb* const verb = verbNamed(word); verb && verb->line != noLine)
+        return readVerb(*verb, std::move(line), folder);
     throw NotUnderstood{"unknown verb " + inQuotes(word) + "; use one of: " + joined(knownWords())};
 }
 
@@ -184,7 +185,7 @@ std::string grammar() {
     for (const LineVerb& verb : lineVerbs())
         if (verb.word != "expect") lines += usageOf(verb.word, verb.usage) + "\n";
     for (const Verb& verb : verbs())
-        lines += lineOf(verb) + "\n";
+        if (verb.line != noLine) lines += lineOf(verb) + "\n";
     for (const LineVerb& expectation : expectations())
         lines += "expect " + usageOf(expectation.word, expectation.usage) + "\n";
     return lines;

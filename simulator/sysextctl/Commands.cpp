@@ -59,8 +59,9 @@ Run wait(Words& words) {
 }
 
 Run watch(Words& words) {
+    const bool isJson = words.takeFlag("--json");
     words.expect(0, 0);
-    return [] { Watching{sessionBus()}.run(); };
+    return [isJson] { Watching{sessionBus(), isJson}.run(); };
 }
 
 constexpr auto detailsOfRequests =
@@ -76,7 +77,8 @@ extension; the reading of the simulated clock, in seconds, when it was asked; th
   removing       the copies are being taken away
   silent         will never be answered
 With --json it prints an array of objects with number, kind, identifier, since (in milliseconds), application, stage,
-and client and token, which are how the application is called on the bus and how it calls the request.
+sinceMilliseconds (the same), and client and token, which are how the application is called on the bus and how it calls
+the request.
 )";
 
 std::vector<Command> commandsThatLook() {
@@ -96,10 +98,11 @@ application, which is the bundle that it came from.
 seconds without a unit, and 30 s if left out. STATE is absent, which means no copy, or one of these, in either wording:
 )" + listOfStates(),
          wait},
-        {head, "watch", "", "prints what happens as it happens, until it is interrupted",
-         R"(One line an event, its columns separated by tabs: the reading of the simulated clock in seconds; the extension, or
-- for what concerns none; and what happened. Of a request it says that it was submitted and what the answer was,
-of a copy its version and its new state: "2.1/2105: activated waiting for user -> activated enabled".
+        {head, "watch", "[--json]", "prints what happens as it happens, until it is interrupted",
+         R"(One line for each event, with columns separated by tabs: the simulated clock in seconds; the extension; what
+happened to it, such as "2.1/2105: activated waiting for user -> activated enabled" or "activation finished 0"; and the
+application that asked for it, or that the copy came from. A hyphen means none. With --json, each line is an object with
+timeMilliseconds, identifier, event, and application, in which null means none.
 )",
          watch},
     };
@@ -215,6 +218,7 @@ Run read(const WordList& words) {
         const std::string text = rest.empty() ? help() : help(knownCommand(rest.front()));
         return [text] { say(QString::fromStdString(text)); };
     }
+    if (words.front() == "--version") return [] { say("sysextctl " SIMULATOR_VERSION "\n"); };
     const Command& command = knownCommand(words.front());
     const WordList own{rest.begin(), std::find(rest.begin(), rest.end(), "--")}; // of play, another program follows
     const bool isHelp = isOneOf(own, "--help") || (!rest.empty() && asksForHelp(rest.front()));

@@ -19,11 +19,6 @@ QString seconds(qint64 milliseconds) {
     return QString::fromStdString(inSeconds(milliseconds));
 }
 
-QString eventLine(qint64 time, const QString& identifier, const QString& text) {
-    const auto subject = identifier.isEmpty() ? QStringLiteral("-") : identifier;
-    return seconds(time) + u'\t' + oneLine(subject) + u'\t' + oneLine(text) + u'\n';
-}
-
 } // namespace
 
 // Listening ----------------------------------------------------------------------------------------------------------
@@ -99,28 +94,29 @@ void Waiting::lookFailed(const QDBusError& error) {
 
 // Watching -----------------------------------------------------------------------------------------------------------
 
-Watching::Watching(const QDBusConnection& bus) : Listening{bus}, reader_{STDOUT_FILENO, QSocketNotifier::Exception} {
+Watching::Watching(const QDBusConnection& bus, bool isJson)
+    : Listening{bus}, isJson_{isJson}, reader_{STDOUT_FILENO, QSocketNotifier::Exception} {
     connect(&control_, &ComKelvraSimulator1ControlInterface::Event, this,
-            [this](qlonglong time, const QString& identifier, const QString& text) {
-                write(eventLine(time, identifier, text));
+            [this](qlonglong time, const QString& identifier, const QString& text, const QString& application) {
+                write({time, identifier, text, application});
             });
     // As the next line would, which may be long in coming.
     connect(&reader_, &QSocketNotifier::activated, this, [] { std::raise(SIGPIPE); });
-    connect(&presence_, &ServicePresence::went, this, [this] { write("-\t-\tthe service stopped\n"); });
-    connect(&presence_, &ServicePresence::came, this, [this] { write("-\t-\tthe service started\n"); });
+    connect(&presence_, &ServicePresence::went, this, [this] { write({{}, {}, "the service stopped", {}}); });
+    connect(&presence_, &ServicePresence::came, this, [this] { write({{}, {}, "the service started", {}}); });
 }
 
 /// The first question starts the service; its answer tells that from here on nothing is missed.
 void Watching::begin() {
     whenAnswered(control_.ListIdentifiers(), *this, [this](const QDBusPendingReply<QStringList>& answer) {
         if (answer.isError()) return fail(failureOf(answer.error()));
-        write("-\t-\twatching\n");
+        write({{}, {}, "watching", {}}, isJson_ ? QString{} : eventHead);
     });
 }
 
-void Watching::write(const QString& line) {
+void Watching::write(const EventEntry& event, const QString& head) {
     try {
-        say(line);
+        say(head + (isJson_ ? asJson(event) : asText(event)));
     } catch (const CommandFailure& failure) {
         fail(failure);
     }

@@ -87,10 +87,15 @@ QJsonObject object(const CopyEntry& copy) {
 
 QJsonObject object(const RequestEntry& request) {
     return {
-        {"number", request.number}, {"client", request.client},
-        {"token", request.token},   {"application", request.application},
-        {"kind", request.kind},     {"identifier", request.identifier},
-        {"stage", request.stage},   {"since", request.since},
+        {"number", request.number},
+        {"client", request.client},
+        {"token", request.token},
+        {"application", request.application},
+        {"kind", request.kind},
+        {"identifier", request.identifier},
+        {"stage", request.stage},
+        {"since", request.since},
+        {"sinceMilliseconds", request.since},
     };
 }
 
@@ -176,6 +181,21 @@ QString asJson(const QList<CopyEntry>& copies) {
 
 QString asJson(const QList<RequestEntry>& requests) {
     return jsonLines(requests);
+}
+
+QString asText(const EventEntry& event) {
+    const auto orHyphen = [](const QString& text) { return text.isEmpty() ? QStringLiteral("-") : oneLine(text); };
+    const auto time = event.time ? QString::fromStdString(inSeconds(*event.time)) : QString{};
+    return rowOf({orHyphen(time), orHyphen(event.identifier), orHyphen(event.text), orHyphen(event.application)});
+}
+
+QString asJson(const EventEntry& event) {
+    const auto orNull = [](const QString& text) { return text.isEmpty() ? QJsonValue{} : QJsonValue{text}; };
+    const QJsonObject object{{"timeMilliseconds", event.time ? QJsonValue{*event.time} : QJsonValue{}},
+                             {"identifier", orNull(event.identifier)},
+                             {"event", event.text},
+                             {"application", orNull(event.application)}};
+    return QString::fromUtf8(QJsonDocument{object}.toJson(QJsonDocument::Compact)) + u'\n';
 }
 
 } // namespace simulator::ctl

@@ -116,7 +116,7 @@ QDBusMessage messageOf(const Answer& answer) {
 BusObject::BusObject(const QDBusConnection& bus, Service& service) : bus_{bus}, service_{service} {
     connect(&service_, &Service::answered, this, [this](const Answer& answer) { bus_.send(messageOf(answer)); });
     connect(&service_, &Service::happened, this, [this](const simulator::Event& event) {
-        emit Event(event.time, text(event.identifier), text(event.text));
+        emit Event(event.time, text(event.identifier), text(event.text), text(event.application));
     });
     connect(&service_, &Service::changed, this, &BusObject::Changed);
     connect(&service_, &Service::restarting, this, &BusObject::Restarting);

@@ -39,7 +39,7 @@ public:
 signals:
     void Restarting();
     void Changed();
-    void Event(qlonglong time, const QString& identifier, const QString& text);
+    void Event(qlonglong time, const QString& identifier, const QString& text, const QString& application);
 
 private slots:
     /// Of any client of the bus.

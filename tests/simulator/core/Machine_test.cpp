@@ -230,26 +230,26 @@ TEST_F(AMachine, DiesInTheMiddleOfARequestWhereThatWasOrdered) {
 
 // What it says and knows ---------------------------------------------------------------------------------------------
 
-constexpr auto whatHappened = R"(0  switch authorization granted
-0 com.kelvra.ip-camera.cmio 0.0/2004: activated enabled
-0 com.kelvra.ip-camera.cmio activation submitted
-0 com.kelvra.ip-camera.cmio 2.1/2105: validating
-0 com.kelvra.ip-camera.cmio activation asked for replacement
-0 com.kelvra.ip-camera.cmio 2.1/2105: validating -> staging
+constexpr auto whatHappened = R"(0  switch authorization: asked -> granted
+0 com.kelvra.ip-camera.cmio 0.0/2004: absent -> activated enabled
+0 com.kelvra.ip-camera.cmio activation submitted for the application
+0 com.kelvra.ip-camera.cmio 2.1/2105: absent -> validating for the application
+0 com.kelvra.ip-camera.cmio activation asked for replacement for the application
+0 com.kelvra.ip-camera.cmio 2.1/2105: validating -> staging for the application
 0 com.kelvra.ip-camera.cmio 0.0/2004: activated enabled -> terminating for upgrade via delegate
 0 com.kelvra.ip-camera.cmio 0.0/2004: terminating for upgrade via delegate -> terminated waiting to uninstall on reboot
-0 com.kelvra.ip-camera.cmio 2.1/2105: staging -> activated enabled
-0 com.kelvra.ip-camera.cmio activation finished 0
-1500  clock 1500 ms
-1500 com.kelvra.ip-camera.cmio deactivation submitted
-1500 com.kelvra.ip-camera.cmio 2.1/2105: activated enabled -> terminating for uninstall
-1500 com.kelvra.ip-camera.cmio deactivation finished 0
-1500 com.kelvra.ip-camera.cmio 2.1/2105: terminating for uninstall -> terminated waiting to uninstall on reboot
-1500 com.kelvra.ip-camera.cmio properties submitted
-1500 com.kelvra.ip-camera.cmio properties found 2
-1500 com.kelvra.ip-camera.cmio 0.0/2004: terminated waiting to uninstall on reboot -> gone
-1500 com.kelvra.ip-camera.cmio 2.1/2105: terminated waiting to uninstall on reboot -> gone
-1500  restart
+0 com.kelvra.ip-camera.cmio 2.1/2105: staging -> activated enabled for the application
+0 com.kelvra.ip-camera.cmio activation finished 0 for the application
+1500  clock: 0.000 s -> 1.500 s
+1500 com.kelvra.ip-camera.cmio deactivation submitted for the application
+1500 com.kelvra.ip-camera.cmio 2.1/2105: activated enabled -> terminating for uninstall for the application
+1500 com.kelvra.ip-camera.cmio deactivation finished 0 for the application
+1500 com.kelvra.ip-camera.cmio 2.1/2105: terminating for uninstall -> terminated waiting to uninstall on reboot for the application
+1500 com.kelvra.ip-camera.cmio properties submitted for the application
+1500 com.kelvra.ip-camera.cmio properties found 2 for the application
+1500 com.kelvra.ip-camera.cmio 0.0/2004: terminated waiting to uninstall on reboot -> absent
+1500 com.kelvra.ip-camera.cmio 2.1/2105: terminated waiting to uninstall on reboot -> absent for the application
+1500  restart: every application ends
 )";
 
 TEST_F(AMachine, TellsWhoWatchesWhatHappens) {
@@ -263,7 +263,8 @@ TEST_F(AMachine, TellsWhoWatchesWhatHappens) {
     machine().restart();
     std::string lines;
     for (const Event& event : mac.takeOutbox().events)
-        lines += std::to_string(event.time) + " " + event.identifier + " " + event.text + "\n";
+        lines += std::to_string(event.time) + " " + event.identifier + " " + event.text +
+                 (event.application == sampleApplication ? " for the application\n" : "\n");
     EXPECT_EQ(lines, whatHappened);
 }
 
@@ -277,15 +278,20 @@ TEST_F(AMachine, TellsOfItsSettingsFaultsAndPeopleToo) {
     Fault fault;
     fault.kind = Fault::Kind::hollow;
     mac.mustDo(machine().orderFault(fault));
+    machine().clearFaults();
+    mac.mustDo(machine().orderFault({Fault::Kind::error, RequestKind::activation, failureWith(8, {}), 0}));
+    mac.activate("b");
     machine().reset();
     std::string lines;
     for (const Event& event : mac.takeOutbox().events)
         lines += event.text + ", ";
-    EXPECT_EQ(lines, "developer mode on, developer mode off, profile changed, Applications folders changed, "
-                     "activation submitted, 2.1/2105: validating, 2.1/2105: validating -> staging, "
-                     "2.1/2105: staging -> activated waiting for user, activation needs approval, "
-                     "2.1/2105: activated waiting for user -> gone, activation failed 11, "
-                     "fault ordered: hollow, reset, ");
+    EXPECT_EQ(lines, "developer mode: on, developer mode: off, management profile installed, "
+                     "Applications folders: /Applications, activation submitted, 2.1/2105: absent -> validating, "
+                     "2.1/2105: validating -> staging, 2.1/2105: staging -> activated waiting for user, "
+                     "activation needs approval, 2.1/2105: activated waiting for user -> absent, activation failed 11, "
+                     "fault ordered: next any hollow, faults cleared: 1, fault ordered: next activate 8, "
+                     "activation submitted, fault used up: activate 8, activation failed 8, "
+                     "reset: every copy, approval, request, and fault is removed, ");
 }
 
 TEST_F(AMachine, TakesTeamNameAndOwnerOfAnInstalledCopyFromTheBundle) {

@@ -26,17 +26,17 @@ private:
 
 /// Each step that a copy can take, as a real Mac has it.
 const std::set<std::string> waysOfCopies{
-    "validating",
-    "validating -> gone",
+    "absent -> validating",
+    "validating -> absent",
     "validating -> staging",
-    "staging -> gone",
+    "staging -> absent",
     "staging -> activated enabled",
     "staging -> activated waiting for user",
-    "activated enabled",
-    "activated waiting for user",
-    "activated disabled",
-    "terminated waiting to uninstall on reboot",
-    "activated waiting for user -> gone",
+    "absent -> activated enabled",
+    "absent -> activated waiting for user",
+    "absent -> activated disabled",
+    "absent -> terminated waiting to uninstall on reboot",
+    "activated waiting for user -> absent",
     "activated waiting for user -> activated enabled",
     "activated waiting for user -> terminating for uninstall",
     "activated enabled -> activated disabled",
@@ -45,10 +45,10 @@ const std::set<std::string> waysOfCopies{
     "activated disabled -> activated enabled",
     "activated disabled -> terminating for upgrade via delegate",
     "activated disabled -> terminating for uninstall",
-    "terminating for upgrade via delegate -> gone",
+    "terminating for upgrade via delegate -> absent",
     "terminating for upgrade via delegate -> terminated waiting to uninstall on reboot",
     "terminating for uninstall -> terminated waiting to uninstall on reboot",
-    "terminated waiting to uninstall on reboot -> gone",
+    "terminated waiting to uninstall on reboot -> absent",
 };
 
 /// Each answer that a request of any kind can have.

@@ -171,8 +171,9 @@ TEST_F(AVerb, OfASettingSetsItOrSaysHowItIs) {
     EXPECT_EQ(says("developer"), "Developer mode is on\n");
     EXPECT_EQ(says("developer off"), "");
     EXPECT_EQ(settings(), Settings{});
-    EXPECT_EQ(says("advance 90s"), "90.000\n");
-    EXPECT_EQ(says("advance 250ms"), "90.250\n");
+    EXPECT_EQ(says("advance 90s"), "90.000 s\n");
+    EXPECT_EQ(says("advance 250ms"), "90.250 s\n");
+    EXPECT_EQ(says("clock"), "90.250 s\n");
     EXPECT_EQ(says("applications"), "/Applications\n");
     EXPECT_EQ(says("applications /b /a"), "");
     EXPECT_EQ(says("applications"), "/b\n/a\n");
@@ -187,6 +188,39 @@ TEST_F(AVerb, OfASwitchMovesItOrShowsOneOrAll) {
     const std::string all = says("switch");
     EXPECT_EQ(all.substr(0, all.find("\tthe administrator")), "authorization\tasked\t(asked | granted)");
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 8);
+}
+
+TEST_F(AVerb, OfASwitchPutsOneOrAllBack) {
+    for (const char* const line : {"switch denial silence", "switch driver in-use", "switch upgrade asked"})
+        EXPECT_EQ(says(line), "");
+    EXPECT_EQ(says("switch denial --reset"), "");
+    EXPECT_EQ(settings().switches.size(), 2U);
+    EXPECT_EQ(says("switch --reset"), "");
+    EXPECT_EQ(settings(), Settings{});
+}
+
+TEST_F(AVerb, OfASwitchShowsOneOrAllAsJson) {
+    EXPECT_EQ(says("switch refusal 11"), "");
+    EXPECT_EQ(says("switch refusal --json"),
+              "[\n{\"name\":\"refusal\",\"value\":\"11\",\"default\":\"13\",\"otherwise\":\"11\","
+              "\"meaning\":\"the error of a removal that the administrator refuses\"}\n]\n");
+    const std::string all = says("switch --json");
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 10);
+    EXPECT_EQ(std::count(all.begin(), all.end(), '}'), 8);
+}
+
+TEST_F(AVerb, OfFaultsListsAndClearsThem) {
+    EXPECT_EQ(says("fault list"), "No faults\n");
+    const Saying quoted{{{"fault"}, {"next"}, {"any"}, {"-4"}, {"a \"b\"\nc"}, {"--domain"}, {"D"}}, {}};
+    EXPECT_EQ(said(mac, quoted), "");
+    for (const char* const order : {"activate 8", "deactivate after 90s", "properties silent"})
+        EXPECT_EQ(says(std::string{"fault next "} + order), "");
+    EXPECT_EQ(says("fault list"), "next any -4 \"a \\\"b\\\" c\" --domain \"D\"\n"
+                                  "next activate 8\n"
+                                  "next deactivate after 90.000s\n"
+                                  "next properties silent\n");
+    EXPECT_EQ(says("fault clear"), "");
+    EXPECT_EQ(says("fault list"), "No faults\n");
 }
 
 TEST_F(AVerb, OfAProfileBringsItShowsItOrTakesItAway) {
@@ -282,6 +316,12 @@ const Misuse misuses[]{
     {"fault next any 0 --domain D", "\"0\" is not an error code..."},
     {"fault next any -4", "\"-4\" is not an error code..."},
     {"fault next any 9223372036854775808", "\"9223372036854775808\" is not an error code..."},
+    {"fault list any", "unexpected \"any\"; usage: ..."},
+    {"fault clear any", "unexpected \"any\"; usage: ..."},
+    {"switch denial silence --reset", "unexpected \"silence\"; usage: ..."},
+    {"switch denial silence --json", "unexpected \"silence\"; usage: ..."},
+    {"switch --reset --json", "unexpected option \"--json\"; usage: ..."},
+    {"clock 5", "unexpected \"5\"; usage: ..."},
     {"fault next any 8 --domain", "missing domain; usage: ..."},
     {"fault next query silent", "unknown kind of request \"query\"; use one of: activate, deactivate, properties, any"},
     {"fault next any 8x", "unknown fault \"8x\"; use one of: an error code, after, silent, hollow, noprompt, crash"},

@@ -59,7 +59,7 @@ const Line conversation[]{
     {"uninstall OTHER com.kelvra.ip-camera.cmio", failed(1, "com.kelvra.ip-camera.cmio: not installed by OTHER")},
     {"reset", silence},
     {"wait com.kelvra.ip-camera.cmio absent", silence},
-    {"advance 90s", says("90.000\n")},
+    {"advance 90s", says("90.000 s\n")},
     {"applications /usr/../etc /", silence},
     {"applications", says("/etc\n/\n")},
 };
@@ -97,14 +97,14 @@ TEST_F(SysextctlOnASimulatedMac, ShowsTheRequestsOfAnApplication) {
 TEST_F(SysextctlOnASimulatedMac, WaitsAndWatchesThroughTheDeathOfTheService) {
     EXPECT_EQ(said("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
     auto watching = mac.started({"watch"});
-    ASSERT_TRUE(watching.printed("watching\n"));
+    ASSERT_TRUE(watching.printed("watching\t-\n"));
     auto waiting = mac.started({"wait", camera, "enabled"});
     mac.signalService(SIGKILL);
-    ASSERT_TRUE(watching.printed("the service stopped\n"));
+    ASSERT_TRUE(watching.printed("the service stopped\t-\n"));
     EXPECT_EQ(said("allow com.kelvra.ip-camera.cmio"), silence);
     EXPECT_EQ(waiting.outcome(), silence);
     EXPECT_TRUE(watching.printed("0.000\tcom.kelvra.ip-camera.cmio\t2.1/2105: activated waiting for user -> "
-                                 "activated enabled\n"));
+                                 "activated enabled\t-\n"));
 }
 
 } // namespace

@@ -55,7 +55,7 @@ public slots:
 
 signals:
     void Changed();
-    void Event(qlonglong time, const QString& identifier, const QString& text);
+    void Event(qlonglong time, const QString& identifier, const QString& text, const QString& application);
 
 private:
     struct Refusal {

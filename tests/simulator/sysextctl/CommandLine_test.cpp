@@ -63,7 +63,7 @@ const Misuse misuses[]{
      "unexpected option \"--xml\"; usage: sysextctl list [CATEGORY] [--json]; see \"sysextctl list --help\""},
     {"list cmio cmio", "unexpected \"cmio\"; usage: sysextctl list [CATEGORY] [--json]; see \"sysextctl list --help\""},
     {"requests x", "unexpected \"x\"; usage: sysextctl requests [--json]; see \"sysextctl requests --help\""},
-    {"watch x", "unexpected \"x\"; usage: sysextctl watch; see \"sysextctl watch --help\""},
+    {"watch x", "unexpected \"x\"; usage: sysextctl watch [--json]; see \"sysextctl watch --help\""},
     {"wait x", "missing argument; usage: sysextctl wait ID STATE [--timeout TIME]; see \"sysextctl wait --help\""},
     {"wait x absent --timeout",
      "missing time; usage: sysextctl wait ID STATE [--timeout TIME]; see \"sysextctl wait --help\""},
@@ -159,6 +159,7 @@ TEST(TheJsonLists, HaveOneObjectALineWithEveryColumn) {
     EXPECT_EQ(firstIn(asJson({request()})),
               R"({"application":"/Applications/Driver Manager.app","client":":1.7",)"
               R"("identifier":"com.kelvra.ip-camera.cmio","kind":"activation","number":3,"since":90250,)"
+              R"("sinceMilliseconds":90250,)"
               R"("stage":"user","token":"token"})");
     EXPECT_EQ(asJson(QList<CopyEntry>{}), "[]\n");
     EXPECT_EQ(asJson(QList<RequestEntry>{}), "[]\n");
@@ -222,6 +223,7 @@ TEST(TheHelp, NamesEachKeyOfTheJson) {
     };
     expectKeys(asJson({CopyEntry{}}), "list");
     expectKeys(asJson({RequestEntry{}}), "requests");
+    expectKeys("[" + asJson(EventEntry{}) + "]", "watch");
 }
 
 using WordSet = std::set<std::string>;
@@ -343,7 +345,7 @@ TEST(TheHelp, NamesTheWordsOfEachChoiceInALineOfAScenario) {
 }
 
 TEST(TheHelp, NamesEachFaultThatALineOfAScenarioMayOrder) {
-    const QRegularExpression line{"^fault next KIND (.*)$", QRegularExpression::MultilineOption};
+    const QRegularExpression line{"^fault clear \\| next KIND (.*)$", QRegularExpression::MultilineOption};
     const auto usage = line.match(QString::fromStdString(player::grammar()));
     EXPECT_EQ(wordsIn(usage.captured(1), " \\| "),
               (WordSet{"CODE [TEXT] [--domain D]", "after TIME", "silent", "hollow", "noprompt", "crash"}));

@@ -84,6 +84,7 @@ TEST_F(Sysextctl, NeedsABusButForHelp) {
     EXPECT_EQ(help.code, 0);
     EXPECT_EQ(help.errors, "");
     EXPECT_EQ(help.output.rfind("usage: sysextctl VERB", 0), 0U);
+    EXPECT_EQ(withoutABus({"--version"}), (Outcome{0, "sysextctl " PROJECT_VERSION "\n", ""}));
     EXPECT_EQ(withoutABus({"help", "restart"}).output.rfind("usage: sysextctl restart\n\nRestarts the", 0), 0U);
 }
 
@@ -125,7 +126,7 @@ TEST_F(Sysextctl, WaitsNoLongerThanItIsTold) {
 
 TEST_F(Sysextctl, WaitsAndWatchesNoLongerWhenTheBusIsGone) {
     Program watching = started({"watch"});
-    ASSERT_TRUE(watching.printed("-\t-\twatching\n"));
+    ASSERT_TRUE(watching.printed("-\t-\twatching\t-\n"));
     const auto program = waiting();
     bus().stop();
     EXPECT_EQ(program->outcome(), failed(1, "the session bus is gone"));
@@ -136,24 +137,31 @@ TEST_F(Sysextctl, WaitsAndWatchesNoLongerWhenTheBusIsGone) {
 
 TEST_F(Sysextctl, WatchesWhatTheServiceTells) {
     auto program = started({"watch"});
-    ASSERT_TRUE(program.printed("-\t-\twatching\n"));
-    emit control().Event(1500, camera, "allowed");
-    emit control().Event(0, "", "restart\nnow");
-    ASSERT_TRUE(program.printed("now\n"));
+    auto json = started({"watch", "--json"});
+    ASSERT_TRUE(program.printed("watching") && json.printed("watching"));
+    emit control().Event(1500, camera, "allowed", "/A.app");
+    emit control().Event(0, "", "restart\nnow", "");
+    ASSERT_TRUE(program.printed("now") && json.printed("now"));
     control().leave();
-    ASSERT_TRUE(program.printed("stopped\n"));
+    ASSERT_TRUE(program.printed("stopped"));
     control().comeBack();
-    ASSERT_TRUE(program.printed("started\n"));
-    EXPECT_EQ(program.output(), "-\t-\twatching\n"
-                                "1.500\tcom.kelvra.ip-camera.cmio\tallowed\n"
-                                "0.000\t-\trestart now\n"
-                                "-\t-\tthe service stopped\n"
-                                "-\t-\tthe service started\n");
+    ASSERT_TRUE(program.printed("started"));
+    EXPECT_EQ(program.output(), "time (s)\tbundleID\tevent\tapplication\n"
+                                "-\t-\twatching\t-\n"
+                                "1.500\tcom.kelvra.ip-camera.cmio\tallowed\t/A.app\n"
+                                "0.000\t-\trestart now\t-\n"
+                                "-\t-\tthe service stopped\t-\n"
+                                "-\t-\tthe service started\t-\n");
+    EXPECT_EQ(json.output().left(json.output().indexOf("restart")),
+              "{\"application\":null,\"event\":\"watching\",\"identifier\":null,\"timeMilliseconds\":null}\n"
+              "{\"application\":\"/A.app\",\"event\":\"allowed\",\"identifier\":\"com.kelvra.ip-camera.cmio\","
+              "\"timeMilliseconds\":1500}\n"
+              "{\"application\":null,\"event\":\"");
 }
 
 TEST_F(Sysextctl, WatchesNoLongerWhenNobodyReads) {
     Program program{"/bin/sh", {"-c", R"("$0" watch | head -n 1)", SYSEXTCTL}, bus().environment()};
-    EXPECT_EQ(program.outcome(), (Outcome{0, "-\t-\twatching\n", ""}));
+    EXPECT_EQ(program.outcome(), (Outcome{0, "time (s)\tbundleID\tevent\tapplication\n", ""}));
 }
 
 // The verb "play", in this process -----------------------------------------------------------------------------------

@@ -34,7 +34,7 @@ TEST_F(TheService, ListsEachCopyWithAllThatIsKnownOfIt) {
 }
 
 TEST_F(TheService, ListsEachRequestWithAllThatIsKnownOfIt) {
-    EXPECT_EQ(mac.does("advance 2s"), "2.000\n");
+    EXPECT_EQ(mac.does("advance 2s"), "2.000 s\n");
     const auto application = mac.application();
     application->submit("a", "activation", camera);
     ASSERT_TRUE(application->hears("a needs approval"));
@@ -61,7 +61,7 @@ TEST_F(TheService, TellsThatSomethingChangedOnceItCanBeSeen) {
     EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 1.0 1"), "");
     ASSERT_TRUE(until([&] { return changed.count() == 1; }));
     ASSERT_EQ(events.count(), 1);
-    EXPECT_EQ(events[0], (QVariantList{0LL, camera, "1.0/1: activated enabled"}));
+    EXPECT_EQ(events[0], (QVariantList{0LL, camera, "1.0/1: absent -> activated enabled", ""}));
 }
 
 TEST_F(TheService, SaysByTheNameOfTheErrorWhyItRefuses) {

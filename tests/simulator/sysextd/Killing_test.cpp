@@ -89,10 +89,10 @@ public:
     explicit ClockMover(const QDBusConnection& bus) : Mover{bus, "0"} {}
 
     void begin() override { does({"advance", "1ms"}, std::to_string(std::stoll(answered()) + 1)); }
-    /// "0.007\n" -> "7"
+    /// "0.007 s\n" -> "7"
     std::string found() override {
-        const QByteArray said = control().Do({"advance", "0"}, {}).value();
-        return std::to_string(QString{said}.trimmed().remove('.').toLongLong());
+        const QByteArray said = control().Do({"clock"}, {}).value();
+        return std::to_string(QString{said}.section(' ', 0, 0).remove('.').toLongLong());
     }
 };
 
