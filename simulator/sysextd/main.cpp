@@ -17,6 +17,32 @@ int complain(const QString& problem) {
     return 1;
 }
 
+constexpr auto help = R"(usage: sysextd [--help | --version]
+
+Runs the simulated macOS extension service on the session bus until the bus ends. There is usually no need to
+start it: the bus starts it when a program calls com.kelvra.Simulator1. "sysextctl --help" says how to control it.
+It keeps its state in $XDG_STATE_HOME/kelvra-simulator/store.sqlite; XDG_STATE_HOME is ~/.local/state by default.
+
+  --help     prints this help
+  --version  prints the version
+
+Exit status, with one line on standard error unless it is 0:
+  0  the bus ended, or the help or the version was printed
+  1  there is no bus, the store cannot be used, another service runs, or a fault ended it
+  2  an unknown argument
+)";
+
+/// Instead of serving.
+int answer(const QString& argument) {
+    const bool asksForHelp = argument == "--help" || argument == "-h";
+    if (asksForHelp || argument == "--version") {
+        std::fputs(asksForHelp ? help : "sysextd " SIMULATOR_VERSION "\n", stdout);
+        return 0;
+    }
+    complain("unknown argument \"" + argument + "\"; see \"sysextd --help\"");
+    return 2;
+}
+
 std::string storeFile() {
     QString folder = qEnvironmentVariable("XDG_STATE_HOME");
     if (!QDir::isAbsolutePath(folder)) folder = QDir::homePath() + "/.local/state";
@@ -40,6 +66,7 @@ int serve(QCoreApplication& application, QDBusConnection bus) {
 } // namespace
 
 int main(int argc, char** argv) {
+    if (argc > 1) return answer(QString::fromLocal8Bit(argv[1]));
     try {
         QCoreApplication application{argc, argv};
         registerTypes();

@@ -94,6 +94,19 @@ TEST_F(AStartOfTheService, NeedsABus) {
     EXPECT_THAT(outcome.errors, testing::StartsWith("sysextd: there is no session bus: "));
 }
 
+TEST_F(AStartOfTheService, AnswersAnArgumentInsteadOfServing) {
+    const auto outcomeOf = [this](const QString& argument) {
+        return Program{SYSEXTD, {argument}, environment()}.outcome();
+    };
+    EXPECT_EQ(outcomeOf("--version"), (Outcome{0, "sysextd " PROJECT_VERSION "\n", ""}));
+    EXPECT_EQ(outcomeOf("--frobnicate"),
+              (Outcome{2, "", "sysextd: unknown argument \"--frobnicate\"; see \"sysextd --help\"\n"}));
+    const Outcome help = outcomeOf("--help");
+    EXPECT_EQ(help.code, 0);
+    EXPECT_EQ(help.errors, "");
+    EXPECT_THAT(help.output, testing::StartsWith("usage: sysextd [--help | --version]\n"));
+}
+
 TEST_F(AStartOfTheService, LeavesTheStoreToAnotherThatHasIt) {
     const auto first = start();
     ASSERT_TRUE(isThere());
