@@ -123,6 +123,14 @@ NSFontTextStyle const NSFontTextStyleTitle3 = @"title3";
 
 @end
 
+@implementation NSColorSpace (Standard)
+
++ (NSColorSpace*)sRGBColorSpace {
+    return [NSColorSpace deviceRGBColorSpace];
+}
+
+@end
+
 // A block that nobody keeps needs no more of its runtime than names.
 extern "C" {
 void* _NSConcreteStackBlock[32];
@@ -184,6 +192,28 @@ void _Block_object_dispose(const void*, int) {
 @implementation NSView (FocusRing)
 
 - (void)noteFocusRingMaskChanged {
+}
+
+@end
+
+#pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
+
+@implementation NSView (Cache)
+
+// GNUstep draws nothing of a window that is not on the screen.
+- (void)cacheDisplayInRect:(NSRect)rect toBitmapImageRep:(NSBitmapImageRep*)bitmap {
+    NSImage* const image = [[[NSImage alloc] initWithSize:rect.size] autorelease];
+    NSAffineTransform* const toImage = [NSAffineTransform transform];
+    [toImage translateXBy:-NSMinX(rect) yBy:NSMaxY(rect)];
+    [toImage scaleXBy:1 yBy:-1];
+    [image lockFocus];
+    [toImage concat];
+    [self drawRect:rect];
+    NSBitmapImageRep* const seen = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:rect] autorelease];
+    [image unlockFocus];
+    for (NSInteger y = 0; y < [bitmap pixelsHigh]; ++y)
+        for (NSInteger x = 0; x < [bitmap pixelsWide]; ++x)
+            [bitmap setColor:[seen colorAtX:x y:y] atX:x y:y];
 }
 
 @end

@@ -28,6 +28,10 @@ extern NSFontTextStyle const NSFontTextStyleTitle3;
 + (NSFont*)systemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight;
 @end
 
+@interface NSColorSpace (Standard)
++ (NSColorSpace*)sRGBColorSpace;
+@end
+
 @interface NSImage (Symbols)
 /// Drawn at once, with a pixel for each that the current context has.
 + (NSImage*)imageWithSize:(NSSize)size flipped:(BOOL)flipped drawingHandler:(BOOL (^)(NSRect destination))draw;
