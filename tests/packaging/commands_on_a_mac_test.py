@@ -107,3 +107,26 @@ class WhatAMacNeeds(OnAMac):
         for command in ("./run", "./test"):
             answer = self.start(command)
             self.assertEqual((answer.returncode, answer.stderr), (1, line))
+
+
+class ALook(OnAMac):
+    """What the workflow keeps of the first start, with stand-ins for the tools that look."""
+
+    def look(self, application):
+        (self.root / ".ci").mkdir()
+        shutil.copy(support.ROOT / ".ci/look-on-a-mac", self.root / ".ci")
+        (self.root / APPLICATION).write_text(f"#!/bin/sh\necho started\n{application}\n")
+        self.give("screencapture", '#!/bin/sh\necho picture >"$2"\n')
+        self.give("log", "#!/bin/sh\necho line\n")
+        self.give("sleep", '#!/bin/sh\nuntil [ -s look/output.txt ]; do :; done\n')
+        return self.start(".ci/look-on-a-mac", "look")
+
+    def test_keeps_a_picture_and_the_log_and_ends_the_application(self):
+        self.assertEqual(self.look("while :; do :; done").returncode, 0)
+        kept = {file.name: file.read_text() for file in (self.root / "look").iterdir()}
+        self.assertEqual(kept, {"log.txt": "line\n", "output.txt": "started\n", "screen.png": "picture\n"})
+
+    def test_fails_if_the_application_ends_by_itself(self):
+        answer = self.look("exit 1")
+        self.assertEqual(answer.returncode, 1)
+        self.assertIn("the application ended by itself", answer.stderr)
