@@ -24,13 +24,13 @@ void atEndOfTurn(std::function<void()> work) {
 
 void quitAfterLastWindow(QApplication& application, NSApplicationDelegate& delegate) {
     application.setQuitOnLastWindowClosed(false);
-    QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application, [&delegate] {
+    QObject::connect(&application, &QGuiApplication::lastWindowClosed, [&delegate] {
         if (delegate.applicationShouldTerminateAfterLastWindowClosed()) QCoreApplication::exit(0);
     });
 }
 
 int showAndRun(const char* title, const ui::WindowGroup& scene) {
-    const SceneAccessibility accessibility;
+    makeScenesAccessible();
     const ImageStore images{QString::fromStdString(NSBundle::mainBundle().resourcePath())};
     const QtMetrics metrics{images};
     MainWindow window{QString::fromUtf8(title), images};

@@ -31,6 +31,7 @@ private:
     QSvgRenderer* drawing(const ui::ImageReference& image) const;
 
     QString folder_;
+    /// By name; null for an image that is missing or unreadable.
     mutable std::map<QString, std::unique_ptr<QSvgRenderer>> drawings_;
     mutable std::map<Key, QImage> rendered_;
 };

@@ -181,12 +181,8 @@ QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
 
 } // namespace
 
-SceneAccessibility::SceneAccessibility() {
+void makeScenesAccessible() {
     QAccessible::installFactory(interfaceOf);
-}
-
-SceneAccessibility::~SceneAccessibility() {
-    QAccessible::removeFactory(interfaceOf);
 }
 
 void SceneElement::follow(const QAccessible::Role role, const std::string& name, const ui::Rect& rect) {

@@ -12,15 +12,9 @@
 
 namespace platform {
 
-/// As long as one exists, assistive technology sees the scene's texts, images, and controls in reading order, with
-/// roles, names, positions, and actions.
-class SceneAccessibility {
-public:
-    SceneAccessibility();
-    SceneAccessibility(const SceneAccessibility&) = delete;
-    SceneAccessibility& operator=(const SceneAccessibility&) = delete;
-    ~SceneAccessibility();
-};
+/// From now on, assistive technology sees the texts, images, and controls of scenes in reading order, with roles,
+/// names, positions, and actions. Needs the QApplication.
+void makeScenesAccessible();
 
 /// A text or a named image of the scene, owned by the canvas.
 class SceneElement : public QObject {

@@ -34,6 +34,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// The predecessor of each member of the reading order, as ui::predecessors() gives it.
     using Predecessors = std::vector<std::optional<std::size_t>>;
 
     /// Updates the reading order from the scene; returns the children that are no longer in it.
@@ -50,6 +51,7 @@ private:
     const ImageStore& images_;
     ui::Scene scene_;
     std::vector<QObject*> readingOrder_;
+    /// Focus was last moved with the keyboard, so its ring is painted.
     bool focusIsSeen_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "tests/platform/linux/window/WindowTest.h"
 
 #include "platform/linux/Appearance.h"
+#include "platform/linux/SceneAccessibility.h"
 #include "tests/support/QtTesting.h"
 
 #include <QTemporaryDir>
@@ -31,6 +32,7 @@ TestApplication::Style::Style() {
 
 TestApplication::TestApplication() : application_{argc_, argv_.data()} {
     QApplication::setQuitOnLastWindowClosed(false);
+    makeScenesAccessible();
 }
 
 ActiveAccessibility::ActiveAccessibility() {

@@ -2,7 +2,6 @@
 
 #include "platform/linux/ImageStore.h"
 #include "platform/linux/MainWindow.h"
-#include "platform/linux/SceneAccessibility.h"
 #include "platform/linux/SceneControl.h"
 #include "platform/ui/Scene.h"
 #include "tests/support/FakeServices.h"
@@ -76,7 +75,6 @@ protected:
 
     fake::FreshServices services_;
     TestApplication application_;
-    SceneAccessibility accessibility_;
     ImageStore images_{QStringLiteral(ICONS)};
     MainWindow window_{QStringLiteral("Window"), images_};
 };
