@@ -21,7 +21,7 @@ TEST_F(TheExtensionService, FailsAnActivationOfAnUnknownExtension) {
     EXPECT_EQ(record.errors.at(0).domain, platform::OSSystemExtensionErrorDomain);
 }
 
-TEST_F(TheExtensionService, FailsTheOlderOfTwoRequestsAndGoesOnWithTheNewer) {
+TEST_F(TheExtensionService, FailsTheOlderOfTwoRequestsAndContinuesWithTheNewer) {
     const auto older = activate("older");
     stage->settle();
     activate("newer");
@@ -34,7 +34,7 @@ TEST_F(TheExtensionService, FailsTheOlderOfTwoRequestsAndGoesOnWithTheNewer) {
 
 // Replacement --------------------------------------------------------------------------------------------------------
 
-TEST_F(TheExtensionService, AsksBeforeItReplacesACopyByAnother) {
+TEST_F(TheExtensionService, AsksBeforeItReplacesACopy) {
     install(camera, "2.0", "2004");
     activate("first");
     EXPECT_EQ(heard().at(0), "first is asked");
@@ -46,14 +46,14 @@ TEST_F(TheExtensionService, AsksBeforeItReplacesACopyByAnother) {
     EXPECT_EQ(record.replacement.description, "<com.kelvra.ip-camera.cmio 2.1/2105>");
 }
 
-TEST_F(TheExtensionService, ReplacesACopyThatMayBeReplaced) {
+TEST_F(TheExtensionService, ReplacesACopyIfTheDelegateAgrees) {
     install(camera, "2.0", "2004");
     activate("first");
     EXPECT_THAT(heard(), ElementsAre("first is asked", "first finished 0"));
     EXPECT_THAT(copies(), ElementsAre("2.0 2004 uninstalling", "2.1 2105 enabled"));
 }
 
-TEST_F(TheExtensionService, LeavesACopyThatMayNotBeReplaced) {
+TEST_F(TheExtensionService, KeepsACopyIfTheDelegateRefuses) {
     install(camera, "2.0", "2004");
     record.cancelling.insert("first");
     activate("first");
@@ -61,7 +61,7 @@ TEST_F(TheExtensionService, LeavesACopyThatMayNotBeReplaced) {
     EXPECT_THAT(copies(), ElementsAre("2.0 2004 enabled"));
 }
 
-TEST_F(TheExtensionService, FinishesWithOneWhereTheReplacedCopyRunsOnUntilTheRestart) {
+TEST_F(TheExtensionService, FinishesWithOneIfTheReplacedCopyRunsUntilTheRestart) {
     act({"switch", "driver", "in-use"});
     install(driver, "2.0", "2004");
     activate("first", driver);
@@ -69,7 +69,7 @@ TEST_F(TheExtensionService, FinishesWithOneWhereTheReplacedCopyRunsOnUntilTheRes
     EXPECT_THAT(copies(driver), ElementsAre("2.0 2004 uninstalling", "2.1 2105 enabled"));
 }
 
-TEST_F(TheExtensionService, KeepsTheQuestionsOfTwoActivationsApart) {
+TEST_F(TheExtensionService, AsksSeparatelyForEachActivation) {
     install(camera, "2.0", "2004");
     install(driver, "2.0", "2004");
     record.cancelling.insert("first");
@@ -99,7 +99,7 @@ TEST_F(TheExtensionService, FinishesADeactivation) {
     EXPECT_THAT(copies(), ElementsAre("2.0 2004 uninstalling"));
 }
 
-TEST_F(TheExtensionService, FinishesADeactivationWithOneWhereTheDriverRunsOnUntilTheRestart) {
+TEST_F(TheExtensionService, FinishesADeactivationWithOneIfTheDriverRunsUntilTheRestart) {
     act({"switch", "driver", "in-use"});
     install(driver, "2.1", "2105");
     remove("first", driver);

@@ -9,7 +9,7 @@ namespace {
 using platform::Error;
 using testing::ElementsAre;
 
-TEST_F(TheExtensionService, TellsEachFieldOfACopy) {
+TEST_F(TheExtensionService, ReportsEachFieldOfACopy) {
     install(driver, "2.0", "2004");
     query("copies", driver);
     ASSERT_THAT(heard(), ElementsAre("copies found 1"));
@@ -23,12 +23,12 @@ TEST_F(TheExtensionService, TellsEachFieldOfACopy) {
     EXPECT_FALSE(copy.isUninstalling);
 }
 
-TEST_F(TheExtensionService, TellsNeitherOfThreeFlagsOfWhatIsSwitchedOff) {
+TEST_F(TheExtensionService, ReportsNoFlagForAnExtensionThatIsSwitchedOff) {
     act({"install", camera, "2.1", "2105", "disabled"});
     EXPECT_THAT(copies(), ElementsAre("2.1 2105"));
 }
 
-TEST_F(TheExtensionService, FindsSeveralCopiesOldestFirst) {
+TEST_F(TheExtensionService, ReportsSeveralCopiesOldestFirst) {
     act({"install", camera, "3.0", "3001", "uninstalling"});
     act({"install", camera, "1.0", "1001", "uninstalling"});
     act({"install", camera, "1.0", "1001", "uninstalling"});
@@ -38,14 +38,14 @@ TEST_F(TheExtensionService, FindsSeveralCopiesOldestFirst) {
                                       "2.2 2210 awaiting", "2.1 2105 enabled"));
 }
 
-TEST_F(TheExtensionService, TellsTheCopiesOfOneExtensionAlone) {
+TEST_F(TheExtensionService, ReportsOnlyTheCopiesOfTheRequestedExtension) {
     install(camera, "2.0", "2004");
     install(driver, "1.9", "1904");
     EXPECT_THAT(copies(camera), ElementsAre("2.0 2004 enabled"));
     EXPECT_THAT(copies(driver), ElementsAre("1.9 1904 enabled"));
 }
 
-TEST_F(TheExtensionService, HandsVersionsOnAsTheyAre) {
+TEST_F(TheExtensionService, ReportsVersionsUnchanged) {
     act({"install", camera, " ", " ", "uninstalling"});
     act({"install", camera, "二.一 β", " 00002105 ", "uninstalling"});
     act({"install", camera, std::string(4096, '1'), "-99999999999999999999", "uninstalling"});
@@ -73,7 +73,7 @@ protected:
 
 const std::string ownDomain{platform::OSSystemExtensionErrorDomain};
 
-TEST_F(AFailedRequest, TellsDomainCodeAndDescriptionAsTheyAre) {
+TEST_F(AFailedRequest, ReportsDomainCodeAndDescriptionUnchanged) {
     const std::vector<Error> errors{
         {"NSPOSIXErrorDomain", 2, "No such file"},
         {ownDomain, 8, "The seal is broken."},
@@ -91,12 +91,12 @@ TEST_F(AFailedRequest, TellsDomainCodeAndDescriptionAsTheyAre) {
     }
 }
 
-TEST_F(AFailedRequest, MayBeOfEachKind) {
+TEST_F(AFailedRequest, CanBeOfEachKind) {
     EXPECT_EQ(delivered({ownDomain, 13, "Not authorized."}, Kind::deactivation).code, 13);
     EXPECT_EQ(delivered({ownDomain, 1, "Not now."}, Kind::properties).code, 1);
 }
 
-TEST_F(AFailedRequest, DoesNotSpoilTheNext) {
+TEST_F(AFailedRequest, DoesNotAffectTheNext) {
     delivered({ownDomain, 1, "Not now."});
     activate("second");
     EXPECT_THAT(heard(), ElementsAre("first failed 1", "second needs approval"));

@@ -8,7 +8,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-TEST_F(TheExtensionService, AnswersNothingInsideASubmission) {
+TEST_F(TheExtensionService, DoesNotAnswerDuringASubmission) {
     query("copies");
     activate("first", nobody);
     deactivate("second", nobody);
@@ -16,7 +16,7 @@ TEST_F(TheExtensionService, AnswersNothingInsideASubmission) {
     EXPECT_THAT(heard(), SizeIs(3));
 }
 
-TEST_F(TheExtensionService, AnswersNothingInsideASubmissionFromWithinAnAnswer) {
+TEST_F(TheExtensionService, DoesNotAnswerDuringASubmissionInsideAnAnswer) {
     std::vector<std::string> afterSubmission;
     record.onLine = [&] {
         if (record.lines.size() > 1) return;
@@ -38,7 +38,7 @@ TEST_F(TheExtensionService, AnswersOnTheMainThread) {
     EXPECT_THAT(record.threads, Each(std::this_thread::get_id()));
 }
 
-TEST_F(TheExtensionService, AnswersQuestionsOfOneKindInTheOrderOfTheirSubmission) {
+TEST_F(TheExtensionService, AnswersPropertiesRequestsInOrder) {
     query("a");
     query("b", driver);
     query("c");
@@ -46,7 +46,7 @@ TEST_F(TheExtensionService, AnswersQuestionsOfOneKindInTheOrderOfTheirSubmission
     EXPECT_THAT(heard(), ElementsAre("a found 0", "b found 0", "c found 0", "d found 0"));
 }
 
-TEST_F(TheExtensionService, GivesEachAnswerTogetherWithItsRequest) {
+TEST_F(TheExtensionService, PassesTheRequestWithEachAnswer) {
     const auto cameraRequest = activate("camera", camera);
     stage->settle(); // which of two is validated first, nobody promises
     const auto driverRequest = activate("driver", driver);
@@ -63,7 +63,7 @@ TEST_F(TheExtensionService, GivesEachAnswerTogetherWithItsRequest) {
 
 // How long requests and delegates live --------------------------------------------------------------------------------
 
-TEST_F(TheExtensionService, LetsARequestGoThatFinished) {
+TEST_F(TheExtensionService, ReleasesARequestThatFinished) {
     const auto request = activate("first");
     stage->settle();
     act({"allow", camera});
@@ -71,13 +71,13 @@ TEST_F(TheExtensionService, LetsARequestGoThatFinished) {
     EXPECT_TRUE(request.expired());
 }
 
-TEST_F(TheExtensionService, LetsARequestGoThatFailed) {
+TEST_F(TheExtensionService, ReleasesARequestThatFailed) {
     const auto request = activate("first", nobody);
     EXPECT_THAT(heard(), ElementsAre("first failed 4"));
     EXPECT_TRUE(request.expired());
 }
 
-TEST_F(TheExtensionService, LetsARequestGoThatFoundProperties) {
+TEST_F(TheExtensionService, ReleasesARequestThatFoundProperties) {
     const auto request = query("copies");
     EXPECT_THAT(heard(), ElementsAre("copies found 0"));
     EXPECT_TRUE(request.expired());
@@ -92,7 +92,7 @@ TEST_F(TheExtensionService, KeepsARequestDuringItsLastAnswer) {
     EXPECT_TRUE(wasThere);
 }
 
-TEST_F(TheExtensionService, SaysNothingAfterTheLastAnswer) {
+TEST_F(TheExtensionService, SendsNothingAfterTheLastAnswer) {
     activate("first");
     stage->settle();
     act({"allow", camera});
@@ -106,7 +106,7 @@ TEST_F(TheExtensionService, SaysNothingAfterTheLastAnswer) {
                                      "third needs approval", "third failed 11"));
 }
 
-TEST_F(TheExtensionService, DoesNotKeepADelegate) {
+TEST_F(TheExtensionService, DoesNotKeepADelegateAlive) {
     const auto request = activate("first");
     stage->settle();
     const std::weak_ptr<Listener> listener = listeners.at("first");
@@ -115,7 +115,7 @@ TEST_F(TheExtensionService, DoesNotKeepADelegate) {
     EXPECT_FALSE(request.expired());
 }
 
-TEST_F(TheExtensionService, SaysNothingToADelegateThatIsGone) {
+TEST_F(TheExtensionService, SendsNothingToADelegateThatIsGone) {
     const auto request = activate("first");
     stage->settle();
     drop("first");
@@ -125,7 +125,7 @@ TEST_F(TheExtensionService, SaysNothingToADelegateThatIsGone) {
     EXPECT_THAT(copies(), ElementsAre("2.1 2105 enabled"));
 }
 
-TEST_F(TheExtensionService, SaysNothingToADelegateThatWentBeforeTheFirstAnswer) {
+TEST_F(TheExtensionService, SendsNothingToADelegateDestroyedBeforeTheFirstAnswer) {
     const auto question = query("copies");
     const auto activation = activate("first", nobody);
     drop("copies");
@@ -135,7 +135,7 @@ TEST_F(TheExtensionService, SaysNothingToADelegateThatWentBeforeTheFirstAnswer) 
     EXPECT_TRUE(activation.expired());
 }
 
-TEST_F(TheExtensionService, SaysNothingToADelegateThatWentWhileItsAnswerWasUnderWay) {
+TEST_F(TheExtensionService, SendsNothingToADelegateDestroyedBeforeDelivery) {
     record.onLine = [this] { drop("second"); };
     query("first");
     const auto request = query("second");
@@ -143,7 +143,7 @@ TEST_F(TheExtensionService, SaysNothingToADelegateThatWentWhileItsAnswerWasUnder
     EXPECT_TRUE(request.expired());
 }
 
-TEST_F(TheExtensionService, ReplacesNothingWhereTheDelegateIsGone) {
+TEST_F(TheExtensionService, ReplacesNothingIfTheDelegateIsGone) {
     install(camera, "2.0", "2004");
     const auto request = activate("first");
     drop("first");

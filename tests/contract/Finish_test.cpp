@@ -31,7 +31,7 @@ protected:
     std::vector<std::shared_ptr<Listener>> listeners;
 };
 
-TEST_F(APropertiesRequest, IsNeitherAnsweredNorEndedByAFinish) {
+TEST_F(APropertiesRequest, IgnoresAFinish) {
     service->finish(0, 0);
     EXPECT_THAT(heard(), ElementsAre("activation 1 finished 0"));
     service->findNothing(0);

@@ -15,14 +15,14 @@ def verbs(path):
 
 
 class TheDocuments(MacTest):
-    def test_name_verbs_of_the_command_line_that_are_there(self):
+    def test_name_existing_verbs_of_the_command_line(self):
         named = set().union(*(verbs(path) for path in ROOT.glob("docs/*.md"))) | verbs("README.md")
         self.assertIn("list", named)
         for verb in named:
             program = self.desktop.run(BUILD / "bin/sysextctl", verb, "--help")
             self.assertEqual(0, program.status, program.said())
 
-    def test_give_commands_of_the_command_line_that_work_on_a_fresh_mac_or_say_why_not(self):
+    def test_contain_valid_commands(self):
         blocks = re.findall(r"^```\n(.*?)^```", (ROOT / "docs/simulator.md").read_text(), re.MULTILINE | re.DOTALL)
         lines = [re.sub(r"\s+#.*", "", line) for block in blocks for line in block.splitlines()]
         self.assertGreater(len(lines), 5)
@@ -30,7 +30,7 @@ class TheDocuments(MacTest):
             program = self.desktop.run("sh", "-c", line.replace("sysextctl", f'"{BUILD}/bin/sysextctl"', 1))
             self.assertLess(program.status, 2, f"{line}\n{program.said()}")
 
-    def test_tell_each_switch_of_the_simulator_with_its_default_and_its_other_value(self):
+    def test_list_each_switch_with_its_default_and_its_other_value(self):
         text = (ROOT / "docs/simulator.md").read_text()
         section = re.search(r"^## Undocumented behavior\n(.*?)^## ", text, re.MULTILINE | re.DOTALL)[1]
         told = re.findall(r"^\| `([^`]+)` \| `([^`]+)` \| `([^`]+)` \| .+ \|$", section, re.MULTILINE)
@@ -58,7 +58,7 @@ class TheTourOfTheSimulator(MacTest):
             output.append(program.output)
         return output
 
-    def test_goes_as_it_says(self):
+    def test_works_as_described(self):
         application = self.open_application()
         application.wait_for_state("Camera Driver", NOT_INSTALLED)
         self.assertEqual([["0 extension(s)"], []], self.type_block())

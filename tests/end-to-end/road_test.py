@@ -12,7 +12,7 @@ UNKNOWN_ERROR = "(An unknown error occurred.)"
 
 
 class TheRoad(MacTest):
-    def test_of_a_person_leads_from_nothing_installed_to_all_set(self):
+    def test_leads_from_nothing_installed_to_all_set(self):
         application = self.open_application()
         self.expect_look(application, NOTHING_INSTALLED, NOT_INSTALLED, NOT_INSTALLED)
         settings = self.open_settings(application)
@@ -47,7 +47,7 @@ class TheRoad(MacTest):
 
 
 class TheMenu(MacTest):
-    def test_refreshes_what_was_allowed_meanwhile(self):
+    def test_refreshes_a_card_after_an_approval_elsewhere(self):
         self.mac.does("install", CAMERA, "2.1", "2105", "waiting")
         application = self.open_application()
         self.expect_output(application, f"{CAMERA} {AWAITS}")
@@ -56,7 +56,7 @@ class TheMenu(MacTest):
         self.expect_output(application, f"{CAMERA} {ENABLED}")
         self.expect_look(application, NOTHING_INSTALLED, "Enabled", NOT_INSTALLED)
 
-    def test_removes_an_extension_once_an_administrator_agrees_until_the_restart_takes_it_away(self):
+    def test_removes_an_extension_after_an_administrator_agrees(self):
         self.mac.does("install", CAMERA, "2.1", "2105")
         self.mac.does("install", NETWORK, "2.1", "2105")
         application = self.open_application()
@@ -79,7 +79,7 @@ class TheMenu(MacTest):
 
 
 class StandardOutput(MacTest):
-    def test_may_take_nothing_and_the_window_shows_what_there_is(self):
+    def test_can_be_closed_or_full_without_affecting_the_window(self):
         self.mac.does("install", CAMERA, "2.1", "2105")
         for output in (">&-", ">/dev/full"):
             application = self.open_application(["sh", "-c", f'exec "$0" {output}', executable()])
@@ -89,7 +89,7 @@ class StandardOutput(MacTest):
             self.assertEqual([], application.errors)
 
 
-class AServiceThatDies(MacTest):
+class AServiceCrash(MacTest):
     def setUp(self):
         super().setUp()
         self.application = self.open_application()
@@ -101,7 +101,7 @@ class AServiceThatDies(MacTest):
         self.assertFalse(self.desktop.bus.has(SERVICE))
         self.assertEqual(1, sum("Sysex identifier" in line for line in self.application.errors))
 
-    def test_before_it_answers_fails_the_request_and_the_next_press_works(self):
+    def test_before_an_answer_fails_the_request_but_not_the_next_one(self):
         service = self.desktop.bus.process_of(SERVICE)
         os.kill(service, signal.SIGSTOP)
         self.application.press("Activate", "Camera Driver")
@@ -113,7 +113,7 @@ class AServiceThatDies(MacTest):
         self.application.wait_for_line("Sysex request needs user approval.", self.application.errors)
         self.expect_look(self.application, AWAITING, "Await approval", NOT_INSTALLED)
 
-    def test_while_the_user_is_asked_fails_the_request_and_the_next_press_works(self):
+    def test_during_an_approval_fails_the_request_but_not_the_next_one(self):
         self.application.press("Activate", "Camera Driver")
         self.application.wait_for_state("Camera Driver", "Await approval")
         self.desktop.bus.kill_service()

@@ -65,20 +65,20 @@ class Run(Tree):
         program.wait_for_last_line()
         self.assertEqual(list(errors), program.errors)
 
-    def test_explains_itself(self):
+    def test_prints_its_help(self):
         program = self.start("--help")
         self.expect(program, 0)
         self.assertIn("usage: ./run [--fresh]", program.output)
 
-    def test_says_in_one_line_what_option_it_does_not_know(self):
+    def test_rejects_an_unknown_option_in_one_line(self):
         self.expect(self.start("--frsh"), 2, "run: unknown option --frsh; see ./run --help")
 
-    def test_names_the_command_to_use_where_there_is_no_display_before_it_builds(self):
+    def test_suggests_xvfb_before_it_builds_if_there_is_no_display(self):
         self.write_script("build", 'touch "${0%/*}/built"')
         self.expect(self.start(), 1, "run: there is no display; use: xvfb-run -a ./run")
         self.assertFalse((self.root / "built").exists())
 
-    def test_hands_over_to_the_session_of_what_was_built(self):
+    def test_starts_a_session_of_the_build(self):
         (self.root / "tools/session").write_text('#!/bin/bash\nprintf "<%s>" "$PWD" "$@"\n')
         program = self.start("--fresh", DISPLAY=":0")
         self.expect(program, 0)
@@ -99,7 +99,7 @@ class Run(Tree):
     def test_ends_the_build_on_ctrl_c(self):
         self.expect_end_of_build(lambda program: os.killpg(program.pid, signal.SIGINT), 130)
 
-    def test_ends_the_build_when_it_is_told_to(self):
+    def test_ends_the_build_on_sigterm(self):
         self.expect_end_of_build(lambda program: program.signal(signal.SIGTERM), 143)
 
     def test_ends_the_build_when_it_is_killed(self):
@@ -134,12 +134,12 @@ class ThePackages(Tree):
         self.start(command=command).wait_for_end()
         return (self.root / "calls").read_text().splitlines()[-1].split("recommends ")[1]
 
-    def test_are_those_of_the_tests_too_to_test_and_no_more_than_needed_to_run(self):
+    def test_include_those_of_the_tests_only_for_the_test_command(self):
         self.assertEqual(["g++", "g++ gdb"], [self.installed_by("run"), self.installed_by("test")])
 
 
 class CtrlC(Tree):
-    def test_ends_whatever_tool_is_waited_for(self):
+    def test_ends_the_tool_that_the_script_waits_for(self):
         for tool in ("mkdir", "mkfifo", "flock"):
             self.expect_end(tool, 130, "/", command="tools/session", HOME=str(self.root), XDG_STATE_HOME="")
         self.expect_end("dpkg-query", -signal.SIGINT)
@@ -157,7 +157,7 @@ class CtrlC(Tree):
 class TheBuild(unittest.TestCase):
     """What is started a second time starts at once."""
 
-    def test_has_nothing_to_do_where_nothing_changed(self):
+    def test_has_nothing_to_do_if_nothing_changed(self):
         ninja = Program(["ninja", "-C", os.environ["DRIVER_MANAGER_BUILD"]])
         self.addCleanup(ninja.end)
         self.assertEqual(0, ninja.wait_for_end())

@@ -150,7 +150,7 @@ def playing(*scenario, **states):
 
 class TheScenario(Road):
     test_of_the_plain_road = playing("plain-road")
-    test_of_an_upgrade_with_the_old_build_running_until_the_restart = playing("upgrade-until-restart", network="Enabled")
+    test_of_an_upgrade_that_takes_effect_at_the_restart = playing("upgrade-until-restart", network="Enabled")
     test_of_a_removal_that_waits_for_the_restart = playing("removal-until-restart")
     test_of_an_extension_that_is_switched_off_and_on = playing("disable-enable", camera="Enabled")
     test_of_waiting_over_a_restart = playing("waiting-over-a-restart", camera="Enabled")
@@ -160,7 +160,7 @@ class TheScenario(Road):
     test_of_two_extensions = playing("two-extensions", ALL_SET, camera="Enabled", network="Enabled")
     test_of_a_removal_that_is_refused = playing("removal-refused", camera="Uninstalling")
     test_of_a_profile_that_arrives = playing("profile-arrives", camera="Uninstalling")
-    test_of_an_answer_that_comes_late = playing("late-answer", camera="Enabled")
+    test_of_a_late_answer = playing("late-answer", camera="Enabled")
     test_of_an_error_of_another_domain = playing("foreign-error")
 
 

@@ -88,7 +88,7 @@ class SessionTest(DesktopTest):
         self.assertEqual([], self.session.errors)
 
 
-class ASessionThatCannotBegin(SessionTest):
+class ASessionThatCannotStart(SessionTest):
     def test_says_why_in_one_line(self):
         store = "/dev/null/.local/state/kelvra-simulator"
         for complaint, environment in (
@@ -101,7 +101,7 @@ class ASessionThatCannotBegin(SessionTest):
             session.wait_for_last_line()
             self.assertEqual(([f"session: {complaint}"], []), (session.errors, session.output))
 
-    def test_waits_for_a_display_that_says_nothing_until_ctrl_c(self):
+    def test_waits_for_a_silent_display_until_ctrl_c(self):
         with socket.create_server(("127.0.0.1", 0)) as server:
             display = f"127.0.0.1:{server.getsockname()[1] - 6000}"
             session = self.desktop.start([SESSION, BUILD], {**NO_BUS, "DISPLAY": display}, program=Session)
@@ -110,45 +110,45 @@ class ASessionThatCannotBegin(SessionTest):
             self.assertEqual(130, session.wait_for_end())
 
 
-class ASessionWithABusOfItsOwn(SessionTest):
+class ASessionWithItsOwnBus(SessionTest):
     def open_session(self, *options, environment=(), build=BUILD):
         return super().open_session(*options, environment=NO_BUS | dict(environment), build=build)
 
-    def test_runs_the_service_beside_a_bus_and_the_application_beside_system_settings(self):
+    def test_runs_a_bus_the_service_and_the_two_windows_side_by_side(self):
         names = set(self.open_session().processes().values())
         self.assertLessEqual({TITLE, "SystemSettings", "sysextd", "dbus-daemon"}, names)
         _, _, right, _ = self.desktop.display.place_of(SETTINGS)
         left, _, _, _ = self.desktop.display.place_of(TITLE)
         self.assertLess(right, left)
 
-    def test_ends_with_all_that_it_started_on_ctrl_c(self):
+    def test_ends_everything_that_it_started_on_ctrl_c(self):
         self.open_session()
         self.interrupt()
 
-    def test_ends_with_all_that_it_started_when_it_is_told_to(self):
+    def test_ends_everything_that_it_started_on_sigterm(self):
         self.open_session().signal(signal.SIGTERM)
         self.expect_end(143)
 
-    def test_ends_with_the_window_of_the_application(self):
+    def test_ends_when_the_window_of_the_application_closes(self):
         self.open_session()
         self.desktop.display.close_window(TITLE)
         self.expect_end(0)
 
-    def test_says_with_what_status_the_application_ended(self):
+    def test_reports_the_exit_status_of_the_application(self):
         session = self.open_session()
         os.kill(session.number_of(TITLE), signal.SIGTERM)
         self.assertEqual(143, session.wait_for_end())
         session.wait_for_last_line()
         self.assertEqual(["session: the application ended with status 143"], session.errors)
 
-    def test_is_played_from_another_terminal_wherever_its_build_lies(self):
+    def test_is_controlled_from_another_terminal_wherever_its_build_is(self):
         place = self.desktop.folder / "user's build"
         place.symlink_to(BUILD)
         self.open_session(build=place)
         self.assertIn("0 extension(s)", self.play("list").output)
         self.assertIn("./mac", "".join(self.session.output))
 
-    def test_is_played_no_more_when_it_has_ended(self):
+    def test_cannot_be_controlled_after_its_end(self):
         self.open_session()
         self.interrupt()
         self.assertEqual(1, self.play("list").status)
@@ -157,7 +157,7 @@ class ASessionWithABusOfItsOwn(SessionTest):
     def play(self, *words):
         return self.desktop.run(MAC, *words)
 
-    def test_goes_on_without_the_window_of_system_settings_and_opens_it_again(self):
+    def test_continues_without_system_settings_and_can_open_it_again(self):
         self.open_session()
         self.desktop.display.close_window(SETTINGS)
         wait_until(lambda: not self.desktop.display.windows(SETTINGS), "the window of System Settings closes")
@@ -167,7 +167,7 @@ class ASessionWithABusOfItsOwn(SessionTest):
         self.desktop.display.close_window(TITLE)
         self.expect_end(0)
 
-    def test_leaves_nothing_behind_when_it_is_killed(self):
+    def test_leaves_nothing_running_when_it_is_killed(self):
         self.open_session()
         watches = [os.pidfd_open(number) for number in self.session.processes()]
         self.session.signal(signal.SIGKILL)
@@ -180,7 +180,7 @@ class ASessionWithABusOfItsOwn(SessionTest):
         self.assertEqual(1, len(other.errors))
         self.assertRegex(other.errors[0], "^session: another session is under way")
 
-    def test_locks_the_mac_that_its_service_uses_where_the_path_is_relative(self):
+    def test_locks_the_mac_of_its_service_if_the_path_is_relative(self):
         home = self.desktop.folder / "home's"
         self.open_session(environment={"XDG_STATE_HOME": "relative", "HOME": str(home)})
         self.expect_mac(home / ".local/state")
@@ -196,7 +196,7 @@ def wait_for_ends(watches):
     wait_until(lambda: len(ended) == len(watches), lambda: f"{len(watches) - len(ended)} processes end")
 
 
-class ASessionOnTheBusThatIsThere(SessionTest):
+class ASessionOnAnExistingBus(SessionTest):
     def sysextctl(self, *words):
         program = self.desktop.run(BUILD / "bin/sysextctl", *words)
         self.assertEqual(0, program.status, program.said())
@@ -210,7 +210,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
     def service_file(self):
         return Path(self.desktop.environment["XDG_RUNTIME_DIR"], "dbus-1/services", f"{SERVICE}.service")
 
-    def test_brings_the_service_and_takes_it_away_again(self):
+    def test_installs_the_service_and_removes_it_again(self):
         self.assertNotIn(SERVICE, self.desktop.bus.activatable())
         self.open_session()
         self.assertTrue(self.desktop.bus.has(SERVICE))
@@ -220,12 +220,12 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.assertFalse(self.service_file().exists())
         self.assertNotIn(SERVICE, self.desktop.bus.activatable())
 
-    def test_locks_the_mac_that_its_service_uses_where_the_bus_has_another(self):
+    def test_locks_the_mac_of_its_service_if_the_bus_has_another_path(self):
         folder = self.desktop.folder / "it's \\ another"
         self.open_session(environment={"XDG_STATE_HOME": str(folder)})
         self.expect_mac(folder)
 
-    def test_leaves_the_bus_to_another_session(self):
+    def test_does_not_replace_the_service_of_another_session(self):
         self.open_session()
         service = self.desktop.bus.process_of(SERVICE)
         self.assertEqual(1, self.desktop.run(SESSION, BUILD).status)
@@ -240,7 +240,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.desktop.start([BUILD / "bin/SystemSettings"]).wait_for_line("System Settings is open.")
         self.interrupt()
 
-    def test_opens_the_one_system_settings_that_comes_when_something_is_asked(self):
+    def test_replaces_an_open_system_settings_by_one_that_reopens(self):
         opened_before = self.desktop.start([BUILD / "bin/SystemSettings"])
         opened_before.wait_for_line("System Settings is open.")
         self.open_session()
@@ -250,7 +250,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.sysextctl("install", CAMERA, "2.1", "2105", "waiting")
         self.desktop.display.window(SETTINGS)
 
-    def test_puts_back_the_service_file_of_another(self):
+    def test_restores_an_existing_service_file(self):
         another = "[D-BUS Service]\nName=com.kelvra.Simulator1\nExec=/bin/true\n"
         self.service_file().parent.mkdir(parents=True, exist_ok=True)
         self.service_file().write_text(another)
@@ -264,7 +264,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.open_session()
         self.cards().wait_for_banner(ALL_SET)
 
-    def test_begins_with_a_mac_as_it_comes_out_of_the_box_if_asked_to(self):
+    def test_starts_with_a_reset_mac_on_request(self):
         self.install_everything()
         self.open_session("--fresh")
         self.assertEqual(["Developer mode is off"], self.sysextctl("developer"))
@@ -282,7 +282,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.sysextctl("developer", "on")
         self.interrupt()
 
-    def test_lets_the_application_activate_what_its_bundle_carries(self):
+    def test_lets_the_application_activate_its_extensions(self):
         self.open_session()
         cards = self.cards()
         cards.press("Activate", "Camera Driver")
@@ -299,7 +299,7 @@ class ASessionOnTheBusThatIsThere(SessionTest):
         self.desktop.display.close_window(TITLE)
         self.expect_end(0)
 
-    def test_ends_a_service_that_a_killed_session_left_behind(self):
+    def test_ends_the_service_of_a_killed_session(self):
         self.open_session()
         left = self.desktop.bus.process_of(SERVICE)
         self.session.signal(signal.SIGKILL)

@@ -50,7 +50,7 @@ class AssistiveTechnologyInSystemSettings(SettingsTest):
         dialog = self.screen.wait_for_node("An administrator has to agree", Atspi.Role.DIALOG)
         self.assertTrue(dialog.get_state_set().contains(Atspi.StateType.MODAL))
 
-    def test_hears_of_a_change_nothing_but_what_it_changed(self):
+    def test_hears_only_what_a_change_affects(self):
         self.open((CAMERA,), (NETWORK,))
         listener = Listener()
         self.mac.does("disable", CAMERA)
@@ -100,7 +100,7 @@ class TheWindowOfSystemSettings(SettingsTest):
         application = self.cover()
         self.expect_it_comes(lambda: application.choose("Remove", "Network Driver"))
 
-    def test_comes_back_where_it_was_minimized(self):
+    def test_comes_back_after_it_was_minimized(self):
         self.open()
         window = self.desktop.display.window(SETTINGS)
         self.cover()
@@ -111,17 +111,17 @@ class TheWindowOfSystemSettings(SettingsTest):
         self.expect_it_comes(self.install_what_needs_approval)
         self.assertNotIn(hidden, state())
 
-    def test_comes_back_where_it_was_closed_and_stays(self):
+    def test_comes_back_after_it_was_closed_with_the_option_stay(self):
         self.open(options=["--stay"])
         self.close()
         self.expect_it_comes(self.install_what_needs_approval)
 
-    def test_ends_where_it_was_closed_otherwise(self):
+    def test_ends_when_it_is_closed_without_that_option(self):
         self.open()
         self.close()
         self.assertEqual(0, self.program.wait_for_end())
 
-    def test_is_one_and_comes_to_the_front_when_it_is_opened_again(self):
+    def test_opens_only_once_and_then_comes_to_the_front(self):
         self.open()
         self.cover()
         again = []
@@ -129,7 +129,7 @@ class TheWindowOfSystemSettings(SettingsTest):
         self.assertEqual([0, []], [again[0].status, again[0].errors])
         self.assertEqual(1, len(self.desktop.display.windows(SETTINGS)))
 
-    def test_keeps_its_place_while_nothing_new_is_asked(self):
+    def test_stays_in_the_background_while_nothing_new_is_asked(self):
         self.open((CAMERA, "waiting"), (NETWORK,))
         application = self.cover()
         self.mac.does("disable", NETWORK)

@@ -43,11 +43,11 @@ class AllTests(unittest.TestCase):
         program.wait_for_last_line()
         return status, program
 
-    def test_close_with_the_count(self):
+    def test_end_with_the_counts(self):
         status, program = self.run_tests("exit 0")
         self.assertEqual((0, f"{2 * len(PRESETS)} passed, 0 failed, 0 skipped"), (status, program.output[-1]))
 
-    def test_tell_at_the_end_what_failed_and_what_it_said(self):
+    def test_end_with_the_output_of_each_failed_test(self):
         status, program = self.run_tests("case $PWD in */dev) echo it is dev; exit 1; esac")
         self.assertEqual(1, status)
         self.assertEqual("test: failed in dev", program.errors[-1])

@@ -12,7 +12,7 @@ class TheWindow(DesktopTest):
         self.application = self.open_application()
         self.application.wait_for_banner(NOTHING_INSTALLED)
 
-    def test_shows_the_camera_and_the_network_driver_and_never_the_base(self):
+    def test_shows_the_camera_and_the_network_driver_but_not_the_base(self):
         self.assertEqual(["Camera Driver", "Network Driver"], self.application.cards())
 
     def test_has_a_content_of_450_by_230_that_cannot_be_resized(self):
@@ -38,7 +38,7 @@ class TheWindow(DesktopTest):
         self.application.screen.wait_for_node("Refresh")
         self.application.screen.wait_for_node("Remove")
 
-    def test_keeps_running_without_a_service_and_says_each_failure_on_its_error_output(self):
+    def test_keeps_running_without_a_service_and_logs_each_failure(self):
         self.application.press("Activate", "Camera Driver")
         failed = "Sysex request failed: "
         self.application.screen.wait_for(lambda: self.lines(failed) == 4, "four requests fail")

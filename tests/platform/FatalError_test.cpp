@@ -8,7 +8,7 @@ TEST(AFatalError, StopsTheProgramWithOneLine) {
                 "^Fatal error: /an/Info.plist: CFBundleVersion is missing\n$");
 }
 
-TEST(AFatalError, IsOneLineAlsoWhereItsMessageHasSeveral) {
+TEST(AFatalError, IsOneLineEvenIfItsMessageHasSeveral) {
     EXPECT_DEATH(fatalError("a\nb\r\nc"), "^Fatal error: a b  c\n$");
 }
 

@@ -7,7 +7,7 @@ TEST(ALogLine, TakesItsArgumentsInOrder) {
     EXPECT_EQ(composeLogLine("%@ then %d.", {"one", "-2"}), "one then -2.");
 }
 
-TEST(ALogLine, StandsAsItIsWithoutArguments) {
+TEST(ALogLine, IsUnchangedWithoutArguments) {
     EXPECT_EQ(composeLogLine("100 % sure of %@.", {}), "100 % sure of %@.");
 }
 

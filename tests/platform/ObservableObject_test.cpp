@@ -51,7 +51,7 @@ TEST(ASubscription, EndsWhenItIsDestroyed) {
     EXPECT_EQ(notifications, 0);
 }
 
-TEST(ASubscription, MayOutliveWhatItObservesAndThenLetsItsSubscriberGo) {
+TEST(ASubscription, CanOutliveWhatItObserves) {
     auto kept = std::make_shared<int>(0);
     const std::weak_ptr<int> subscriber = kept;
     Subscription subscription;

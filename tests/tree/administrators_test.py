@@ -32,17 +32,17 @@ class ThePageForAdministrators(unittest.TestCase):
         self.assertIn("Sysex request failed: %@ (%@)", lines)
         self.assertEqual([], [line for line in lines if not has_row(line, self.page)])
 
-    def test_gives_each_sentence_about_a_failure_its_code(self):
+    def test_gives_the_code_of_each_failure_message(self):
         codes = dict(re.findall(r"(\w+) = (\d+)", text_of("platform/SystemExtensions.h")))
         messages = text_of("model/FailureMessages.h")
         expected = [(text, codes[name]) for name, text in re.findall(r'Code::(\w+), "([^"]+)"', messages)]
         expected.append((re.search(r'return "(.+)";', messages)[1], "any other"))
         self.assertEqual(expected, re.findall(r"^\| ([A-Z][^|`]+\.) \| (\d+|any other) \|", self.page, re.MULTILINE))
 
-    def test_explains_each_fault_of_the_bundle_that_ends_the_application(self):
+    def test_explains_each_bundle_fault_that_ends_the_application(self):
         faults = re.findall(r'stopForBuild\(bundle, "([^"]+)"\)', text_of("model/BuildNumber.cpp"))
         self.assertIn("is missing", faults)
         self.assertEqual([], [fault for fault in faults if not has_row(f"%@: CFBundleVersion {fault}", self.page)])
 
-    def test_is_told_of_a_line_without_a_row(self):
+    def test_is_checked_for_missing_rows(self):
         self.assertFalse(has_row("Sysex %@", "| `Sysex identifier IDENTIFIER` | a |\n`Sysex IDENTIFIER`\n"))

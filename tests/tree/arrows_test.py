@@ -89,10 +89,10 @@ def generated(name, path):
 
 
 class EveryInclude(unittest.TestCase):
-    def test_follows_the_arrows(self):
+    def test_follows_the_layers(self):
         self.assertEqual([], tree.every(violations, tree.files(*cpp.SUFFIXES)))
 
-    def test_is_told_where_it_goes_against_them(self):
+    def test_is_reported_if_it_does_not(self):
         wrong = (
             ("model/SysExtInfo.h", '"views/CardView.h"'),
             ("model/SysExtInfo.h", '"platform/ui/Color.h"'),

@@ -58,10 +58,10 @@ def badly_laid_out(paths):
 
 
 class TheCode(unittest.TestCase):
-    def test_does_not_ask_for_the_system_outside_platform(self):
+    def test_has_no_if_for_the_system_outside_platform(self):
         self.assertEqual([], tree.every(asks_for_the_system, tree.files(*cpp.SUFFIXES)))
 
-    def test_is_laid_out_as_the_formatter_does(self):
+    def test_is_formatted(self):
         self.assertEqual([], badly_laid_out(tree.files(*cpp.SUFFIXES)))
 
     def test_has_no_long_file(self):
@@ -76,11 +76,11 @@ class TheCode(unittest.TestCase):
 class TheChecks(unittest.TestCase):
     """Each is shown what it has to find."""
 
-    def test_find_a_question_for_the_system(self):
+    def test_find_an_if_for_the_system(self):
         for line in ("#ifdef __APPLE__", "#if defined(__linux__)", "# if !TARGET_OS_MAC", "#elif defined(_WIN32)"):
             self.assertTrue(asks_for_the_system(PurePath("app/main.cpp"), f"int x;\n{line}\n#endif\n"), line)
 
-    def test_find_a_function_of_each_form_that_is_too_long(self):
+    def test_find_a_long_function_of_each_form(self):
         heads = (
             "void f()",
             "int Thing::f(int x) const noexcept",
@@ -93,12 +93,12 @@ class TheChecks(unittest.TestCase):
             body = "    g(\"}\", '}', R\"(})\"); // }\n" * MOST_LINES_OF_A_FUNCTION
             self.assertEqual(1, len(long_functions(PurePath("app/main.cpp"), head + " {\n" + body + "}\n")), head)
 
-    def test_find_a_function_that_is_too_long_in_a_script(self):
+    def test_find_a_long_function_in_a_script(self):
         body = "    pass\n" * MOST_LINES_OF_A_FUNCTION
         self.assertTrue(long_functions(PurePath("a.py"), "def f():\n" + body))
         self.assertTrue(long_functions(PurePath("a"), "f() {\n" + body + "}\n"))
 
-    def test_find_a_line_that_is_laid_out_otherwise(self):
+    def test_find_an_unformatted_line(self):
         with tempfile.NamedTemporaryFile("w", suffix=".cpp") as source:
             source.write("int main() {\n  return 0;\n}\n")
             source.flush()

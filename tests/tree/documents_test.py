@@ -80,15 +80,15 @@ def british_words(path, text):
 
 
 class TheDocuments(unittest.TestCase):
-    def test_are_in_american_english_as_the_tools_are(self):
+    def test_use_american_spelling_like_the_tools(self):
         told = tree.files(".md", ".cmake", ".json") + tree.scripts() + tree.python()
         self.assertEqual([], tree.every(british_words, [path for path in told if path.parts[0] != "tests"]))
 
-    def test_link_to_name_and_start_what_is_there(self):
+    def test_mention_only_existing_files_and_commands(self):
         for check in (broken_links, unknown_paths, unknown_commands):
             self.assertEqual([], tree.every(check, tree.files(".md")))
 
-    def test_name_the_headers_of_the_mac_that_are_not_plain_cpp(self):
+    def test_list_the_mac_headers_that_are_not_plain_cpp(self):
         headers = [path for path in tree.files(".h") if path.parts[:2] == ("platform", "macos")]
         native = {path.name for path in headers if "#import" in (tree.ROOT / path).read_text()}
         text = (tree.ROOT / "docs/architecture.md").read_text()
@@ -105,7 +105,7 @@ class TheDocuments(unittest.TestCase):
         self.assertRegex(text, r'\A# .*\n\n(<!--.*-->\n)?<img src="docs/images/[\w-]+\.png" width="\d+" alt="[^"]+">\n')
         self.assertEqual([["./run"], ["./test"]], [words[:1] for words in commands(text)[:2]])
 
-    def test_are_told_what_is_not_there(self):
+    def test_are_checked_for_what_does_not_exist(self):
         for check, text in (
             (broken_links, "see [this](docs/none.md)"),
             (broken_links, "see [that](#nowhere)"),

@@ -43,11 +43,11 @@ class TheShellScripts(unittest.TestCase):
     def test_pass_shellcheck(self):
         self.assertEqual([], complaints([*tree.scripts(), "simulator/completion/sysextctl"]))
 
-    def test_can_be_started(self):
+    def test_are_executable(self):
         started = tree.scripts() + [path for path in tree.python() if path.suffix == ""]
         self.assertEqual([], [str(path) for path in started if not os.access(tree.ROOT / path, os.X_OK)])
 
-    def test_are_told_what_shellcheck_finds(self):
+    def test_are_reported_if_shellcheck_finds_a_problem(self):
         with tempfile.NamedTemporaryFile("w", suffix=".sh") as script:
             script.write("#!/bin/bash\nrm $1\n")
             script.flush()
@@ -60,7 +60,7 @@ class TheListOfPackages(unittest.TestCase):
     def test_gives_a_reason_for_each(self):
         self.assertEqual([], wrong_lines(self.text))
 
-    def test_names_packages_that_are_installed(self):
+    def test_names_installed_packages(self):
         answer = subprocess.run(
             ["dpkg-query", "--show", "--showformat", "${db:Status-Status} ${Package}\n", *packages(self.text)],
             capture_output=True,
@@ -69,5 +69,5 @@ class TheListOfPackages(unittest.TestCase):
         installed = {line.split()[1] for line in answer.stdout.splitlines() if line.startswith("installed ")}
         self.assertEqual(set(packages(self.text)), installed)
 
-    def test_is_told_of_a_line_without_a_reason_and_of_a_second_one(self):
+    def test_is_checked_for_missing_reasons_and_duplicates(self):
         self.assertEqual(["cmake #", "ctest  # again"], wrong_lines("cmake #\nctest # why\nctest  # again\n"))

@@ -49,17 +49,17 @@ protected:
     const std::vector<std::string> withNeither_{"Camera Driver actions"};
 };
 
-TEST_F(ACard, OffersActivateWhereTheExtensionIsNotEnabledWhateverItsVersion) {
+TEST_F(ACard, OffersActivateForAnExtensionThatIsNotEnabled) {
     for (const std::int64_t intversion : {std::int64_t{0}, build - 1, build, build + 1})
         EXPECT_EQ(controls(camera(false, intversion)), withActivate_) << intversion;
 }
 
-TEST_F(ACard, OffersNoActionButTheMenuWhereTheInstalledBuildIsItsOwnOrLater) {
+TEST_F(ACard, OffersOnlyTheMenuIfTheInstalledBuildIsNotLower) {
     EXPECT_EQ(controls(camera(true, build)), withNeither_);
     EXPECT_EQ(controls(camera(true, build + 1)), withNeither_);
 }
 
-TEST_F(ACard, OffersUpgradeWhereTheInstalledBuildIsLowerAlsoAPlaceholder) {
+TEST_F(ACard, OffersUpgradeIfTheInstalledBuildIsLowerOrAPlaceholder) {
     for (const std::int64_t intversion :
          {build - 1, std::int64_t{0}, std::int64_t{-7}, std::numeric_limits<std::int64_t>::min()})
         EXPECT_EQ(controls(camera(true, intversion)), withUpgrade_) << intversion;
@@ -71,13 +71,13 @@ TEST_F(ACard, ActivatesOnceForEachPressOfItsButton) {
     EXPECT_EQ(calls_, std::vector<std::string>(2, "activate com.kelvra.ip-camera.cmio"));
 }
 
-TEST_F(ACard, EnumeratesOnceForRefreshAndDeactivatesOnceForRemoveAlsoWhereTheExtensionIsNotEnabled) {
+TEST_F(ACard, EnumeratesOnceForRefreshAndDeactivatesOnceForRemove) {
     window(camera(true)).choose("Camera Driver actions", "Refresh");
     window(camera(false)).choose("Camera Driver actions", "Remove");
     EXPECT_EQ(calls_, (std::vector<std::string>{"enumerate", "deactivate com.kelvra.ip-camera.cmio"}));
 }
 
-TEST_F(ACard, ActsOnTheRecordThatItWasDrawnFor) {
+TEST_F(ACard, ActsOnTheRecordThatItShows) {
     SysExtInfo sei = camera(false);
     auto shown = window(sei);
     sei.id = "another";
@@ -85,7 +85,7 @@ TEST_F(ACard, ActsOnTheRecordThatItWasDrawnFor) {
     EXPECT_EQ(calls_, std::vector<std::string>{"activate com.kelvra.ip-camera.cmio"});
 }
 
-TEST_F(ACard, SwitchesIconAndActionTogetherWithTheFlag) {
+TEST_F(ACard, ChangesIconAndActionWithTheEnabledFlag) {
     EXPECT_EQ(scene(camera(false)), "fill rectangle 0,0 400x50.5 white\n"
                                     "stroke circle 26,7.25 36x36 black 2\n"
                                     "image 33,14.25 22x22 \"VideoCamera\" named \"Camera Driver, not enabled\"\n"
@@ -115,7 +115,7 @@ TEST_F(ACard, SwitchesIconAndActionTogetherWithTheFlag) {
                                    "  indicator 366,17.25 10x16 black\n");
 }
 
-TEST_F(ACard, KeepsItsLayoutWhereItsTextsAreEmpty) {
+TEST_F(ACard, KeepsItsLayoutIfItsTextsAreEmpty) {
     SysExtInfo sei = camera(true, build);
     sei.driverName.clear();
     sei.state.clear();
@@ -131,14 +131,14 @@ TEST_F(ACard, KeepsItsLayoutWhereItsTextsAreEmpty) {
                                "  indicator 366,42 10x16 black\n");
 }
 
-TEST_F(ACard, ShowsItsTextsAsTheyStand) {
+TEST_F(ACard, ShowsItsTextsUnchanged) {
     SysExtInfo sei = camera(true, build);
     sei.driverName = "<b>%@ & \"Activate\"</b>";
     sei.state = "&lt;";
     EXPECT_EQ(window(sei).texts(), (std::vector<std::string>{sei.driverName, sei.state}));
 }
 
-TEST(TheIcon, HasItsRingOrDiscAtFullSizeWhetherItsImageIsThereOrMissing) {
+TEST(TheIcon, HasItsRingOrDiscAtFullSizeEvenIfItsImageIsMissing) {
     platform::fake::FixedMetrics metrics;
     metrics.images = {{"Huge", {512, 300}}, {"HugeDark", {512, 300}}};
     for (const char* name : {"Huge", "Missing"})

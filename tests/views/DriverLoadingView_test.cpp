@@ -45,7 +45,7 @@ struct Shown {
     const char* sentence;
 };
 
-TEST(TheBanner, ShowsTheColorTheIconAndTheSentenceOfItsStatusAlsoWhereThatIsEmpty) {
+TEST(TheBanner, ShowsTheColorIconAndSentenceOfItsStatus) {
     const char* const ready = "\"checkmark.circle.fill\" named \"Ready\"";
     const char* const attention = "\"exclamationmark.circle.fill\" named \"Attention\"";
     const Shown all[]{
@@ -60,7 +60,7 @@ TEST(TheBanner, ShowsTheColorTheIconAndTheSentenceOfItsStatusAlsoWhereThatIsEmpt
                                      " announced\n");
 }
 
-TEST(TheBanner, RunsOnUnderATitleBar) {
+TEST(TheBanner, ExtendsUnderATitleBar) {
     const std::string seen = scene(bannerOf(InstallStatus::allEnabled), {28, 0, 0, 0});
     EXPECT_EQ(seen.substr(0, seen.find('\n')), "fill rectangle 0,-28 450x68 182/183/126");
 }
@@ -99,7 +99,7 @@ protected:
     SysExtInfo network_;
 };
 
-TEST_F(TheScreen, SaysAllSetWhereBothAreEnabledWhateverTheBaseAndTheAwaitingFlagsSay) {
+TEST_F(TheScreen, SaysAllSetIfBothAreEnabled) {
     camera_.enabled = network_.enabled = true;
     for (const bool flag : {false, true}) {
         base_.enabled = base_.awaiting = camera_.awaiting = network_.awaiting = flag;
@@ -107,12 +107,12 @@ TEST_F(TheScreen, SaysAllSetWhereBothAreEnabledWhateverTheBaseAndTheAwaitingFlag
     }
 }
 
-TEST_F(TheScreen, AsksForApprovalWhereOneIsEnabledAndTheOtherAwaitsIt) {
+TEST_F(TheScreen, AsksForApprovalIfOneIsEnabledAndTheOtherAwaitsIt) {
     camera_.enabled = network_.awaiting = true;
     EXPECT_EQ(sentence(), allow);
 }
 
-TEST_F(TheScreen, AsksToActivateBothWhereOneIsEnabledAndNoneAwaits) {
+TEST_F(TheScreen, AsksToActivateBothIfOneIsEnabledAndNoneAwaits) {
     camera_.enabled = true;
     EXPECT_EQ(sentence(), activateBoth);
 }
@@ -122,7 +122,7 @@ TEST_F(TheScreen, IgnoresTheBaseInBothCounts) {
     EXPECT_EQ(sentence(), activateBoth);
 }
 
-TEST_F(TheScreen, CountsTheBaseWhereAnotherIsNamedTheBaseButStillHidesItsCard) {
+TEST_F(TheScreen, CountsTheBaseIfAnotherIsNamedTheBaseButStillHidesItsCard) {
     base_.awaiting = true;
     EXPECT_EQ(sentence("another"), allow);
     base_.enabled = camera_.enabled = true;
@@ -130,7 +130,7 @@ TEST_F(TheScreen, CountsTheBaseWhereAnotherIsNamedTheBaseButStillHidesItsCard) {
               (std::vector<std::string>{allSet, "Camera Driver", "Not installed", "Network Driver", "Not installed"}));
 }
 
-TEST_F(TheScreen, SaysAllSetForExactlyTwoNotForMore) {
+TEST_F(TheScreen, SaysAllSetForExactlyTwo) {
     base_.enabled = camera_.enabled = network_.enabled = true;
     EXPECT_EQ(sentence("another"), activateBoth);
 }
@@ -170,12 +170,12 @@ const std::string networkCard = "fill rectangle 25,143.5 400x50.5 white\n"
                                 "  item \"Remove\" \"trash\"\n"
                                 "  indicator 391,160.75 10x16 black\n";
 
-TEST_F(TheScreen, ShowsTheCameraAndTheNetworkWithOneDividerWhereTheBaseIsFirst) {
+TEST_F(TheScreen, ShowsTwoCardsWithOneDividerIfTheBaseIsFirst) {
     EXPECT_EQ(scene({base_, camera_, network_}),
               top + cameraCard + "fill rectangle 25,134.5 400x1 0/0/0@0.1\n" + networkCard + bottom);
 }
 
-TEST_F(TheScreen, ShowsOneDividerBetweenTheCardsWhereTheBaseIsInTheMiddle) {
+TEST_F(TheScreen, ShowsTwoCardsWithOneDividerIfTheBaseIsInTheMiddle) {
     EXPECT_EQ(scene({camera_, base_, network_}), scene({base_, camera_, network_}));
 }
 
@@ -188,7 +188,7 @@ std::string blockIn(const std::string& scene) {
     return block;
 }
 
-TEST_F(TheScreen, ShowsADividerBelowEachCardWhereTheBaseIsLastAndOverflowsEvenly) {
+TEST_F(TheScreen, ShowsADividerBelowEachCardIfTheBaseIsLast) {
     EXPECT_EQ(blockIn(scene({camera_, network_, base_})), "fill rectangle 25,64 400x142 white\n"
                                                           "fill rectangle 25,72 400x50 white\n"
                                                           "fill rectangle 25,130 400x1 0/0/0@0.1\n"
@@ -197,11 +197,11 @@ TEST_F(TheScreen, ShowsADividerBelowEachCardWhereTheBaseIsLastAndOverflowsEvenly
                                                           "stroke rectangle 26,65 398x140 218.994/218.994/218.994 2\n");
 }
 
-TEST_F(TheScreen, ShowsNothingInItsBlockWhereThereAreNoRecords) {
+TEST_F(TheScreen, ShowsNoCardsWithoutRecords) {
     EXPECT_EQ(scene({}), top + bottom);
 }
 
-TEST_F(TheScreen, IsTheSameWhateverIsNamedTheBaseAsLongAsNothingIsEnabledOrAwaited) {
+TEST_F(TheScreen, DoesNotDependOnTheBaseWhileNothingIsEnabledOrAwaited) {
     EXPECT_EQ(scene({base_, camera_, network_}, "another"), scene({base_, camera_, network_}));
 }
 
@@ -210,7 +210,7 @@ TEST_F(TheScreen, HasItsFixedSize) {
     EXPECT_EQ(layout(screenOf({base_, camera_, network_}), std::nullopt, metrics).size, (platform::ui::Size{450, 230}));
 }
 
-TEST_F(TheScreen, HandsEachCardTheBuildThatTheBundleHasNow) {
+TEST_F(TheScreen, GivesEachCardTheCurrentBuildOfTheBundle) {
     camera_.enabled = true;
     camera_.intversion = 2105;
     EXPECT_EQ(scene({base_, camera_, network_}).find("Upgrade"), std::string::npos);
@@ -218,17 +218,17 @@ TEST_F(TheScreen, HandsEachCardTheBuildThatTheBundleHasNow) {
     EXPECT_NE(scene({base_, camera_, network_}).find("Upgrade"), std::string::npos);
 }
 
-TEST_F(TheScreen, StopsTheProgramWhereTheBundleHasNoBuild) {
+TEST_F(TheScreen, StopsTheProgramIfTheBundleHasNoBuild) {
     platform::fake::setMainBundle({});
     EXPECT_DEATH(scene({base_, camera_, network_}), "CFBundleVersion");
 }
 
-TEST_F(TheScreen, NeverAsksByItself) {
+TEST_F(TheScreen, SubmitsNoRequestByItself) {
     scene({base_, camera_, network_});
     EXPECT_TRUE(SystemExtensions::shared().submissions().empty());
 }
 
-TEST_F(TheScreen, BindsEachCardToTheModelsOperations) {
+TEST_F(TheScreen, CallsTheModelFromEachCard) {
     FakeWindow window = windowOf(screenOf({base_, camera_, network_}));
     window.press("Activate Network Driver");
     window.choose("Camera Driver actions", "Remove");
@@ -253,7 +253,7 @@ TEST_F(TheScreen, KeepsItsModelAliveInEachCallback) {
     EXPECT_TRUE(model.expired());
 }
 
-TEST_F(TheScreen, KeepsFocusInTheCardWhoseActionIsGone) {
+TEST_F(TheScreen, KeepsFocusInACardThatLosesItsAction) {
     using namespace platform::ui;
     const platform::fake::FixedMetrics metrics;
     const Scene before = layout(screenOf({base_, camera_, network_}), std::nullopt, metrics);
@@ -267,7 +267,7 @@ TEST_F(TheScreen, KeepsFocusInTheCardWhoseActionIsGone) {
     EXPECT_EQ(focusAfter(before, after, actions.at(2)->place), menus[1]->place);
 }
 
-TEST_F(TheScreen, IsEvaluatedAnewAfterAChangeOfAnyPublishedField) {
+TEST_F(TheScreen, IsRebuiltAfterAChangeOfAnyPublishedField) {
     FakeWindow window = windowOf(screenOf({base_, camera_, network_}));
     DriverLoadingViewModelTestAccess::setState(*model_, model::DriverLoadingStateMachine::State::blank);
     window.endTurn();
@@ -281,7 +281,7 @@ TEST_F(TheScreen, IsEvaluatedAnewAfterAChangeOfAnyPublishedField) {
     EXPECT_EQ(window.texts().back(), "Await approval");
 }
 
-TEST_F(TheScreen, CostsOneRebuildForTenThousandInstancesInOneAnswer) {
+TEST_F(TheScreen, IsRebuiltOnceForAnAnswerWithTenThousandCopies) {
     FakeWindow window = windowOf(screenOf({base_, camera_, network_}));
     model_->enumerate();
     auto& service = SystemExtensions::shared();

@@ -52,7 +52,7 @@ const Reading readings[]{
     {"\xFF\xC3#B6B77E\x80", "bytes that are no text are trimmed", olive},
 };
 
-TEST(AHexadecimalColor, IsReadFromWhatItsTextHolds) {
+TEST(AHexadecimalColor, IsReadFromItsText) {
     for (const auto& [text, why, color] : readings)
         EXPECT_EQ(hexColor(text), color) << why;
 }
@@ -80,7 +80,7 @@ Color restated(const std::string& text) {
     return fallback;
 }
 
-TEST(AHexadecimalColor, EqualsAPlainRestatementForAnyAsciiText) {
+TEST(AHexadecimalColor, EqualsASimpleImplementationForAnyAsciiText) {
     std::mt19937 random{20240607};
     const std::string alphabet = "0123456789abcdefABCDEF0123456789abcdefABCDEFxXgZ #-.";
     for (int round = 0; round < 20000; ++round) {

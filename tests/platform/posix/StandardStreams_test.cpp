@@ -60,7 +60,7 @@ TEST(ALine, EndsWithALineFeed) {
     EXPECT_EQ(readAvailable(pipe.reader.get()), "one\n\n");
 }
 
-TEST(ALine, MayHoldAnyBytes) {
+TEST(ALine, CanHoldAnyBytes) {
     using namespace std::string_view_literals;
     const auto pipe = makePipe();
     LineWriter{pipe.writer.get()}.write("a\0b\xFF"sv);

@@ -26,32 +26,32 @@ std::optional<Place> focus(const std::vector<Control>& before, const std::vector
     return focusAfter(sceneOf(before), sceneOf(after), focused.place);
 }
 
-TEST(KeyboardFocus, StaysWhereItsControlIsStillThere) {
+TEST(KeyboardFocus, StaysOnAControlThatRemains) {
     const auto all = {control(1, actionStep), control(1, menuStep)};
     EXPECT_EQ(focus(all, all, control(1, actionStep)), control(1, actionStep).place);
 }
 
-TEST(KeyboardFocus, GoesToTheNextOfTheSameRowWhereItsControlIsGone) {
+TEST(KeyboardFocus, MovesToTheNextControlOfTheRowIfItsControlIsGone) {
     const Control above = control(0, actionStep);
     const Control gone = control(1, actionStep);
     const Control next = control(1, menuStep);
     EXPECT_EQ(focus({above, gone, next}, {above, next}, gone), next.place);
 }
 
-TEST(KeyboardFocus, GoesToTheOneBeforeWhereItWasTheLastOfItsRow) {
+TEST(KeyboardFocus, MovesToThePreviousControlIfTheLastOfTheRowIsGone) {
     const Control before = control(0, actionStep);
     const Control gone = control(0, menuStep);
     const Control below = control(1, menuStep);
     EXPECT_EQ(focus({before, gone, below}, {before, below}, gone), before.place);
 }
 
-TEST(KeyboardFocus, GoesToTheNearestWhereItsRowIsGone) {
+TEST(KeyboardFocus, MovesToTheNearestControlIfItsRowIsGone) {
     EXPECT_EQ(focus({control(0, actionStep), control(3, actionStep), control(4, actionStep)},
                     {control(0, actionStep), control(4, actionStep), control(9, actionStep)}, control(3, actionStep)),
               control(4, actionStep).place);
 }
 
-TEST(KeyboardFocus, TakesTheDistanceBetweenCentersAcrossAndDown) {
+TEST(KeyboardFocus, MeasuresTheDistanceBetweenCenters) {
     const auto at = [](const std::uint32_t row, const Rect& rect) {
         return Control{rect, {{row}, 1}, "control", PushButton{}, {}};
     };
@@ -63,13 +63,13 @@ TEST(KeyboardFocus, TakesTheDistanceBetweenCentersAcrossAndDown) {
     EXPECT_EQ(focus({gone, large, below}, {large, below}, gone), below.place);
 }
 
-TEST(KeyboardFocus, GoesToTheFirstWhereItWasOnNoControlAndNowhereWhereThereIsNone) {
+TEST(KeyboardFocus, MovesToTheFirstControlIfItHadNone) {
     EXPECT_EQ(focus({}, {control(1, actionStep), control(0, menuStep)}, control(7, actionStep)),
               control(1, actionStep).place);
     EXPECT_EQ(focus({control(0, actionStep)}, {}, control(0, actionStep)), std::nullopt);
 }
 
-TEST(AButtonThatGivesWayToAnother, IsGoneAndTheOtherIsNextInItsRow) {
+TEST(AButtonReplacedByAnother, PassesFocusToIt) {
     Control upgrade = control(1, actionStep);
     upgrade.place.steps.push_back(0);
     EXPECT_EQ(
@@ -77,7 +77,7 @@ TEST(AButtonThatGivesWayToAnother, IsGoneAndTheOtherIsNextInItsRow) {
         upgrade.place);
 }
 
-TEST(KeyboardFocus, IsOnAControlThroughAnyNumberOfRebuilds) {
+TEST(KeyboardFocus, StaysOnAControlThroughAnyNumberOfRebuilds) {
     std::mt19937 random{7};
     std::vector<Control> before{control(0, menuStep), control(1, menuStep)};
     Place focused = control(0, menuStep).place;
@@ -115,7 +115,7 @@ TEST(APressOnAMenu, DoesNotCountOnAControlBesideIt) {
     EXPECT_EQ(areaOfMenuBeside({90, 116, 30, 30}), (Rect{92, 92, 26, 24})) << "below it";
 }
 
-TEST(APressOnAMenu, CountsUpToAControlThatOnlyTouchesItsAreaOrItsIndicator) {
+TEST(APressOnAMenu, CountsUpToAnAdjacentControl) {
     const Rect whole{92, 92, 26, 30};
     for (const Rect& neighbor :
          {Rect{60, 90, 32, 30}, Rect{118, 90, 32, 30}, Rect{90, 60, 30, 32}, Rect{90, 122, 30, 9}})
@@ -126,7 +126,7 @@ TEST(APressOnAMenu, CountsUpToAControlThatOnlyTouchesItsAreaOrItsIndicator) {
     EXPECT_EQ(areaOfMenuBeside({90, 114, 30, 40}), (Rect{92, 92, 26, 22}));
 }
 
-TEST(APressOnAButton, CountsOnTheButtonAlone) {
+TEST(APressOnAButton, CountsOnlyOnTheButton) {
     const Control button{{100, 100, 80, 30}, {{1}, 0}, "button", PushButton{}, {}};
     EXPECT_EQ(hitArea(sceneOf({button}), button), button.rect);
 }
@@ -151,7 +151,7 @@ std::string followed(const Scene& before, const Scene& after) {
     return text;
 }
 
-TEST(TheReadingOrder, IsThatOfPaintingWithoutWhatSaysNothing) {
+TEST(TheReadingOrder, IsThePaintingOrderWithoutUnnamedImages) {
     Control button = control(0, actionStep);
     button.content = {text("Go")};
     const Scene scene{{}, {}, {{Fill{}}, text("a"), {Clip{{}, {}, {image("b"), {button}}}}, image(""), text("c")}};
@@ -160,13 +160,13 @@ TEST(TheReadingOrder, IsThatOfPaintingWithoutWhatSaysNothing) {
               std::vector{&std::get<Control>(std::get<Clip>(scene.nodes[2].value).content[1].value)});
 }
 
-TEST(WhatIsRead, GoesOnByItsCountAmongItsKind) {
+TEST(ATextOrImage, ContinuesTheOneOfTheSameKindAndNumber) {
     const Scene before{{}, {}, {text("a"), image("b"), text("c")}};
     EXPECT_EQ(followed(before, {{}, {}, {image("d"), text("e"), image("f"), text("g"), text("h")}}),
               "d 1\ne 0\nf\ng 2\nh\n");
 }
 
-TEST(AControl, GoesOnAtItsPlaceWhereItsKindIsTheSame) {
+TEST(AControl, ContinuesTheOneOfTheSameKindAtItsPlace) {
     Control other = control(1, actionStep);
     other.kind = PullDownMenu{};
     const Control first = control(0, actionStep);

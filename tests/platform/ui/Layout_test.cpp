@@ -58,7 +58,7 @@ View down(const Views&... views) {
 // Ten characters of callout are 54 by 15, of body 58.5 by 16.25.
 const char* ten = "0123456789";
 
-TEST(AView, IsCenteredInTheAreaItIsLaidOutInAndOverflowsItEvenly) {
+TEST(AView, IsCenteredInItsAreaAndOverflowsItEvenly) {
     EXPECT_EQ(scene(box(20, 10)), Lines{"fill rectangle 40,25 20x10 white"});
     EXPECT_EQ(scene(box(120, 70)), Lines{"fill rectangle -10,-5 120x70 white"});
 }
@@ -68,7 +68,7 @@ struct Greeting {
     View body() const { return Text::verbatim(name).font(Font::callout); }
 };
 
-TEST(AView, IsWhateverHasABody) {
+TEST(AView, CanBeAnythingWithABody) {
     EXPECT_EQ(scene(across(Greeting{"a"}, box(1, 2))),
               (Lines{"text 42.8,22.5 5.4x15 callout black \"a\"", "fill rectangle 56.2,29 1x2 white"}));
 }
@@ -80,14 +80,14 @@ TEST(AStackOfViews, LeavesEightPointsBetweenNeighbors) {
               (Lines{"fill rectangle 38,28 10x4 white", "fill rectangle 56,20 6x20 255/0/0"}));
 }
 
-TEST(AStackOfViews, LeavesNothingBesideASpacer) {
+TEST(AStackOfViews, LeavesNoGapBesideASpacer) {
     EXPECT_EQ(scene(across(box(10, 4), Spacer{}, box(12, 6))),
               (Lines{"fill rectangle 0,28 10x4 white", "fill rectangle 88,27 12x6 white"}));
     EXPECT_EQ(scene(down(box(10, 4), Spacer{}, box(12, 6))),
               (Lines{"fill rectangle 45,0 10x4 white", "fill rectangle 44,54 12x6 white"}));
 }
 
-TEST(AStackOfViews, OffersWhatIsLeftToTheFlexibleAndItsWholeSideToAll) {
+TEST(AStackOfViews, OffersTheRestToFlexibleMembersAndItsFullWidthToAll) {
     EXPECT_EQ(scene(across(area(), box(10, 4))),
               (Lines{"fill rectangle 0,0 82x60 white", "fill rectangle 90,28 10x4 white"}));
     EXPECT_EQ(scene(down(box(10, 4), area())),
@@ -99,7 +99,7 @@ TEST(AStackOfViews, IsAsLongAsItsMembersAndAsWideAsTheWidest) {
     EXPECT_EQ(ownSize(across(box(10, 4), box(30, 6), box(20, 5))), (Size{76, 6}));
 }
 
-TEST(AVerticalStack, LeavesTwoPointsBetweenTextsAlsoSeenThroughTheirModifiers) {
+TEST(AVerticalStack, LeavesTwoPointsBetweenTextsEvenWithModifiers) {
     const View callout = line("a").font(Font::callout);
     const double two = 15 + 2 + 15;
     for (const View& second : {callout, callout.frame({.width = 30}), callout.padding(0), callout.background(red),
@@ -107,7 +107,7 @@ TEST(AVerticalStack, LeavesTwoPointsBetweenTextsAlsoSeenThroughTheirModifiers) {
         EXPECT_EQ(ownSize(down(callout, second)).height, two);
 }
 
-TEST(AStackOfViews, LeavesEightPointsBetweenATextAndAnythingElseAndBetweenTextsSideBySide) {
+TEST(AStackOfViews, LeavesEightPointsBesideATextUnlessTextsAreStackedVertically) {
     const auto below = [](const View& view) { return ownSize(down(line("a"), view)); };
     EXPECT_EQ(below(box(1, 3)).height, 16.25 + 8 + 3);
     EXPECT_EQ(below(Button{"b", [] {}}).height, 16.25 + 8 + 16.25);
@@ -130,7 +130,7 @@ TEST(AStackOfViews, ThatDoesNotFitOverflowsEvenly) {
               (Lines{"fill rectangle -19,25 60x10 white", "fill rectangle 49,24 70x12 white"}));
 }
 
-TEST(AStackOfViews, CountsTheMembersOfRowsAsItsOwnAndAnEmptyRowAsNone) {
+TEST(AStackOfViews, CountsTheMembersOfRowsAsItsOwn) {
     const auto row = [](const std::size_t index) {
         return index == 1 ? Group{} : Group{box(10 + static_cast<double>(index), 4), Divider{}};
     };
@@ -140,13 +140,13 @@ TEST(AStackOfViews, CountsTheMembersOfRowsAsItsOwnAndAnEmptyRowAsNone) {
                      "fill rectangle 40,48 20x6 white"}));
 }
 
-TEST(AStackOfViews, WithNothingInItIsNothingAndStillCountsAsAMember) {
+TEST(AStackOfViews, WithoutMembersIsEmptyButStillCountsAsAMember) {
     const View empty = across(EmptyView{});
     EXPECT_EQ(ownSize(empty), Size{});
     EXPECT_EQ(ownSize(across(empty, box(10, 4))).width, 18);
 }
 
-TEST(ADepthStack, LaysItsMembersOneOverTheOther) {
+TEST(ADepthStack, PutsItsMembersOnTopOfEachOther) {
     const auto stack = [](const Alignment alignment) { return ZStack{alignment, box(20, 10), box(14, 30, red)}; };
     EXPECT_EQ(ownSize(stack(Alignment::center)), (Size{20, 30}));
     EXPECT_EQ(scene(stack(Alignment::center)),
@@ -156,41 +156,41 @@ TEST(ADepthStack, LaysItsMembersOneOverTheOther) {
     EXPECT_EQ(scene(ZStack{Alignment::center, area()}), scene(area()));
 }
 
-TEST(SeveralViewsBehindAModifier, AreOneAboveTheOther) {
+TEST(SeveralViewsWithAModifier, AreStackedVertically) {
     const View column = down(box(10, 4), box(20, 6));
     EXPECT_EQ(scene(Group{box(10, 4), box(20, 6)}.padding(3)), scene(column.padding(3)));
     EXPECT_EQ(scene(Group{box(10, 4), box(20, 6)}.font(Font::callout)), scene(column));
 }
 
-TEST(ASpacer, IsEightLongAtTheLeastAndTakesNothingAcross) {
+TEST(ASpacer, IsAtLeastEightLongAndHasNoWidth) {
     EXPECT_EQ(ownSize(across(Spacer{})), (Size{8, 0}));
     EXPECT_EQ(ownSize(down(Spacer{})), (Size{0, 8}));
     EXPECT_EQ(ownSize(down(across(Spacer{}))), (Size{8, 0}));
 }
 
-TEST(ADivider, IsOneThickAcrossItsStack) {
+TEST(ADivider, IsOnePointThickAcrossItsStack) {
     EXPECT_EQ(scene(down(Divider{})), Lines{"fill rectangle 0,29.5 100x1 0/0/0@0.1"});
     EXPECT_EQ(scene(across(Divider{})), Lines{"fill rectangle 49.5,0 1x60 0/0/0@0.1"});
     EXPECT_EQ(ownSize(Divider{}), (Size{0, 1}));
 }
 
-TEST(ALineOfText, TakesItsOwnSizeWhateverTheHeight) {
+TEST(ALineOfText, HasItsOwnSizeWhateverTheHeight) {
     EXPECT_EQ(fake::textOf(ownSize(line(ten))), "58.5x16.25");
     EXPECT_EQ(fake::textOf(ownSize(line(ten).frame({.height = 3}))), "58.5x3");
 }
 
-TEST(ALineOfText, KeepsItsSizeWhereItLacksLessThanAPointAndIsElseTruncated) {
+TEST(ALineOfText, IsTruncatedIfItLacksAPointOrMore) {
     const auto in = [](const double width) { return scene(line(ten), {width, 16.25}).front(); };
     EXPECT_EQ(in(57.6), "text -0.45,0 58.5x16.25 body black \"0123456789\"");
     EXPECT_EQ(in(57.5), "text 0,0 57.5x16.25 body black \"0123456789\" truncated") << "exactly one";
     EXPECT_EQ(in(20), "text 0,0 20x16.25 body black \"0123456789\" truncated");
 }
 
-TEST(ALineOfText, IsNeverReadAsAnythingElse) {
+TEST(ALineOfText, IsNeverReadAsMarkup) {
     EXPECT_EQ(scene(line("<b>&amp;"), {46.8, 16.25}), Lines{"text 0,0 46.8x16.25 body black \"<b>&amp;\""});
 }
 
-TEST(ALineOfText, TakesTheFontAndColorAroundItUnlessItHasItsOwn) {
+TEST(ALineOfText, InheritsFontAndColorUnlessItHasItsOwn) {
     const auto looks = [](const View& view) {
         return scene(across(view).font(Font::callout).foregroundColor(Color::gray)).front();
     };
@@ -199,7 +199,7 @@ TEST(ALineOfText, TakesTheFontAndColorAroundItUnlessItHasItsOwn) {
               "text 46.625,20.625 6.75x18.75 title3 255/0/0 \"a\"");
 }
 
-TEST(AWeight, TakesThePlaceOfTheFontsOwnWhereverItIsSet) {
+TEST(AWeight, OverridesTheWeightOfTheFont) {
     const Font semibold{TextStyle::callout, FontWeight::semibold};
     const auto of = [](const View& view) { return scene(view, {5.4, 15}).front(); };
     for (const View& text : {line("a").font(Font::callout).fontWeight(FontWeight::semibold),
@@ -208,13 +208,13 @@ TEST(AWeight, TakesThePlaceOfTheFontsOwnWhereverItIsSet) {
     EXPECT_EQ(of(line("a").font(semibold).fontWeight(FontWeight::regular)), "text 0,0 5.4x15 callout black \"a\"");
 }
 
-TEST(AnAnnouncement, IsOfTheTextsInside) {
+TEST(AnAnnouncement, AppliesToTheTextsInside) {
     const View texts = across(line("a").accessibilityAnnounced(), line("b"));
     EXPECT_EQ(scene(texts, {19.7, 16.25}),
               (Lines{"text 0,0 5.85x16.25 body black \"a\" announced", "text 13.85,0 5.85x16.25 body black \"b\""}));
 }
 
-TEST(AnImage, TakesItsOwnSizeWhateverIsOffered) {
+TEST(AnImage, HasItsOwnSizeWhateverIsOffered) {
     fake::FixedMetrics metrics;
     metrics.images["Ethernet"] = {24, 16};
     EXPECT_EQ(fake::textOf(layout(Image::named("Ethernet"), Size{100, 60}, metrics)),
@@ -224,7 +224,7 @@ TEST(AnImage, TakesItsOwnSizeWhateverIsOffered) {
     EXPECT_EQ(ownSize(across(Image::named("Ethernet")).padding(Edge::horizontal, 1)), (Size{26, 16}));
 }
 
-TEST(AResizableImage, TakesWhatIsOfferedAndElseItsOwnLength) {
+TEST(AResizableImage, TakesTheOfferedLengthOrItsOwn) {
     const View image = Image::named("Ethernet").resizable();
     EXPECT_EQ(scene(image), Lines{"image 0,0 100x60 \"Ethernet\""});
     EXPECT_EQ(ownSize(image), (Size{24, 16}));
@@ -237,12 +237,12 @@ TEST(AMissingImage, IsAnEmptyAreaOfTheSameSize) {
     EXPECT_EQ(ownSize(Image::named("Missing").resizable().frame({.width = 22, .height = 20})), (Size{22, 20}));
 }
 
-TEST(ASymbol, TakesTheForegroundColorAndTheNameGivenToIt) {
+TEST(ASymbol, HasTheForegroundColorAndTheGivenName) {
     EXPECT_EQ(scene(Image::system("trash").resizable().foregroundColor(Color::gray).accessibilityLabel("Bin")),
               Lines{"image 0,0 100x60 system gray \"trash\" named \"Bin\""});
 }
 
-TEST(ARing, TakesWhatIsOfferedAndElseNothing) {
+TEST(ARing, TakesTheOfferedLengthOrNone) {
     const View ring = Circle{}.stroke(red);
     EXPECT_EQ(scene(ring), Lines{"stroke circle 0,0 100x60 255/0/0 1"});
     EXPECT_EQ(ownSize(across(ring)), Size{});
@@ -251,12 +251,12 @@ TEST(ARing, TakesWhatIsOfferedAndElseNothing) {
               Lines{"stroke circle 0,15 100x30 gray 2.5"});
 }
 
-TEST(AFixedFrame, HasTheLengthThatIsSetAndElseTheContents) {
+TEST(AFixedFrame, HasTheGivenLengthOrThatOfItsContent) {
     EXPECT_EQ(ownSize(box(10, 4).frame({.width = 30})), (Size{30, 4}));
     EXPECT_EQ(ownSize(box(10, 4).frame({.height = 30})), (Size{10, 30}));
 }
 
-TEST(AFixedFrame, TakesTheLengthOfferedWhereItIsInfinite) {
+TEST(AFixedFrame, TakesTheOfferedLengthIfItsOwnIsInfinite) {
     EXPECT_EQ(scene(box(10, 4).frame({.width = infinity}).background(red)).front(),
               "fill rectangle 0,28 100x4 255/0/0");
     EXPECT_EQ(scene(box(10, 4).frame({.height = infinity}).background(red)).front(),
@@ -274,7 +274,7 @@ TEST(AFixedFrame, PlacesItsContentByItsAlignment) {
     EXPECT_EQ(scene(box(10, 4).frame({.width = 30})).front(), "fill rectangle 45,28 10x4 white");
 }
 
-TEST(AFixedFrame, OffersItsLengthsToItsContentAndElseWhatItIsOffered) {
+TEST(AFixedFrame, OffersItsLengthsOrTheOfferedOnesToItsContent) {
     EXPECT_EQ(scene(area().frame({.width = 30, .height = 20})), Lines{"fill rectangle 35,20 30x20 white"});
     EXPECT_EQ(scene(area().frame({.width = 30})), Lines{"fill rectangle 35,0 30x60 white"});
 }
@@ -296,7 +296,7 @@ TEST(AFrameOfTheGreatestLength, NeverMakesALengthInfinite) {
     }
 }
 
-TEST(AFlexibleFrame, TakesWhatIsOfferedUpToTheBoundThatIsSet) {
+TEST(AFlexibleFrame, TakesTheOfferedLengthUpToItsBound) {
     EXPECT_EQ(scene(area().frame({.maxHeight = 40})), Lines{"fill rectangle 0,10 100x40 white"});
     EXPECT_EQ(scene(area().frame({.maxWidth = 40})), Lines{"fill rectangle 30,0 40x60 white"});
     EXPECT_EQ(scene(area().frame({.maxHeight = 160})), Lines{"fill rectangle 0,0 100x60 white"});
@@ -314,7 +314,7 @@ TEST(AFlexibleFrame, IsNeverShorterThanItsContentUnlessTheBoundIs) {
     EXPECT_EQ(heightOf(infinity), "x80 255/0/0");
 }
 
-TEST(AFlexibleFrame, TakesTheContentsLengthWhereNoBoundIsSetOrNothingOffered) {
+TEST(AFlexibleFrame, HasTheLengthOfItsContentWithoutABoundOrAnOffer) {
     EXPECT_EQ(scene(box(10, 4).frame({.maxWidth = infinity}).background(red)).front(),
               "fill rectangle 0,28 100x4 255/0/0");
     EXPECT_EQ(scene(box(10, 4).frame({.maxHeight = infinity}).background(red)).front(),
@@ -329,12 +329,12 @@ TEST(AFlexibleFrame, PlacesItsContentByItsAlignment) {
     EXPECT_EQ(scene(box(10, 4).frame({.maxWidth = infinity})), Lines{"fill rectangle 45,28 10x4 white"});
 }
 
-TEST(Padding, IsSixteenWhereNoLengthIsGiven) {
+TEST(Padding, IsSixteenByDefault) {
     EXPECT_EQ(ownSize(box(10, 4).padding()), (Size{42, 36}));
     EXPECT_EQ(ownSize(box(10, 4).padding(Edge::horizontal)), (Size{42, 4}));
 }
 
-TEST(Padding, AddsToTheEdgesThatItNames) {
+TEST(Padding, AddsToTheGivenEdges) {
     const auto padded = [](const Edge edges) { return scene(box(10, 4).padding(edges, 8).background(red)); };
     EXPECT_EQ(padded(Edge::all), (Lines{"fill rectangle 37,20 26x20 255/0/0", "fill rectangle 45,28 10x4 white"}));
     EXPECT_EQ(padded(Edge::horizontal),
@@ -343,18 +343,18 @@ TEST(Padding, AddsToTheEdgesThatItNames) {
     EXPECT_EQ(padded(Edge::trailing), (Lines{"fill rectangle 41,28 18x4 255/0/0", "fill rectangle 41,28 10x4 white"}));
 }
 
-TEST(Padding, IsTakenOffWhatTheContentIsOffered) {
+TEST(Padding, ReducesTheOfferToTheContent) {
     EXPECT_EQ(scene(area().padding(10)), Lines{"fill rectangle 10,10 80x40 white"});
     EXPECT_EQ(scene(area().padding(Edge::trailing, 10)), Lines{"fill rectangle 0,0 90x60 white"});
     EXPECT_EQ(scene(Image::named("Missing").resizable().padding(40)), Lines{"image 40,30 20x0 \"Missing\""});
 }
 
-TEST(ABackground, CoversTheViewAndLiesBehindIt) {
+TEST(ABackground, IsBehindTheViewAndCoversIt) {
     EXPECT_EQ(scene(box(10, 4).padding(5).background(red)),
               (Lines{"fill rectangle 40,23 20x14 255/0/0", "fill rectangle 45,28 10x4 white"}));
 }
 
-TEST(ABackground, RunsOnUnderEverySafeAreaEdgeThatTheViewTouches) {
+TEST(ABackground, ExtendsUnderEachSafeAreaEdgeThatTheViewTouches) {
     const auto placed = [](const View& view) { return scene(view, {100, 60}, {28, 3, 5, 7}).front(); };
     EXPECT_EQ(placed(area()), "fill rectangle -3,-28 110x93 white");
     EXPECT_EQ(placed(area().padding(Edge::trailing, 1)), "fill rectangle -3,-28 102x93 white");
@@ -363,7 +363,7 @@ TEST(ABackground, RunsOnUnderEverySafeAreaEdgeThatTheViewTouches) {
     EXPECT_EQ(placed(box(10, 4)), "fill rectangle 45,28 10x4 white");
 }
 
-TEST(ABackgroundOfAView, IsOfferedTheViewsSizeAndLiesCenteredBehindIt) {
+TEST(ABackgroundOfAView, IsOfferedTheSizeOfTheViewAndCenteredBehindIt) {
     EXPECT_EQ(scene(box(40, 20).background(Circle{}.stroke(red, 3).padding(2))),
               (Lines{"stroke circle 32,22 36x16 255/0/0 3", "fill rectangle 30,20 40x20 white"}));
     EXPECT_EQ(scene(box(40, 20).background(box(10, 60, red))).front(), "fill rectangle 45,0 10x60 255/0/0");
@@ -375,14 +375,14 @@ TEST(ABorder, IsDrawnOverTheContentInsetByHalfItsWidth) {
     EXPECT_EQ(scene(box(20, 12).border(red)).back(), "stroke rectangle 40.5,24.5 19x11 255/0/0 1");
 }
 
-TEST(AClip, CutsWhatCameBeforeIt) {
+TEST(AClip, CutsTheViewBeforeIt) {
     EXPECT_EQ(scene(box(20, 10).clipShape(Capsule{}).background(red)),
               (Lines{"fill rectangle 40,25 20x10 255/0/0", "clip capsule 40,25 20x10",
                      "  fill rectangle 40,25 20x10 white"}));
     EXPECT_EQ(scene(box(20, 10).clipShape(Circle{})).front(), "clip circle 40,25 20x10");
 }
 
-TEST(AMenu, IsAnIndicatorOfItsColorWithItsItems) {
+TEST(AMenu, HasAnIndicatorOfItsColorAndItsItems) {
     const Menu menu{"Title", {Button{Label{"Remove", "trash"}, [] {}}, Button{"Go", [] {}}}};
     EXPECT_EQ(scene(menu.foregroundColor(red)), (Lines{"menu 42,22 16x16 \"Title\"", "  item \"Remove\" \"trash\"",
                                                        "  item \"Go\" \"\"", "  indicator 42,22 16x16 255/0/0"}));
@@ -390,7 +390,7 @@ TEST(AMenu, IsAnIndicatorOfItsColorWithItsItems) {
     EXPECT_EQ(scene(Menu{"", {}}.frame({.width = 10})).front(), "menu 45,22 10x16 \"\"") << "as narrow as offered";
 }
 
-TEST(AButton, IsNamedByItsTitleUnlessALabelDoes) {
+TEST(AButton, IsNamedByItsTitleUnlessItHasALabel) {
     EXPECT_EQ(scene(Button{"Go", [] {}}, {11.7, 16.25}),
               (Lines{"button 0,0 11.7x16.25 \"Go\"", "  text 0,0 11.7x16.25 body black \"Go\""}));
     EXPECT_EQ(scene(Button{"Go", [] {}}.accessibilityLabel("Go on"), {11.7, 16.25}),
@@ -404,7 +404,7 @@ struct WithSymbol {
     }
 };
 
-TEST(AButton, LooksAsTheInnermostStyleSaysAndKeepsItsNameForItself) {
+TEST(AButton, HasTheInnermostStyleAndItsOwnName) {
     const View button = Button{"Go", [] {}}.buttonStyle(WithSymbol{}).accessibilityLabel("Go on");
     EXPECT_EQ(scene(button.buttonStyle([](const ButtonStyleConfiguration& other) { return other.label; })),
               (Lines{"button 37.15,21.875 25.7x16.25 \"Go on\"", "  image 37.15,28 6x4 system black \"star\"",
@@ -421,7 +421,7 @@ std::string placesIn(const Scene& scene) {
     return text.str();
 }
 
-TEST(APlace, IsTheWayToAControlAndToTheRowThatHoldsIt) {
+TEST(APlace, IsThePathToAControlAndItsRow) {
     const View button = Button{"Go", [] {}};
     const auto row = [&](const std::size_t) { return Group{button, across(button)}; };
     const View screen = down(button, Group{ForEach{2, row}}.padding(), button);
@@ -433,7 +433,7 @@ TEST(APlace, IsTheWayToAControlAndToTheRowThatHoldsIt) {
                                                                             "2 row 0\n");
 }
 
-TEST(AControlBehindAnother, HasAPlaceOfItsOwnAndIsReadFirst) {
+TEST(AControlBehindAnother, HasItsOwnPlaceAndIsReadFirst) {
     const View button = Button{"Go", [] {}};
     const View row = across(button, button);
     const Scene laidOut = layout(row.background(button).background(row), std::nullopt, fake::FixedMetrics{});
@@ -444,7 +444,7 @@ TEST(AControlBehindAnother, HasAPlaceOfItsOwnAndIsReadFirst) {
     EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
 }
 
-TEST(AScene, PrefersTheColorsOfItsViewAndElseNone) {
+TEST(AScene, PrefersTheColorSchemeOfItsView) {
     const fake::FixedMetrics metrics;
     EXPECT_EQ(layout(area(), std::nullopt, metrics).preferredColorScheme, std::nullopt);
     const View light = box(10, 4).preferredColorScheme(ColorScheme::light).padding();
@@ -452,7 +452,7 @@ TEST(AScene, PrefersTheColorsOfItsViewAndElseNone) {
     EXPECT_EQ(scene(light), scene(box(10, 4).padding()));
 }
 
-TEST(TwoScenes, AreEqualWhereNothingDiffersButTheirActions) {
+TEST(TwoScenes, AreEqualIfOnlyTheirActionsDiffer) {
     const Control go{{0, 0, 20, 10}, {{1}, 1}, "Go", PushButton{{[] {}}}, {{Fill{}}}};
     const auto sceneWith = [](const Control& control) { return Scene{{}, {}, {{Clip{{}, {}, {{control}}}}}}; };
     const auto changed = [&](const auto& change) {

@@ -5,7 +5,7 @@
 namespace platform::ui {
 namespace {
 
-TEST(ThePixelGrid, MovesEdgesToTheNearestPixelAndWhatLiesHalfwayOn) {
+TEST(ThePixelGrid, RoundsEdgesToTheNearestPixelAndHalvesUp) {
     const PixelGrid whole{1};
     EXPECT_EQ(whole.snapped(1.49), 1);
     EXPECT_EQ(whole.snapped(1.5), 2);
@@ -14,14 +14,14 @@ TEST(ThePixelGrid, MovesEdgesToTheNearestPixelAndWhatLiesHalfwayOn) {
     EXPECT_EQ(PixelGrid{2}.snapped(1.25), 1.5);
 }
 
-TEST(ThePixelGrid, MovesEachEdgeOfARectangleSoThatNeighborsStayNeighbors) {
+TEST(ThePixelGrid, RoundsEachEdgeSoThatNeighborsStillTouch) {
     const PixelGrid grid{1};
     const Rect left = grid.snapped(Rect{0.4, 10.5, 10.3, 5.2});
     EXPECT_EQ(left, (Rect{0, 11, 11, 5}));
     EXPECT_EQ(grid.snapped(Rect{10.7, 0, 4.6, 1}).x, left.maxX());
 }
 
-TEST(ThePixelGrid, MakesLinesOfWholePixelsAndAtLeastOne) {
+TEST(ThePixelGrid, RoundsLineWidthsToWholePixelsAndAtLeastOne) {
     EXPECT_EQ(PixelGrid{1}.lineWidth(0.2), 1);
     EXPECT_EQ(PixelGrid{1}.lineWidth(2.4), 2);
     EXPECT_EQ(PixelGrid{1}.lineWidth(2.5), 3);
@@ -33,7 +33,7 @@ TEST(ThePixelGrid, CountsPixels) {
     EXPECT_EQ(PixelGrid{1.5}.scale(), 1.5);
 }
 
-TEST(AnOutline, LiesOnTheGridACircleAsTheLargestSquareCentered) {
+TEST(AnOutline, IsOnTheGridWithACircleInTheLargestCenteredSquare) {
     const PixelGrid grid{1};
     const Rect lying{10.4, 20.4, 40.4, 15.4};
     EXPECT_EQ(outlineOf(ShapeKind::rectangle, lying, grid), (Outline{ShapeKind::rectangle, {10, 20, 41, 16}}));
@@ -42,7 +42,7 @@ TEST(AnOutline, LiesOnTheGridACircleAsTheLargestSquareCentered) {
     EXPECT_EQ(outlineOf(ShapeKind::circle, {10.4, 20.4, 15.6, 40.4}, grid).rect, (Rect{10, 33, 16, 16}));
 }
 
-TEST(AnOutline, HasEndsAsRoundAsItIsNarrow) {
+TEST(AnOutline, HasTheLargestPossibleRadiusAsACapsule) {
     EXPECT_EQ((Outline{ShapeKind::capsule, {0, 0, 40, 16}}.cornerRadius()), 8);
     EXPECT_EQ((Outline{ShapeKind::capsule, {0, 0, 12, 16}}.cornerRadius()), 6);
 }
@@ -51,7 +51,7 @@ TEST(AnOutline, GrowsOnEverySide) {
     EXPECT_EQ((Outline{ShapeKind::circle, {10, 20, 40, 16}}.grown(3)), (Outline{ShapeKind::circle, {7, 17, 46, 22}}));
 }
 
-TEST(AStroke, HasItsOuterEdgeOnTheGridAndAWholeNumberOfPixels) {
+TEST(AStroke, HasItsOuterEdgeOnTheGridAndAWidthInWholePixels) {
     const auto border = outlineOf(Stroke{{26, 69, 398, 132}, ShapeKind::rectangle, Color::black, 2}, PixelGrid{1});
     EXPECT_EQ(border.path, (Outline{ShapeKind::rectangle, {26, 69, 398, 132}}));
     EXPECT_EQ(border.lineWidth, 2);
@@ -62,7 +62,7 @@ TEST(AStroke, HasItsOuterEdgeOnTheGridAndAWholeNumberOfPixels) {
     EXPECT_EQ(ring.path, (Outline{ShapeKind::circle, {51, 83, 36, 36}}));
 }
 
-TEST(TheLookOfAControl, IsTheFirstClipOrIndicatorInItAndElseItsRectangle) {
+TEST(TheLookOfAControl, IsItsFirstClipOrIndicatorOrElseItsRectangle) {
     Control control{{0, 0, 50, 40}, {}, "control", PushButton{}, {{Fill{{1, 2, 3, 4}, {}, {}}}}};
     EXPECT_EQ(lookOf(control), (Outline{ShapeKind::rectangle, {0, 0, 50, 40}}));
     control.content.push_back({Clip{{1, 2, 30, 20}, ShapeKind::capsule, {}}});

@@ -37,17 +37,17 @@ protected:
     std::optional<fake::FakeWindow> window_{std::in_place, WindowGroup{[this] { return content(); }}};
 };
 
-TEST_F(AHost, HasASceneOfTheContentsOwnSize) {
+TEST_F(AHost, HasASceneOfTheSizeOfItsContent) {
     EXPECT_EQ(window_->scene().size, (Size{100, 50}));
 }
 
-TEST_F(AHost, EvaluatesTheBodyOnceForTheFirstSceneAndNotAgainUntilTheTurnEnds) {
+TEST_F(AHost, DoesNotRebuildBeforeTheTurnEnds) {
     source_->change("second");
     EXPECT_EQ(bodies_, 1);
     EXPECT_EQ(window_->texts(), std::vector<std::string>{"first"});
 }
 
-TEST_F(AHost, RebuildsOnceForAnyNumberOfChangesAndSeesTheNewValues) {
+TEST_F(AHost, RebuildsOnceForSeveralChangesWithTheNewValues) {
     for (const char* text : {"second", "third", "fourth"})
         source_->change(text);
     window_->endTurn();
@@ -65,7 +65,7 @@ TEST_F(AHost, RebuildsAgainInALaterTurn) {
     EXPECT_EQ(window_->texts(), std::vector<std::string>{"third"});
 }
 
-TEST_F(AHost, RebuildsAlsoWhereTheValueIsTheSame) {
+TEST_F(AHost, RebuildsEvenIfTheValueIsTheSame) {
     source_->change("first");
     window_->endTurn();
     EXPECT_EQ(window_->rebuilds(), 1);
@@ -83,7 +83,7 @@ TEST(AHostOfAView, ObservesAsLongAsItLives) {
     EXPECT_EQ(token.use_count(), ofOneView);
 }
 
-TEST(AViewThatObserves, IsRebuiltAlsoBehindAnother) {
+TEST(AViewThatObserves, IsRebuiltBehindAnother) {
     const auto source = std::make_shared<Source>();
     fake::FakeWindow window{WindowGroup{[&] {
         const View behind = observing(source, [&] { return Text::verbatim(source->text.get()); });
@@ -94,7 +94,7 @@ TEST(AViewThatObserves, IsRebuiltAlsoBehindAnother) {
     EXPECT_EQ(window.texts(), std::vector<std::string>{"second"});
 }
 
-TEST(AViewThatObserves, IsRebuiltAlsoInsideAnotherOfThem) {
+TEST(AViewThatObserves, IsRebuiltInsideAnother) {
     const auto outer = std::make_shared<Source>();
     const auto inner = std::make_shared<Source>();
     fake::FakeWindow window{WindowGroup{[&] {
@@ -105,7 +105,7 @@ TEST(AViewThatObserves, IsRebuiltAlsoInsideAnotherOfThem) {
     EXPECT_EQ(window.texts(), std::vector<std::string>{"second"});
 }
 
-TEST(ARebuildThatIsScheduled, DoesNothingOnceItsHostIsGone) {
+TEST(AScheduledRebuild, DoesNothingAfterItsHostIsGone) {
     const auto source = std::make_shared<Source>();
     std::vector<std::function<void()>> scheduled;
     int shown = 0;
@@ -121,7 +121,7 @@ TEST(ARebuildThatIsScheduled, DoesNothingOnceItsHostIsGone) {
     EXPECT_EQ(shown, 0);
 }
 
-TEST(ARebuild, ReplacesTheHandlersAlsoWhereNothingVisibleChanged) {
+TEST(ARebuild, ReplacesTheHandlersEvenIfNothingVisibleChanged) {
     const auto source = std::make_shared<Source>();
     std::string pressed;
     fake::FakeWindow window{WindowGroup{[&] {
@@ -137,7 +137,7 @@ TEST(ARebuild, ReplacesTheHandlersAlsoWhereNothingVisibleChanged) {
     EXPECT_EQ(pressed, "second");
 }
 
-TEST(TextSizes, AreRememberedByTextStyleAndWeight) {
+TEST(TextSizes, AreCachedByTextStyleAndWeight) {
     const fake::FixedMetrics metrics;
     const RememberedMetrics remembered{metrics};
     const Font semibold{TextStyle::body, FontWeight::semibold};
@@ -146,7 +146,7 @@ TEST(TextSizes, AreRememberedByTextStyleAndWeight) {
     EXPECT_EQ(metrics.textMeasurements, 3 + 6) << "six of them for the comparison alone";
 }
 
-TEST(TextSizes, AreForgottenBeforeTheyAreTooMany) {
+TEST(TextSizes, AreDroppedBeforeThereAreTooMany) {
     const fake::FixedMetrics metrics;
     const RememberedMetrics remembered{metrics};
     for (int i = 0; i < 1000; ++i)
@@ -157,7 +157,7 @@ TEST(TextSizes, AreForgottenBeforeTheyAreTooMany) {
     EXPECT_EQ(metrics.textMeasurements, 1001);
 }
 
-TEST(SizesOfImages, AreThoseOfTheWindow) {
+TEST(SizesOfImages, AreMeasuredByTheWindow) {
     fake::FixedMetrics metrics;
     metrics.images["Ethernet"] = {24, 16};
     EXPECT_EQ(RememberedMetrics{metrics}.imageSize({"Ethernet"}), (Size{24, 16}));

@@ -23,45 +23,45 @@ StackItem spacer() {
     return {8, [](const std::optional<double> offered) { return std::max(8.0, offered.value_or(0)); }};
 }
 
-TEST(AStack, SharesItsLengthEquallyAmongTheFlexible) {
+TEST(AStack, SharesItsLengthEquallyAmongFlexibleMembers) {
     EXPECT_EQ(stackLengths({flexible(0, 1000), flexible(0, 1000)}, 100, 0), (Lengths{50, 50}));
 }
 
-TEST(AStack, OffersTheRestToTheMoreFlexibleAfterTheLessFlexible) {
+TEST(AStack, OffersLengthToLessFlexibleMembersFirst) {
     EXPECT_EQ(stackLengths({flexible(0, 1000), fixed(10), flexible(0, 20)}, 100, 0), (Lengths{70, 10, 20}));
 }
 
-TEST(AStack, TakesItsSpacingOffFirst) {
+TEST(AStack, SubtractsItsSpacingFirst) {
     EXPECT_EQ(stackLengths({flexible(0, 1000), flexible(0, 1000)}, 100, 8), (Lengths{46, 46}));
 }
 
-TEST(AStack, KeepsTheLeastLengthsOfItsSpacersFromTheOthers) {
+TEST(AStack, ReservesTheMinimumLengthsOfItsSpacers) {
     EXPECT_EQ(stackLengths({spacer(), flexible(0, 1000), spacer()}, 100, 0), (Lengths{8, 84, 8}));
 }
 
-TEST(AStack, SharesWhatIsLeftAmongItsSpacers) {
+TEST(AStack, SharesTheRestAmongItsSpacers) {
     EXPECT_EQ(stackLengths({spacer(), fixed(40), spacer()}, 100, 0), (Lengths{30, 40, 30}));
 }
 
-TEST(AStack, NeverMakesASpacerShorterThanItsLeast) {
+TEST(AStack, NeverMakesASpacerShorterThanItsMinimum) {
     EXPECT_EQ(stackLengths({spacer(), fixed(140), spacer()}, 100, 0), (Lengths{8, 140, 8}));
 }
 
-TEST(AStack, OffersNothingRatherThanLessThanNothing) {
+TEST(AStack, NeverOffersANegativeLength) {
     EXPECT_EQ(stackLengths({fixed(140), flexible(5, 1000)}, 100, 0), (Lengths{140, 5}));
 }
 
-TEST(AStack, GivesEachMemberItsOwnLengthWhereNothingIsOffered) {
+TEST(AStack, GivesEachMemberItsOwnLengthWithoutAnOffer) {
     EXPECT_EQ(stackLengths({spacer(), flexible(5, 1000), fixed(3)}, std::nullopt, 8), (Lengths{8, 5, 3}));
 }
 
-TEST(AStack, StaysFiniteWithTheGreatestLength) {
+TEST(AStack, StaysFiniteWithTheMaximumLength) {
     const auto lengths =
         stackLengths({fixed(greatestFiniteMagnitude), fixed(greatestFiniteMagnitude), spacer()}, 100, 8);
     EXPECT_EQ(lengths, (Lengths{greatestFiniteMagnitude, greatestFiniteMagnitude, 8}));
 }
 
-TEST(AStack, MayBeEmpty) {
+TEST(AStack, CanBeEmpty) {
     EXPECT_EQ(stackLengths({}, 100, 0), Lengths{});
 }
 

@@ -103,13 +103,13 @@ TEST_F(TheRunningApplication, KeepsRunningWithoutAWindowIfTheDelegateSaysSo) {
     EXPECT_EQ(delegate_.asked, 1);
 }
 
-TEST_F(TheRunningApplication, EndsOnSignals) {
+TEST_F(TheRunningApplication, EndsOnASignal) {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         EXPECT_EXIT(run([signal](MainWindow&) { std::raise(signal); }), testing::KilledBySignal(signal), "");
 }
 
-TEST_F(TheRunningApplication, EndsOnSignalsBeforeItsMainLoop) {
+TEST_F(TheRunningApplication, EndsOnASignalBeforeItsMainLoop) {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     const auto lastView = [] {
         std::raise(SIGTERM);
@@ -119,7 +119,7 @@ TEST_F(TheRunningApplication, EndsOnSignalsBeforeItsMainLoop) {
     EXPECT_EXIT(run([](MainWindow&) {}, lastView), testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST_F(TheRunningApplication, TakesNothingOnItsCommandLine) {
+TEST_F(TheRunningApplication, IgnoresItsCommandLine) {
     const Script script = [](MainWindow& window) {
         EXPECT_EQ(qobject_cast<QProxyStyle*>(QApplication::style())->baseStyle()->name(), "fusion");
         EXPECT_TRUE(qApp->styleSheet().isEmpty());
@@ -132,7 +132,7 @@ TEST_F(TheRunningApplication, RunsWithoutAnyArgument) {
     EXPECT_EQ(run([](MainWindow& window) { window.close(); }, content, {}), 0);
 }
 
-TEST_F(TheRunningApplication, IsLightWhateverTheDesktopIs) {
+TEST_F(TheRunningApplication, IsLightEvenOnADarkDesktop) {
     run([](MainWindow& window) {
         const QImage light = window.grab().toImage();
         QApplication::setPalette(QPalette{QColor{20, 20, 20}});
@@ -143,7 +143,7 @@ TEST_F(TheRunningApplication, IsLightWhateverTheDesktopIs) {
     });
 }
 
-TEST_F(TheRunningApplication, TakesItsImagesFromTheResourcesOfTheMainBundle) {
+TEST_F(TheRunningApplication, ReadsItsImagesFromTheMainBundle) {
     run([](MainWindow& window) {
         EXPECT_FALSE(window.windowIcon().pixmap(16, 16).isNull());
         window.close();
@@ -176,7 +176,7 @@ protected:
     int bodies_ = 0;
 };
 
-TEST_F(RebuildingTheWindow, TakesOneRebuildForAllChangesOfATurnAtItsEnd) {
+TEST_F(RebuildingTheWindow, HappensOnceAtTheEndOfATurn) {
     runScreen([this](MainWindow& window) {
         const int before = bodies_;
         for (int i = 1; i <= 100; ++i)

@@ -48,14 +48,14 @@ protected:
     ImageStore images_{QStringLiteral(ICONS)};
 };
 
-TEST_F(TheImages, HaveTheSizeOfTheirGrid) {
+TEST_F(TheImages, HaveTheirNaturalSize) {
     for (const char* name : assets)
         EXPECT_EQ(images_.size({name}), QSizeF(22, 22)) << name;
     for (const char* name : symbols)
         EXPECT_EQ(images_.size({name, Source::system}), QSizeF(20, 20)) << name;
 }
 
-TEST_F(TheImages, AreRenderedForThePixelsThatTheyFill) {
+TEST_F(TheImages, AreRenderedAtTheirSizeInPixels) {
     for (const char* name : assets) {
         for (const double scale : scales) {
             const QImage expected = drawn(name, static_cast<int>(22 * scale));
@@ -92,7 +92,7 @@ TEST_F(TheImages, LookTheSameInBothVariants) {
     }
 }
 
-TEST_F(TheImages, AreDrawnInTheColorOfTheSceneWhereTheyAreSymbols) {
+TEST_F(TheImages, HaveTheColorOfTheSceneIfTheyAreSymbols) {
     for (const char* name : symbols) {
         const QImage red = images_.image({name, Source::system}, {40, 40}, Qt::red);
         const QImage black = images_.image({name, Source::system}, {40, 40}, Qt::black);
@@ -108,14 +108,14 @@ TEST_F(TheImages, AreDrawnInTheColorOfTheSceneWhereTheyAreSymbols) {
     }
 }
 
-TEST_F(TheImages, AreEmptyWhereTheyAreMissing) {
+TEST_F(TheImages, AreEmptyIfTheyAreMissing) {
     EXPECT_EQ(images_.size({"Missing"}), QSizeF(0, 0));
     EXPECT_TRUE(images_.image({"Missing"}, {22, 22}, Qt::black).isNull());
     QImage nothing = painted({"Missing"}, 1);
     EXPECT_EQ(alphaOfColumn(nothing, 11), std::vector<int>(22, 0));
 }
 
-TEST_F(TheImages, StayRightWhenMoreOfThemAreAskedForThanAreRemembered) {
+TEST_F(TheImages, StayCorrectBeyondTheSizeOfTheCache) {
     const QImage first = images_.image({"Ethernet"}, {22, 22}, Qt::black);
     for (int side = 1; side <= 100; ++side)
         images_.image({"Ethernet"}, {side, side}, Qt::black);

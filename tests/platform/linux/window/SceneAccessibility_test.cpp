@@ -94,7 +94,7 @@ TEST_F(AssistiveTechnology, SeesWhatEachThingIs) {
     EXPECT_TRUE(element("Actions")->state().hasPopup);
 }
 
-TEST_F(AssistiveTechnology, FindsEachThingWhereItIsSeen) {
+TEST_F(AssistiveTechnology, FindsEachThingAtItsPosition) {
     EXPECT_EQ(inWindow(element("Network Driver, enabled")->rect()), QRect(58, 90, 22, 22));
     EXPECT_EQ(inWindow(element("Salt & <b>Pepper</b>")->rect()), QRect(105, 85, 200, 16));
     EXPECT_EQ(inWindow(element("Activate")->rect()), QRect(300, 85, 83, 30));
@@ -125,14 +125,14 @@ TEST_F(AssistiveTechnology, OpensAMenuByEitherAction) {
     }
 }
 
-TEST_F(AssistiveTechnology, LeavesAnOpenMenuAsItIsWhenItOpensItAgain) {
+TEST_F(AssistiveTechnology, DoesNotReopenAnOpenMenu) {
     act(element("Actions"), QAccessibleActionInterface::showMenuAction());
     const QMenu* const menu = openMenu();
     act(element("Actions"), QAccessibleActionInterface::showMenuAction());
     EXPECT_EQ(openMenu(), menu);
 }
 
-TEST_F(AssistiveTechnology, IsNotToldOfTheWindowWhenAMenuTakesItsFocusAndGivesItBack) {
+TEST_F(AssistiveTechnology, IsNotToldOfTheWindowWhenAMenuOpensOrCloses) {
     for (const auto type : {QEvent::FocusOut, QEvent::FocusIn}) {
         QFocusEvent focus{type, type == QEvent::FocusOut ? Qt::PopupFocusReason : Qt::ActiveWindowFocusReason};
         QCoreApplication::sendEvent(window_.windowHandle(), &focus);
@@ -143,7 +143,7 @@ TEST_F(AssistiveTechnology, IsNotToldOfTheWindowWhenAMenuTakesItsFocusAndGivesIt
     EXPECT_EQ(count({QAccessible::StateChanged, QAccessible::Window, "Window"}), 1);
 }
 
-TEST_F(AssistiveTechnology, FindsFocusOnTheWindowUntilItIsOnAControl) {
+TEST_F(AssistiveTechnology, FindsFocusOnTheWindowIfNoControlHasIt) {
     EXPECT_EQ(QApplication::focusWidget(), &window_);
 }
 
@@ -166,7 +166,7 @@ TEST_F(AssistiveTechnology, ReadsAnOpenMenuAsPartOfItsControl) {
     EXPECT_EQ(element("Actions")->childCount(), 0);
 }
 
-TEST_F(AssistiveTechnology, ChoosesAnItemWhichClosesTheMenu) {
+TEST_F(AssistiveTechnology, ChoosesAnItemAndClosesTheMenu) {
     act(element("Actions"), QAccessibleActionInterface::showMenuAction());
     act(element("Actions")->child(0)->child(0), QAccessibleActionInterface::pressAction());
     EXPECT_EQ(chosen_, 1);
@@ -181,12 +181,12 @@ TEST_F(AssistiveTechnology, IsToldOfAnAnnouncedTextThatChanged) {
     EXPECT_EQ(count({QAccessible::ObjectShow, QAccessible::Notification, "Other sentence"}), 1);
 }
 
-TEST_F(AssistiveTechnology, IsNotToldOfWhatStaysTheSame) {
+TEST_F(AssistiveTechnology, IsNotToldOfAnUnchangedScene) {
     show(screen("Sentence"));
     EXPECT_EQ(told(), std::vector<Told>{});
 }
 
-TEST_F(AssistiveTechnology, IsToldOfAnotherTextThatChangedWithoutAnAnnouncement) {
+TEST_F(AssistiveTechnology, IsToldOfAnOrdinaryTextThatChangedWithoutAnAlert) {
     auto nodes = screen("Sentence");
     nodes[2] = text({105, 85}, "Enabled");
     show(nodes);
@@ -200,7 +200,7 @@ TEST_F(AssistiveTechnology, IsToldOfAControlWhoseNameChanged) {
     EXPECT_EQ(told(), (std::vector<Told>{{QAccessible::NameChanged, QAccessible::Button, "Upgrade"}}));
 }
 
-TEST_F(AssistiveTechnology, IsToldOfWhatComesAndGoes) {
+TEST_F(AssistiveTechnology, IsToldOfEachNewAndEachRemovedObject) {
     auto nodes = screen("Sentence");
     nodes.pop_back();
     nodes.push_back(text({105, 185}, "New"));

@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(KeyboardFocus, GoesInReadingOrderAndStartsOverAndBackwardsWithShift) {
+TEST_F(KeyboardFocus, MovesInReadingOrderAndBackwardWithShift) {
     for (const char* expected : {"First", "First menu", "Second", "Second menu", "First"}) {
         key(Qt::Key_Tab);
         EXPECT_EQ(focused(), expected);
@@ -39,7 +39,7 @@ TEST_F(KeyboardFocus, GoesInReadingOrderAndStartsOverAndBackwardsWithShift) {
     }
 }
 
-TEST_F(KeyboardFocus, KeepsReadingOrderWhenControlsComeAndGo) {
+TEST_F(KeyboardFocus, FollowsTheReadingOrderOfANewScene) {
     show({firstMenu(), secondButton()});
     show(cards());
     for (const char* expected : {"First", "First menu", "Second", "Second menu"}) {
@@ -63,19 +63,19 @@ TEST_F(KeyboardFocus, IsNotTakenByAClick) {
     EXPECT_EQ(focused(), "First");
 }
 
-TEST_F(KeyboardFocus, GoesToTheNextOfTheSameCardWhenItsControlIsGone) {
+TEST_F(KeyboardFocus, MovesToTheNextControlOfTheCardIfItsControlIsGone) {
     focusBy(1);
     show({firstMenu(), secondButton(), secondMenu()});
     EXPECT_EQ(focused(), "First menu");
 }
 
-TEST_F(KeyboardFocus, StaysAtItsPlaceThoughTheControlThereIsOfAnotherKind) {
+TEST_F(KeyboardFocus, StaysAtItsPlaceEvenIfTheKindOfControlChanges) {
     focusBy(1);
     show({menu(inCard(0, 0), {391, 93}, "Now a menu", {})});
     EXPECT_EQ(focused(), "Now a menu");
 }
 
-TEST_F(KeyboardFocus, RestsWhenNothingIsLeftAndStartsAgainWhenSomethingComes) {
+TEST_F(KeyboardFocus, IsOnTheWindowWhileThereIsNoControl) {
     focusBy(1);
     show({});
     EXPECT_EQ(focused(), "");
@@ -85,7 +85,7 @@ TEST_F(KeyboardFocus, RestsWhenNothingIsLeftAndStartsAgainWhenSomethingComes) {
     EXPECT_EQ(focused(), "First");
 }
 
-TEST_F(KeyboardFocus, SurvivesThatTheWindowIsInactiveMeanwhile) {
+TEST_F(KeyboardFocus, FollowsASceneChangeInAnInactiveWindow) {
     focusBy(1);
     QWidget other;
     other.show();
@@ -101,7 +101,7 @@ protected:
     const QImage atRest_ = picture();
 };
 
-TEST_F(TheFocusRing, IsSeenAroundAControlThatKeysReached) {
+TEST_F(TheFocusRing, IsShownAroundAControlReachedByKeyboard) {
     focusBy(1);
     EXPECT_TRUE(differs(atRest_, aroundFirst));
     EXPECT_FALSE(differs(atRest_, {305, 90, 70, 20}));
@@ -121,17 +121,17 @@ TEST_F(TheFocusRing, FollowsTheCapsule) {
     EXPECT_EQ(now.pixelColor(340, 84), atRest_.pixelColor(340, 84));
 }
 
-TEST_F(TheFocusRing, IsNotSeenAfterAClick) {
+TEST_F(TheFocusRing, IsHiddenAfterAClick) {
     click({340, 100});
     EXPECT_FALSE(differs(atRest_, window_.rect()));
 }
 
-TEST_F(TheFocusRing, IsNotSeenWhereAssistiveTechnologySetTheFocus) {
+TEST_F(TheFocusRing, IsHiddenIfAssistiveTechnologySetTheFocus) {
     control("First")->setFocus(Qt::OtherFocusReason);
     EXPECT_FALSE(differs(atRest_, window_.rect()));
 }
 
-TEST_F(TheFocusRing, IsSeenWhileAMenuIsOpen) {
+TEST_F(TheFocusRing, IsShownWhileAMenuIsOpen) {
     focusBy(2);
     const QImage ring = picture();
     key(Qt::Key_Down);
@@ -140,7 +140,7 @@ TEST_F(TheFocusRing, IsSeenWhileAMenuIsOpen) {
     EXPECT_EQ(picture(), ring);
 }
 
-TEST_F(TheFocusRing, IsNotSeenInAnInactiveWindow) {
+TEST_F(TheFocusRing, IsHiddenInAnInactiveWindow) {
     focusBy(1);
     QWidget other;
     other.show();
@@ -150,7 +150,7 @@ TEST_F(TheFocusRing, IsNotSeenInAnInactiveWindow) {
 
 class ACanvas : public WindowTest {};
 
-TEST_F(ACanvas, PaintsEachSceneInPlaceOfTheOneBefore) {
+TEST_F(ACanvas, ReplacesThePreviousScene) {
     show({{ui::Fill{{10, 10, 20, 20}, ui::ShapeKind::rectangle, ui::Color::black}}});
     EXPECT_EQ(picture().pixelColor(15, 15), QColor(Qt::black));
     show({{ui::Fill{{40, 10, 20, 20}, ui::ShapeKind::rectangle, ui::Color::black}}});
@@ -177,7 +177,7 @@ private:
     int count_ = 0;
 };
 
-TEST_F(ACanvas, IsPaintedAgainWhenSomethingVisibleChangedAndOnlyThen) {
+TEST_F(ACanvas, IsPaintedAgainOnlyIfSomethingVisibleChanged) {
     show({text({10, 10}, "One")});
     const Paintings paintings{window_};
     show({text({10, 10}, "One")});

@@ -31,7 +31,7 @@ protected:
     int counted_ = 0;
 };
 
-TEST_F(AButton, CountsAPressThatBeganInsideAndIsReleasedInside) {
+TEST_F(AButton, CountsAPressThatStartsAndEndsInside) {
     const std::vector<std::pair<std::vector<QPoint>, int>> cases{
         {{inside, inside}, 1}, {{inside, outside}, 0}, {{outside, inside}, 0}, {{inside, outside, inside}, 1}};
     for (const auto& [path, counted] : cases) {
@@ -45,18 +45,18 @@ TEST_F(AButton, CountsAPressThatBeganInsideAndIsReleasedInside) {
     }
 }
 
-TEST_F(AButton, HeedsTheLeftMouseButtonAlone) {
+TEST_F(AButton, ReactsOnlyToTheLeftMouseButton) {
     click(inside, Qt::RightButton);
     click(inside, Qt::MiddleButton);
     EXPECT_EQ(counted_, 0);
 }
 
-TEST_F(AButton, CountsTheSecondPressOfADoubleClickToo) {
+TEST_F(AButton, CountsBothPressesOfADoubleClick) {
     QTest::mouseDClick(window_.windowHandle(), Qt::LeftButton, {}, inside);
     EXPECT_EQ(counted_, 2);
 }
 
-TEST_F(AButton, IsPressedOnceByAKeyThoughItIsHeldBySpaceWhenTheKeyIsReleased) {
+TEST_F(AButton, IsPressedOnceByAKeyThatIsHeld) {
     key(Qt::Key_Tab);
     for (const Qt::Key pressing : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
         counted_ = 0;
@@ -68,18 +68,18 @@ TEST_F(AButton, IsPressedOnceByAKeyThoughItIsHeldBySpaceWhenTheKeyIsReleased) {
     }
 }
 
-TEST_F(AButton, LooksPressedAsItDoesAtRest) {
+TEST_F(AButton, LooksTheSameWhilePressed) {
     const QImage before = picture();
     pressMouse(inside);
     EXPECT_EQ(picture(), before);
     releaseMouse(inside);
 }
 
-TEST_F(AButton, KeepsTheArrowAsItsCursor) {
+TEST_F(AButton, HasTheArrowCursor) {
     EXPECT_EQ(control("Press")->cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(AButton, RunsTheLatestHandlerForAPressUnderWay) {
+TEST_F(AButton, RunsTheLatestHandlerAfterAPressInProgress) {
     int later = 0;
     pressMouse(inside);
     show({press(later)});
@@ -87,7 +87,7 @@ TEST_F(AButton, RunsTheLatestHandlerForAPressUnderWay) {
     EXPECT_EQ(later, 1);
 }
 
-TEST_F(AButton, CancelsAPressUnderWayWhenItsPlaceIsGone) {
+TEST_F(AButton, CancelsAPressIfItsPlaceIsGone) {
     int other = 0;
     pressMouse(inside);
     show({button(inCard(1, 0), {300, 85, 90, 30}, "Other", [&] { ++other; })});
@@ -96,7 +96,7 @@ TEST_F(AButton, CancelsAPressUnderWayWhenItsPlaceIsGone) {
     EXPECT_EQ(other, 0);
 }
 
-TEST_F(AButton, CancelsASpaceUnderWayWhenItsPlaceIsGone) {
+TEST_F(AButton, CancelsAPressOfSpaceIfItsPlaceIsGone) {
     int other = 0;
     key(Qt::Key_Tab);
     pressKey(Qt::Key_Space);
@@ -107,7 +107,7 @@ TEST_F(AButton, CancelsASpaceUnderWayWhenItsPlaceIsGone) {
     EXPECT_EQ(other, 0);
 }
 
-TEST_F(AButton, MayTakeItselfAwayInItsHandler) {
+TEST_F(AButton, CanRemoveItselfInItsHandler) {
     int finished = 0;
     const auto all = std::make_shared<std::vector<int>>(1000, 1);
     show({button(inCard(0, 0), {300, 85, 90, 30}, "Press", [&, all] {
@@ -170,7 +170,7 @@ TEST_F(AMenu, OpensOnAPressAndStaysOpenAfterTheRelease) {
     EXPECT_NE(openMenu(), nullptr);
 }
 
-TEST_F(AMenu, OpensByTheLeftMouseButtonAloneAndBesideItsSmallIndicatorToo) {
+TEST_F(AMenu, OpensOnlyByTheLeftMouseButtonInItsHitArea) {
     click(onIndicator, Qt::RightButton);
     EXPECT_EQ(openMenu(), nullptr);
     click({405, 90});
@@ -185,7 +185,7 @@ TEST_F(AMenu, OpensBelowItsIndicator) {
     EXPECT_LE(corner.y(), 115);
 }
 
-TEST_F(AMenu, OpensAtEitherEndByAnArrow) {
+TEST_F(AMenu, OpensAtEitherEndByAnArrowKey) {
     focusMenu();
     key(Qt::Key_Down);
     EXPECT_EQ(chosen(), "Refresh");
@@ -194,7 +194,7 @@ TEST_F(AMenu, OpensAtEitherEndByAnArrow) {
     EXPECT_EQ(chosen(), "Q&&A <b>");
 }
 
-TEST_F(AMenu, HasTheItemChosenThatBeginsWithWhatIsTyped) {
+TEST_F(AMenu, SelectsTheItemThatStartsWithTheTypedLetter) {
     openByKey();
     key(Qt::Key_Q);
     EXPECT_EQ(chosen(), "Q&&A <b>");
@@ -210,7 +210,7 @@ TEST_F(AMenu, HasRoundCornersAndAHighlightInside) {
     EXPECT_EQ(shown.pixelColor(item.center().x(), item.top() + 1), accentColor);
 }
 
-TEST_F(AMenu, ShowsTheTitleOfEachItemAsItStandsAndItsSymbol) {
+TEST_F(AMenu, ShowsTheUnchangedTitleAndTheSymbolOfEachItem) {
     click(onIndicator);
     const auto actions = openMenu()->actions();
     ASSERT_EQ(actions.size(), 2);
@@ -230,7 +230,7 @@ TEST_F(AMenu, RunsTheItemThatIsClicked) {
     EXPECT_EQ(openMenu(), nullptr);
 }
 
-TEST_F(AMenu, RunsTheItemToWhichThePressWasDrawn) {
+TEST_F(AMenu, RunsTheItemWhereADragEnds) {
     pressMouse(onIndicator);
     QWindow* const menu = openMenu()->windowHandle();
     QTest::mouseMove(menu, middleOf(0) - QPoint{3, 0});
@@ -258,7 +258,7 @@ TEST_F(AMenu, OpensAgainAfterItWasClosed) {
     EXPECT_TRUE(control("Actions")->findChildren<QMenu*>().isEmpty()) << "what was closed is kept";
 }
 
-TEST_F(AMenu, OpensBySpaceByReturnAndByDownWithTheFirstItemChosen) {
+TEST_F(AMenu, OpensBySpaceReturnAndDownWithTheFirstItemSelected) {
     focusMenu();
     for (const Qt::Key opening : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Down}) {
         key(opening);
@@ -276,7 +276,7 @@ TEST_F(AMenu, GivesFocusBackWhenItCloses) {
     EXPECT_EQ(QApplication::focusWidget(), control("Actions"));
 }
 
-TEST_F(AMenu, StaysOpenWithTheHandlersThatItWasOpenedWith) {
+TEST_F(AMenu, KeepsItsHandlersWhileItIsOpen) {
     int laterRefreshed = 0;
     int laterRemoved = 0;
     openByKey();
@@ -307,7 +307,7 @@ TEST_F(AMenu, ClosesWhenItsPlaceIsGone) {
     EXPECT_EQ(refreshed_ + removed_, 0);
 }
 
-TEST_F(AMenu, MayTakeItselfAwayInTheHandlerOfAnItem) {
+TEST_F(AMenu, CanRemoveItselfInTheHandlerOfAnItem) {
     const auto all = std::make_shared<std::vector<int>>(1000, 1);
     std::size_t finished = 0;
     show({menu(inCard(0, 1), {391, 93}, "Actions", {item("Remove", [&, all] {
@@ -320,7 +320,7 @@ TEST_F(AMenu, MayTakeItselfAwayInTheHandlerOfAnItem) {
     EXPECT_EQ(control("Actions"), nullptr);
 }
 
-TEST_F(AMenu, IsLightWhateverTheDesktopIs) {
+TEST_F(AMenu, IsLightEvenOnADarkDesktop) {
     QApplication::setPalette(QPalette{QColor{20, 20, 20}}, "QMenu");
     QApplication::setPalette(QPalette{QColor{20, 20, 20}});
     click(onIndicator);

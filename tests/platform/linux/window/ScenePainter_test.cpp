@@ -64,7 +64,7 @@ TEST_F(APainting, DrawsABorderOfWholePixels) {
     }
 }
 
-TEST_F(APainting, ShowsTheNearestColorThatThereIs) {
+TEST_F(APainting, ClampsColorComponents) {
     const Color beyond{257, -1, 0.5, 2};
     const QImage image = paint({{ui::Fill{{10, 10, 10, 10}, ShapeKind::rectangle, beyond}}});
     EXPECT_EQ(image.pixelColor(15, 15), QColor(255, 0, 128));
@@ -80,7 +80,7 @@ protected:
     const QtMetrics metrics_{images_};
 };
 
-TEST_F(AText, IsAsWideWhenPaintedAsItWasMeasured) {
+TEST_F(AText, IsPaintedAsWideAsMeasured) {
     for (const char* text : {"Activate", "Upgrade", "Network Driver", "Open Privacy & Security in System Settings"}) {
         for (const ui::Font font :
              {ui::Font::body, ui::Font::callout, ui::Font{ui::TextStyle::title3, ui::FontWeight::semibold}}) {
@@ -93,7 +93,7 @@ TEST_F(AText, IsAsWideWhenPaintedAsItWasMeasured) {
     }
 }
 
-TEST_F(AText, StandsWithItsCapitalsInTheMiddleOfItsLine) {
+TEST_F(AText, HasItsCapitalsInTheMiddleOfItsLine) {
     for (const ui::TextStyle style : {ui::TextStyle::body, ui::TextStyle::callout, ui::TextStyle::title3}) {
         ui::TextRun letter = run("H", {style, ui::FontWeight::regular});
         letter.rect.height = metrics_.textSize("H", letter.font).height;
@@ -102,7 +102,7 @@ TEST_F(AText, StandsWithItsCapitalsInTheMiddleOfItsLine) {
     }
 }
 
-TEST_F(AText, IsNeverReadAsMarkupOrMnemonic) {
+TEST_F(AText, IsNeverReadAsMarkupOrAMnemonic) {
     const QFontMetricsF inter{toQFont(ui::Font::body)};
     for (const char* text : {"<b>bold</b>", "A &amp; B", "&File", "&&"}) {
         const double whole = inter.horizontalAdvance(QString::fromUtf8(text));
@@ -118,7 +118,7 @@ TEST_F(AText, IsDrawnInItsColor) {
     EXPECT_EQ(image.pixelColor(ink.left() + 2, ink.center().y()), QColor(Qt::red));
 }
 
-TEST_F(AText, EndsInAnEllipsisWithinItsWidthWhereItIsTruncated) {
+TEST_F(AText, EndsInAnEllipsisIfItIsTruncated) {
     ui::TextRun truncated = run("A name that is far too long for this");
     truncated.rect.width = 90;
     truncated.truncated = true;
@@ -133,7 +133,7 @@ TEST_F(AText, EndsInAnEllipsisWithinItsWidthWhereItIsTruncated) {
     EXPECT_EQ(shown, paint({{ended}}, 1, 300));
 }
 
-TEST_F(AText, IsWholeWhereItLacksNextToNothing) {
+TEST_F(AText, IsWholeIfItLacksLessThanAPoint) {
     ui::TextRun tight = run("Upgrade");
     tight.rect.width = metrics_.textSize("Upgrade", tight.font).width - 0.9;
     EXPECT_EQ(paint({{tight}}, 1, 200), paint({{run("Upgrade")}}, 1, 200));
@@ -156,13 +156,13 @@ TEST_F(TheMetrics, AreThoseOfInterInBothWeights) {
     }
 }
 
-TEST_F(TheMetrics, AreInPixelsThatDoNotDependOnTheDesktopsResolution) {
+TEST_F(TheMetrics, DoNotDependOnTheResolutionOfTheDesktop) {
     EXPECT_EQ(toQFont(ui::Font::title3).pixelSize(), 15);
     EXPECT_EQ(toQFont(ui::Font::body).pixelSize(), 13);
     EXPECT_EQ(toQFont(ui::Font::callout).pixelSize(), 12);
 }
 
-TEST_F(TheMetrics, GrowWithTheSizeOfTheTextAndNotInWholePixels) {
+TEST_F(TheMetrics, GrowWithTheTextInFractionsOfAPixel) {
     const QString sentence = QStringLiteral("Open Privacy & Security in System Settings");
     QFont large = toQFont(ui::Font::body);
     large.setPixelSize(130);
@@ -175,7 +175,7 @@ TEST_F(TheMetrics, LetUpgradeFitItsButton) {
     EXPECT_GT(width("Upgrade", ui::Font::body), width("Activate", ui::Font::body));
 }
 
-TEST_F(TheMetrics, LetAButtonBeThirtyHighWithSevenAboveAndBelowItsTitle) {
+TEST_F(TheMetrics, MakeAButtonThirtyPointsHigh) {
     EXPECT_NEAR(metrics_.textSize("Activate", ui::Font::body).height, 16, 0.5);
 }
 
@@ -185,12 +185,12 @@ TEST_F(TheMetrics, LetTheApprovalSentenceFitTheBanner) {
               room + 1);
 }
 
-TEST_F(TheMetrics, GiveAnEmptyTextTheHeightOfAnyOther) {
+TEST_F(TheMetrics, GiveAnEmptyTextTheHeightOfALine) {
     EXPECT_EQ(metrics_.textSize("", ui::Font::body).height, metrics_.textSize("Ag", ui::Font::body).height);
     EXPECT_EQ(width("", ui::Font::body), 0);
 }
 
-TEST_F(TheMetrics, GiveAnImageItsOwnSizeAndAMissingOneNone) {
+TEST_F(TheMetrics, GiveTheSizeOfAnImageAndZeroForAMissingOne) {
     EXPECT_EQ(metrics_.imageSize({"Ethernet"}), (ui::Size{22, 22}));
     EXPECT_EQ(metrics_.imageSize({"Missing"}), (ui::Size{0, 0}));
 }

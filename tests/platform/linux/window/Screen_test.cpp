@@ -38,7 +38,7 @@ TEST_F(TheScreen, TruncatesNothing) {
 
 class EveryPixel : public WindowTest, public testing::WithParamInterface<fake::ScreenState> {};
 
-TEST_P(EveryPixel, IsThatOfTheScene) {
+TEST_P(EveryPixel, MatchesTheScene) {
     const ui::Scene scene =
         fake::withoutTextsAndImages(ui::layout(fake::screenOf(GetParam()), std::nullopt, fake::FixedMetrics{}));
     window_.present(scene);
