@@ -176,14 +176,14 @@ struct SwitchRow {
 
 // clang-format off
 inline constexpr std::array switches{
-    SwitchRow{Switch::authorization, "authorization", "asked",      "granted", "the administrator's word on a removal: asked for, or given at once"},
+    SwitchRow{Switch::authorization, "authorization", "asked",      "granted", "a removal: waits for an administrator, or is authorized at once"},
     SwitchRow{Switch::denial,        "denial",        "error",      "silence", "an activation that the user denies: fails with 11, or is never answered"},
-    SwitchRow{Switch::driver,        "driver",        "idle",       "in-use",  "an enabled driver: can be stopped at once, or runs on until the restart"},
+    SwitchRow{Switch::driver,        "driver",        "idle",       "in-use",  "an enabled driver: stops at once, or runs until the restart"},
     SwitchRow{Switch::properties,    "properties",    "empty",      "error",   "the properties of an extension without a copy: an empty list, or error 4"},
     SwitchRow{Switch::refusal,       "refusal",       "13",         "11",      "the error of a removal that the administrator refuses"},
-    SwitchRow{Switch::restart,       "restart",       "clean",      "lingers", "a terminated copy: gone with the restart, or one of them outlives it once"},
-    SwitchRow{Switch::second,        "second",        "supersedes", "fails",   "a second request for an extension: ends the first with 12, or fails with 12"},
-    SwitchRow{Switch::upgrade,       "upgrade",       "approved",   "asked",   "another version of an approved extension: needs no approval, or asks again"},
+    SwitchRow{Switch::restart,       "restart",       "clean",      "lingers", "a terminated copy: gone after the restart, or one of them survives it once"},
+    SwitchRow{Switch::second,        "second",        "supersedes", "fails",   "a second request for an extension: ends the first with 12, or itself fails with 12"},
+    SwitchRow{Switch::upgrade,       "upgrade",       "approved",   "asked",   "another version of an approved extension: needs no approval, or needs it again"},
 };
 // clang-format on
 

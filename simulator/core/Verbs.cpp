@@ -299,106 +299,132 @@ Deed fault(Words& words) {
 
 // The table ----------------------------------------------------------------------------------------------------------
 
+constexpr auto detailsOfAuthorize =
+    R"(Removes every copy of ID and withdraws its approval. The request finishes with 0, or with 1 if a restart must complete
+it. After "sysextctl switch authorization granted", removals no longer wait for an administrator.
+)";
+
+constexpr auto detailsOfDisable =
+    R"(Does what the switch in System Settings does; the copy of ID is then "activated disabled". No application is notified,
+but a properties request reports the change.
+)";
+
+constexpr auto detailsOfReset =
+    R"(Open requests fail with 11, canceled. Settings stay: the Applications folders, developer mode, the profile, the clock,
+and the switches. With --all, only the Applications folders stay.
+)";
+
+constexpr auto detailsOfInstall =
+    R"(SHORT and BUILD are the two parts of the version. An enabled or disabled copy is also approved. STATE is one of
+these, in either wording, and enabled if left out:
+)";
+
+constexpr auto detailsOfUninstall =
+    R"(TEAM is the team identifier that "list" shows, or - for any. The approval is withdrawn, and the copies disappear with
+the next restart. No application is notified, and no administrator has to authorize the removal.
+Example: sysextctl uninstall KELVRA0001 com.kelvra.ip-camera.cmio
+)";
+
 constexpr auto detailsOfApplications =
-    R"(An application may activate extensions only from inside one of them. The extensions that have an ID are
-those of the applications there, and those that were ever on this Mac.
+    R"(An application can activate extensions only from inside one of these folders. Each FOLDER must exist. The service
+knows the extensions of the applications in them, and those that were ever installed.
 Example: sysextctl applications /Applications ~/Applications
 )";
 
 constexpr auto detailsOfDeveloper =
-    R"(In developer mode an application may lie outside the Applications folders, and an activation of the version that is
-enabled already asks the replacement question all the same.
+    R"(In developer mode, an application may be outside the Applications folders, and activating the version that is already
+enabled asks the replacement question.
 )";
 
-constexpr auto detailsOfProfile = R"(FILE is a property list, or a .mobileconfig that holds one, with any of the keys
+constexpr auto detailsOfProfile =
+    R"(FILE is a property list, or a .mobileconfig that contains one, with any of these keys:
   AllowedSystemExtensions    identifiers by team, which are activated without approval
-  AllowedTeamIdentifiers     teams of which each extension is
-  AllowUserOverrides         if false, an activation of what is not allowed so fails with 10
+  AllowedTeamIdentifiers     teams whose extensions are all activated without approval
+  AllowUserOverrides         if false, activating any other extension fails with 10
   RemovableSystemExtensions  identifiers by team, which are removed without an administrator
-A profile that arrives answers what waits. Where it forbids an extension, "allow", "enable" and "install" do not enable
-it, and say so. --remove takes the profile away; without an argument it is printed.
+A new profile completes the requests that wait for what it allows. "allow", "enable", and "install" do not enable an
+extension that it forbids. Without an argument, prints the profile.
 Example: sysextctl profile simulator/scenarios/allow-team.mobileconfig
 )";
 
-constexpr std::string_view thePerson = "The person in front of the Mac";
-constexpr std::string_view theMachine = "The machine";
-constexpr std::string_view theFaults = "What goes wrong";
+constexpr auto detailsOfSwitch =
+    R"(Without VALUE, prints the switch; without NAME, every switch: its name, value, both possible values with the default
+first, and meaning, separated by tabs. --reset restores the default of the switch, or of every switch. --json prints an
+array of objects with name, value, default, otherwise, and meaning. The switches are
+)";
+
+constexpr auto detailsOfFault =
+    R"(Orders a fault for the next request. KIND is activate, deactivate, properties, or any. FAULT is one of
+  CODE [TEXT] [--domain D]  fails with the error CODE, which is above 0, or in another domain D also below 0
+  after TIME                is answered that much later on the simulated clock
+  silent                    is never answered
+  hollow                    finishes, but nothing runs; not for properties
+  noprompt                  waits for the user without saying so; only for activate
+  crash                     the service crashes while it works on the request
+"list" prints the faults that no request has met yet, in the words that order them; "clear" cancels them all.
+Example: sysextctl fault next activate 8 "code signature invalid"
+)";
+
+constexpr std::string_view theUser = "The user and the administrator";
+constexpr std::string_view theMac = "The Mac and its settings";
+constexpr std::string_view theFaults = "Faults";
 
 constexpr Verb table[]{
-    {thePerson, "allow", "ID", "allows the extension that waits for approval",
-     R"(The copy of ID that waits is enabled, and the approval is on record for later versions. The application whose request
-waits for this is told that it finished, 0, or 1 if a restart completes it.
+    {theUser, "allow", "ID", "allows an extension that waits for approval",
+     R"(Enables the waiting copy of ID and records the approval for later versions. The request that waits for it finishes
+with 0, or with 1 if a restart must complete it.
 )",
      ofAnExtension<&Machine::allow>},
-    {thePerson, "deny", "ID", "denies the extension that waits for approval",
-     R"(The copy of ID that waits goes away. The application whose request waits for this is told that it failed with 11,
-canceled; with "sysextctl switch denial silence" it is told nothing, ever.
+    {theUser, "deny", "ID", "denies an extension that waits for approval",
+     R"(Removes the waiting copy of ID. The request that waits for it fails with 11, canceled. After
+"sysextctl switch denial silence", it is never answered.
 )",
      ofAnExtension<&Machine::deny>},
-    {thePerson, "authorize", "ID", "answers the administrator's question about ID with yes",
-     R"(A removal asks for an administrator. With yes every copy of ID is taken away, and so is its approval; the application
-is told that its request finished, 0, or 1 if a restart completes it. "sysextctl switch authorization granted" says yes
-to every removal.
-)",
+    {theUser, "authorize", "ID", "authorizes the removal of an extension", detailsOfAuthorize,
      ofAnExtension<&Machine::authorize>},
-    {thePerson, "refuse", "ID", "answers the administrator's question about ID with no",
-     R"(Nothing is removed, and the application is told that its request failed with 13, authorization required; with
-"sysextctl switch refusal 11" it is told 11, canceled.
+    {theUser, "refuse", "ID", "refuses the removal of an extension",
+     R"(Removes nothing. The request fails with 13, authorization required; after "sysextctl switch refusal 11", it fails with
+11, canceled.
 )",
      ofAnExtension<&Machine::refuse>},
-    {thePerson, "disable", "ID", "switches an enabled extension off",
-     R"(As the switch in System Settings does. The copy of ID is then "activated disabled": neither enabled nor waiting. No
-application is told; it learns of it when it asks for the properties.
-)",
-     ofAnExtension<&Machine::disable>},
-    {thePerson, "enable", "ID", "switches an extension on that was switched off",
-     R"(The copy of ID that was switched off is enabled without another approval. No application is told; it learns of it when
-it asks for the properties.
+    {theUser, "disable", "ID", "switches an enabled extension off", detailsOfDisable, ofAnExtension<&Machine::disable>},
+    {theUser, "enable", "ID", "switches a disabled extension on",
+     R"(Enables the disabled copy of ID again, without approval. No application is notified, but a properties request reports
+the change.
 )",
      ofAnExtension<&Machine::enable>},
-    {theMachine, "restart", "", "restarts the simulated Mac, which ends every application",
-     R"(Copies that were uninstalling are gone, those that wait for approval go on waiting, and requests that were open are
-never answered. "./run" starts the application again.
+    {theMac, "restart", "", "restarts the simulated Mac, which ends every application",
+     R"(Copies that are uninstalling disappear. Waiting copies keep waiting, and open requests are never answered. "./run"
+starts the application again.
 )",
      restart},
-    {theMachine, "reset", "[--all]", "takes away every copy, approval, request and fault; settings stay",
-     R"(An open request fails with 11, canceled. The Applications folders, developer mode, the profile, the clock and the
-switches stay as they are; with --all only the folders do, and the Mac is as it comes out of the box.
-)",
-     reset, "[--all]", Verb::Names::nothing, "--all"},
-    {theMachine,
+    {theMac, "reset", "[--all]", "removes every copy, approval, request, and fault", detailsOfReset, reset, "[--all]",
+     Verb::Names::nothing, "--all"},
+    {theMac,
      "install",
      "ID SHORT BUILD [STATE]",
-     "puts a copy there without a request",
-     R"(SHORT and BUILD are the two parts of the version. An enabled or disabled copy is also approved. STATE is one of
-these, in either wording, and enabled if left out:
-)",
+     "installs a copy without a request",
+     detailsOfInstall,
      install,
      {},
      {},
      {},
      listOfInstallable},
-    {theMachine, "uninstall", "TEAM ID", "removes an extension; TEAM - stands for any",
-     R"(TEAM is the ten characters that "list" shows. No application is told, no administrator is asked, and the approval is
-forgotten; the copies go with the next restart.
-Example: sysextctl uninstall KELVRA0001 com.kelvra.ip-camera.cmio
-)",
-     uninstall},
-    {theMachine, "applications", "[FOLDER...]", "sets the Applications folders, or shows them", detailsOfApplications,
+    {theMac, "uninstall", "TEAM ID", "removes an extension without a request", detailsOfUninstall, uninstall},
+    {theMac, "applications", "[FOLDER...]", "sets or prints the Applications folders", detailsOfApplications,
      applications, "FOLDER...", Verb::Names::folders},
-    {theMachine, "developer", "[on|off]", "switches developer mode, or says whether it is on", detailsOfDeveloper,
-     developer, "on|off"},
-    {theMachine, "profile", "[FILE | --remove]", "brings a management profile, takes it away, or prints it",
-     detailsOfProfile, profile, "FILE | --remove", Verb::Names::file, "--remove"},
-    {theMachine, "advance", "TIME", "moves the simulated clock on and prints its reading in seconds",
-     "TIME is a number with ms, s, m, h or d; seconds if there is none.\n", advance},
-    {theMachine, "clock", "", "prints the simulated clock, in seconds",
-     "The clock stands still until \"sysextctl advance\".\n", clock, noLine},
-    {theMachine,
+    {theMac, "developer", "[on|off]", "sets or prints developer mode", detailsOfDeveloper, developer, "on|off"},
+    {theMac, "profile", "[FILE | --remove]", "installs, removes, or prints the management profile", detailsOfProfile,
+     profile, "FILE | --remove", Verb::Names::file, "--remove"},
+    {theMac, "clock", "", "prints the simulated clock, in seconds",
+     "The clock stands still until \"sysextctl advance\" moves it.\n", clock, noLine},
+    {theMac, "advance", "TIME", "moves the simulated clock forward and prints it",
+     "TIME is a number with ms, s, m, h, or d; seconds without a unit.\n", advance},
+    {theMac,
      "switch",
      "[NAME] [VALUE | --reset | --json]",
-     "decides what no source settles about the real system",
-     "Without VALUE it shows the switch, without NAME every switch; the first value is the default.\n",
+     "sets or prints what public sources leave open",
+     detailsOfSwitch,
      setSwitch,
      "NAME VALUE | [NAME] --reset",
      {},
@@ -407,16 +433,8 @@ Example: sysextctl uninstall KELVRA0001 com.kelvra.ip-camera.cmio
     {theFaults,
      "fault",
      "next KIND FAULT | list | clear",
-     "orders a fault for the next request",
-     R"(KIND is activate, deactivate, properties or any. FAULT is one of
-  CODE [TEXT] [--domain D]  fails with that error
-  after TIME                is answered that much later on the simulated clock
-  silent                    is never answered
-  hollow                    finishes although nothing runs; not of properties
-  noprompt                  waits for the user without saying so; only of an activation
-  crash                     the service dies when it has begun
-Example: sysextctl fault next activate 8 "code signature invalid"
-)",
+     "orders, prints, or cancels faults of coming requests",
+     detailsOfFault,
      fault,
      "clear | next KIND CODE [TEXT] [--domain D] | after TIME | silent | hollow | noprompt | crash",
      {},

@@ -64,47 +64,49 @@ Run watch(Words& words) {
     return [isJson] { Watching{sessionBus(), isJson}.run(); };
 }
 
+constexpr auto detailsOfList =
+    R"(CATEGORY is cmio, driver_extension, endpoint_security, or network_extension. The stars say whether a copy is enabled
+and whether it runs. With --json, prints an array of objects with category, team, identifier, shortVersion, version,
+name, state, condition (the state in one word), enabled, active, number (higher is younger), and application (the bundle
+that the copy came from).
+)";
+
 constexpr auto detailsOfRequests =
-    R"(One line a request, its columns separated by tabs: its number; activation, deactivation or properties; the
-extension; the reading of the simulated clock, in seconds, when it was asked; the application's bundle; and its stage:
-  delayed        a fault holds it back until the clock is advanced
-  checking       whether it may be asked at all
-  validating     the extension's files are looked at
+    R"(One line for each request, with columns separated by tabs: its number; activation, deactivation, or properties; the
+extension; when it was submitted, in seconds of the simulated clock; the application; and its stage:
+  delayed        a fault delays it until the clock is advanced
+  checking       the service checks whether the application may make it
+  validating     the service validates the extension's files
   replacement    the application is asked whether the new copy may replace the old one
-  staging        the new copy is being prepared
+  staging        the service prepares the new copy
   user           waits for "allow" or "deny"
   authorization  waits for "authorize" or "refuse"
-  removing       the copies are being taken away
-  silent         will never be answered
-With --json it prints an array of objects with number, kind, identifier, since (in milliseconds), application, stage,
-sinceMilliseconds (the same), and client and token, which are how the application is called on the bus and how it calls
-the request.
+  removing       the service removes the copies
+  silent         is never answered
+With --json, prints an array of objects with number, kind, identifier, since and sinceMilliseconds (both in
+milliseconds), application, stage, client (the application's name on the bus), and token (its name for the request).
+)";
+
+constexpr auto detailsOfWait =
+    R"(Any copy of ID counts. Exits with 1 if none reaches the state within TIME: a number with ms, s, m, h, or d, in
+seconds without a unit, and 30 s if left out. STATE is absent, which means no copy, or one of these, in either wording:
+)";
+
+constexpr auto detailsOfWatch =
+    R"(One line for each event, with columns separated by tabs: the simulated clock in seconds; the extension; what
+happened, such as "2.1/2105: activated waiting for user -> activated enabled" or "activation finished 0"; and the
+application that made the request, or that the copy came from. A hyphen means none. With --json, each line is an object
+with timeMilliseconds, identifier, event, and application, where null means none.
 )";
 
 std::vector<Command> commandsThatLook() {
-    constexpr std::string_view head = "What is there, and what happens";
+    constexpr std::string_view head = "State and events";
     return {
-        {head, "list", "[CATEGORY] [--json]", "shows every copy of every extension",
-         R"(CATEGORY is cmio, driver_extension, endpoint_security or network_extension.
-The stars say whether a copy is enabled and whether it runs. With --json it prints an array of objects with
-category, team, identifier, shortVersion, version, name, state, condition, enabled, active, number and
-application, which is the bundle that it came from.
-)",
-         list},
-        {head, "requests", "[--json]", "shows what applications have asked and not been told yet", detailsOfRequests,
-         requests},
-        {head, "wait", "ID STATE [--timeout TIME]", "waits until a copy is in a state",
-         R"(Any copy of ID counts. Exits with 1 if none reaches the state within TIME: a number with ms, s, m, h, or d, in
-seconds without a unit, and 30 s if left out. STATE is absent, which means no copy, or one of these, in either wording:
-)" + listOfStates(),
+        {head, "list", "[CATEGORY] [--json]", "prints every copy of every extension", detailsOfList, list},
+        {head, "requests", "[--json]", "prints the open requests of applications", detailsOfRequests, requests},
+        {head, "wait", "ID STATE [--timeout TIME]", "waits until a copy is in a state", detailsOfWait + listOfStates(),
          wait},
-        {head, "watch", "[--json]", "prints what happens as it happens, until it is interrupted",
-         R"(One line for each event, with columns separated by tabs: the simulated clock in seconds; the extension; what
-happened to it, such as "2.1/2105: activated waiting for user -> activated enabled" or "activation finished 0"; and the
-application that asked for it, or that the copy came from. A hyphen means none. With --json, each line is an object with
-timeMilliseconds, identifier, event, and application, in which null means none.
-)",
-         watch},
+        {head, "watch", "[--json]", "prints events until it is interrupted", detailsOfWatch, watch},
     };
 }
 
@@ -170,32 +172,34 @@ std::vector<Command> everyCommand() {
 // Help ---------------------------------------------------------------------------------------------------------------
 
 constexpr auto opening = R"(usage: sysextctl VERB [ARGUMENTS]
+       sysextctl --help | --version
 
-Looks at and plays the simulated Mac on which applications activate their system extensions: the list of
-extensions, the person who allows or denies, and the machine that restarts. ID is an extension's bundle
-identifier, such as com.kelvra.ip-camera.cmio.
+Controls the simulated Mac: prints its system extensions and open requests, and acts as its user and as the machine.
+ID is an extension's bundle identifier, such as com.kelvra.ip-camera.cmio.
 )";
 
 constexpr auto closing = R"(
-"sysextctl VERB --help" says more about a verb.
+"sysextctl VERB --help" explains a verb.
 
 Five minutes: press Activate in the application; then
-  sysextctl list                                  shows the new copy, waiting for the user
-  sysextctl allow com.kelvra.ip-camera.cmio       is the press of Allow in System Settings
-  sysextctl wait com.kelvra.ip-camera.cmio enabled
-  sysextctl restart                               ends the application; what was deferred happens
-  sysextctl reset                                 begins anew
+  sysextctl list                                      prints the new copy, which waits for the user
+  sysextctl allow com.kelvra.ip-camera.cmio           does what Allow in System Settings does
+  sysextctl wait com.kelvra.ip-camera.cmio enabled    returns when the copy is enabled
+  sysextctl restart                                   ends the application
+  sysextctl reset                                     removes every copy
 
 Exit status, with one line on standard error unless it is 0:
   0  done
   1  understood, but not done: nothing to allow or deny, a state not reached, no service
-  2  not understood: an unknown verb, identifier, state, or option; a missing or superfluous argument; a file or
+  2  not understood: an unknown verb, identifier, state, or option; a missing or unexpected argument; a file or
      folder that does not exist
 )";
 
+/// A call that leaves no room stands on a line of its own.
 std::string lineOf(const Command& command) {
     constexpr std::size_t columnWidth = 34;
     std::string call = usageOf(command.word, command.usage);
+    if (call.size() >= columnWidth) call += "\n" + std::string(columnWidth + 2, ' ');
     call.resize(std::max(columnWidth, call.size()), ' ');
     return "  " + call + std::string{command.summary} + "\n";
 }

@@ -169,7 +169,7 @@ Run play(Words& words) {
 } // namespace
 
 Command commandThatPlays() {
-    return {"All of it, from a file",
+    return {"Scenarios",
             "play",
             "FILE... [--bus] [--verbose] [--tap] [--timeout TIME] [-- COMMAND]",
             "plays scenarios, each on a Mac of its own",

@@ -204,7 +204,7 @@ TEST(TheHelp, FitsAScreenOf120Columns) {
 TEST(TheHelp, OfAVerbSaysHowItIsCalledAndWhatItMeans) {
     EXPECT_EQ(helpOf("install"), "usage: sysextctl install ID SHORT BUILD [STATE]\n"
                                  "\n"
-                                 "Puts a copy there without a request.\n"
+                                 "Installs a copy without a request.\n"
                                  "SHORT and BUILD are the two parts of the version. An enabled or disabled copy is "
                                  "also approved. STATE is one of\nthese, in either wording, and enabled if left out:\n"
                                  "  waiting        activated waiting for user\n"
@@ -266,7 +266,7 @@ WordSet wordsFor(const QString& placeholder, const std::string& verb) {
     const auto sentence =
         QRegularExpression{"\\b" + placeholder + "(?: that is expected)? is ([^.;]*)[.;]"}.match(text);
     EXPECT_TRUE(sentence.hasMatch()) << placeholder.toStdString();
-    return wordsIn(sentence.captured(1).simplified().replace(" ,", ","), ", | or ");
+    return wordsIn(sentence.captured(1).simplified().replace(" ,", ","), ", or |, | or ");
 }
 
 /// The states that the help of a verb tabulates, in both wordings.
