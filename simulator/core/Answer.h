@@ -10,12 +10,11 @@
 #include <variant>
 #include <vector>
 
-// What the machine says: to who tells it something that it would not do, to the applications that asked, and to who
-// watches.
+// What the machine says: refusals to its caller, answers to applications, and events to whoever watches.
 
 namespace simulator {
 
-/// Why the machine would not do what it was told; nothing was changed.
+/// Why the machine refused a call, which changed nothing.
 struct Refusal {
     enum class Kind { nothingWaiting, unknownIdentifier, invalidArgument, limitExceeded, forbiddenByProfile };
 
@@ -38,7 +37,7 @@ inline Refusal tooMany(std::string message) {
     return {Refusal::Kind::limitExceeded, std::move(message)};
 }
 
-/// How much of anything the machine takes. Far above what an honest client needs.
+/// Limits far above what an honest client needs.
 namespace limits {
 inline constexpr std::size_t token = 128;
 inline constexpr std::size_t identifier = 255;
@@ -57,7 +56,7 @@ inline constexpr std::size_t applications = 1000;
 inline constexpr std::int64_t time = std::int64_t{1000} * 366 * 24 * 3600 * 1000;
 } // namespace limits
 
-/// No longer than that many bytes, and without control characters.
+/// Whether the text has at most that many bytes and no control characters.
 inline constexpr bool isPlain(std::string_view text, std::size_t longest) {
     if (text.size() > longest) return false;
     for (const char character : text) {
@@ -99,7 +98,7 @@ Failure failureWith(std::int64_t code, std::string_view description);
 Failure extensionNotFound();
 Failure requestCanceled();
 
-/// A copy as its application hears of it.
+/// A copy as it is reported to its application.
 struct CopyRecord {
     std::string identifier;
     std::string shortVersion;
@@ -131,14 +130,14 @@ struct FoundProperties {
 /// std::monostate: nothing is said.
 using AnswerBody = std::variant<std::monostate, ReplacementAsked, NeedsApproval, Finished, Failure, FoundProperties>;
 
-/// Something that one client is told about one of its requests.
+/// An answer to one client about one of its requests.
 struct Answer {
     std::string client;
     std::string token;
     AnswerBody body;
 };
 
-/// What it says, as a scenario's line does: "needs approval", "finished 0", "failed 8 "why"", "asked to
+/// The answer as a scenario writes it: "needs approval", "finished 0", "failed 8 "why"", "asked to
 /// replace 2.1/2105 by 2.2/2206", "found 2.1/2105 enabled"; "nothing" of one that says nothing.
 std::string textOf(const AnswerBody& answer);
 
@@ -152,24 +151,24 @@ struct Event {
     std::string application;
 };
 
-/// The seal of an extension that is being validated. Who drives the machine compares it with the extension's files, and
-/// says what came of it with Machine::sealChecked(), at any time later.
+/// The seal of an extension that is being validated. The caller compares it with the extension's files and, at any time
+/// later, passes the result to Machine::sealChecked().
 struct SealToCheck {
     std::int64_t request = 0;
     /// The extension's folder.
     std::string extension;
 };
 
-/// What the machine has to say since it was last asked. Whoever drives it first keeps the state, then says this.
+/// What the machine has to say since the last call. The caller first stores the state, then sends this.
 struct Outbox {
     std::vector<Answer> answers;
     std::vector<Event> events;
-    /// The numbers of the copies that came, changed or went.
+    /// The numbers of the copies that were added, changed, or removed.
     std::set<std::int64_t> copies;
-    /// The seals that are to be checked.
+    /// The seals to check.
     std::vector<SealToCheck> seals;
     bool restarting = false;
-    /// An ordered fault: the service is to die here.
+    /// An ordered fault: the service must end here.
     bool crashed = false;
 };
 

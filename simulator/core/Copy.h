@@ -30,7 +30,7 @@ inline constexpr std::array categories{
 std::string_view nameOf(Category category);
 std::optional<Category> categoryNamed(std::string_view name);
 
-/// Where a copy of an extension stands.
+/// The state of a copy of an extension.
 enum class CopyState {
     validating,
     staging,
@@ -86,13 +86,13 @@ std::string_view conditionFor(std::string_view word);
 
 /// Waits for the user's approval.
 bool isWaiting(CopyState state);
-/// Approved, whether or not it was switched off since.
+/// Approved, even if it was switched off since.
 bool isActivated(CopyState state);
-/// Waiting or activated, and not on its way out.
+/// Waiting or activated, and not being removed.
 bool isInstalled(CopyState state);
-/// On its way out, since it was asked to be removed.
+/// Being removed by a request.
 bool isBeingRemoved(CopyState state);
-/// Told to who asks for the properties.
+/// Reported by a properties request.
 bool isReported(CopyState state);
 
 struct Version {
@@ -116,14 +116,14 @@ struct Extension {
 
 /// One copy of an extension on the simulated machine.
 struct Copy {
-    /// The younger, the higher; never used twice.
+    /// The younger the copy, the higher; never used twice.
     std::int64_t number = 0;
     Extension extension;
     Version version;
-    /// The bundle that brought it; empty if it was put there by hand.
+    /// The bundle that it came from; empty if it was installed without a request.
     std::string application;
     CopyState state = CopyState::validating;
-    /// It has outlived a restart that should have removed it.
+    /// It has survived a restart that should have removed it.
     bool lingered = false;
 
     friend bool operator==(const Copy&, const Copy&) = default;

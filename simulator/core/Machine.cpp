@@ -1,4 +1,4 @@
-// What the person at the machine does, and what befalls the machine.
+// What the user and the administrator do, and what happens to the machine.
 
 #include "simulator/core/Machine.h"
 
@@ -12,7 +12,7 @@ Machine::Machine(State state, const Disk& disk) : state_{std::move(state)}, disk
     finishWhatWasBegun();
 }
 
-/// Those requests that ended are forgotten.
+/// Forgets the requests that ended.
 Outbox Machine::takeOutbox() {
     for (auto entry = requests_.begin(); entry != requests_.end();)
         entry = entry->second.stage == Stage::ended ? requests_.erase(entry) : std::next(entry);
@@ -35,9 +35,9 @@ std::optional<Refusal> Machine::policyAgainst(const Extension& extension) const 
     return Refusal{Refusal::Kind::forbiddenByProfile, extension.identifier + ": the management profile forbids it"};
 }
 
-// The person at the machine -------------------------------------------------------------------------------------------
+// The user and the administrator --------------------------------------------------------------------------------------
 
-/// Enables a copy that waited, and tells who asked for it.
+/// Enables a copy that waited, and answers the request for it.
 void Machine::complete(Copy& copy) {
     Request* const request = waitingFor(copy);
     const std::int64_t result = activate(copy);
@@ -54,7 +54,7 @@ Verdict Machine::allow(const std::string& identifier) {
     return done;
 }
 
-/// The copy goes; its application is told 11, or nothing.
+/// Removes the copy; its request fails with 11, or is never answered.
 Verdict Machine::deny(const std::string& identifier) {
     const Copy* const copy = first(identifier, isWaiting);
     if (!copy) return nothingOf(identifier, "no copy is waiting for approval");
@@ -145,7 +145,7 @@ void Machine::reset() {
     tell({}, "reset: every copy, approval, request, and fault is removed");
 }
 
-/// And then everything is as it comes out of the box. Where applications lie is for their user to say.
+/// Everything is then as on a new machine, except the Applications folders.
 void Machine::resetAll() {
     reset();
     Settings settings;
@@ -155,7 +155,7 @@ void Machine::resetAll() {
     tell({}, "reset: settings and clock are at their defaults");
 }
 
-/// A copy that is put there takes the place of another as one that was asked for does.
+/// An installed copy replaces another as a requested one does.
 Verdict Machine::install(const std::string& identifier, const Version& version, const std::string& state) {
     const std::optional<CopyState> where = installableState(state);
     if (!where) return invalid("unknown state " + inQuotes(state));
@@ -177,7 +177,7 @@ Verdict Machine::install(const std::string& identifier, const Version& version, 
     return done;
 }
 
-/// No administrator is asked.
+/// Without an administrator.
 Verdict Machine::uninstall(const std::string& team, const std::string& identifier) {
     const Copy* const installed = replaceable(identifier);
     if (!installed) return nothingOf(identifier, "not installed");
@@ -205,7 +205,7 @@ void Machine::setDeveloperMode(bool on) {
     tell({}, on ? "developer mode: on" : "developer mode: off");
 }
 
-/// A profile answers what it allows and what it lets remove. What it forbids waits on, and is never enabled meanwhile.
+/// A profile completes what it allows and lets remove. What it forbids keeps waiting and cannot be enabled.
 Verdict Machine::setProfile(const std::string& contents) {
     if (contents.size() > limits::profile) return invalid("the profile is too long");
     auto profile = disk_.profileIn(contents);

@@ -11,27 +11,27 @@
 
 namespace simulator {
 
-/// The simulated machine's extension service: its copies are in Copies.cpp, what is asked of it in Requests.cpp, what
-/// it then does by itself in Steps.cpp, and the person and the machine in Machine.cpp. Passive and deterministic:
-/// whoever drives it calls an input, or step() while it answers true; then keeps state(), then says what takeOutbox()
-/// held. Time stands still but for advance().
+/// The extension service of the simulated machine: copies are in Copies.cpp, requests in Requests.cpp, the steps that
+/// requests take in Steps.cpp, and the user and the settings in Machine.cpp. Passive and deterministic: the caller
+/// calls an input, or step() while it returns true; then stores state(); then sends what takeOutbox() returned. Only
+/// advance() moves the clock.
 class Machine {
 public:
-    /// Goes on where the state was left: what had been begun is completed. The disk must outlive the machine.
+    /// Continues from the state and completes what was begun. The disk must outlive the machine.
     Machine(State state, const Disk& disk);
     Machine(const Machine&) = delete;
     Machine& operator=(const Machine&) = delete;
 
     const State& state() const { return state_; }
     const std::map<std::int64_t, Request>& requests() const { return requests_; }
-    /// Of every extension that has or had a copy, or lies in a bundle that asked or is in an Applications folder; in
-    /// alphabetical order.
+    /// Of every extension that has or had a copy, or is in a bundle that made a request or is in an Applications
+    /// folder; in alphabetical order.
     std::vector<std::string> identifiers() const;
 
-    /// Takes the next step that is due; says whether there was one.
+    /// Takes the next step that is due; false if there was none.
     bool step();
     Outbox takeOutbox();
-    /// What came of checking a seal that the outbox held; of no effect if its request has ended.
+    /// The result of checking a seal from the outbox; ignored if its request has ended.
     void sealChecked(std::int64_t request, bool matches);
 
     // The applications.
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] Verdict answerReplacement(const std::string& client, const std::string& token, bool replace);
     void clientLeft(const std::string& client);
 
-    // The person at the machine. Nothing that the profile forbids is allowed, enabled or installed enabled.
+    // The user and the administrator. None of these enables what the profile forbids.
     [[nodiscard]] Verdict allow(const std::string& identifier);
     [[nodiscard]] Verdict deny(const std::string& identifier);
     [[nodiscard]] Verdict authorize(const std::string& identifier);

@@ -13,8 +13,7 @@
 #include <utility>
 #include <vector>
 
-// What the simulated machine knows: what applications ask and what goes wrong with it, its management profile, what is
-// decided where no source settles it, and its copies.
+// The state of the simulated machine: requests, faults, the management profile, settings, and copies.
 
 namespace simulator {
 
@@ -26,7 +25,7 @@ inline constexpr std::array<std::string_view, 3> requestKinds{"activation", "dea
 std::string_view nameOf(RequestKind kind);
 std::optional<RequestKind> requestKindNamed(std::string_view name);
 
-/// How an order of a fault calls the requests that it is for; nothing: all of them.
+/// The word for the requests that a fault is ordered for; nothing: all of them.
 struct RequestWord {
     std::string_view word;
     std::optional<RequestKind> kind;
@@ -39,15 +38,15 @@ inline constexpr std::array requestWords{
     RequestWord{"any", std::nullopt},
 };
 
-/// Something that goes wrong with one request, ordered beforehand.
+/// A failure of one request, ordered in advance.
 struct Fault {
     enum class Kind {
         error,
         silent,
         delay,
-        hollow,   ///< finishes, and nothing runs
+        hollow,   ///< finishes, but nothing runs
         noprompt, ///< waits for the user without saying so
-        crash,    ///< the service dies when it has begun
+        crash,    ///< the service crashes while it works on the request
     };
 
     Kind kind = Kind::error;
@@ -64,7 +63,7 @@ struct Fault {
 struct FaultRow {
     Fault::Kind kind;
     std::string_view name;
-    /// Which requests it can befall, in the order of their kinds.
+    /// Which requests it can affect, in the order of their kinds.
     std::array<bool, requestKinds.size()> befalls;
 };
 
@@ -79,36 +78,36 @@ inline constexpr std::array faultKinds{
 
 std::string_view nameOf(Fault::Kind kind);
 std::optional<Fault::Kind> faultKindNamed(std::string_view name);
-/// Whether the fault, as it was ordered, befalls such a request.
+/// Whether the fault, as ordered, affects such a request.
 bool befalls(const Fault& fault, RequestKind request);
 /// The words that order it after "fault next": "any 8 "broken" --domain "D"", "activate after 90.000s".
 std::string textOf(const Fault& fault);
-/// Whether there is any kind of request that it can befall.
+/// Whether there is any kind of request that it can affect.
 bool isPossible(const Fault& fault);
 
-/// Where a request stands.
+/// The stage of a request.
 enum class Stage { delayed, checking, validating, replacement, staging, user, authorization, removing, silent, ended };
 
 /// As it is listed.
 std::string_view nameOf(Stage stage);
 
-/// Whether a request that stands there goes on without anyone's word.
+/// Whether a request at that stage continues without an answer from a person or application.
 bool worksByItself(Stage stage);
 
-/// What an application asks.
+/// A request as the application submits it.
 struct Submission {
-    /// Who asks; any text that names the client and no other.
+    /// Any text that identifies the client.
     std::string client;
-    /// What the client calls the request; no other open request of that client may be called the same.
+    /// The client's name for the request, unique among its open requests.
     std::string token;
-    /// The bundle that the client runs from; empty if it runs from none.
+    /// The bundle that the client is in; empty if it is in none.
     std::string application;
     RequestKind kind = RequestKind::properties;
     std::string identifier;
 };
 
-/// That, on its way to an answer. It is not kept over a stop of the service. Its client is empty once that is gone:
-/// what was begun goes on, and no one hears of it.
+/// A submission on its way to an answer. It is lost when the service stops. Its client is empty once that left: what
+/// was begun continues, but is not answered.
 struct Request : Submission {
     explicit Request(Submission asked) : Submission{std::move(asked)} {}
 
@@ -121,9 +120,9 @@ struct Request : Submission {
     /// The copy that it activates; 0 for none.
     std::int64_t copy = 0;
     std::int64_t result = 0;
-    /// What it fails with as soon as it is looked at.
+    /// What it fails with at its first step.
     std::optional<Failure> doomed;
-    /// When it was made, the extension was not its program's to ask for. It fails, and is in no one's way until then.
+    /// When it was submitted, the extension did not belong to its application. It fails, and affects no other request.
     bool isForeign = false;
     std::optional<Fault> fault;
     /// Whether the extension's files match its seal, once that was found out; it is not due until then.
@@ -133,7 +132,7 @@ struct Request : Submission {
     bool isBefallenBy(Fault::Kind what) const { return fault && fault->kind == what; }
 };
 
-/// A management profile: what the machine's owner allows. An empty one leaves everything to the user.
+/// A management profile. An empty one leaves everything to the user.
 struct Profile {
     using IdentifiersOfTeam = std::map<std::string, std::set<std::string>>;
 
@@ -154,7 +153,7 @@ struct Profile {
     friend bool operator==(const Profile&, const Profile&) = default;
 };
 
-/// A behavior on which what is known of the real system leaves a choice.
+/// A behavior of the real system that public sources leave open.
 enum class Switch {
     authorization,
     denial,
@@ -190,7 +189,7 @@ inline constexpr std::array switches{
 const SwitchRow& describe(Switch which);
 std::optional<Switch> switchNamed(std::string_view name);
 
-/// How the simulated machine is set up. A reset leaves it as it is, unless it is one of everything.
+/// The settings of the simulated machine. reset() leaves them as they are; resetAll() restores all but the folders.
 struct Settings {
     std::vector<std::string> applicationsFolders{"/Applications"};
     bool developerMode = false;
@@ -206,17 +205,17 @@ struct Settings {
     friend bool operator==(const Settings&, const Settings&) = default;
 };
 
-/// Everything about the simulated machine that outlives the service.
+/// What the service stores.
 struct State {
     /// By number, which is by age.
     std::map<std::int64_t, Copy> copies;
     /// Team and identifier of each extension that the user has approved.
     std::set<std::pair<std::string, std::string>> approvals;
-    /// By number, in the order in which they were ordered.
+    /// By number, in the order of the orders.
     std::map<std::int64_t, Fault> faults;
-    /// What is known of every extension that ever had a copy, by identifier.
+    /// Every extension that ever had a copy, by identifier.
     std::map<std::string, Extension> seen;
-    /// Every bundle that an application has asked from.
+    /// Every bundle that made a request.
     std::set<std::string> applications;
     Settings settings;
     /// The simulated clock, in milliseconds.

@@ -12,28 +12,28 @@
 
 namespace simulator {
 
-/// What came of it: what there is to say, which is often nothing, or why it was not done.
+/// What to print, which is often nothing, or why the machine refused.
 using Outcome = std::variant<std::string, Refusal>;
-/// Words that were understood, to be done to a machine.
+/// What a verb and its arguments do to a machine.
 using Deed = std::function<Outcome(Machine&)>;
 
-/// What someone says to the machine: a verb, and what follows it.
+/// A verb and its arguments.
 struct Saying {
     std::vector<Word> words;
-    /// Of the file that the words name, if they name one.
+    /// Of the file that the words name, if any.
     std::string contents;
 };
 
 inline constexpr std::string_view noLine = "-";
 
-/// What a person does to the simulated Mac, what befalls it, and how it is set up. A line of a scenario, a call of the
-/// command line and a press in System Settings are these words. A new verb is an entry of the table in Verbs.cpp.
+/// A verb that acts on the simulated Mac. The command line, scenarios, and System Settings share them. A new verb is an
+/// entry of the table in Verbs.cpp.
 struct Verb {
-    /// What the words after it, other than options, are to whoever says it: a file, whose contents are said with them;
-    /// or folders, which are absolute paths by the time that the machine hears of them.
+    /// What the arguments, other than options, name: a file, whose contents are passed along; or folders, which the
+    /// caller makes absolute.
     enum class Names { nothing, file, folders };
 
-    /// Under which the help lists it.
+    /// The heading under which the help lists it.
     std::string_view head;
     std::string_view word;
     std::string_view usage;
@@ -41,14 +41,14 @@ struct Verb {
     std::string_view summary;
     /// More lines, each ended, before those of the list.
     std::string_view details;
-    /// Takes what follows the verb. Throws NotUnderstood.
+    /// Reads the arguments. Throws NotUnderstood.
     Deed (*read)(Words& words);
     /// Its usage in a scenario; empty if that is the same, noLine if a scenario does not have it.
     std::string_view line{};
     Names names = Names::nothing;
     /// In a scenario, any other word that looks like an option is a text.
     std::string_view option{};
-    /// What it may name, as lines for the help; null if the details say it all.
+    /// More lines for the help; null if there are none.
     std::string (*list)() = nullptr;
 };
 
@@ -60,12 +60,12 @@ std::string detailsOf(const Verb& verb);
 std::string listOfStates(bool CopyStateRow::*trait = nullptr);
 /// Null if there is none.
 const Verb* verbNamed(std::string_view word);
-/// Whether words that can be understood name such a thing.
+/// Whether the arguments name such a thing.
 bool names(const std::vector<Word>& words, Verb::Names what);
-/// Understands a verb and what follows it. Throws NotUnderstood.
+/// Reads a verb and its arguments. Throws NotUnderstood.
 Deed understood(const Saying& saying, WrittenOn where = WrittenOn::commandLine);
 
-/// A word and what follows it, if anything does.
+/// A word and its usage, if it has one.
 std::string usageOf(std::string_view word, std::string_view usage);
 /// The same for a verb in a scenario.
 std::string lineOf(const Verb& verb);

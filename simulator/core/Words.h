@@ -11,7 +11,7 @@
 
 namespace simulator {
 
-/// Words that make no sense; what() is one line that says what is wrong, or what would be right.
+/// Words that cannot be understood; what() is one line that says why.
 class NotUnderstood : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -19,31 +19,31 @@ public:
 
 struct Word {
     std::string text;
-    /// It is nothing but a text: neither an option nor a word that means something.
+    /// It is text only, neither an option nor a keyword.
     bool isQuoted = false;
 };
 
 using WordList = std::vector<std::string>;
 
-/// Where words were written. On a command line options may stand anywhere, and what is wrong with their number is found
-/// first; a line of a scenario is read from left to right, and what is wrong is said together with its usage.
+/// Where the words were written. On a command line, options may be anywhere, and the number of arguments is checked
+/// first. A line of a scenario is read from left to right, and each complaint about it gives the usage.
 enum class WrittenOn { commandLine, scenario };
 
-/// What is left to read of the words that follow a verb. Whatever is not as it must be is thrown as NotUnderstood.
-/// First the options are taken, then expect() is called, then the words are taken in their order, then end() is called.
+/// The arguments of a verb that are still to be read. Throws NotUnderstood. First take the options, then call expect(),
+/// then take the arguments in order, then call end().
 ///
 ///     words.expect(1, 2);
 ///     const std::string identifier = words.take("an extension's identifier");
 ///     const bool isOn = words.takeOneOf("a mode", {"on", "off"}) == "on";
 class Words {
 public:
-    /// usage: what the words should look like, with the verb. help: the verb of the command line whose help says more.
+    /// usage: the verb and its arguments. help: the verb whose help explains them.
     Words(std::vector<Word> words, std::string usage, std::string help, WrittenOn where = WrittenOn::commandLine);
 
-    /// Takes the option out of the words; says whether it was there.
+    /// Takes the option; false if it is not there.
     bool takeFlag(std::string_view name);
-    /// Takes the option and the word after it, or after its "=", out of the words; nothing if it was not there. what:
-    /// how a complaint calls that word.
+    /// Takes the option and its value, the next word or what follows "="; nothing if it is not there. what: the value,
+    /// for complaints.
     std::optional<std::string> takeOption(const std::string& name, const std::string& what);
     /// The same for a length of time, in milliseconds.
     std::optional<std::int64_t> takeDurationOption(const std::string& name);
@@ -54,14 +54,14 @@ public:
     void expect(std::size_t least, std::size_t most) const;
 
     bool isAtEnd() const { return next_ == words_.size(); }
-    /// Nothing follows on a command line, which asks how it is. In a scenario nobody would hear the answer.
+    /// No argument follows on a command line, so the current value is printed. A scenario cannot print it.
     bool asks() const { return isAtEnd() && areTyped(); }
     /// On a command line.
     bool areTyped() const { return where_ == WrittenOn::commandLine; }
     std::size_t count() const { return words_.size() - next_; }
     /// Takes the next word if it is this one, without quotes.
     bool takes(std::string_view word);
-    /// Takes the next word, whatever it is. what: how a complaint calls it, such as "a build".
+    /// Takes the next word. what: its name in complaints, such as "a build".
     std::string take(std::string_view what);
     /// The same; it must be one of these.
     std::string takeOneOf(std::string_view what, const WordList& known);
@@ -75,7 +75,7 @@ public:
     /// Nothing more may follow.
     void end() const;
 
-    /// What the file held that the words name.
+    /// Of the file that the words name.
     void setContents(std::string contents) { contents_ = std::move(contents); }
     const std::string& contents() const { return contents_; }
 
@@ -101,11 +101,11 @@ private:
     std::string contents_;
 };
 
-/// Each as it stands, which is how a command line is written.
+/// None of them quoted.
 std::vector<Word> plainWords(const WordList& texts);
 /// In it, a quote or a backslash has a backslash before it.
 std::string inQuotes(std::string_view word);
-/// Whether it looks like one.
+/// Whether the word looks like an option.
 bool isOption(std::string_view word);
 /// Reads "90s", "1.5h", "250ms": digits, with or without a fraction, and one of ms, s, m, h, d; seconds if there is
 /// none. Yields whole milliseconds, at most a thousand years of them; nothing if the text is anything else.

@@ -15,8 +15,8 @@ QList<CopyEntry> copyEntries(const State& state);
 /// The signal that carries an answer to its client.
 QDBusMessage messageOf(const Answer& answer);
 
-/// The service as the bus sees it: every method of both interfaces under its own name, called by the generated
-/// adaptors. Who calls is looked up for each call; a refusal becomes an error reply.
+/// The service on the bus: the methods of both interfaces, called by the generated adaptors. It looks the caller up for
+/// each call, and turns a refusal into an error reply.
 class BusObject : public QObject, protected QDBusContext {
     Q_OBJECT
 
@@ -47,11 +47,10 @@ private slots:
 
 private:
     void flush();
-    /// The application bundle that its program lies in now, for it may be moved while it runs; empty if it lies in
-    /// none.
+    /// The application bundle that its program is in now, as it may be moved while it runs; empty if it is in none.
     std::string bundleOf(const QString& client) const;
 
-    /// Does something for the caller, or refuses it.
+    /// Acts on the machine; a refusal becomes an error reply.
     void perform(const std::function<Verdict(Machine&)>& deed);
 
     QDBusConnection bus_;

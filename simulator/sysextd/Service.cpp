@@ -10,7 +10,7 @@ namespace simulator {
 
 namespace {
 
-/// Without a goodbye: no answer that is still under way may leave.
+/// At once: no pending answer may be sent.
 [[noreturn]] void die(const std::string& reason) {
     std::fprintf(stderr, "sysextd: %s\n", reason.c_str());
     std::_Exit(1);

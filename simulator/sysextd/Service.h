@@ -14,9 +14,8 @@
 
 namespace simulator {
 
-/// The machine, its store and its steps. Nothing is said before it is kept: each signal comes after the store has the
-/// change that it tells of. Where the store fails, the process ends with one line on standard error, and no answer is
-/// given.
+/// The machine, its store, and its steps. Each change is in the store before a signal tells of it. If the store fails,
+/// the process ends with one line on standard error and sends nothing.
 class Service : public QObject {
     Q_OBJECT
 
@@ -25,8 +24,8 @@ public:
     explicit Service(const std::string& storeFile);
 
     const Machine& machine() const { return machine_; }
-    /// Does something to the machine and keeps what came of it. The steps that follow are taken later, one in each
-    /// turn of the event loop.
+    /// Acts on the machine and stores the result. The steps that follow are taken later, one per turn of the event
+    /// loop.
     Verdict perform(const std::function<Verdict(Machine&)>& deed);
 
 signals:
@@ -34,14 +33,14 @@ signals:
     void happened(const simulator::Event& event);
     void changed();
     void restarting();
-    /// The process ends without a goodbye once this returns. What was said before must be on its way.
+    /// The process ends at once when this returns; what was sent before must be on the bus by then.
     void dying();
 
 private:
     void step();
     void stepLater();
     void settle();
-    /// On a thread of its own: it reads all of an extension's files, and nothing else waits for that.
+    /// On another thread, because it reads all of the extension's files.
     void check(const SealToCheck& seal);
     void keep(const std::set<std::int64_t>& touched);
 
