@@ -1,4 +1,4 @@
-"""The application as a person meets it: a banner, cards, buttons and menus; and what it prints."""
+"""The application as a user sees it: the banner, the cards, their buttons and menus, and the output."""
 
 import screen
 from desktop import BUILD
@@ -24,7 +24,7 @@ def executable(bundle=BUNDLE):
 
 
 class Cards:
-    """The window of a running application. Its user has a process id and can say what it printed."""
+    """The window of a running application. The program must have `pid` and `said()`."""
 
     def __init__(self, program):
         self.screen = screen.Screen(program)
@@ -47,7 +47,7 @@ class Cards:
         self.screen.wait_for(lambda: self.state(name) == state, f"the card of {name} says {state!r}")
 
     def wait_for_icon(self, name, enabled):
-        """Waits until a card's icon is told as that of an enabled extension, or of one that is not."""
+        """Waits until the name of a card's icon says that the extension is enabled, or not enabled."""
         self.screen.wait_for_node(f"{name}, {'enabled' if enabled else 'not enabled'}", Atspi.Role.IMAGE)
 
     def action(self, name):
@@ -55,7 +55,7 @@ class Cards:
         return next((title for title in ("Activate", "Upgrade") if self.has_button(title, name)), None)
 
     def press(self, title, name):
-        """Presses the button of that title on a card."""
+        """Presses the button with this title on a card."""
         self.screen.press(f"{title} {name}", Atspi.Role.PUSH_BUTTON)
 
     def choose(self, item, name):

@@ -1,4 +1,4 @@
-"""A session bus of its own, and the look at who is there."""
+"""A private session bus, and the names on it."""
 
 import os
 import signal
@@ -29,13 +29,13 @@ SERVICE = "com.kelvra.Simulator1"
 
 
 class Daemon(Program):
-    """It hands its error output on to the services that it starts."""
+    """The services that it starts write to its error output."""
 
     usual_errors = ("dbus-daemon[", "sysextd: dies in the middle of a request, as ordered")
 
 
 class Bus:
-    """Starts with `start`, which starts a program. Whatever comes or goes on the bus wakes whoever waits."""
+    """Started with `start`, which starts a program. Each name that comes or goes ends a wait."""
 
     def __init__(self, start, folder, services):
         configuration = folder / "bus.conf"
@@ -81,11 +81,11 @@ class Bus:
         wait_until(lambda: not self.has(name), f"{name} leaves the bus")
 
     def process_of(self, name):
-        """The process id of whoever has the name."""
+        """The process id of the owner of the name."""
         return self.ask("GetConnectionUnixProcessID", name)
 
     def kill_service(self):
-        """Ends the service as a crash does; it has written down what it answered."""
+        """Ends the service as a crash does. It has saved what it answered."""
         if self.has(SERVICE):
             os.kill(self.process_of(SERVICE), signal.SIGKILL)
             self.wait_for_end_of(SERVICE)

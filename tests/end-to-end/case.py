@@ -1,4 +1,4 @@
-"""What the tests have in common: a desktop with a simulated Mac, the application, and System Settings."""
+"""Base classes of the tests: a desktop with a simulated Mac, the application, and System Settings."""
 
 import unittest
 
@@ -15,14 +15,14 @@ NETWORK = "com.kelvra.driverkit.usb-to-poe"
 
 
 class Mac:
-    """The simulated Mac of a desktop, by its command line."""
+    """The simulated Mac of a desktop, controlled with its command line."""
 
     def __init__(self, desktop):
         self.desktop = desktop
         self.does("applications", BUILD)
 
     def says(self, *words):
-        """What the command line prints. It must not fail."""
+        """Runs a command, which must not fail. Returns what it prints."""
         program = self.desktop.run(BUILD / "bin/sysextctl", *words)
         if program.status != 0:
             raise AssertionError(f"sysextctl {' '.join(map(str, words))} ends with {program.status}\n{program.said()}")
@@ -32,7 +32,7 @@ class Mac:
 
 
 class DesktopTest(unittest.TestCase):
-    """A desktop on whose bus no service can be started. The tests of a class share it, one after the other."""
+    """A desktop on whose bus no service can be started. The tests of a class share it."""
 
     services = NO_SERVICES
 
@@ -58,11 +58,11 @@ class MacTest(DesktopTest):
         self.mac = Mac(self.desktop)
 
     def expect_output(self, application, *lines):
-        """The diagnostic lines that come next, in any order, and no others."""
+        """Expects these diagnostic lines next, in any order."""
         self.assertEqual(sorted(lines), application.wait_for_lines(len(lines)))
 
     def expect_log(self, application, *lines):
-        """The log lines that come next, in any order, and no others."""
+        """Expects these log lines next, in any order."""
         self.assertEqual(sorted(lines), application.wait_for_lines(len(lines), application.errors))
 
     def expect_look(self, application, banner, camera, network):
@@ -71,7 +71,7 @@ class MacTest(DesktopTest):
         application.wait_for_state("Network Driver", network)
 
     def expect_new_look(self, banner, camera, network):
-        """What an application that is started now makes of the Mac's answers. The network driver's comes last."""
+        """Expects this of an application that starts now. The answer for the network driver arrives last."""
         application = self.open_application()
         if network != NOT_INSTALLED:
             application.wait_for_line(NETWORK)
@@ -79,7 +79,7 @@ class MacTest(DesktopTest):
         application.end()
 
     def open_settings(self, application):
-        """Waits until the application's window has given the keyboard away, which would close a menu of its."""
+        """Opens System Settings and waits until the application has lost focus, which closes its menus."""
         application.screen.wait_for(application.screen.is_active, "the application is active")
         settings = Screen(self.desktop.start([BUILD / "bin/SystemSettings"], program=QuietProgram))
         application.screen.wait_for(lambda: not application.screen.is_active(), "System Settings is active")

@@ -1,4 +1,4 @@
-"""A desktop of its own for one test: a display, a window manager, a session bus and assistive technology."""
+"""A private desktop for one test: a display, a window manager, a session bus, and assistive technology."""
 
 import os
 import shutil
@@ -18,7 +18,7 @@ FOREIGN = ("DBUS_SESSION_BUS_ADDRESS", "WAYLAND_DISPLAY", "AT_SPI_BUS_ADDRESS")
 
 
 class Desktop:
-    """Everything that a person's session has, in a temporary folder. Call close() when done."""
+    """Everything in a user's session, in a temporary folder. Call close() when done."""
 
     def __init__(self, services):
         self.temporary = tempfile.TemporaryDirectory(prefix="driver-manager-")
@@ -46,7 +46,7 @@ class Desktop:
             "XDG_DATA_DIRS": "/usr/share",
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
             "QT_QPA_PLATFORM": "xcb",
-            "ASAN_OPTIONS": "detect_leaks=0",  # what the plugins of the toolkit keep to the end is not ours
+            "ASAN_OPTIONS": "detect_leaks=0",  # the toolkit's plugins never free some memory
         }
 
     def start(self, command, environment=(), program=Program, **options):
@@ -63,8 +63,7 @@ class Desktop:
         return program
 
     def clear(self):
-        """Makes it as new: ends what was started on it and forgets the Mac. Fails if a program has complained of what
-        the test did not expect."""
+        """Ends all programs and resets the Mac. Fails if a program has printed an unexpected error."""
         self.end(self.programs[self.own :])
         self.bus.kill_service()
         shutil.rmtree(self.folder / "state", ignore_errors=True)

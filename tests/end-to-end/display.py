@@ -1,4 +1,4 @@
-"""An X display of its own: what it shows, its windows, and a person's keys."""
+"""A private X display: its pixels, its windows, and the keyboard."""
 
 import os
 import struct
@@ -16,8 +16,7 @@ from events import note, wait_until
 
 
 class Display:
-    """Starts with `start`, which starts a program, and keeps its pixels in the folder. What it draws wakes whoever
-    waits."""
+    """Started with `start`, which starts a program. Keeps its pixels in the folder. Drawing ends a wait."""
 
     def __init__(self, start, folder):
         self.folder = folder
@@ -45,7 +44,7 @@ class Display:
         events.already_read.append(self.read)
 
     def read(self):
-        """Takes the events that are there."""
+        """Handles pending events."""
         number = self.connection.pending_events()
         self.happened += number
         for _ in range(number):
@@ -53,7 +52,7 @@ class Display:
             note()
 
     def wait_until_at_rest(self):
-        """Waits until nothing has been drawn for half a second. For pictures alone: a test knows what it waits for."""
+        """Waits until nothing has been drawn for half a second. Only for pictures: a test waits for an event."""
         seen = None
         while seen != self.happened:
             seen, passed = self.happened, []
@@ -66,7 +65,7 @@ class Display:
         self.connection.close()
 
     def property(self, window, name):
-        """The value, or None where there is none or the window has gone."""
+        """The value, or None if there is none or the window is gone."""
         try:
             found = window.get_full_property(self.connection.intern_atom(name), X.AnyPropertyType)
         except error.BadWindow:
@@ -78,18 +77,18 @@ class Display:
         return [self.connection.create_resource_object("window", number) for number in numbers]
 
     def windows(self, title):
-        """The windows with that title, in the order in which the window manager took them."""
+        """The windows with this title, in the order in which the window manager listed them."""
         return [window for window in self.clients() if self.property(window, "_NET_WM_NAME") == title.encode()]
 
     def window(self, title):
         return wait_until(lambda: self.windows(title), f"there is a window {title!r}")[0]
 
     def close_window(self, title):
-        """Closes a window as a person does, by way of the window manager."""
+        """Closes a window as a user does, through the window manager."""
         self.tell_window_manager("_NET_CLOSE_WINDOW", self.window(title), X.CurrentTime, 2)
 
     def raise_window(self, title):
-        """Puts a window before the others and gives it the keyboard."""
+        """Raises a window and gives it focus."""
         self.tell_window_manager("_NET_ACTIVE_WINDOW", self.window(title), 2, X.CurrentTime)
         self.wait_until_active(title)
 
@@ -100,12 +99,12 @@ class Display:
         self.connection.flush()
 
     def wait_until_active(self, title):
-        """Waits until a window has the keyboard."""
+        """Waits until a window has focus."""
         window = self.window(title)
         wait_until(lambda: window.id in (self.property(self.root, "_NET_ACTIVE_WINDOW") or []), f"{title!r} is active")
 
     def type(self, *keys):
-        """Presses and releases each key; it goes to the window that has the keyboard."""
+        """Presses and releases each key in the window that has focus."""
         for key in keys:
             code = self.connection.keysym_to_keycode(XK.string_to_keysym(key))
             xtest.fake_input(self.connection, X.KeyPress, code)
@@ -117,7 +116,7 @@ class Display:
         self.connection.flush()
 
     def place_of(self, title):
-        """Left, top, right and bottom of a window, without its frame."""
+        """Left, top, right, and bottom of a window, without its frame."""
         window = self.window(title)
         size, place = window.get_geometry(), self.root.translate_coords(window, 0, 0)
         return place.x, place.y, place.x + size.width, place.y + size.height
@@ -141,7 +140,7 @@ class Picture(NamedTuple):
     rows: tuple  # of bytes: red, green, blue for each pixel
 
     def part(self, x, y, width, height):
-        """The rectangle of this picture that is so many pixels wide and high."""
+        """The rectangle of this picture with this width and height."""
         return Picture(width, height, tuple(row[3 * x : 3 * (x + width)] for row in self.rows[y : y + height]))
 
     def png(self):
@@ -157,7 +156,7 @@ def chunk(name, data):
 
 
 def picture_in(path):
-    """The picture in a display's file: an X window dump of 32 bits a pixel, blue first."""
+    """The picture in a display's file: an X window dump with 32 bits per pixel, blue first."""
     data = path.read_bytes()
     fields = HEADER.unpack_from(data)
     size, width, height, bits, stride, colors = fields[0], fields[4], fields[5], fields[11], fields[12], fields[19]

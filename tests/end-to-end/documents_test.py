@@ -40,7 +40,7 @@ class TheDocuments(MacTest):
 
 
 class TheTourOfTheSimulator(MacTest):
-    """What docs/simulator.md has its reader type, with the presses that it tells of in between."""
+    """The commands of the tour in docs/simulator.md, with the presses between them."""
 
     def setUp(self):
         super().setUp()
@@ -49,7 +49,7 @@ class TheTourOfTheSimulator(MacTest):
         self.blocks = re.findall(r"^```\n(.*?)^```", tour, re.MULTILINE | re.DOTALL)
 
     def type_block(self):
-        """Types the next block; each line must do what it is for. Gives what they print."""
+        """Types the next block. Each line must succeed. Returns what they print."""
         output = []
         for line in self.blocks.pop(0).splitlines():
             command = re.sub(r"\s+#.*", "", line).replace("sysextctl", f'"{BUILD}/bin/sysextctl"', 1)

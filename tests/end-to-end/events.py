@@ -1,22 +1,22 @@
-"""Waiting for what happens: every wait here ends with an event, and the time limit only ends a test that has failed."""
+"""Waiting for events. The time limit only ends a test that has failed."""
 
 from gi.repository import GLib
 
 LIMIT = 30  # seconds
 
-# Functions that look through events which were read already while something else was asked for.
+# Functions that handle events that were read while waiting for a reply.
 already_read = []
 
 news = []
 
 
 def note(*_):
-    """Whatever may be waited for says here that it happened. To look at a screen brings events that are none."""
+    """Ends a wait if its condition holds now. Other GLib events do not: reading a screen causes some."""
     news.append(True)
 
 
 def wait_until(condition, what):
-    """Handles events until the condition holds, and gives what it gave. `what` may be a function that says what is."""
+    """Handles events until the condition holds, and returns its value. `what` is a text or returns one."""
     expired = []
     limit = GLib.timeout_add_seconds(LIMIT, lambda: expired.append(True) or GLib.SOURCE_CONTINUE)
     try:

@@ -1,4 +1,4 @@
-"""Programs that a test starts: what they print, and how they end."""
+"""Programs that a test starts: their output and their exit status."""
 
 import os
 import subprocess
@@ -12,9 +12,9 @@ ENDS_WITH_THE_TEST = ("setpriv", "--pdeathsig", "TERM")
 
 
 class Program:
-    """A running program. Its lines are read as they come, and each wakes whoever waits."""
+    """A running program. Its lines are read as they arrive, and each ends a wait."""
 
-    # How each line of its error output may begin: what is not ours may write there what it likes.
+    # How each line of its error output may begin. Other programs may write anything.
     usual_errors = ("",)
 
     def __init__(
@@ -71,13 +71,12 @@ class Program:
         note()
 
     def wait_for_line(self, text, lines=None):
-        """Waits for a line of its output that holds the text."""
+        """Waits for a line of its output that contains the text."""
         lines = self.output if lines is None else lines
         wait_until(lambda: any(text in line for line in lines), lambda: f"{self.name} prints {text!r}\n{self.said()}")
 
     def wait_for_lines(self, expected, lines=None):
-        """Waits until it has printed that many more lines since the last such call; gives them, sorted. Answers come in
-        any order."""
+        """Waits for this many more lines since the last call. Returns them sorted: answers come in any order."""
         lines = self.output if lines is None else lines
         seen = self.seen.setdefault(id(lines), 0)
         wait_until(
@@ -87,30 +86,30 @@ class Program:
         return sorted(lines[seen:])
 
     def next_line(self, lines):
-        """Waits for the line after those that were taken before."""
+        """Waits for the line after those taken so far."""
         place = self.seen.get(id(lines), 0)
         wait_until(lambda: len(lines) > place, lambda: f"{self.name} prints another line\n{self.said()}")
         self.seen[id(lines)] = place + 1
         return lines[place]
 
     def wait_for_next(self, text):
-        """Takes the lines of its output up to the next one that holds the text."""
+        """Takes the lines of its output up to the next one that contains the text."""
         while text not in self.next_line(self.output):
             pass
 
     def lines_left(self, lines):
-        """The lines that it has printed until now and nobody took."""
+        """The lines that it has printed but no test has taken."""
         while GLib.MainContext.default().iteration(False):
             pass
         return lines[self.seen.get(id(lines), 0) :]
 
     def wait_for_end(self):
-        """Waits until it has ended and all that it printed is read; gives its status, negative for a signal."""
+        """Waits until it has ended. Returns its status, which is negative for a signal."""
         wait_until(lambda: self.status is not None, lambda: f"{self.name} ends\n{self.said()}")
         return self.status
 
     def wait_for_last_line(self):
-        """Waits until nobody can print any more."""
+        """Waits until its output is closed."""
         wait_until(lambda: self.open_pipes == 0, lambda: f"the output of {self.name} ends\n{self.said()}")
 
     def signal(self, number):
@@ -123,7 +122,7 @@ class Program:
             self.wait_for_end()
 
     def take_unusual_errors(self):
-        """The lines of its error output that it should not have written; each is given once."""
+        """The unexpected lines of its error output. Each is returned once."""
         unusual = [line for line in self.errors if not line.startswith(self.usual_errors)]
         self.errors.clear()
         return unusual
@@ -133,6 +132,6 @@ class Program:
 
 
 class QuietProgram(Program):
-    """One that has nothing to complain of."""
+    """A program that must write no error output."""
 
     usual_errors = ()

@@ -41,7 +41,7 @@ class TheRoad(MacTest):
         self.expect_output(application, *lines)
 
     def expect_everywhere(self, application, *look):
-        """The running application and one that is started now show the same."""
+        """Expects this of the running application and of one that starts now."""
         self.expect_look(application, *look)
         self.expect_new_look(*look)
 
@@ -96,7 +96,7 @@ class AServiceCrash(MacTest):
         self.expect_look(self.application, NOTHING_INSTALLED, NOT_INSTALLED, NOT_INSTALLED)
 
     def expect_failure(self):
-        """One line that says what happened, and nothing that is asked again by itself."""
+        """Expects one line that reports the failure, and no automatic retry."""
         self.application.wait_for_line(UNKNOWN_ERROR, self.application.errors)
         self.assertFalse(self.desktop.bus.has(SERVICE))
         self.assertEqual(1, sum("Sysex identifier" in line for line in self.application.errors))

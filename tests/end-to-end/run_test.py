@@ -1,4 +1,4 @@
-"""The command that a newcomer types, in a small tree of its own whose build is what the test says."""
+"""./run, in a small source tree whose build is a script of the test."""
 
 import os
 import shutil
@@ -43,7 +43,7 @@ class Tree(unittest.TestCase):
         self.write(self.root / f"{name}.sh", text)
 
     def write_tool(self, name, text):
-        """One that the commands find before the system's."""
+        """Writes a tool that the commands find before the system's."""
         self.write(self.bin / name, text)
 
     @staticmethod
@@ -106,12 +106,12 @@ class Run(Tree):
         self.expect_end_of_build(lambda program: program.signal(signal.SIGKILL), -signal.SIGKILL)
 
     def expect_end_of_build(self, end, status):
-        """What the build runs tells of itself through a pipe, which ends when the process does."""
+        """The build keeps a pipe open, which closes when the build ends."""
         pipe = self.root / "pipe"
         os.mkfifo(pipe)
         self.write_script("build", 'exec sleep 1000 >"${0%/*}/pipe"')
         program = self.start(DISPLAY=":0")
-        with open(pipe, "rb", buffering=0) as reader:  # opens when the build has opened it
+        with open(pipe, "rb", buffering=0) as reader:  # blocks until the build has opened it
             ended = []
             GLib.unix_fd_add_full(
                 GLib.PRIORITY_DEFAULT, reader.fileno(), GLib.IOCondition.HUP, lambda *_: ended.append(True) or note()
@@ -127,7 +127,7 @@ class ThePackages(Tree):
         (self.root / "tools/packages.txt").write_text("g++ # compiles\ngdb # tests: looks\ncmake # configures\n")
 
     def installed_by(self, command):
-        """What it has installed on a machine that has cmake, and nothing else."""
+        """The packages that it installs on a machine that has only cmake."""
         self.write_tool("dpkg-query", "echo '<installed cmake><not-installed gdb>'")
         self.write_tool("sudo", '"$@"')
         self.write_tool("apt-get", f'echo "$*" >>"{self.root}/calls"')
@@ -155,7 +155,7 @@ class CtrlC(Tree):
 
 
 class TheBuild(unittest.TestCase):
-    """What is started a second time starts at once."""
+    """A second build of this tree."""
 
     def test_has_nothing_to_do_if_nothing_changed(self):
         ninja = Program(["ninja", "-C", os.environ["DRIVER_MANAGER_BUILD"]])

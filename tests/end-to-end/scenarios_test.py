@@ -1,5 +1,5 @@
-"""Scenarios of the simulator, played through the window: what an application does in them is pressed, what it hears is
-read, and all else is typed. What they expect of the Mac itself is held where they are played without a window."""
+"""Scenarios of the simulator, played in the window: with presses for what the application does, and commands for the
+rest. Tests without a window check what the scenarios expect of the Mac."""
 
 import re
 import shlex
@@ -22,8 +22,8 @@ FAILURES = {
 
 
 class Road(MacTest):
-    """Plays a scenario. The base driver, which has no card, is installed throughout: the application prints a line
-    about it each time that it looks, and by then it has heard all that it was told before it asked."""
+    """Plays a scenario. The base driver, which has no card, stays installed: the application prints a line about it
+    at each refresh, after everything that it received before."""
 
     def play(self, name, banner=NOTHING_INSTALLED, camera=NOT_INSTALLED, network=NOT_INSTALLED):
         self.events = self.desktop.start([BUILD / "bin/sysextctl", "watch"], program=Program)
@@ -64,7 +64,7 @@ class Road(MacTest):
         self.submit(f"{identifier}\tdeactivation submitted", lambda: application.choose("Remove", CARDS[identifier]))
 
     def submit(self, event, press):
-        """Presses, and waits until the service has the request."""
+        """Presses, and waits until the service has received the request."""
         press()
         self.events.wait_for_next(event)
 
@@ -89,7 +89,7 @@ class Road(MacTest):
         self.assertEqual(status, self.application.wait_for_end())
         self.application = None
 
-    # What it does not do itself --------------------------------------------------------------------------------------
+    # What others do --------------------------------------------------------------------------------------------------
 
     def do_reset(self):
         self.mac.does("reset")
@@ -98,14 +98,14 @@ class Road(MacTest):
     def do_profile(self, file):
         self.mac.does("profile", file if file == "--remove" else SCENARIOS / file)
 
-    # What it hears ---------------------------------------------------------------------------------------------------
+    # What it receives ------------------------------------------------------------------------------------------------
 
     def do_expect(self, what, *words):
         if check := getattr(self, f"expect_{what}", None):
             check(*words)
 
     def expect_line(self, pattern):
-        """The next line that the application logs."""
+        """Expects this as the next line that the application logs."""
         self.assertRegex(self.application.next_line(self.application.errors), f"^{pattern}$")
 
     def expect_needs(self, *_):
@@ -117,7 +117,7 @@ class Road(MacTest):
         self.looks += 1
 
     def expect_failed(self, code, *rest):
-        if "domain" not in rest:  # the application passes over errors of other domains
+        if "domain" not in rest:  # the application ignores errors of other domains
             self.expect_line(rf"Sysex request failed: .+ \({FAILURES[int(code)]}\)")
 
     def expect_asked(self, to, replace, existing, by, replacement):
@@ -135,7 +135,7 @@ class Road(MacTest):
         )
 
     def expect_nothing(self):
-        """The application logs nothing but what was expected. It looks once more, and so has heard everything."""
+        """Expects no other log lines. A refresh makes sure that the application has received everything."""
         self.refresh()
         self.application.screen.wait_for(lambda: len(self.lines_about(BASE)) == self.looks, f"{self.looks} looks")
         self.assertEqual([], self.application.lines_left(self.application.errors))

@@ -1,4 +1,4 @@
-"""What assistive technology sees of a program, and how it presses."""
+"""A program as assistive technology sees and uses it."""
 
 import warnings
 
@@ -13,7 +13,7 @@ listeners = []
 
 
 def listen():
-    """Has every event of assistive technology wake whoever waits."""
+    """Makes every event of assistive technology end a wait."""
     Atspi.init()
     for kind in ("object", "window", "focus"):
         listener = Atspi.EventListener.new(note)
@@ -39,7 +39,7 @@ class Screen:
         return None
 
     def nodes(self):
-        """Everything on the screen of the program, in reading order. Nothing while it is coming or going."""
+        """All objects of the program, in reading order; none while it starts or ends."""
         try:
             application = self.application()
             return [node for node in walk(application) if is_shown(node)] if application else []
@@ -62,7 +62,7 @@ class Screen:
             return []
 
     def is_active(self):
-        """Whether its window has the keyboard."""
+        """Whether its window has focus."""
         return any(node.get_state_set().contains(Atspi.StateType.ACTIVE) for node in self.nodes())
 
     def find(self, name, *roles):
@@ -112,5 +112,5 @@ def act(node, *names):
 
 def names_of_actions(node):
     with warnings.catch_warnings():
-        warnings.simplefilter("ignore")  # the binding takes the newer name of the function for the older one
+        warnings.simplefilter("ignore")  # the binding wrongly reports the function as deprecated
         return [node.get_action_name(index) for index in range(node.get_n_actions())]

@@ -21,7 +21,7 @@ NO_BUS = {"DBUS_SESSION_BUS_ADDRESS": "", "XDG_RUNTIME_DIR": ""}
 
 
 class Session(Program):
-    """A running session, with every process that came since on the same desktop."""
+    """A running session, with every process started since on the same desktop."""
 
     def __init__(self, command, environment, **options):
         self.desktop = f"XDG_CONFIG_HOME={environment['XDG_CONFIG_HOME']}".encode()
@@ -29,7 +29,7 @@ class Session(Program):
         super().__init__(command, environment, process_group=0, **options)
 
     def everybody(self):
-        """The names of all processes of that desktop, by their numbers."""
+        """The names of all processes of that desktop, by process id."""
         found = {}
         for entry in Path("/proc").glob("[0-9]*"):
             try:
@@ -40,22 +40,22 @@ class Session(Program):
         return found
 
     def processes(self):
-        """Those of them that were not there before the session."""
+        """Those that started after the session."""
         return {number: name for number, name in self.everybody().items() if number not in {*self.others, self.pid}}
 
     def number_of(self, name):
-        """The process id of the program with that name, or None."""
+        """The process id of the program with this name, or None."""
         return next((number for number, found in self.processes().items() if found == name), None)
 
     def interrupt(self):
-        """What Ctrl-C does: the signal goes to everyone in the foreground."""
+        """Does what Ctrl-C does: signals every process in the foreground."""
         os.killpg(self.pid, signal.SIGINT)
 
 
 class SessionTest(DesktopTest):
     def setUp(self):
         super().setUp()
-        screen.listen()  # assistive technology is there before the session is
+        screen.listen()  # assistive technology runs before the session starts
 
     def open_session(self, *options, environment=(), build=BUILD):
         self.session = self.desktop.start([SESSION, build, *options], environment, program=Session)
@@ -66,7 +66,7 @@ class SessionTest(DesktopTest):
         return self.session
 
     def expect_mac(self, folder):
-        """There the service has its store, and the session its lock."""
+        """Expects the service's store and the session's lock in this folder."""
         self.assertTrue((folder / "kelvra-simulator/store.sqlite").exists())
         self.assertTrue((folder / "kelvra-simulator/session.lock").exists())
 
@@ -76,12 +76,12 @@ class SessionTest(DesktopTest):
             os.kill(number, signal.SIGKILL)
 
     def interrupt(self):
-        """The session ends on Ctrl-C."""
+        """Ends the session with Ctrl-C."""
         self.session.interrupt()
         self.expect_end(130)
 
     def expect_end(self, status):
-        """The session ends, and at that moment nothing of it is left."""
+        """Expects that the session ends and leaves no process behind."""
         self.assertEqual(status, self.session.wait_for_end())
         self.session.wait_for_last_line()
         self.assertEqual({}, self.session.processes())
@@ -187,7 +187,7 @@ class ASessionWithItsOwnBus(SessionTest):
 
 
 def wait_for_ends(watches):
-    """Waits until the processes behind the descriptors have ended."""
+    """Waits until the processes of these descriptors have ended."""
     ended = []
     for watch in watches:
         GLib.unix_fd_add_full(
@@ -203,7 +203,7 @@ class ASessionOnAnExistingBus(SessionTest):
         return program.output
 
     def cards(self):
-        """The window of the application that runs now."""
+        """The window of the current application."""
         number = wait_until(lambda: self.session.number_of(TITLE), "the application runs")
         return Cards(SimpleNamespace(pid=number, said=self.session.said))
 

@@ -8,7 +8,7 @@ from program import QuietProgram
 from screen import Atspi, Screen
 
 
-ICONIC = 3  # as Xlib's WM_STATE has it
+ICONIC = 3  # Xlib's IconicState
 
 
 class SettingsTest(MacTest):
@@ -21,7 +21,7 @@ class SettingsTest(MacTest):
 
 
 class Listener:
-    """What assistive technology is told of from here on."""
+    """Records the events that assistive technology receives."""
 
     def __init__(self):
         self.told = []
@@ -33,7 +33,7 @@ class Listener:
         self.told.append((kind, event.detail1, event.source.get_role_name(), event.source.get_name()))
 
     def take_until(self, last):
-        """Waits until it is told that; gives what it was told before, and forgets it."""
+        """Waits for this event. Returns the events before it, and drops them all."""
         wait_until(lambda: last in self.told, lambda: f"assistive technology is told of {last}: {self.told}")
         place = self.told.index(last)
         before, self.told[: place + 1] = self.told[:place], []
@@ -70,7 +70,7 @@ class AssistiveTechnologyInSystemSettings(SettingsTest):
 
 
 class TheWindowOfSystemSettings(SettingsTest):
-    """It comes when there is something to decide, wherever it was."""
+    """It appears when there is something to decide."""
 
     def expect_it_comes(self, ask):
         ask()

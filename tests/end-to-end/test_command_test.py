@@ -1,4 +1,4 @@
-"""The command that runs all tests, in a small tree of its own whose tests are what the test says."""
+"""./test, in a small source tree whose tests are scripts."""
 
 import json
 import os

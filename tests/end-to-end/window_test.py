@@ -5,7 +5,7 @@ from case import DesktopTest
 
 
 class TheWindow(DesktopTest):
-    """It needs no service to be there."""
+    """It needs no service."""
 
     def setUp(self):
         super().setUp()

@@ -1,4 +1,4 @@
-"""The page for those who answer calls: each sentence of the application's log has its row there."""
+"""The page for administrators: it must have a row for each message that the application logs."""
 
 import re
 import unittest
@@ -19,7 +19,7 @@ def lines_of_the_log():
 
 
 def has_row(line, page):
-    """Whether a row begins with the line; words in capitals stand for what varies."""
+    """Whether a row begins with the line. Words in capitals are placeholders."""
     pattern = "[A-Z]+".join(map(re.escape, PLACEHOLDER.split(line)))
     return re.search(rf"^\| (?:`[^`]+` or )?`{pattern}`", page, re.MULTILINE) is not None
 

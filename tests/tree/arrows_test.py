@@ -1,4 +1,4 @@
-"""Who may include whom: each layer, the layers that it sees beside itself, and the system's headers that it may use."""
+"""The layers: which other layers and which system headers each may include."""
 
 import unittest
 from pathlib import PurePath
@@ -30,7 +30,7 @@ class Layer(NamedTuple):
     system: tuple = ()
 
 
-# The longest name that a path begins with is its layer.
+# The layer of a path is the longest of these names that it begins with.
 LAYERS = {
     "app": Layer(sees=("views", "model", "platform/ui", "platform")),
     "views": Layer(sees=("model", "platform/ui", "platform")),
@@ -60,7 +60,7 @@ def layer_of(path):
 
 
 def violations(path, text):
-    """What a file includes against the arrows, a sentence each."""
+    """The includes that a file's layer does not allow, one sentence for each."""
     name = layer_of(path)
     if name is None:
         return [f"{path}: no layer has this folder"]
@@ -82,7 +82,7 @@ def allowed(name, include):
 
 
 def generated(name, path):
-    """What the build makes of the interface's description: adaptors and proxies; and Qt's own ".moc" files."""
+    """Whether the build generates it: D-Bus adaptors, proxies, and interfaces, and Qt's ".moc" files."""
     if path.endswith(".moc"):
         return name in ("platform/linux", "simulator", "examples")
     return name == "simulator" and path.lower().endswith(("proxy.h", "adaptor.h", "interface.h"))

@@ -28,7 +28,7 @@ def long_files(path, text):
 
 
 def functions(path, text):
-    """The line, the length and the name of each function."""
+    """The line, the length, and the name of each function."""
     if path.suffix in cpp.SUFFIXES:
         return cpp.functions(text)
     if path.suffix == ".py" or text.startswith("#!/usr/bin/python3"):
@@ -47,7 +47,7 @@ def long_functions(path, text):
 
 
 def badly_laid_out(paths):
-    """The places that clang-format would lay out otherwise, a line each."""
+    """The places that clang-format would change, one line for each."""
     answer = subprocess.run(
         ["clang-format", f"--style=file:{tree.ROOT / '.clang-format'}", "--dry-run", *paths],
         cwd=tree.ROOT,
@@ -74,7 +74,7 @@ class TheCode(unittest.TestCase):
 
 
 class TheChecks(unittest.TestCase):
-    """Each is shown what it has to find."""
+    """Each check gets code with a problem that it must find."""
 
     def test_find_an_if_for_the_system(self):
         for line in ("#ifdef __APPLE__", "#if defined(__linux__)", "# if !TARGET_OS_MAC", "#elif defined(_WIN32)"):

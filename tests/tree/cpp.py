@@ -1,4 +1,4 @@
-"""Just enough of C++ and Objective-C++ to check a tree by: code without comments and texts, includes, functions."""
+"""A minimal parser of C++ and Objective-C++: code without comments and string literals, includes, and functions."""
 
 import re
 from typing import NamedTuple
@@ -9,9 +9,9 @@ TOKEN = re.compile(
     r"""
       //(?:\\\n|[^\n])*                                  # a comment to the end of the line
     | /\*.*?\*/                                          # a comment
-    | R"(?P<mark>[^()\s\\]{0,16})\(.*?\)(?P=mark)"       # a raw text
-    | "(?:\\.|[^"\\\n])*"                                # a text
-    | (?<![0-9A-Za-z_])'(?:\\.|[^'\\\n])+'               # a character, not the mark between digits
+    | R"(?P<mark>[^()\s\\]{0,16})\(.*?\)(?P=mark)"       # a raw string literal
+    | "(?:\\.|[^"\\\n])*"                                # a string literal
+    | (?<![0-9A-Za-z_])'(?:\\.|[^'\\\n])+'               # a character, not a digit separator
     """,
     re.DOTALL | re.VERBOSE,
 )
@@ -35,7 +35,7 @@ class Function(NamedTuple):
 
 
 def code(text):
-    """The text with comments blanked and the inside of texts left out; lines stay where they are."""
+    """The code without comments and without the contents of string literals, with the same line numbers."""
     return TOKEN.sub(lambda token: blank(token.group()), text)
 
 
@@ -58,7 +58,7 @@ def line_at(text, position):
 
 
 def functions(text):
-    """The functions that are defined in the text, the outermost ones: what is inside a function is part of it."""
+    """The outermost functions that the text defines."""
     text = re.sub(r"^[ \t]*#(?:\\\n|[^\n])*", lambda line: "\n" * line[0].count("\n"), code(text), flags=re.MULTILINE)
     found, open_braces, start = [], [], 0
     for brace in re.finditer(r"[{};]", text):
@@ -77,7 +77,7 @@ def functions(text):
 
 
 def kind_of_brace(text, start, position, open_braces):
-    """What a brace opens, where it does so, and what stands before it."""
+    """What a brace opens, its position, and the code before it."""
     head = text[start:position]
     if re.search(r"[\w>]$", head):
         return VALUE, position, ""
@@ -86,7 +86,7 @@ def kind_of_brace(text, start, position, open_braces):
 
 
 def opens_function(head):
-    """Whether a brace after this opens a function's body, not a type's, a namespace's or a value's."""
+    """Whether a brace after this code opens the body of a function."""
     head = re.sub(r"^\s*(?:(?:public|protected|private)\s*:\s*)*", "", head)
     if re.match(r"\s*[-+]\s*\(", head):
         return True

@@ -1,4 +1,4 @@
-"""The documents: their links, the commands and paths that they name, their words, and the picture of the layers."""
+"""The documents: their links, the commands and paths in them, their spelling, and the picture of the layers."""
 
 import os
 import re
@@ -12,7 +12,7 @@ LINK = re.compile(r"!?\[[^\]]*\]\(([^)#\s]*)(?:#([^)]*))?\)|<img [^>]*src=\"([^\
 FENCE = re.compile(r"^```\w*\n(.*?)^```", re.MULTILINE | re.DOTALL)
 NAMED = re.compile(r"`([^`\n]+)`")
 
-# What the build makes, and a document may name.
+# Files that the build creates.
 BUILT = re.compile(
     r"^build/(?:release|ship|dev|asan|core|libcxx|tidy)"
     r"(?:/bin(?:/(?:sysextd|sysextctl|SystemSettings|seal))?|/Driver Manager\.app(?:/.*)?|/share/.*|/packaging/macos/.*|/shipped)?/?$"
@@ -29,7 +29,7 @@ def leads_somewhere(path, file, heading, image):
 
 
 def headings(text):
-    """How a link names the headings of a document."""
+    """The headings of a document as links name them."""
     found = re.findall(r"^#+ (.+)$", FENCE.sub("", text), re.MULTILINE)
     return [re.sub(r"[^\w -]", "", heading.lower()).replace(" ", "-") for heading in found]
 
@@ -60,7 +60,7 @@ def is_there(path):
 
 
 def unknown_paths(path, text):
-    """What is named in code spans as a path of the tree, and is not there."""
+    """The paths of the tree in code spans that do not exist."""
     folders = {entry.name for entry in tree.ROOT.iterdir() if entry.is_dir()}
     spans = [span.removeprefix("./") for span in NAMED.findall(FENCE.sub("", text))]
     paths = [span for span in spans if "/" in span and not re.search(r"[\s*{<]", span)]

@@ -8,7 +8,7 @@ import tree
 
 
 def complaints(paths):
-    """What shellcheck says about the scripts, a line each."""
+    """What shellcheck reports about the scripts, one line for each problem."""
     answer = subprocess.run(
         ["shellcheck", "--external-sources", "--format=gcc", *paths], cwd=tree.ROOT, capture_output=True, text=True
     )
@@ -19,7 +19,7 @@ LINE = re.compile(r"^([a-z0-9][a-z0-9.+-]*) +# (\S.*)$")
 
 
 def wrong_lines(text):
-    """The lines that do not hold one package and its reason, or repeat a package."""
+    """The lines that repeat a package, or are not a package and its reason."""
     wrong, seen = [], set()
     for line in text.splitlines():
         if line.startswith("#"):

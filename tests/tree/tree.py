@@ -1,4 +1,4 @@
-"""The files of this tree, as they are kept under version control or would be."""
+"""The files of this tree that are under version control, or new and not ignored."""
 
 from pathlib import Path
 
@@ -6,7 +6,7 @@ ROOT = Path(__file__).resolve().parents[2]
 
 
 def files(*suffixes, root=ROOT):
-    """The files with one of the suffixes, as paths from the root, sorted."""
+    """The files with one of these suffixes, as sorted paths from the root."""
     return sorted(
         path.relative_to(root)
         for path in root.rglob("*")
@@ -19,7 +19,7 @@ def left_out(path):
 
 
 def scripts(root=ROOT):
-    """The shell scripts, known by their first line."""
+    """The shell scripts, recognized by their first line."""
     return [path for path in files("", ".sh", root=root) if first_line(root / path).startswith("#!/bin/bash")]
 
 
@@ -35,5 +35,5 @@ def python(root=ROOT):
 
 
 def every(check, paths):
-    """What a check, which is given a path and a text, finds in all of these files."""
+    """What a check finds in these files. It is called with the path and the text of each."""
     return [line for path in paths for line in check(path, (ROOT / path).read_text())]
