@@ -58,44 +58,22 @@ function(assemble_extensions destination)
     endif()
 endfunction()
 
-# seal_application(<target> <application>): has the build seal the extensions, then the bundle. The seals tell the
-# simulator their team and their entitlements. A Mac has real signatures.
+# seal_application(<target> <application>): seals the extensions, then the bundle, each time its executable is linked:
+# also after a change of another file, and after configuring, which may have removed one. The seals tell the simulator
+# their team and their entitlements. A Mac has real signatures.
 function(seal_application target application)
-    set(seals "")
+    set(configured "${CMAKE_CURRENT_BINARY_DIR}/${target}_configured")
+    file(TOUCH "${configured}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${configured}" "$<TARGET_FILE:seal>")
     file(GLOB extensions "${application}/Contents/Library/SystemExtensions/*")
-    foreach(extension IN LISTS extensions)
+    foreach(bundle IN LISTS extensions ITEMS "${application}")
         set(entitlement com.apple.developer.driverkit)
-        if(extension MATCHES "\\.systemextension$")
+        if(bundle MATCHES "\\.systemextension$")
             set(entitlement com.apple.security.application-groups=KELVRA0001.com.kelvra.ip-camera)
+        elseif(bundle STREQUAL application)
+            set(entitlement com.apple.developer.system-extension.install)
         endif()
-        seal_bundle("${extension}" ${entitlement})
-        seal_of("${extension}" seal)
-        list(APPEND seals "${seal}")
+        add_custom_command(TARGET ${target} POST_BUILD
+            COMMAND seal "${bundle}" --team KELVRA0001 --entitlement ${entitlement} VERBATIM)
     endforeach()
-    seal_bundle("${application}" com.apple.developer.system-extension.install ${target} ${seals})
-    seal_of("${application}" seal)
-    add_custom_target(${target}_seal ALL DEPENDS "${seal}")
-endfunction()
-
-# seal_of(<bundle> <result>): the file of its seal, beside its Info.plist. A driver can be flat, without a Contents
-# folder.
-function(seal_of bundle result)
-    set(contents "${bundle}")
-    if(IS_DIRECTORY "${bundle}/Contents")
-        string(APPEND contents "/Contents")
-    endif()
-    set(${result} "${contents}/_SimulatedSignature.plist" PARENT_SCOPE)
-endfunction()
-
-# seal_bundle(<bundle> <entitlement> <dependency>...): adds the step that seals one bundle, after its files and the
-# dependencies. Configuring removes an earlier seal, because files may have been removed since.
-function(seal_bundle bundle entitlement)
-    seal_of("${bundle}" seal)
-    file(REMOVE "${seal}")
-    file(GLOB_RECURSE files "${bundle}/*")
-    list(FILTER files EXCLUDE REGEX "/MacOS/")
-    add_custom_command(OUTPUT "${seal}"
-        COMMAND seal "${bundle}" --team KELVRA0001 --entitlement ${entitlement}
-        DEPENDS seal ${files} ${ARGN}
-        VERBATIM)
 endfunction()
