@@ -45,10 +45,12 @@ void ControlClient::refresh() {
 }
 
 void ControlClient::act(const QStringList& words) {
-    whenAnswered(control_.Do(words, {}), *this, [this](const QDBusPendingReply<QByteArray>& answer) {
+    whenAnswered(control_.Do(words, {}), *this, [this, words](const QDBusPendingReply<QByteArray>& answer) {
         if (!answer.isError()) return;
         // Someone else was quicker: the lists will say so.
         if (answer.error().name() == QString{errorPrefix} + "NothingWaiting") return refresh();
+        if (answer.error().name() == QString{errorPrefix} + "ForbiddenByProfile")
+            return emit refused(QStringLiteral("A management profile forbids %1.").arg(words.last()));
         emit refused(reasonOf(answer.error()));
     });
 }

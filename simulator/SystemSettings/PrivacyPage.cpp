@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <iterator>
 
 namespace simulator::settings {
 
@@ -75,8 +76,9 @@ QSet<QString> decisionsOf(const QList<CopyEntry>& copies, const QList<RequestEnt
 std::optional<QuestionContent> questionOf(const QList<RequestEntry>& requests, const QList<CopyEntry>& copies) {
     const auto open = std::find_if(requests.begin(), requests.end(), isQuestion);
     if (open == requests.end()) return std::nullopt;
-    return QuestionContent{open->identifier, nameOf(open->identifier, copies),
-                           QFileInfo{open->application}.completeBaseName()};
+    return QuestionContent{open->number, open->identifier, nameOf(open->identifier, copies),
+                           QFileInfo{open->application}.completeBaseName(),
+                           std::count_if(std::next(open), requests.end(), isQuestion)};
 }
 
 } // namespace simulator::settings

@@ -49,10 +49,14 @@ QSet<QString> decisionsOf(const QList<CopyEntry>& copies, const QList<RequestEnt
 
 /// The administrator's question about one extension.
 struct QuestionContent {
+    /// Tells the question from every other.
+    qlonglong number = 0;
     QString identifier;
     QString name;
     /// The application's name; empty if it is the person who asked.
     QString asker;
+    /// How many more wait for this one.
+    qsizetype following = 0;
 
     bool operator==(const QuestionContent&) const = default;
 };

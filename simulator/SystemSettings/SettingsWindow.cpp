@@ -33,6 +33,11 @@ QString sentence(const QuestionContent& question) {
     return QStringLiteral("%1 wants to remove %2.").arg(question.asker, question.name);
 }
 
+QString hint(qsizetype following) {
+    return following == 1 ? QStringLiteral("Another removal follows.")
+                          : QStringLiteral("%1 more removals follow.").arg(following);
+}
+
 } // namespace
 
 NoticeLine::NoticeLine() {
@@ -65,7 +70,9 @@ AuthorizationSheet::AuthorizationSheet(QWidget& window, ControlClient& client) :
 }
 
 void AuthorizationSheet::ask(const QuestionContent& question) {
-    if (isVisible() && question == question_) return;
+    following_.setText(hint(question.following));
+    following_.setVisible(question.following > 0);
+    if (isVisible() && question.number == question_.number) return;
     question_ = question;
     text_.setText(sentence(question));
     identifier_.setText(question.identifier);
@@ -101,6 +108,7 @@ void AuthorizationSheet::arrange() {
     column.addWidget(&heading_);
     column.addWidget(&text_);
     column.addWidget(&identifier_);
+    column.addWidget(&following_);
     column.addSpacing(8);
     column.addLayout(&newButtons());
 }
@@ -149,6 +157,13 @@ void SettingsWindow::Show() {
     QApplication::alert(this);
 }
 
+/// What the page did not take, because focus is below it.
+void SettingsWindow::keyPressEvent(QKeyEvent* event) {
+    auto* const bar = scroll_.verticalScrollBar();
+    if (event->matches(QKeySequence::MoveToNextPage)) bar->triggerAction(QScrollBar::SliderPageStepAdd);
+    if (event->matches(QKeySequence::MoveToPreviousPage)) bar->triggerAction(QScrollBar::SliderPageStepSub);
+}
+
 void SettingsWindow::arrange() {
     arrangePage();
     arrangeFooter();
@@ -191,7 +206,7 @@ void SettingsWindow::arrangeFooter() {
 void SettingsWindow::connectClient() {
     connect(&client_, &ControlClient::listed, this, &SettingsWindow::showLists);
     connect(&client_, &ControlClient::absent, this, &SettingsWindow::showAbsence);
-    connect(&client_, &ControlClient::refused, this, [this](const QString& reason) { notice_.tell(reason, false); });
+    connect(&client_, &ControlClient::refused, this, &SettingsWindow::showRefusal);
     connect(&notice_.start(), &QPushButton::clicked, &client_, &ControlClient::refresh);
     connect(&restart_, &QPushButton::clicked, this, [this] { client_.act({"restart"}); });
 }
@@ -211,6 +226,11 @@ void SettingsWindow::showLists(const QList<CopyEntry>& copies, const QList<Reque
 void SettingsWindow::noticeDecisions(const QSet<QString>& decisions) {
     if (decisions_ && !decisions_->contains(decisions)) Show();
     decisions_ = decisions;
+}
+
+void SettingsWindow::showRefusal(const QString& reason) {
+    notice_.tell(reason, false);
+    scroll_.verticalScrollBar()->setValue(0); // where the notice is
 }
 
 void SettingsWindow::showAbsence(const QString& reason, bool canBeStarted) {

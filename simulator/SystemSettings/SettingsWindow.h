@@ -52,6 +52,7 @@ private:
     QFrame card_;
     PlainText heading_{"heading", "An administrator has to agree"};
     PlainText text_{"sentence"};
+    PlainText following_{"hint"};
     ElidedText identifier_{"identifier", Qt::ElideMiddle};
     Button refuse_{"Refuse"};
     Button authorize_{"Authorize", true};
@@ -90,6 +91,9 @@ public slots:
     /// attention.
     Q_SCRIPTABLE void Show();
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void arrange();
     void arrangePage();
@@ -100,6 +104,7 @@ private:
     /// Comes to the front if a person is asked something new. What waited before it was opened is not.
     void noticeDecisions(const QSet<QString>& decisions);
     void showAbsence(const QString& reason, bool canBeStarted);
+    void showRefusal(const QString& reason);
     void hideSections();
     void showQuestion(const std::optional<QuestionContent>& question);
     void rememberFocus();

@@ -74,12 +74,12 @@ TEST(TheDecisions, AreTheCopiesThatNeedApprovalAndTheRequestsThatAskSomeone) {
 TEST(TheQuestion, IsTheOldestThatAsksForAnAdministratorIfThereIsOne) {
     const auto asked =
         questionOf({question("x", "user"), question(network), question("y")}, {copyIn("enabled", network)});
-    EXPECT_EQ(asked, (QuestionContent{network, "Network", "Driver Manager"}));
+    EXPECT_EQ(asked, (QuestionContent{1, network, "Network", "Driver Manager", 1}));
     EXPECT_EQ(questionOf({question("x", "user")}, {}), std::nullopt);
 }
 
 TEST(TheQuestion, NamesTheIdentifierIfNoCopyHasIt) {
-    EXPECT_EQ(questionOf({question("x")}, {}), (QuestionContent{"x", "x", "Driver Manager"}));
+    EXPECT_EQ(questionOf({question("x")}, {}), (QuestionContent{1, "x", "x", "Driver Manager", 0}));
 }
 
 } // namespace simulator::settings

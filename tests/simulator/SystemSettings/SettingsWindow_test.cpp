@@ -43,8 +43,8 @@ CopyEntry removedNetwork() {
     return copy;
 }
 
-RequestEntry question(const QString& identifier, const QString& application = "Driver Manager") {
-    return {1, {}, {}, "/Applications/" + application + ".app", "deactivation", identifier, "authorization", 0};
+RequestEntry question(const QString& identifier, const QString& application = "Driver Manager", qlonglong number = 1) {
+    return {number, {}, {}, "/Applications/" + application + ".app", "deactivation", identifier, "authorization", 0};
 }
 
 QColor colorAt(QWidget& widget, const QPoint& place) {
@@ -257,6 +257,32 @@ TEST_F(SystemSettings, SaysWhyTheServiceRefuses) {
     EXPECT_FALSE(shows("Start the simulated Mac"));
 }
 
+TEST_F(SystemSettings, SaysWhatAManagementProfileForbidsWhereItIsSeen) {
+    open(copies("waiting", "disabled") << removedNetwork());
+    window().resize(window().minimumSize());
+    auto* const bar = window().findChild<QScrollArea*>()->verticalScrollBar();
+    ASSERT_TRUE(until([bar] { return bar->maximum() > 0; }));
+    bar->setValue(bar->maximum());
+    control().refuse("enable", "ForbiddenByProfile", "x");
+    press("Enable Network");
+    ASSERT_TRUE(untilSaid("A management profile forbids " + network + "."));
+    EXPECT_EQ(bar->value(), 0);
+}
+
+TEST_F(SystemSettings, ScrollsByPagesWhereverKeyboardFocusIs) {
+    open(copies("enabled", "enabled") << removedNetwork());
+    window().resize(window().minimumSize());
+    const auto* const bar = window().findChild<QScrollArea*>()->verticalScrollBar();
+    ASSERT_TRUE(until([bar] { return bar->maximum() > 0; }));
+    for (const QString name : {"Restart", "Enable Network"}) {
+        named(name)->setFocus();
+        key(Qt::Key_PageUp);
+        EXPECT_EQ(bar->value(), 0);
+        key(Qt::Key_PageDown);
+        EXPECT_GT(bar->value(), 0);
+    }
+}
+
 TEST_F(SystemSettings, LooksAgainAndSaysNothingIfSomeoneElseWasQuicker) {
     open(copies("waiting"));
     control().refuse("allow", "NothingWaiting", "nothing waits");
@@ -293,6 +319,19 @@ TEST_F(SystemSettings, AsksTheAdministratorsQuestionOverEverythingElse) {
     EXPECT_FALSE(named("Enable Network")->isEnabled());
     EXPECT_FALSE(named("Restart")->isEnabled());
     EXPECT_EQ(walk(2), (QStringList{"Refuse Network", "Authorize Network"}));
+}
+
+TEST_F(SystemSettings, SaysThatAnotherQuestionFollowsAndThenAsksIt) {
+    openWithQuestion();
+    EXPECT_FALSE(says("Another removal follows."));
+    named("Refuse Network")->setFocus();
+    control().showRequests({question(network), question(camera, "Driver Manager", 2)});
+    ASSERT_TRUE(untilSaid("Another removal follows."));
+    EXPECT_EQ(focused(), "Refuse Network");
+    control().showRequests({question(camera, "Driver Manager", 2)});
+    ASSERT_TRUE(untilShown("Authorize Camera"));
+    EXPECT_FALSE(says("Another removal follows."));
+    EXPECT_EQ(focused(), "Authorize Camera");
 }
 
 TEST_F(SystemSettings, RefusesAtEscape) {
