@@ -1,141 +1,16 @@
-#include "tests/support/QtTesting.h"
+#include "tests/simulator/SystemSettings/SettingsWindowTest.h"
 
-#include "tests/simulator/SystemSettings/ShownWindow.h"
 #include "tests/simulator/support/Program.h"
-#include "tests/simulator/support/ScriptedControl.h"
-#include "tests/support/PrivateBus.h"
 
-#include <QAbstractButton>
 #include <QAccessible>
-#include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QToolTip>
-#include <QtTest>
 
-#include <algorithm>
-#include <array>
 #include <csignal>
-#include <optional>
-#include <set>
-#include <string>
 
 namespace simulator::tests {
 
 namespace {
-
-const QString camera{"com.kelvra.ip-camera.cmio"};
-const QString network{"com.kelvra.driverkit.usb-to-poe"};
-
-/// The camera and the network driver, each in a condition or, if that is empty, not there.
-QList<CopyEntry> copies(const QString& ofCamera, const QString& ofNetwork = {}) {
-    QList all{copyIn(ofCamera, camera), copyIn(ofNetwork, network)};
-    all[0].number = 1;
-    all[1].number = 2;
-    all.removeIf([](const CopyEntry& copy) { return copy.condition.isEmpty(); });
-    return all;
-}
-
-/// An older network driver, with which nothing can be done.
-CopyEntry removedNetwork() {
-    auto copy = copyIn("uninstalling", network, "2.0", "2004");
-    copy.number = 3;
-    return copy;
-}
-
-RequestEntry question(const QString& identifier, const QString& application = "Driver Manager", qlonglong number = 1) {
-    return {number, {}, {}, "/Applications/" + application + ".app", "deactivation", identifier, "authorization", 0};
-}
-
-QColor colorAt(QWidget& widget, const QPoint& place) {
-    return widget.grab().toImage().pixelColor(place);
-}
-
-/// The window in front of a service that answers what the test says, on a bus of their own.
-class SystemSettings : public testing::Test {
-protected:
-    ScriptedControl& control() { return control_; }
-    ::tests::PrivateBus& bus() { return bus_; }
-    ShownWindow& shown() { return *shown_; }
-    settings::SettingsWindow& window() { return shown_->window(); }
-
-    /// Shows the window, and waits until it shows what the service listed.
-    void open(const QList<CopyEntry>& all = {}) {
-        control().show(all);
-        shown_.emplace(bus_.connect());
-        ASSERT_TRUE(untilSaid("Camera Extensions"));
-    }
-
-    /// The same, and waits until an administrator is asked about the network driver.
-    void openWithQuestion() {
-        control().showRequests({question(network)});
-        open(copies("enabled", "enabled"));
-        ASSERT_TRUE(untilShown("Authorize Network"));
-    }
-
-    void close() { shown_.reset(); }
-
-    QWidget* named(const QString& name) { return shown_->named(name); }
-    bool shows(const QString& name) { return shown_->shows(name); }
-    QStringList texts() { return shown_->texts(); }
-    bool says(const QString& text) { return shown_->says(text); }
-    QString focused() { return shown_->focused(); }
-    void press(const QString& name) { shown_->press(name); }
-    void click(const QString& name) { QTest::mouseClick(named(name), Qt::LeftButton); }
-    static void key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
-
-    [[nodiscard]] bool untilShown(const QString& name) { return shown_->untilShown(name); }
-    [[nodiscard]] bool untilSaid(const QString& text) { return shown_->untilSaid(text); }
-    [[nodiscard]] bool untilDone(const QString& deed) {
-        return until([this, &deed] { return control().deeds().contains(deed); });
-    }
-    [[nodiscard]] bool untilAsked(const QString& list, int times) {
-        return until([this, &list, times] { return control().timesAsked(list) == times; });
-    }
-
-    QLabel& labelWith(const QString& text) {
-        const auto labels = window().findChildren<QLabel*>();
-        return **std::find_if(labels.begin(), labels.end(),
-                              [&text](const QLabel* label) { return label->text().contains(text); });
-    }
-
-    /// How far the right edge of what is seen of a widget is from that of the window.
-    int roomBeside(const QWidget& widget, int margin = 0) {
-        return window().width() - widget.mapTo(&window(), QPoint{widget.width(), 0}).x() + margin;
-    }
-
-    /// That of each card and notice that is shown, and of the button Restart.
-    std::set<int> roomsBeside() {
-        std::set<int> rooms{roomBeside(*named("Restart"), settings::ringMargin)};
-        for (const auto* frame : window().findChildren<QFrame*>())
-            if (frame->isVisible() && QStringList{"card", "notice"}.contains(frame->property("role")))
-                rooms.insert(roomBeside(*frame));
-        return rooms;
-    }
-
-    /// Whether the control is cut off at the window's right or lower edge.
-    bool reachesBeyond(const QString& name) {
-        const auto* control = named(name);
-        const auto corner = control->mapTo(&window(), control->rect().bottomRight());
-        return corner.x() > window().width() - 24 || corner.y() >= window().height();
-    }
-
-    /// The names that Tab gives keyboard focus, one after the other.
-    QStringList walk(int steps) {
-        QStringList names;
-        for (; steps > 0; --steps) {
-            key(Qt::Key_Tab);
-            names += focused();
-        }
-        return names;
-    }
-
-private:
-    OffscreenApplication application_;
-    ::tests::PrivateBus bus_;
-    ScriptedControl control_{bus_.connect()};
-    std::optional<ShownWindow> shown_;
-};
 
 TEST_F(SystemSettings, SaysWhatIsThereAndHowItStands) {
     open(copies("waiting", "enabled") << removedNetwork());
@@ -171,22 +46,6 @@ TEST_F(SystemSettings, OffersAllowAndDenyForWhatWaitsAndASwitchForWhatWasApprove
     for (const auto* button : window().findChild<QScrollArea*>()->findChildren<QAbstractButton*>())
         if (button->isVisible()) offered += button->accessibleName();
     EXPECT_EQ(offered, (QStringList{"Deny Camera", "Allow Camera", "Enable Network"}));
-}
-
-TEST_F(SystemSettings, ShowsByColorsHowAnExtensionStands) {
-    open(copies("waiting"));
-    auto& status = labelWith("Needs approval");
-    const auto dot = [&status] { return colorAt(status, {4, status.height() / 2}); };
-    const auto leftInSwitch = [this] { return colorAt(*named("Enable Camera"), {12, 14}); };
-    EXPECT_EQ(dot(), QColor(224, 124, 0));
-    control().show(copies("enabled"));
-    ASSERT_TRUE(untilSaid("Enabled"));
-    EXPECT_EQ(dot(), QColor(40, 167, 69));
-    EXPECT_EQ(leftInSwitch(), QColor(0, 103, 244));
-    control().show(copies("disabled"));
-    ASSERT_TRUE(untilSaid("Disabled"));
-    EXPECT_EQ(dot(), QColor(142, 142, 147));
-    EXPECT_EQ(leftInSwitch(), QColor(Qt::white));
 }
 
 TEST_F(SystemSettings, TellsAssistiveTechnologyWhatEachPartIs) {
@@ -367,53 +226,6 @@ TEST_F(SystemSettings, ShowsTheIdentifierOfADriverInFullAtItsFirstSize) {
     EXPECT_GE(identifier.width(), identifier.sizeHint().width());
 }
 
-TEST_F(SystemSettings, EndsItsPartsAtOneEdgeWithAScrollBarAndWithout) {
-    open(copies("waiting"));
-    control().refuse("allow", "NotPermitted", "the profile forbids it");
-    press("Allow Camera");
-    ASSERT_TRUE(untilSaid("the profile forbids it"));
-    const auto* const bar = window().findChild<QScrollArea*>()->verticalScrollBar();
-    window().resize(window().width(), 600);
-    ASSERT_TRUE(until([bar] { return !bar->isVisible(); }));
-    EXPECT_EQ(roomsBeside(), std::set{24});
-    window().resize(window().minimumSize());
-    ASSERT_TRUE(until([bar] { return bar->isVisible(); }));
-    EXPECT_EQ(roomsBeside(), std::set{24});
-}
-
-TEST_F(SystemSettings, ShowsWhatItCutsOffInAToolTipThatCanBeRead) {
-    const QString version(400, u'1');
-    open({copyIn("waiting", camera, "2.1", version)});
-    auto& label = labelWith(version);
-    label.grab();
-    QHelpEvent wish{QEvent::ToolTip, {1, 1}, label.mapToGlobal(QPoint{1, 1})};
-    QApplication::sendEvent(&label, &wish);
-    ASSERT_EQ(QToolTip::text(), "2.1/" + version);
-    const auto windows = QApplication::topLevelWidgets();
-    const auto tip = std::find_if(windows.begin(), windows.end(), [](auto* one) { return one->inherits("QTipLabel"); });
-    EXPECT_EQ(colorAt(**tip, {3, 3}), QColor(Qt::white));
-    EXPECT_EQ((*tip)->palette().color(QPalette::WindowText), QColor(29, 29, 31));
-}
-
-TEST_F(SystemSettings, DrawsAFocusRingLikeTheApplications) {
-    open(copies({}, "enabled"));
-    for (const QString name : {"Enable Network", "Restart"}) {
-        auto& control = *named(name);
-        const auto ring = [&control] { return colorAt(control, {1, control.height() / 2}); };
-        EXPECT_NE(ring(), QColor(0, 103, 244));
-        control.setFocus();
-        EXPECT_EQ(ring(), QColor(0, 103, 244));
-        EXPECT_NE(colorAt(control, {2, control.height() / 2}), QColor(0, 103, 244)) << "the gap";
-    }
-}
-
-TEST_F(SystemSettings, HasAnIconOfItsOwn) {
-    open();
-    const auto icon = window().windowIcon().pixmap(32, 32).toImage();
-    EXPECT_EQ(icon.pixelColor(16, 9), QColor(Qt::white));
-    EXPECT_EQ(icon.pixelColor(0, 0).alpha(), 0);
-}
-
 TEST_F(SystemSettings, CutsNoControlOffHoweverLongAVersionIs) {
     const QString version(400, u'1');
     open({copyIn("waiting", camera, "2.1", version)});
@@ -446,65 +258,6 @@ TEST_F(SystemSettings, EndsBySigtermWhileAQuestionIsOpenAndSaysNothing) {
     EXPECT_EQ(outcome.code, -1) << "no status of its own";
     EXPECT_EQ(outcome.errors, "");
 }
-
-TEST_F(SystemSettings, IsReadAndWalkedByTabInTheOrderShownAlsoAfterARowCameBeforeAnother) {
-    open(copies("waiting"));
-    control().show(QList{copyIn("disabled", "first.cmio")} << copies("waiting", "enabled"));
-    ASSERT_TRUE(untilSaid("first.cmio"));
-    EXPECT_LT(texts().indexOf("first.cmio"), texts().indexOf(camera));
-    EXPECT_EQ(walk(5), (QStringList{"Enable Camera", "Deny Camera", "Allow Camera", "Enable Network", "Restart"}));
-}
-
-TEST_F(SystemSettings, SendsKeyboardFocusNowhereElseOnItsWay) {
-    open(copies("enabled", "enabled"));
-    named("Enable Network")->setFocus();
-    QStringList way;
-    const auto connection = QObject::connect(qApp, &QApplication::focusChanged, [&] { way += focused(); });
-    control().showRequests({question(network)});
-    ASSERT_TRUE(untilShown("Authorize Network"));
-    control().show(copies("disabled", "enabled"));
-    control().showRequests({});
-    ASSERT_TRUE(until([this] { return !shows("Authorize Network"); }));
-    QObject::disconnect(connection);
-    EXPECT_TRUE(named("Restart")->isEnabled());
-    EXPECT_EQ(way, (QStringList{"Authorize Network", "Enable Network"}));
-}
-
-/// The conditions of the camera and of the network driver.
-using Conditions = std::array<QString, 2>;
-
-struct FocusCase {
-    std::string name;
-    QString focused;
-    Conditions before;
-    Conditions after;
-    QString expected;
-
-    friend void PrintTo(const FocusCase& focusCase, std::ostream* stream) { *stream << focusCase.name; }
-};
-
-class TheKeyboardFocusOfSystemSettings : public SystemSettings, public testing::WithParamInterface<FocusCase> {};
-
-TEST_P(TheKeyboardFocusOfSystemSettings, StaysNearWhatIsGone) {
-    const auto& [name, focusedBefore, before, after, expected] = GetParam();
-    open(copies(before[0], before[1]));
-    named(focusedBefore)->setFocus();
-    control().show(copies(after[0], after[1]) << removedNetwork());
-    ASSERT_TRUE(untilSaid("Removed at restart"));
-    EXPECT_EQ(focused(), expected);
-}
-
-const FocusCase focusCases[]{
-    {"ACopyComes", "Enable Network", {"", "enabled"}, {"waiting", "enabled"}, "Enable Network"},
-    {"ASwitchComes", "Allow Camera", {"waiting", "enabled"}, {"enabled", "enabled"}, "Enable Camera"},
-    {"ANextIsThere", "Deny Camera", {"waiting", "enabled"}, {"", "enabled"}, "Enable Network"},
-    {"OneBeforeIsThere", "Enable Network", {"enabled", "enabled"}, {"enabled", ""}, "Enable Camera"},
-    {"NothingIsLeft", "Enable Camera", {"enabled", ""}, {"", ""}, ""},
-    {"ItIsOnRestart", "Restart", {"enabled", ""}, {"enabled", "enabled"}, "Restart"},
-};
-
-INSTANTIATE_TEST_SUITE_P(If, TheKeyboardFocusOfSystemSettings, testing::ValuesIn(focusCases),
-                         [](const auto& focusCase) { return focusCase.param.name; });
 
 } // namespace
 } // namespace simulator::tests
