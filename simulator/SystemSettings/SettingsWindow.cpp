@@ -17,6 +17,9 @@ namespace {
 /// Room for a row of every kind and the scroll bar; narrow enough to stand beside the application on a screen of 1024.
 constexpr int widthOfWindow = 564;
 
+/// What an application's window and the gap to it may take.
+constexpr int roomBeside = 480;
+
 /// Between the window's sides and what stands in it.
 constexpr int edge = 24;
 
@@ -134,6 +137,12 @@ void FocusPlace::restore(QWidget& fallback) const {
     const auto found = std::find_if(candidates_.begin(), candidates_.end(), canHaveFocus);
     auto& widget = found == candidates_.end() ? fallback : **found;
     widget.setFocus(Qt::OtherFocusReason);
+}
+
+QPoint placeFor(const QSize& window, const QRect& screen) {
+    const QSize free = screen.size() - window;
+    const int left = std::min((free.width() + roomBeside) / 2, free.width());
+    return screen.topLeft() + QPoint{std::max(left, 0), std::max(free.height() / 2, 0)};
 }
 
 SettingsWindow::SettingsWindow(const QDBusConnection& bus) : client_{bus} {

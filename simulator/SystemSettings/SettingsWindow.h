@@ -77,6 +77,10 @@ private:
 /// The name of the one System Settings on a bus.
 inline constexpr auto windowName = "com.kelvra.Simulator1.SystemSettings";
 
+/// Where a window of that size opens on a screen: on the right, so that an application's has room beside it. Where
+/// there is no window manager, that one stands in the left upper corner.
+QPoint placeFor(const QSize& window, const QRect& screen);
+
 /// "Privacy & Security": what a person sees of the simulated Mac's extensions and does about them.
 class SettingsWindow : public QWidget {
     Q_OBJECT

@@ -5,22 +5,11 @@
 #include <QEvent>
 #include <QScreen>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace {
 
 using simulator::settings::windowName;
-
-/// What an application's window and the gap to it may take.
-constexpr int roomBeside = 480;
-
-QPoint placeFor(const QWidget& window) {
-    const QRect screen = window.screen()->availableGeometry();
-    const int left = screen.left() + (screen.width() - window.width() - roomBeside) / 2;
-    const int top = screen.top() + (screen.height() - window.height()) / 2;
-    return {std::max(left, screen.left()), std::max(top, screen.top())};
-}
 
 /// Prints a line when the window is on the screen: whoever started the program can then open an application's beside it
 /// without a race for the place.
@@ -58,7 +47,7 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(!QApplication::arguments().contains("--stay"));
     Announcer announcer;
     window.installEventFilter(&announcer);
-    window.move(placeFor(window));
+    window.move(simulator::settings::placeFor(window.size(), window.screen()->availableGeometry()));
     window.show();
     return QApplication::exec();
 }

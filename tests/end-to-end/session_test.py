@@ -117,8 +117,8 @@ class ASessionWithItsOwnBus(SessionTest):
     def test_runs_a_bus_the_service_and_the_two_windows_side_by_side(self):
         names = set(self.open_session().processes().values())
         self.assertLessEqual({TITLE, "SystemSettings", "sysextd", "dbus-daemon"}, names)
-        _, _, right, _ = self.desktop.display.place_of(SETTINGS)
-        left, _, _, _ = self.desktop.display.place_of(TITLE)
+        left, _, _, _ = self.desktop.display.place_of(SETTINGS)
+        _, _, right, _ = self.desktop.display.place_of(TITLE)
         self.assertLess(right, left)
 
     def test_ends_everything_that_it_started_on_ctrl_c(self):

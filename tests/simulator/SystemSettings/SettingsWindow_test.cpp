@@ -212,6 +212,24 @@ TEST_F(SystemSettings, TakesADoubleClickAndAKeyThatIsHeldForOneAnswer) {
     EXPECT_EQ(control().deeds().count("authorize " + network), 1);
 }
 
+TEST(ThePlaceOfSystemSettings, LeavesRoomForTheApplicationOnTheLeftWhereThereIsAny) {
+    const QSize size{564, 460};
+    EXPECT_EQ(settings::placeFor(size, {0, 0, 1280, 800}), QPoint(598, 170));
+    EXPECT_EQ(settings::placeFor(size, {0, 0, 1024, 768}), QPoint(460, 154)); // the application's is 450 wide
+    EXPECT_EQ(settings::placeFor(size, {0, 30, 800, 450}), QPoint(236, 30));
+    EXPECT_EQ(settings::placeFor(size, {10, 10, 500, 400}), QPoint(10, 10));
+}
+
+TEST_F(SystemSettings, FitsASmallScreenWithTheAnswersToAQuestion) {
+    control().showRequests({question(network), question(camera, {}, 2)});
+    open(copies("enabled", "enabled"));
+    ASSERT_TRUE(untilShown("Authorize Network"));
+    EXPECT_TRUE(QRect(0, 0, 800, 480).contains(QRect{{}, window().size()}));
+    window().resize(window().minimumSize());
+    ASSERT_TRUE(until([&] { return window().height() == window().minimumHeight(); }));
+    EXPECT_FALSE(reachesBeyond("Authorize Network"));
+}
+
 TEST_F(SystemSettings, CutsNothingOffHoweverNarrowItIsMade) {
     open(copies("waiting", "enabled") << removedNetwork());
     window().resize(window().minimumSize());
