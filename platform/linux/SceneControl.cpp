@@ -56,7 +56,7 @@ void makeRound(QMenu& menu) {
     menu.setStyleSheet(QString::fromLatin1(look));
     if (QGuiApplication::platformName() != QLatin1String{"xcb"}) return menu.setAttribute(Qt::WA_TranslucentBackground);
     QPainterPath outline;
-    outline.addRoundedRect(QRectF{QPointF{}, menu.sizeHint()}, 6, 6);
+    outline.addRoundedRect(QRectF{QPointF{}, menu.sizeHint()}, 7, 7);
     menu.setMask(outline.toFillPolygon().toPolygon());
 }
 
