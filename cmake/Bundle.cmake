@@ -1,4 +1,4 @@
-# The application as the system finds it: a folder "Driver Manager.app" in the build tree, the same on every system.
+# The application bundle: the folder "Driver Manager.app" in the build tree.
 
 include(BuildNumber)
 include(Extensions)

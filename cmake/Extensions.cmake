@@ -1,7 +1,7 @@
 # The extensions in the bundle.
 
 set(DRIVER_MANAGER_EXTENSIONS "" CACHE PATH
-    "The folder of the built .dext and .systemextension bundles; without it, samples on Linux and none on a Mac")
+    "The folder of the built .dext and .systemextension bundles; if empty, samples on Linux and none on a Mac")
 
 # check_extensions(<folder>): stops the configuration, with one line for each problem, unless the folder contains the
 # extensions and they pass all checks.

@@ -48,8 +48,8 @@ function(all_linked result target)
     set(${result} "${found}" PARENT_SCOPE)
 endfunction()
 
-# link_layers(<target> <library>...): links them to a program. What platform declares is implemented by libraries that
-# use platform, so they refer to each other, and the linker must search them repeatedly. Apple's linker always does.
+# link_layers(<target> <library>...): links them to a program. The libraries that implement platform also use it, so the
+# linker must search them repeatedly. Apple's linker always does.
 function(link_layers target)
     set(group platform)
     foreach(library IN LISTS ARGN)
@@ -70,8 +70,8 @@ function(link_layers target)
     endif()
 endfunction()
 
-# write_links(): writes layers.txt, what each target of the product links: tools/layers draws the layers from it. Call
-# it after all targets are defined.
+# write_links(): writes layers.txt with what each target of the product links, for tools/layers. Call it after all
+# targets are defined.
 function(write_links)
     set(folders app views model platform)
     if(TARGET services_linux)

@@ -1,10 +1,10 @@
-# Objective-C++ outside macOS: compiled by clang, whatever compiles C++.
+# Objective-C++ outside macOS is always compiled by clang.
 set(CMAKE_OBJCXX_COMPILER "${CLANGXX}")
 if(DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_OBJCXX_COMPILER_LAUNCHER "${CMAKE_CXX_COMPILER_LAUNCHER}")
 endif()
 
-# CMake has one setting for precompiled headers of all languages. It stays that of C++.
+# CMake has one setting for the precompiled headers of all languages. It keeps that of C++.
 set(kept_extension "${CMAKE_PCH_EXTENSION}")
 set(kept_prologue "${CMAKE_PCH_PROLOGUE}")
 enable_language(OBJCXX)

@@ -1,5 +1,5 @@
-# Most compile time goes into the headers of Qt and GoogleTest. They are precompiled once for all targets that use them,
-# which shows in what a target links.
+# Most of the time to compile goes into the headers of Qt and GoogleTest, so they are precompiled once for all targets
+# that link these libraries.
 
 set(standard_headers <algorithm> <functional> <map> <memory> <optional> <string> <variant> <vector>)
 set(test_headers <gtest/gtest.h> <gmock/gmock.h>)

@@ -1,5 +1,4 @@
-# The system's Python, which finds the Debian packages. A build on Linux does without it, so it may be installed
-# after one was configured.
+# The system's Python, which finds the Debian packages. A build on Linux does not need it, so it may be installed later.
 set(SYSTEM_PYTHON /usr/bin/python3)
 
 # add_python_tests(<name> [ENVIRONMENT <variable>=<value>...] [TIMEOUT <seconds>]): each class with tests in a

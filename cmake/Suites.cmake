@@ -1,7 +1,7 @@
-# ctest reads this file, after the build.
+# ctest reads this file after the build.
 
-# add_suites(<name> <program> <emulator>): adds a test "<name>: <suite>" for each suite that the program lists. To
-# list them, the program needs no emulator, which may start a display.
+# add_suites(<name> <program> <emulator>): adds a test "<name>: <suite>" for each suite that the program lists. It
+# lists them without the emulator, which may start a display.
 function(add_suites name program emulator)
     if(NOT EXISTS "${program}")
         add_test("${name}: not built" "${program}")

@@ -19,7 +19,7 @@ constexpr const char* network = "com.kelvra.driverkit.usb-to-poe";
 
 class TheApplication : public testing::Test {
 protected:
-    /// Runs the application with `body` as what happens while it runs.
+    /// Runs the application and, while it runs, `body`.
     static int run(std::function<void(RunningApplication&)> body) {
         platform::fake::whenApplicationRuns(std::move(body));
         return DriverManagerApp{}.main(0, nullptr);
@@ -68,12 +68,12 @@ TEST_F(TheApplication, CanEndWithItsModelBeforeAllAnswersArrive) {
     EXPECT_TRUE(platform::fake::printedLines().empty());
 }
 
-/// The road of an activation, as the service answers and the person sees it.
+/// An activation, from the press to the enabled state.
 class TheRoad : public TheApplication {
 protected:
     static void answerQueries(std::vector<platform::OSSystemExtensionProperties> ofCamera) {
         auto& service = SystemExtensions::shared();
-        // The base is none of the two drivers that the camera needs.
+        // The base is not one of the two drivers that the camera needs.
         service.foundProperties(service.latest(Kind::properties, base), {platform::fake::enabledCopy(base, "1", "1")});
         service.foundProperties(service.latest(Kind::properties, camera), std::move(ofCamera));
         service.foundProperties(service.latest(Kind::properties, network), {});

@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-// The bundle as the build leaves it.
+// The bundle in the build tree.
 
 namespace platform {
 namespace {

@@ -16,7 +16,7 @@
 #include <string>
 #include <unistd.h>
 
-// The application as it was built, on a bus of the test's own, in a window that nobody sees.
+// The built application, on a private bus and without a display.
 
 namespace {
 
@@ -44,7 +44,7 @@ protected:
         application.waitForFinished();
     }
 
-    /// Starts it, with its outputs as `open` makes them, and returns once it has asked for its three extensions.
+    /// Starts it with the outputs that `open` makes. Returns once it has asked for its three extensions.
     void start(const std::function<void()>& open = [] {}) {
         application.setChildProcessModifier(open);
         application.start();
@@ -59,7 +59,7 @@ protected:
         }
     }
 
-    /// Has its three questions answered and then the machine restart, which it answers by ending if it is alive.
+    /// Answers its three requests and restarts the machine, after which the application ends if it still runs.
     void expectThatItGoesOn() {
         answerAll();
         service.broadcast("Restarting");
@@ -132,7 +132,7 @@ protected:
         application.setProgram(broken + executable);
     }
 
-    /// Starts the application of the bundle and expects it to stop on account of its Info.plist.
+    /// Starts the application of the bundle and expects it to stop because of its Info.plist.
     void expectToStop(const std::string& reason) {
         application.start();
         ASSERT_TRUE(until([&] { return application.state() == QProcess::NotRunning; }));

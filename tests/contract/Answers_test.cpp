@@ -61,7 +61,7 @@ const char* verbOf(const Kind kind) {
 
 class AFailedRequest : public TheExtensionService {
 protected:
-    /// The error that reaches the listener of a request of that kind when the service fails it with this one.
+    /// The error that the listener receives if the service fails a request of this kind with `error`.
     Error delivered(const Error& error, const Kind kind = Kind::activation) {
         act({"fault", "next", verbOf(kind), std::to_string(error.code), error.localizedDescription, "--domain",
              error.domain});

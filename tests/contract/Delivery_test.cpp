@@ -48,7 +48,7 @@ TEST_F(TheExtensionService, AnswersPropertiesRequestsInOrder) {
 
 TEST_F(TheExtensionService, PassesTheRequestWithEachAnswer) {
     const auto cameraRequest = activate("camera", camera);
-    stage->settle(); // which of two is validated first, nobody promises
+    stage->settle(); // two requests may be validated in either order
     const auto driverRequest = activate("driver", driver);
     stage->settle();
     const auto first = cameraRequest.lock();
@@ -61,7 +61,7 @@ TEST_F(TheExtensionService, PassesTheRequestWithEachAnswer) {
     EXPECT_THAT(record.requests, ElementsAre(first.get(), second.get(), second.get(), first.get()));
 }
 
-// How long requests and delegates live --------------------------------------------------------------------------------
+// Lifetime of requests and delegates ---------------------------------------------------------------------------------
 
 TEST_F(TheExtensionService, ReleasesARequestThatFinished) {
     const auto request = activate("first");

@@ -31,7 +31,7 @@ simulator::RequestKind kindOf(const Kind kind) {
     return simulator::RequestKind::properties;
 }
 
-/// The fake services that the model's, the views' and the window's tests stand on.
+/// The fake services of the other tests.
 class FakeStandIn final : public ScriptedStandIn {
 public:
     platform::OSSystemExtensionManager& manager() override {

@@ -5,7 +5,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// Public sources do not say whether a finish comes with what is found, nor when.
+/// Public sources do not say whether and when a properties request also finishes.
 class APropertiesRequest : public testing::Test {
 protected:
     APropertiesRequest() { submit("question", Kind::properties); }
@@ -16,7 +16,7 @@ protected:
         request->setDelegate(listeners.back());
         service->manager().submitRequest(request);
     }
-    /// Everything that was heard by the time that a later request, an activation, has finished.
+    /// What the listeners have heard once a later activation has finished.
     const std::vector<std::string>& heard() {
         const std::size_t place = listeners.size();
         const std::string later = "activation " + std::to_string(place);

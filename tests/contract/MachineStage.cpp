@@ -15,7 +15,7 @@ void must(const simulator::Verdict& verdict) {
     if (verdict) ADD_FAILURE() << "the machine refuses: " << verdict->message;
 }
 
-/// Tells the stand-in what to say.
+/// Passes the machine's answers to the stand-in.
 struct Prompt {
     ScriptedStandIn& standIn;
     std::size_t submission;

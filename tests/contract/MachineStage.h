@@ -13,7 +13,7 @@
 
 namespace contract {
 
-/// A played service that a script can be followed with.
+/// A scripted service whose state can be read.
 class ScriptedStandIn : public PlayedService {
 public:
     struct Submission {
@@ -24,17 +24,17 @@ public:
     /// Every submission so far.
     virtual std::vector<Submission> submissions() const = 0;
 
-    // Each of these is delivered in a later runMainQueue().
+    // Delivered by the next runMainQueue().
     virtual void needsApproval(std::size_t submission) = 0;
     virtual void askReplacement(std::size_t submission, const simulator::CopyRecord& existing,
                                 const simulator::CopyRecord& replacement) = 0;
     virtual void fail(std::size_t submission, const platform::Error& error) = 0;
     virtual void foundProperties(std::size_t submission, const std::vector<simulator::CopyRecord>& copies) = 0;
 
-    /// What was answered to each question so far, in the order of the questions.
+    /// The answers to the questions so far, in order.
     virtual std::vector<platform::OSSystemExtensionReplacementAction> replacementAnswers() const = 0;
 
-    /// Runs the work that waits in the main queue; false if there was none.
+    /// Runs the queued work of the main queue; false if there was none.
     virtual bool runMainQueue() = 0;
 
     void findNothing(const std::size_t submission) override { foundProperties(submission, {}); }
@@ -45,14 +45,14 @@ public:
     }
 };
 
-/// The stage of a scripted stand-in. What it is to say is decided by the machine of the simulator, here in the process,
-/// so that the script is the same one that the simulator itself follows.
+/// The stage of a scripted stand-in. The simulator's machine, in this process, decides what it answers, so the
+/// stand-in behaves as the simulator does.
 class MachineStage final : public Stage {
 public:
     explicit MachineStage(std::unique_ptr<ScriptedStandIn> standIn);
 
     platform::OSSystemExtensionManager& manager() override { return standIn_->manager(); }
-    /// The words of one line of a script, such as "allow" and an identifier.
+    /// Runs one line of a script, such as "allow" and an identifier.
     void act(const std::vector<std::string>& words) override;
     /// Returns when neither the machine nor the main queue has anything left to do.
     void settle() override;
@@ -67,7 +67,7 @@ private:
     simulator::Machine machine_;
     std::size_t submissionsTaken_ = 0;
     std::size_t replacementAnswersTaken_ = 0;
-    /// The submissions whose questions were not answered yet.
+    /// The submissions with an open question.
     std::deque<std::size_t> asked_;
 };
 

@@ -14,7 +14,7 @@ Object propertiesOf(const CopyRecord& copy) {
                                    copy.isEnabled, copy.isAwaitingUserApproval, copy.isUninstalling);
 }
 
-/// The service of macOS, as the tests of its services play it.
+/// The scripted service of macOS.
 class MacosStandIn final : public ScriptedStandIn {
 public:
     MacosStandIn() { service_.forget(); }

@@ -29,17 +29,17 @@ Reply must(Reply reply) {
     return reply;
 }
 
-/// The folder in which the bundle of this program lies.
+/// The folder with the bundle of this program.
 QString applicationsFolder() {
     return QDir{QCoreApplication::applicationDirPath() + QStringLiteral("/../../..")}.canonicalPath();
 }
 
-/// The manager of Linux in front of the built service. This process asks from inside a sealed bundle.
+/// The manager of Linux with the built service. This process is in a sealed bundle.
 class SimulatorStage final : public Stage {
 public:
     SimulatorStage() {
         bus_.makeActivatable(simulator::serviceName, SYSEXTD);
-        // Each change at the service becomes an event of this process, after which it looks again.
+        // Each change of the service wakes this process, which then checks again.
         QObject::connect(&control_, &Control::Changed, &control_, [] {});
         act({"applications", applicationsFolder().toStdString()});
     }
@@ -53,8 +53,8 @@ public:
         must(control_.Do(list, {}));
     }
 
-    // What was submitted has reached the service once it answers a later request of the same client; and what it said
-    // has been delivered once it answers one that it got when it had come to rest.
+    // The service has received all submissions once it answers a later request of the same client. All its answers
+    // have been delivered once it answers a request that it received at rest.
     void settle() override {
         askAndHear();
         EXPECT_TRUE(tests::until([this] { return isAtRest(); })) << "the service does not come to rest";
@@ -92,7 +92,7 @@ private:
     platform::SimulatorManager manager_{bus_.address()};
 };
 
-/// The manager of Linux in front of a service in this process.
+/// The manager of Linux with a service in this process.
 class PlayedOnTheBus final : public PlayedService {
 public:
     platform::OSSystemExtensionManager& manager() override { return manager_; }

@@ -40,7 +40,7 @@ TEST_F(TheBuildNumber, IsOfTheBundleThatIsAsked) {
 
 class ABrokenBundleDeathTest : public TheBuildNumber {
 protected:
-    /// The stop is an abort with this one line and nothing else on standard error.
+    /// Expects an abort with only this line on standard error.
     static void expectStop(const std::string& reason) {
         EXPECT_EXIT(buildNumber(NSBundle::mainBundle()), testing::KilledBySignal(SIGABRT),
                     testing::Eq("Fatal error: Fake.app/Contents/Info.plist: " + reason + "\n"));

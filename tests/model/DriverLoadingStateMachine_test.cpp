@@ -12,7 +12,7 @@ namespace {
 
 using State = DriverLoadingStateMachine::State;
 
-/// Where each trigger leads from a state, in the triggers' own order.
+/// The next states of a state, in the order of the triggers.
 struct Row {
     State from;
     std::array<State, 6> to;

@@ -95,7 +95,7 @@ TEST_F(Activating, TakesAnIdentifierThatIsInNoRecordAndNeverReadsItAsAFormat) {
     EXPECT_EQ(platform::fake::loggedLines(), (std::vector<std::string>{"Sysex identifier %@ %d"}));
 }
 
-/// What a person has done to an extension.
+/// A user's action on an extension.
 struct Deed {
     void (DriverLoadingViewModel::*call)(const std::string& identifier);
     Kind kind;

@@ -14,7 +14,7 @@
 
 namespace model {
 
-/// Every state of the model, in the order of their declaration.
+/// Every state of the model, in the order of declaration.
 inline constexpr std::array allStates{
     DriverLoadingStateMachine::State::blank,        DriverLoadingStateMachine::State::unloaded,
     DriverLoadingStateMachine::State::activating,   DriverLoadingStateMachine::State::needsApproval,
@@ -22,7 +22,7 @@ inline constexpr std::array allStates{
     DriverLoadingStateMachine::State::requestError, DriverLoadingStateMachine::State::deactivating,
 };
 
-/// The names that a failed test prints.
+/// The names of the states in messages.
 inline const char* nameOf(const DriverLoadingStateMachine::State state) {
     constexpr std::array names{"Blank",         "Unloaded",    "Activating",
                                "NeedsApproval", "Activated",   "ActivatedUponReboot",
@@ -35,12 +35,12 @@ inline const char* nameOf(const LoadingTrigger trigger) {
     return names.at(static_cast<std::size_t>(trigger));
 }
 
-/// Found by GoogleTest, which then names the state in a failure.
+/// GoogleTest calls it to print a state.
 inline void PrintTo(const DriverLoadingStateMachine::State state, std::ostream* out) {
     *out << nameOf(state);
 }
 
-/// Every field of a record on one line, for comparison: records themselves have no equality.
+/// Every field of a record on one line. Records have no equality.
 inline std::string textOf(const SysExtInfo& record) {
     std::ostringstream text;
     text << record.id << " '" << record.state << "'";
@@ -71,7 +71,7 @@ inline constexpr std::size_t basePosition = 0;
 inline constexpr std::size_t cameraPosition = 1;
 inline constexpr std::size_t networkPosition = 2;
 
-/// The records of a model that has heard nothing yet, as textOf() has them.
+/// The records of a new model, as textOf() prints them.
 inline constexpr const char* initialBase = "com.kelvra.driverkit.base 'Not installed' 'n/a' Ethernet 'Old Driver' 0";
 inline constexpr const char* initialCamera =
     "com.kelvra.ip-camera.cmio 'Not installed' 'n/a' VideoCamera 'Camera Driver' 0";
@@ -81,7 +81,7 @@ inline std::vector<std::string> initialTexts() {
     return {initialBase, initialCamera, initialNetwork};
 }
 
-/// A record that is in no initial list, of which nothing is known.
+/// A record with an unknown identifier and no known state.
 inline SysExtInfo recordOf(std::string id, std::string driverName = {}) {
     SysExtInfo record;
     record.id = std::move(id);
@@ -89,7 +89,7 @@ inline SysExtInfo recordOf(std::string id, std::string driverName = {}) {
     return record;
 }
 
-/// A new model in front of the fake services.
+/// A new model with the fake services.
 class ModelTest : public testing::Test {
 protected:
     using State = DriverLoadingStateMachine::State;
@@ -98,12 +98,12 @@ protected:
     using Copies = std::vector<platform::OSSystemExtensionProperties>;
     using Submissions = std::vector<platform::fake::Submission>;
 
-    /// The service that takes the model's requests. It answers when a test tells it to, and only after deliver().
+    /// The service. It answers when a test tells it to. The model receives the answer in deliver().
     static platform::fake::SystemExtensions& service() { return platform::fake::SystemExtensions::shared(); }
-    /// Runs the main queue until it is empty, so that the model hears what was answered.
+    /// Runs the main queue until it is empty.
     static void deliver() { platform::fake::drainMainQueue(); }
 
-    /// What the model keeps to itself.
+    /// The private state of the model.
     State state() const { return DriverLoadingViewModelTestAccess::state(*model); }
     void setState(const State state) { DriverLoadingViewModelTestAccess::setState(*model, state); }
     const std::string& lastError() const { return DriverLoadingViewModelTestAccess::lastError(*model); }
@@ -117,7 +117,7 @@ protected:
     std::string text(const std::size_t position) const { return textOf(model->sei().at(position)); }
     const SysExtInfo& record(const std::size_t position) const { return model->sei().at(position); }
 
-    /// Delivers an answer of these copies to a request that `asked` makes for it.
+    /// Makes a request for properties, and delivers an answer with these copies.
     static void answer(DriverLoadingViewModel& asked, Copies copies) {
         const auto first = service().submissions().size();
         asked.enumerate();

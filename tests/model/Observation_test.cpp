@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// Takes a picture of a model at each of its notifications.
+/// Records the state of a model at each notification.
 class ChangeRecorder {
 public:
     struct Picture {
@@ -28,10 +28,10 @@ public:
     ChangeRecorder(const ChangeRecorder&) = delete;
     ChangeRecorder& operator=(const ChangeRecorder&) = delete;
 
-    /// As the model was when each notification came, which is before the change that it announced.
+    /// The state at each notification, which comes before the change.
     const std::vector<Picture>& pictures() const { return pictures_; }
 
-    /// What changed after each notification, until the next one or now; "nothing" where an equal value was written.
+    /// What changed between each notification and the next; "nothing" if an equal value was written.
     std::vector<std::string> changes() const {
         std::vector<std::string> all;
         for (std::size_t at = 0; at < pictures_.size(); ++at)
@@ -79,7 +79,7 @@ private:
         model_.objectWillChange().subscribe([this] { pictures_.push_back(picture()); })};
 };
 
-/// What becomes of an activation, what observers hear of it, and the error text that is stored by then.
+/// An outcome of an activation, the changes that observers see, and the error text stored by then.
 struct Outcome {
     std::function<void()> say;
     std::vector<std::string> changes;
@@ -88,7 +88,7 @@ struct Outcome {
 
 class Observers : public ModelTest {
 protected:
-    /// The changes that delivering an answer of these copies makes.
+    /// The changes that an answer with these copies causes.
     std::vector<std::string> changesOf(Copies copies) {
         const ChangeRecorder recorder{*model};
         answer(std::move(copies));

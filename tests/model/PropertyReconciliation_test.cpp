@@ -92,7 +92,7 @@ TEST_F(AnAnswer, MovesNoStateStoresNoErrorLogsNothingAndSubmitsNothing) {
     EXPECT_EQ(service().submissions().size(), allStates.size() * enumeration().size());
 }
 
-/// Copies of the camera, one answer after the other, and what is known of it then: its state, flags and version.
+/// Answers with copies of the camera, and what the model knows then: its state, flags, and version.
 struct Reported {
     const char* name;
     bool needsReboot;
@@ -121,7 +121,7 @@ const Reported reports[]{
     {"AnEnabledThenAnAwaitingOne", false, {{enabled}, {awaiting}}, "'Await approval' present awaiting '1.2/345' 345"},
     {"AnEnabledAndAnAwaitingOne", false, {{enabled, awaiting}}, "'Enabled' present enabled awaiting '1.2/345' 345"},
     {"FlagsThatNoneHasAnyMore", false, {{everything, awaiting}, {plain, plain}}, "'' present '1.2/345' 345"},
-    // The version is that of the last, and the integer that of the last that converts.
+    // The version is that of the last copy, and the integer that of the last one that converts.
     {"ABuildThatIsNoInteger", false, {{hundred, noInteger}}, "'Enabled' present enabled '1.1/1.1.0' 100"},
     {"ALowerBuild", false, {{enabled, hundred}}, "'Enabled' present enabled '1.0/100' 100"},
     {"ANegativeBuild", false, {{enabledCopy(camera, "1", "-7")}}, "'Enabled' present enabled '1/-7' -7"},

@@ -12,11 +12,11 @@
 #include <unistd.h>
 #include <utility>
 
-// What stands at the other end of an output.
+// The other end of an output.
 
 namespace tests {
 
-/// Owns a file descriptor and closes it at the end, or earlier where a test asks. Moved from, it owns none.
+/// Owns a file descriptor and closes it in its destructor or earlier.
 class Descriptor {
 public:
     explicit Descriptor(const int number) : number_{number} {}
@@ -33,7 +33,7 @@ private:
     int number_;
 };
 
-/// Bytes go from the writer to the reader; a program under test is given one end. When every writer is closed the
+/// Bytes go from the writer to the reader; a program under test gets one end. When every writer is closed, the
 /// reader sees the end, and a write without a reader fails.
 struct Pipe {
     Descriptor reader;
@@ -47,7 +47,7 @@ inline Pipe makePipe() {
     return {Descriptor{ends[0]}, Descriptor{ends[1]}};
 }
 
-/// A terminal: what a program writes is read from the screen.
+/// A terminal: what a program writes can be read from the screen.
 struct Terminal {
     Descriptor screen;
     Descriptor program;
@@ -63,7 +63,7 @@ inline Terminal makeTerminal() {
     return {std::move(screen), std::move(program)};
 }
 
-/// A socket that others connect to at `path`. Whoever does waits until it is accepted, and for every answer.
+/// A listening socket at `path`. Clients wait until they are accepted, and for every answer.
 inline Descriptor listenAt(const std::string& path) {
     Descriptor listener{socket(AF_UNIX, SOCK_STREAM, 0)};
     sockaddr_un address{};
@@ -74,11 +74,11 @@ inline Descriptor listenAt(const std::string& path) {
     return listener;
 }
 
-/// Puts another descriptor in the place of one, standard output say, or closes it, and puts the old one back at the
-/// end.
+/// Replaces a descriptor such as standard output by another, or closes it. The destructor restores the old
+/// descriptor.
 class ReplacedDescriptor {
 public:
-    /// In place of a replacement: nothing is open at the place.
+    /// Instead of a replacement: the descriptor is closed.
     static constexpr int closed = -1;
 
     ReplacedDescriptor(const int place, const int replacement) : place_{place}, saved_{dup(place)} {
@@ -104,7 +104,7 @@ inline bool isNullDevice(const int descriptor) {
     return fstat(descriptor, &opened) == 0 && stat("/dev/null", &device) == 0 && opened.st_rdev == device.st_rdev;
 }
 
-/// All that can be read without waiting.
+/// Everything that can be read without waiting.
 inline std::string readAvailable(const int descriptor) {
     std::string text;
     pollfd asked{descriptor, POLLIN, 0};

@@ -8,7 +8,7 @@
 
 namespace model {
 
-/// What a model keeps to itself, for tests. A write here is a published one.
+/// The private state of a model. A write is published.
 class DriverLoadingViewModelTestAccess {
 public:
     static DriverLoadingStateMachine::State state(const DriverLoadingViewModel& model) { return model.state_.get(); }
@@ -21,7 +21,7 @@ public:
 
     static const std::string& lastError(const DriverLoadingViewModel& model) { return model.lastError_; }
 
-    /// In place of the whole list; the identifiers need not be known ones.
+    /// Replaces the whole list. The identifiers may be unknown.
     static void setRecords(DriverLoadingViewModel& model, std::vector<SysExtInfo> records) {
         model.sei_ = std::move(records);
     }

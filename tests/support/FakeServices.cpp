@@ -17,7 +17,7 @@ NSBundle bundleOf(InfoDictionary dictionary, std::string resourcePath) {
     return {infoFile, std::make_shared<const InfoDictionary>(std::move(dictionary)), {}, std::move(resourcePath)};
 }
 
-/// What the services hold between two resets.
+/// The state of the services between two resets.
 struct Held {
     std::deque<std::function<void()>> work;
     std::vector<std::string> logged;
@@ -85,7 +85,7 @@ const std::vector<std::string>& printedLines() {
 }
 
 void FreshServices::reset() {
-    // What waits may hold the last reference to something that asks the services.
+    // Queued work may own the last reference to an object that uses the services.
     while (!held().work.empty())
         held().work.pop_front();
     SystemExtensions::shared().reset();

@@ -21,14 +21,14 @@ public:
     /// The accessible names of the controls, in reading order.
     std::vector<std::string> controls() const;
 
-    /// Presses the button of that accessible name; throws std::out_of_range if there is none.
+    /// Presses the button with this accessible name; throws std::out_of_range if there is none.
     void press(const std::string& accessibleName);
-    /// Chooses an item of the menu of that accessible name; throws std::out_of_range if there is none.
+    /// Chooses an item of the menu with this accessible name; throws std::out_of_range if there is none.
     void choose(const std::string& accessibleName, const std::string& item);
 
-    /// Ends the current turn of the main loop: what was scheduled for it runs.
+    /// Ends the current turn of the main loop: runs the work scheduled for it.
     void endTurn();
-    /// How many rebuilds were shown.
+    /// The number of rebuilds shown.
     int rebuilds() const { return rebuilds_; }
 
 private:
@@ -40,14 +40,14 @@ private:
     ui::SceneHost host_;
 };
 
-/// What runApplication() was given, while it runs.
+/// The arguments of runApplication(), while it runs.
 struct RunningApplication {
     std::string title;
     bool terminatesAfterLastWindowClosed;
     FakeWindow& window;
 };
 
-/// What happens while an application runs in front of the fake window. It ends when `body` returns, with status 0.
+/// Sets what an application does in the fake window. It ends when `body` returns, with status 0.
 void whenApplicationRuns(std::function<void(RunningApplication&)> body);
 
 } // namespace platform::fake

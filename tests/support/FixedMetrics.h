@@ -7,8 +7,8 @@
 
 namespace platform::fake {
 
-/// Sizes that depend on nothing but the number of bytes and the font: each byte is 0.45 of the point size wide, a line
-/// 1.25 of it high. Counts what it is asked.
+/// Sizes that depend only on the number of bytes and the font: each byte is 0.45 of the point size wide, a line
+/// 1.25 of it high. Counts its measurements.
 class FixedMetrics : public ui::Metrics {
 public:
     /// In points, whatever the text is.
@@ -22,7 +22,7 @@ public:
         return known == images.end() ? ui::Size{} : known->second;
     }
 
-    /// The images that are there, in points; any other has no size.
+    /// The sizes of images, in points. Any other image has no size.
     std::map<std::string, ui::Size> images;
     /// How often a text was measured.
     mutable int textMeasurements = 0;

@@ -15,7 +15,7 @@ using platform::OSSystemExtensionProperties;
 using platform::OSSystemExtensionReplacementAction;
 using platform::OSSystemExtensionRequest;
 
-/// What the listeners of one test heard, in the order in which they heard it.
+/// What the listeners of a test heard, in order.
 struct Record {
     /// "<listener> finished 0" and so on.
     std::vector<std::string> lines;
@@ -23,21 +23,21 @@ struct Record {
     std::vector<std::thread::id> threads;
     std::vector<const OSSystemExtensionRequest*> requests;
 
-    /// The error of each failure, in the order of the failures.
+    /// The error of each failure, in order.
     std::vector<platform::Error> errors;
-    /// The copies that were found last.
+    /// The copies found last.
     std::vector<OSSystemExtensionProperties> copies;
-    /// The two copies that the last question was about.
+    /// The two copies of the last question.
     OSSystemExtensionProperties existing;
     OSSystemExtensionProperties replacement;
 
-    /// The listeners that do not let a copy be replaced.
+    /// The listeners that cancel a replacement.
     std::set<std::string> cancelling;
     /// Called after each line, from inside the answer.
     std::function<void()> onLine = [] {};
 };
 
-/// The delegate of one request. It writes down what it hears.
+/// The delegate of a request. It records what it hears.
 class Listener final : public platform::OSSystemExtensionRequestDelegate {
 public:
     /// The record outlives every call.

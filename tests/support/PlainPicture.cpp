@@ -22,7 +22,7 @@ struct Coverage {
     bool isOnRoundEdge = false;
 };
 
-/// What lies at a distance inside an outline is negative.
+/// Distances inside an outline are negative.
 Coverage straight(const double distance) {
     return {distance < 0 ? 1.0 : 0.0, false};
 }
@@ -33,8 +33,8 @@ Coverage round(const double distance) {
     return {std::clamp(0.5 - distance, 0.0, 1.0), true};
 }
 
-/// Whether the outline is round there: a capsule that lies is up to a pixel beyond where its ends begin, because curves
-/// are drawn by approximation.
+/// Whether the outline is round there. A horizontal capsule counts as round up to a pixel beyond its ends, because
+/// curves are approximated.
 bool isRoundAt(const ui::Outline& outline, const ui::Point point) {
     const double length = outline.cornerRadius() + 1;
     const bool isAtAnEnd = point.x < outline.rect.x + length || point.x > outline.rect.maxX() - length;
@@ -90,7 +90,7 @@ void lay(Pixel& pixel, const ui::Color& color, const Coverage& coverage) {
     if (coverage.isOnRoundEdge) pixel.leeway += leewayOfEdges * contrast * color.opacity;
 }
 
-/// Lays on one pixel what a scene has there.
+/// Paints one pixel of a scene.
 class Painter {
 public:
     Painter(Pixel& pixel, const ui::Point middle) : pixel_{pixel}, middle_{middle} {}
@@ -121,7 +121,7 @@ private:
         const ui::Color seen{color.red / 255, color.green / 255, color.blue / 255, 1};
         lay(pixel_, seen, within(outlineOf(clip.shape, clip.rect, grid_), middle_));
     }
-    /// Whether anything that is painted for a rectangle may be seen here; most is not.
+    /// Whether anything painted for a rectangle can be visible here.
     bool isNear(const ui::Rect& rect) const {
         constexpr double margin = 4;
         return middle_.x > rect.x - margin && middle_.x < rect.maxX() + margin && middle_.y > rect.y - margin &&

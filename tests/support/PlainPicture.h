@@ -8,11 +8,11 @@
 
 namespace platform::fake {
 
-/// What has to be seen of a scene, a pixel a point: worked out pixel by pixel from how far its middle is from the
-/// outline of each shape, to hold the painting of a window to. Texts and images are left to tests of their own.
+/// The expected picture of a scene, one pixel for each point, computed from the distance of each pixel's center to the
+/// outline of each shape. It does not contain texts and images, which have their own tests.
 class PlainPicture {
 public:
-    /// Red, green and blue in 0 to 255, of the pixel at that place of the whole picture.
+    /// Red, green, and blue from 0 to 255 of the pixel at this position of the whole picture.
     struct Channels {
         double red = 0;
         double green = 0;
@@ -25,15 +25,15 @@ public:
 
     int width() const { return width_; }
     int height() const { return height_; }
-    /// Where what is seen is something else, no more than the first few: "26,100 is 255/255/255 and not 219/219/219".
-    /// On a round edge any painting has its own idea of a pixel that is covered in part, and may be a fifth of the
-    /// contrast off.
+    /// The first few differences: "26,100 is 255/255/255 and not 219/219/219".
+    /// On a round edge, painters differ in how they paint a pixel that is partly covered, so a fifth of the
+    /// contrast is tolerated.
     std::vector<std::string> differences(const Seen& seen) const;
 
-    /// What has to be seen of one pixel.
+    /// The expected color of one pixel.
     struct Pixel {
         Channels color;
-        /// How far a channel may be off.
+        /// The tolerance of a channel.
         double leeway = 0;
     };
 
@@ -46,7 +46,7 @@ private:
     std::vector<Pixel> pixels_;
 };
 
-/// The scene with the same frames and nothing written or drawn in those of texts and images.
+/// The scene with the same frames, but with empty texts and images.
 ui::Scene withoutTextsAndImages(ui::Scene scene);
 
 } // namespace platform::fake

@@ -41,7 +41,7 @@ void write(const QString& path, const QString& text) {
         throw std::runtime_error{"cannot write " + path.toStdString()};
 }
 
-/// Becomes readable when the process ends that has the name, which need not be a child of this one; closed if none has.
+/// Becomes readable when the process that owns the name ends, even if it is not a child; closed if there is none.
 Descriptor processOf(const QString& name, const QDBusConnection& bus) {
     const QDBusReply<uint> process = bus.interface()->servicePid(name);
     return Descriptor{process.isValid() ? static_cast<int>(syscall(SYS_pidfd_open, process.value(), 0)) : -1};

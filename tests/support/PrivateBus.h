@@ -10,7 +10,7 @@
 
 namespace tests {
 
-/// A message bus that no one else is on, from a dbus-daemon that ends with it. Needs a QCoreApplication.
+/// A private message bus, with a dbus-daemon that ends with it. Needs a QCoreApplication.
 class PrivateBus {
 public:
     /// Returns once the daemon listens. The environment is that of the services which the bus starts.
@@ -24,17 +24,17 @@ public:
     /// A new connection. Its name is needed only to close it early.
     QDBusConnection connect();
 
-    /// Has the bus start the program whenever the name is called and nobody owns it. To be called at most once, and
+    /// Makes the bus start the program whenever the name is called and nobody owns it. Call it at most once, and
     /// before the first call.
     void makeActivatable(const QString& name, const QString& program);
 
-    /// The environment of a program that is to be on this bus.
+    /// The environment of a program that uses this bus.
     QProcessEnvironment environment() const;
 
-    /// What the bus and the services that it started wrote to standard error.
+    /// The error output of the bus and of the services that it started.
     QByteArray errors() const;
 
-    /// Ends the bus under its clients' feet, and waits until the service that it started has ended, too.
+    /// Ends the bus while clients are connected, and waits until the service that it started has ended, too.
     void stop();
     /// Starts it again, at the same address.
     void start();

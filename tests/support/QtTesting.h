@@ -5,23 +5,23 @@
 #include <functional>
 #include <ostream>
 
-// What tests of Qt programs share.
+// Shared by tests of Qt programs.
 
-/// How GoogleTest shows a text of Qt.
+/// Prints a Qt string in GoogleTest's messages.
 inline void PrintTo(const QString& text, std::ostream* stream) {
     *stream << '"' << text.toStdString() << '"';
 }
 
 namespace tests {
 
-/// From here on every warning that Qt prints fails the test that is running, but for those that are usual.
+/// From now on, a warning that Qt prints fails the current test, unless it is a usual one.
 void failOnQtWarnings(bool (*isUsual)(const QString& message) = [](const QString&) { return false; });
 
-/// Handles events, sleeping in between, until the condition holds; looks at it after each. False if it does not within
-/// half a minute: a bound for a test that fails, not a time to wait.
+/// Handles events until the condition, which it checks after each, is true. Returns false if it is not within half a
+/// minute, which only ends a test that has failed.
 [[nodiscard]] bool until(const std::function<bool()>& condition);
 
-/// Handles every event that is there already, the deferred deletions too.
+/// Handles every pending event, including deferred deletions.
 void handleEvents();
 
 } // namespace tests

@@ -9,7 +9,7 @@
 
 namespace platform::fake {
 
-/// What the one screen has to show, and how a test is named after it.
+/// A state of the screen, and its name in tests.
 struct ScreenState {
     std::string name;
     /// In the order of the cards.
@@ -17,10 +17,10 @@ struct ScreenState {
     friend std::ostream& operator<<(std::ostream& out, const ScreenState& state) { return out << state.name; }
 };
 
-/// One of each kind that looks different.
+/// One state of each kind that looks different.
 std::vector<ScreenState> screenStates();
 
-/// The screen with these records, in front of the fake services.
+/// The screen with these records and the fake services.
 ui::View screenOf(const ScreenState& state);
 
 } // namespace platform::fake

@@ -11,7 +11,7 @@
 
 namespace tests {
 
-/// One copy as it goes over the bus.
+/// A copy as it is sent over the bus.
 struct CopyOnTheBus {
     QString identifier;
     QString shortVersion;
@@ -21,16 +21,15 @@ struct CopyOnTheBus {
     bool uninstalling = false;
 };
 
-/// A service on a bus that does what a test says and nothing by itself: it writes calls down, and sends signals with
-/// whatever arguments it is given.
+/// A scripted service on a bus: it records calls, answers as a test tells it, and sends signals with any arguments.
 class ScriptedService final : public QDBusVirtualObject {
 public:
-    /// One that owns nothing is a stranger, whom no client has to believe.
+    /// One that does not own the name is a stranger, which clients must ignore.
     enum class Owns { theName, nothing };
-    /// What becomes of a call: an empty reply, an error, or none until take().
+    /// How it replies to a call: with nothing, with an error, or not until take().
     enum class Calls { areTaken, areRefused, areLeftOpen };
 
-    /// On a connection of its own; throws std::runtime_error where there is no bus or the name is taken.
+    /// Uses its own connection; throws std::runtime_error if there is no bus or the name is taken.
     explicit ScriptedService(const QString& busAddress, Owns owns = Owns::theName);
     ScriptedService(const ScriptedService&) = delete;
     ScriptedService& operator=(const ScriptedService&) = delete;
@@ -39,35 +38,35 @@ public:
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
-    /// From now on calls get this.
+    /// Sets the reply to later calls.
     void setCalls(const Calls calls) { calls_ = calls; }
     /// From now on each call is answered with Finished, its token and result 0, before its reply, and both have
     /// reached the client when it gets to see the first.
     void finishBeforeReplying() { finishesFirst_ = true; }
-    /// Takes a call that was left open.
+    /// Replies to a call that is still open.
     void take(std::size_t call) const { connection_.send(received_.at(call).createReply()); }
-    /// Takes and gives up the service's name on the bus, and stays connected.
+    /// Acquires and releases the service's name. It stays connected.
     void takeName();
     void releaseName();
-    /// Leaves the bus, as a process that dies does.
+    /// Leaves the bus, as a crashed process does.
     void die();
 
-    /// Every call so far, in the order in which they came; calls are named by their place there, from 0.
+    /// Every call so far, in order. Calls are numbered from 0.
     const std::vector<QDBusMessage>& calls() const { return received_; }
-    /// The token by which the client knows the request of a call.
+    /// The client's token for the request of a call.
     QString token(std::size_t call) const { return received_.at(call).arguments().at(0).toString(); }
-    /// The unique name of whoever called first; there must have been a call.
+    /// The unique name of the first caller; there must have been a call.
     QString client() const { return received_.at(0).service(); }
 
-    /// To the client alone; the first argument is the token.
+    /// Sends a signal only to the client. The first argument is the token.
     void signal(const QString& client, const QString& member, const QVariantList& arguments) const;
     void signal(const QString& member, const QVariantList& arguments) const { signal(client(), member, arguments); }
-    /// To everyone.
+    /// Sends a signal to everyone.
     void broadcast(const QString& member, const QVariantList& arguments = {}) const;
-    /// Tells a client, as only the bus may, that the name went from one connection to another.
+    /// Tells a client that the name has a new owner, as only the bus may.
     void forgeOwnerChange(const QString& client, const QString& from, const QString& to) const;
     QString uniqueName() const { return connection_.baseService(); }
-    /// Returns once the bus has passed on all that was sent.
+    /// Returns once the bus has forwarded everything that was sent.
     void flush() const;
 
 private:
@@ -78,7 +77,7 @@ private:
     bool finishesFirst_ = false;
 };
 
-/// A copy, or a list of them, as an argument of a signal.
+/// A copy or a list of copies as an argument of a signal.
 QVariant onTheBus(const CopyOnTheBus& copy);
 QVariant onTheBus(const QList<CopyOnTheBus>& copies);
 

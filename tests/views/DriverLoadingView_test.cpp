@@ -37,7 +37,7 @@ std::string scene(const StatusView& view, const platform::ui::EdgeInsets safeAre
     return platform::fake::sceneOf(view, platform::ui::Size{450, 40}, safeArea);
 }
 
-/// What the banner shows of a status: its color, its icon, and the sentence with its width.
+/// A banner, and its color, its icon, and its sentence with the width.
 struct Shown {
     StatusView banner;
     const char* color;
@@ -179,7 +179,7 @@ TEST_F(TheScreen, ShowsTwoCardsWithOneDividerIfTheBaseIsInTheMiddle) {
     EXPECT_EQ(scene({camera_, base_, network_}), scene({base_, camera_, network_}));
 }
 
-/// The block, its cards and dividers: what begins at its leading edge.
+/// The block, its cards, and its dividers: everything that begins at its leading edge.
 std::string blockIn(const std::string& scene) {
     std::istringstream lines{scene};
     std::string block;

@@ -19,7 +19,7 @@ Color onScale(const double red, const double green, const double blue, const dou
 
 const Color fallback = onScale(1, 1, 0, 1);
 
-/// A text, what is special about it, and its color.
+/// A text, what is special about it, and the color read from it.
 struct Reading {
     const char* text;
     const char* why;
@@ -62,7 +62,7 @@ TEST(AHexadecimalColor, IsAlmostBlackAndAlmostClearForAnyOtherLength) {
         EXPECT_EQ(hexColor(text), fallback) << text;
 }
 
-/// The color of an ASCII text, told once more as plainly as possible.
+/// The color of an ASCII text, implemented as simply as possible.
 Color restated(const std::string& text) {
     const auto first = text.find_first_of("0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ");
     const auto last = text.find_last_of("0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ");

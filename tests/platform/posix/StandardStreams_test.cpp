@@ -17,7 +17,7 @@ bool pollKnowsTerminals = true;
 
 } // namespace
 
-/// In place of the system's: some versions of macOS cannot wait for a terminal.
+/// Replaces the system's function: some versions of macOS cannot wait for a terminal.
 extern "C" int poll(pollfd* const asked, const nfds_t count, const int patience) {
     static const auto systems = reinterpret_cast<decltype(&poll)>(dlsym(RTLD_NEXT, "poll"));
     if (pollKnowsTerminals || isatty(asked->fd) == 0) return systems(asked, count, patience);
@@ -34,8 +34,8 @@ using tests::makeTerminal;
 using tests::readAvailable;
 using tests::ReplacedDescriptor;
 
-/// Runs `check` in a program that was started without the descriptors of `closed`, after it prepared them, and returns
-/// whether it held there.
+/// Starts a program without the descriptors of `closed`. The program prepares them and runs `check`. Returns the result
+/// of `check`.
 template <typename Check>
 bool holdsInAProgramWithout(const std::initializer_list<int> closed, const Check check) {
     const auto child = fork();
@@ -106,7 +106,7 @@ TEST(ALine, IsDroppedByAPipeThatNobodyReads) {
 
 class AFullPipe : public testing::Test {
 protected:
-    /// Writes more lines of a kilobyte than the pipe holds, and so many that to wait for each would take half an hour.
+    /// Writes so many lines of a kilobyte that the pipe is full, and that waiting for each would take half an hour.
     void fill() {
         for (int i = 0; i < 10'000; ++i)
             writer.write(std::string(1023, 'x'));

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// One set of guarantees for every system's knowledge of text; each system's services are linked in turn.
+// Tests for every system's implementation of Text. Each is linked in turn.
 
 namespace platform {
 namespace {

@@ -96,7 +96,7 @@ TEST(KeyboardFocus, StaysOnAControlThroughAnyNumberOfRebuilds) {
     }
 }
 
-/// A menu of 10 by 14 at 100, 100, and where a press counts for it beside a button at `neighbor`.
+/// The hit area of a menu of 10 by 14 at 100, 100 beside a button at `neighbor`.
 Rect areaOfMenuBeside(const Rect& neighbor) {
     const Control menu{{100, 100, 10, 14}, {{1}, 0}, "menu", PullDownMenu{}, {}};
     const Control button{neighbor, {{2}, 0}, "button", PushButton{}, {}};
@@ -139,7 +139,7 @@ SceneNode image(const char* name) {
     return {ImageRun{{}, {"Ethernet"}, {}, name}};
 }
 
-/// What is read, in order, and of which of the members before it is the successor.
+/// The reading order of `after`, each member with the index of its predecessor.
 std::string followed(const Scene& before, const Scene& after) {
     const Cases name{[](const TextRun* run) { return run->text; },
                      [](const auto* named) { return named->accessibleName; }};

@@ -25,7 +25,7 @@ View area() {
     return EmptyView{}.frame({.maxWidth = infinity, .maxHeight = infinity}).background(Color::white);
 }
 
-/// The scene of `view` in an area of this size, a line a node.
+/// The scene of `view` in an area of this size, one line for each node.
 Lines scene(const View& view, const Size size = {100, 60}, const EdgeInsets safeArea = {}) {
     std::istringstream text{fake::sceneOf(view, size, safeArea)};
     Lines lines;
@@ -34,7 +34,7 @@ Lines scene(const View& view, const Size size = {100, 60}, const EdgeInsets safe
     return lines;
 }
 
-/// What `view` takes of its own accord. The images are 24 by 16.
+/// The size of `view` without an offer. The image is 24 by 16.
 Size ownSize(const View& view) {
     fake::FixedMetrics metrics;
     metrics.images["Ethernet"] = {24, 16};

@@ -11,7 +11,7 @@
 namespace platform::ui {
 namespace {
 
-/// Something to observe, without a model.
+/// An observable object without a model.
 class Source : public ObservableObject {
 public:
     void change(std::string value) { text = std::move(value); }

@@ -13,7 +13,7 @@ StackItem fixed(const double length) {
     return {std::nullopt, [length](std::optional<double>) { return length; }};
 }
 
-/// Takes what it is offered between its bounds, its least length where nothing is.
+/// Takes the offered length within its bounds, or its minimum without an offer.
 StackItem flexible(const double least, const double most) {
     return {std::nullopt,
             [=](const std::optional<double> offered) { return std::clamp(offered.value_or(least), least, most); }};

@@ -29,7 +29,7 @@ protected:
     void writeInfo(const std::string_view bytes) const { std::ofstream{infoFile, std::ios::binary} << bytes; }
     void writeXml(const std::string& body) const { writeInfo(std::string{head} + body + "</plist>"); }
 
-    /// What keeps the bundle from having a dictionary; empty if it has one.
+    /// Why the bundle has no dictionary; empty if it has one.
     std::string problem() const {
         const auto read = readBundle(bundle);
         EXPECT_EQ(read.infoDictionary() == nullptr, !read.infoProblem().empty());

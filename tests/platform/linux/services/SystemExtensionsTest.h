@@ -16,12 +16,12 @@
 
 namespace tests {
 
-/// The manager in front of a service on a bus of the test's own. The service is in this process, on a connection of
-/// its own, and says exactly what the test tells it to.
+/// The manager with a scripted service on a private bus. The service is in this process, on its own connection, and
+/// sends exactly what the test tells it to.
 class SystemExtensionsTest : public testing::Test {
 protected:
-    /// Submits an activation whose listener is named by the identifier. The result tells whether the manager still
-    /// holds the request; the test does not.
+    /// Submits an activation whose listener is named after the identifier. The result expires when the manager releases
+    /// the request.
     std::weak_ptr<OSSystemExtensionRequest> submit(const std::string& identifier) {
         listeners.push_back(std::make_shared<Listener>(identifier, record));
         return submit(identifier, listeners.back());
@@ -34,10 +34,10 @@ protected:
         return request;
     }
 
-    /// Puts the service on the bus. A test that needs none at first, or a second one, starts it when it wants.
+    /// Puts a service on the bus. A test may start it later, or start a second one.
     void startService() { service.emplace(bus.address()); }
 
-    /// Submits "camera" and returns once the running service holds it, and has treated the call as told.
+    /// Submits "camera" and returns once the service has received it and has handled the call as told.
     void submitTo(const ScriptedService::Calls calls) {
         startService();
         service->setCalls(calls);
@@ -52,18 +52,18 @@ protected:
     }
     void finish() { service->signal("Finished", {service->token(0), qlonglong{0}}); }
 
-    /// Returns once the service got that many submissions in all.
+    /// Returns once the service has received this many submissions in all.
     void waitForCalls(const std::size_t count) {
         ASSERT_TRUE(until([&] { return service->calls().size() >= count; }));
     }
 
-    /// Returns once the listeners heard that many answers in all.
+    /// Returns once the listeners have heard this many answers in all.
     void waitForAnswers(const std::size_t count) {
         ASSERT_TRUE(until([&] { return record.lines.size() >= count; }));
     }
 
-    /// Returns once everything that the service sent so far has been handled: an answer to a new request has overtaken
-    /// nothing.
+    /// Returns once everything that the service has sent is handled: after it, the answer to a new request is handled,
+    /// too.
     void waitForAnswerToAnotherRequest() {
         Record apart;
         const auto another = std::make_shared<Listener>("another", apart);
@@ -75,7 +75,7 @@ protected:
         EXPECT_THAT(apart.lines, testing::ElementsAre("another finished 0"));
     }
 
-    /// Waits for an answer, which must be the one failure, of unknown cause, whose description holds the text.
+    /// Waits for an answer. It must be a failure with the code "unknown" whose description contains the text.
     void expectOneFailure(const std::string& description) {
         waitForAnswers(1);
         ASSERT_EQ(record.errors.size(), 1U);
@@ -84,11 +84,11 @@ protected:
         EXPECT_THAT(record.errors[0].localizedDescription, testing::HasSubstr(description));
     }
 
-    /// The bus comes first: the service and the manager end before it does.
+    /// The bus comes first, so that it ends after the service and the manager.
     PrivateBus bus;
     std::optional<ScriptedService> service;
     platform::SimulatorManager manager{bus.address()};
-    /// What the listener of each request, which is called by its identifier, has heard.
+    /// What the listeners have heard. Each is named after its request's identifier.
     Record record;
     std::vector<std::shared_ptr<Listener>> listeners;
 };

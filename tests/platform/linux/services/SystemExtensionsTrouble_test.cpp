@@ -4,7 +4,7 @@
 #include <ctime>
 #include <dlfcn.h>
 
-// What may happen to the service and to the bus, or may not happen for a long time.
+// Failures of the service and of the bus, and long waits.
 
 namespace {
 
@@ -12,8 +12,8 @@ std::atomic<std::time_t> jumped{0};
 
 } // namespace
 
-// In the place of the system's function, for all of the program: a test cannot wait for an hour, but it can have the
-// clock jump. Every timer that was started before is due then, those of the bus's client too.
+// Replaces the system's function in the whole program: a test cannot wait for an hour, but it can set the clock
+// forward. Then every timer that was started before is due, also in the D-Bus client.
 extern "C" int clock_gettime(const clockid_t clock, timespec* const time) noexcept {
     using Function = int(clockid_t, timespec*);
     static const auto system = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "clock_gettime"));
@@ -179,7 +179,7 @@ TEST_F(ASystemExtensionRequestInTrouble, SucceedsAgainOnceTheBusIsBack) {
 
 class AServiceThatTakesAnHour : public tests::SystemExtensionsTest {
 protected:
-    /// Returns once everything that is due after the hour has happened.
+    /// Returns once every timer that is due after the hour has fired.
     void waitAnHour() {
         jumped += 3600;
         service->setCalls(Calls::areTaken);

@@ -3,8 +3,8 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 
-// What the manager makes of what is said on the bus. What an ordinary service says is told by the tests of the
-// contract, in front of the simulator.
+// How the manager handles messages on the bus. The tests of the contract cover those of an ordinary service, with the
+// simulator.
 
 namespace platform {
 namespace {
@@ -80,7 +80,7 @@ TEST_F(ASystemExtensionRequest, IsDroppedWithItsManager) {
     EXPECT_THAT(record.lines, IsEmpty());
 }
 
-// What a service that is not in order, or not ours, says.
+// Messages of a faulty or foreign service.
 
 TEST_F(ASystemExtensionRequest, FailsOnAnAnswerWithWrongArguments) {
     const std::vector<std::pair<QString, QVariantList>> malformed{
@@ -145,7 +145,7 @@ TEST_F(ASystemExtensionRequest, LearnsTheOwnerOfTheNameOnlyFromTheBus) {
 
 class ARestartOfTheMachine : public tests::SystemExtensionsTest {
 protected:
-    /// Does `work` from the main loop, and returns the status with which that ends.
+    /// Runs `work` in the main loop, and returns the status with which the loop ends.
     template <typename Work>
     static int statusAfter(const Work work) {
         QMetaObject::invokeMethod(QCoreApplication::instance(), work, Qt::QueuedConnection);
@@ -171,11 +171,11 @@ TEST_F(ARestartOfTheMachine, IsIgnoredFromAnotherSender) {
     EXPECT_EQ(statusAfter(say), 0);
 }
 
-// The manager of a process.
+// The shared manager of a process.
 
 class TheSharedManager : public testing::Test {
 protected:
-    /// Runs a program that asks its shared manager, answers it, and expects it to end well and quietly.
+    /// Runs a program that uses the shared manager, answers it, and expects exit status 0 and no error output.
     void expectThatItAsksTheService(const QProcessEnvironment& environment) {
         ScriptedService service{bus.address()};
         QProcess program;

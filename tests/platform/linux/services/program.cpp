@@ -5,8 +5,8 @@
 
 #include <cstdio>
 
-// A program that lies in a bundle. Told "bundle" it says what it finds as its main bundle; else it asks the shared
-// manager for the copies of "camera", says what it hears, and ends.
+// A program in a bundle. With the argument "bundle", it prints its main bundle. Otherwise it asks the shared manager
+// for the copies of "camera", prints the answer, and ends.
 
 namespace {
 

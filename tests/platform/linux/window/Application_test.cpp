@@ -36,8 +36,7 @@ ui::View content() {
         .preferredColorScheme(ui::ColorScheme::light);
 }
 
-/// The running application. What a person does is given as a script, which the main loop starts once the window is
-/// shown.
+/// The running application. A script acts as the user. The main loop starts it once the window is shown.
 class TheRunningApplication : public testing::Test {
 protected:
     using Script = std::function<void(MainWindow&)>;

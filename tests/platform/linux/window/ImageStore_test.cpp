@@ -67,7 +67,7 @@ TEST_F(TheImages, AreRenderedAtTheirSizeInPixels) {
 }
 
 TEST_F(TheImages, HaveStraightEdgesOnWholePixels) {
-    // The top edge of the jack between two contacts, and the top edge of the camera, are 4 points from the top.
+    // The top edges of the jack, between two contacts, and of the camera are 4 points from the top.
     for (const double scale : scales) {
         for (const char* name : assets) {
             const auto column = alphaOfColumn(painted({name}, scale), static_cast<int>(9.5 * scale));

@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-/// What assistive technology is told and reads of one window.
+/// The events that assistive technology receives from a window, and what it reads there.
 class AssistiveTechnology : public WindowTest {
 protected:
     struct Told {

@@ -158,7 +158,7 @@ TEST_F(ACanvas, ReplacesThePreviousScene) {
     EXPECT_EQ(picture().pixelColor(45, 15), QColor(Qt::black));
 }
 
-/// Counts how often the window's content is painted while it lives.
+/// Counts how often the window's content is painted.
 class Paintings : public QObject {
 public:
     explicit Paintings(QWidget& window) {

@@ -20,7 +20,7 @@ protected:
     static ui::SceneNode press(int& count) {
         return button(inCard(0, 0), {300, 85, 90, 30}, "Press", [&count] { ++count; });
     }
-    /// A held key, as the keyboard repeats it.
+    /// A repetition of a held key.
     static void repeatKey(QWidget* widget, const Qt::Key key) {
         QKeyEvent press{QEvent::KeyPress, key, Qt::NoModifier, {}, true};
         QCoreApplication::sendEvent(widget, &press);

@@ -31,7 +31,7 @@ protected:
     static ui::TextRun run(const std::string& text, const ui::Font font = ui::Font::body) {
         return {{10, 10, 100, 16}, text, font, Color::black};
     }
-    /// The smallest rectangle of pixels that holds all that is not white.
+    /// The smallest rectangle that contains all pixels that are not white.
     static QRect inked(const QImage& image) {
         QRect bounds;
         for (int y = 0; y < image.height(); ++y)

@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-/// Calls `visit` with everything that is painted, what is inside clips and controls too.
+/// Calls `visit` with everything that is painted, including the contents of clips and controls.
 template <typename Visit>
 void forEach(const std::vector<ui::SceneNode>& nodes, const Visit& visit) {
     const auto visitWithContent = [&](const auto& value) {
@@ -21,7 +21,7 @@ void forEach(const std::vector<ui::SceneNode>& nodes, const Visit& visit) {
         std::visit(visitWithContent, node.value);
 }
 
-/// The screen in the typeface of this window, before any answer has come.
+/// The initial screen in the typeface of this window.
 class TheScreen : public testing::Test {
 protected:
     fake::FreshServices services_;

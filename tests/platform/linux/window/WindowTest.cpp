@@ -164,7 +164,7 @@ Place inCard(const std::uint32_t row, const std::uint32_t index) {
 } // namespace platform
 
 int main(int argc, char** argv) {
-    // The offscreen platform says what it lacks itself.
+    // The offscreen platform itself prints what it lacks.
     tests::failOnQtWarnings([](const QString& message) { return message.startsWith("This plugin does not support "); });
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QTemporaryDir runtime;

@@ -19,7 +19,7 @@
 
 namespace platform {
 
-/// An application, made as the running one is, in a process that may have had others before.
+/// An application like the running one. A process can have several, one after another.
 class TestApplication {
 public:
     TestApplication();
@@ -35,7 +35,7 @@ private:
     QApplication application_;
 };
 
-/// While one lives, the application tells what changes, as it does when assistive technology runs. Needs the
+/// While one exists, the application sends accessibility events, as it does when assistive technology runs. Needs the
 /// application.
 class ActiveAccessibility {
 public:
@@ -45,15 +45,15 @@ public:
     ~ActiveAccessibility();
 };
 
-/// A shown and active window, and a person's hands.
+/// A shown and active window, with mouse and keyboard.
 class WindowTest : public testing::Test {
 protected:
     WindowTest();
 
-    /// Presents the nodes in a scene of 450 by 230 and handles what follows from that.
+    /// Presents the nodes in a scene of 450 by 230 and handles the resulting events.
     void show(std::vector<ui::SceneNode> nodes);
 
-    /// The hands. Positions are those of the window; what follows from each event is handled before it returns.
+    /// Positions are relative to the window. Each function handles the resulting events before it returns.
     void pressMouse(QPoint at, Qt::MouseButton button = Qt::LeftButton);
     void moveMouse(QPoint to);
     void releaseMouse(QPoint at, Qt::MouseButton button = Qt::LeftButton);
@@ -62,15 +62,15 @@ protected:
     void releaseKey(Qt::Key key);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
 
-    /// What is seen of the window.
+    /// A picture of the window.
     QImage picture();
     /// The accessible name of the control with keyboard focus; empty if there is none.
     std::string focused() const;
-    /// The native control of that accessible name, null if there is none.
+    /// The native control with this accessible name; null if there is none.
     SceneControl* control(const std::string& accessibleName) const;
-    /// The menu that is open, null if there is none.
+    /// The open menu; null if there is none.
     static QMenu* openMenu();
-    /// Whether anything in that area has changed since `before`.
+    /// Whether anything in this area has changed since `before`.
     bool differs(const QImage& before, QRect area);
 
     fake::FreshServices services_;
@@ -79,11 +79,11 @@ protected:
     MainWindow window_{QStringLiteral("Window"), images_};
 };
 
-// Scenes made by hand, as a layout would yield them.
+// Scenes made by hand, as a layout would return them.
 
 /// A black capsule at `rect` that runs `run`.
 ui::SceneNode button(ui::Place place, ui::Rect rect, std::string name, std::function<void()> run);
-/// A menu whose indicator, 10 by 16, has its top left at `origin`.
+/// A menu whose indicator is 10 by 16 and has its top left corner at `origin`.
 ui::SceneNode menu(ui::Place place, ui::Point origin, std::string name, std::vector<ui::MenuItem> items);
 ui::SceneNode text(ui::Point origin, std::string text);
 ui::SceneNode announcedText(ui::Point origin, std::string text);
