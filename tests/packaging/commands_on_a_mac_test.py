@@ -130,3 +130,30 @@ class ALook(OnAMac):
         answer = self.look("exit 1")
         self.assertEqual(answer.returncode, 1)
         self.assertIn("the application ended by itself", answer.stderr)
+
+
+class TheCrossCheck(OnAMac):
+    """On Linux, with stand-ins for its compiler."""
+
+    def check(self, *arguments):
+        shutil.copy(support.ROOT / "tools/cross-check", self.root / "tools")
+        for folder in ("app", "views", "model", "platform/ui", "platform/posix", "platform/macos", "simulator/core"):
+            (self.root / folder).mkdir(parents=True)
+        (self.root / "platform/Log.cpp").touch()
+        for tool in ("find", "mktemp", "sort", "wc", "xargs"):
+            (self.bin / tool).symlink_to(shutil.which(tool))
+        return self.start("tools/cross-check", *arguments)
+
+    def test_says_that_nothing_was_checked_without_a_compiler(self):
+        answer = self.check()
+        self.assertEqual((answer.returncode, answer.stdout), (77, ""))
+        self.assertIn("skipped, nothing was checked", answer.stderr)
+
+    def test_compiles_each_source_for_both_architectures(self):
+        self.give("zig", CALLED)
+        self.assertEqual(self.check().returncode, 0)
+        self.assertEqual([call.split()[3] for call in self.calls()], ["aarch64-macos.12.0", "x86_64-macos.12.0"])
+
+    def test_fails_if_the_compiler_does(self):
+        self.give("zig", "#!/bin/sh\nexit 1\n")
+        self.assertEqual(self.check().returncode, 1)
