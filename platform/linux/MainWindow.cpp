@@ -6,6 +6,7 @@
 #include <QFocusEvent>
 #include <QIcon>
 #include <QPixmap>
+#include <QTimer>
 #include <QWindow>
 
 #include <cmath>
@@ -16,10 +17,8 @@ namespace {
 
 QIcon applicationIcon(const ImageStore& images) {
     QIcon icon;
-    for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
-        const QImage image = images.image({"AppIcon"}, {side, side}, Qt::black);
-        if (!image.isNull()) icon.addPixmap(QPixmap::fromImage(image));
-    }
+    for (const int side : {16, 24, 32, 48, 64, 128, 256})
+        icon.addPixmap(QPixmap::fromImage(images.image({"AppIcon"}, {side, side}, Qt::black)));
     return icon;
 }
 
@@ -28,20 +27,19 @@ QIcon applicationIcon(const ImageStore& images) {
 MainWindow::MainWindow(const QString& title, const ImageStore& images)
     : QWidget{nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                            Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint},
+      images_{images},
       canvas_{*this, images} {
     setWindowTitle(title);
-    setWindowIcon(applicationIcon(images));
     // When no control has focus, the window has it, because it has a name. Tab never moves focus to it.
     setFocus();
     create();
     windowHandle()->installEventFilter(this);
 }
 
-bool MainWindow::focusNextPrevChild(const bool next) {
-    return canvas_.focusNextPrevChild(next);
-}
-
 bool MainWindow::eventFilter(QObject* object, QEvent* event) {
+    // Drawn earlier, the icon would hold up the first frame.
+    if (event->type() == QEvent::Expose && windowIcon().isNull())
+        QTimer::singleShot(0, this, [this] { setWindowIcon(applicationIcon(images_)); });
     // The window stays active while its menu is open; on these events, a screen reader would repeat its title.
     const auto* const focus = dynamic_cast<QFocusEvent*>(event);
     if (focus && focus->lostFocus()) isBelowMenu_ = focus->reason() == Qt::PopupFocusReason;

@@ -17,9 +17,10 @@ public:
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
+    bool focusNextPrevChild(const bool next) override { return canvas_.focusNextPrevChild(next); }
 
 private:
+    const ImageStore& images_;
     SceneCanvas canvas_;
     bool isBelowMenu_ = false; // a menu of this window has focus
 };

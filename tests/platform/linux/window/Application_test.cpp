@@ -144,14 +144,23 @@ TEST_F(TheRunningApplication, IsLightEvenOnADarkDesktop) {
 
 TEST_F(TheRunningApplication, ReadsItsImagesFromTheMainBundle) {
     run([](MainWindow& window) {
-        EXPECT_FALSE(window.windowIcon().pixmap(16, 16).isNull());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !window.windowIcon().pixmap(16, 16).isNull(); }));
         window.close();
     });
     fake::setMainBundle(InfoDictionary{}, "/nowhere");
     run([](MainWindow& window) {
+        QCoreApplication::processEvents();
         EXPECT_TRUE(window.windowIcon().pixmap(16, 16).isNull());
         window.close();
     });
+}
+
+TEST_F(TheRunningApplication, DrawsItsIconOnceItIsSeen) {
+    const auto unseen = [] {
+        EXPECT_TRUE(window()->windowIcon().isNull());
+        return content();
+    };
+    run([](MainWindow& window) { window.close(); }, unseen);
 }
 
 /// A model of one number, and a screen of it with a menu.
