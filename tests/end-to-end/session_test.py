@@ -197,6 +197,11 @@ def wait_for_ends(watches):
 
 
 class ASessionOnAnExistingBus(SessionTest):
+    def setUp(self):
+        super().setUp()
+        self.addCleanup(self.desktop.bus.ask, "ReloadConfig")
+        self.addCleanup(self.service_file().unlink, missing_ok=True)
+
     def sysextctl(self, *words):
         program = self.desktop.run(BUILD / "bin/sysextctl", *words)
         self.assertEqual(0, program.status, program.said())
