@@ -152,7 +152,7 @@ class ASessionWithItsOwnBus(SessionTest):
         self.open_session()
         self.interrupt()
         self.assertEqual(1, self.play("list").status)
-        self.assertRegex(self.play("settings").errors[0], "^mac: no session is under way")
+        self.assertRegex(self.play("settings").errors[0], "^mac: no session is running")
 
     def play(self, *words):
         return self.desktop.run(MAC, *words)
@@ -178,7 +178,7 @@ class ASessionWithItsOwnBus(SessionTest):
         other = self.desktop.run(SESSION, BUILD)
         self.assertEqual(1, other.status)
         self.assertEqual(1, len(other.errors))
-        self.assertRegex(other.errors[0], "^session: another session is under way")
+        self.assertRegex(other.errors[0], "^session: another session is running")
 
     def test_locks_the_mac_of_its_service_if_the_path_is_relative(self):
         home = self.desktop.folder / "home's"
