@@ -27,10 +27,6 @@ void Application::submit(const QString& token, const QString& kind, const QStrin
     order({"submit", token, kind, identifier});
 }
 
-void Application::answer(const QString& token, const QString& action) {
-    order({"answer", token, action});
-}
-
 QStringList Application::lines() {
     QStringList heard;
     QByteArray output = process_.output();
@@ -42,11 +38,6 @@ QStringList Application::lines() {
         if (first == "told" || first == "refused") heard += words.join(' ');
     }
     return heard;
-}
-
-QStringList Application::takeLines() {
-    const QStringList all = lines();
-    return all.mid(std::exchange(taken_, all.size()));
 }
 
 bool Application::hears(const QString& line) {

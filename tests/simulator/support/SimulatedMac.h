@@ -39,15 +39,11 @@ public:
 
     /// kind: "activation", "deactivation" or "properties". Does not wait for the service to take it.
     void submit(const QString& token, const QString& kind, const QString& identifier);
-    /// action: "replace" or "cancel".
-    void answer(const QString& token, const QString& action);
 
     /// Handles events until it has heard this line, or one that begins with it; says whether it did.
     [[nodiscard]] bool hears(const QString& line);
     /// Every line so far.
     QStringList lines();
-    /// Every line that came since the last call of this.
-    QStringList takeLines();
     /// Ends it as a crash would.
     [[nodiscard]] bool kill();
     [[nodiscard]] bool ended() { return process_.ended(); }
@@ -56,7 +52,6 @@ private:
     void order(const QStringList& words);
 
     Program process_;
-    qsizetype taken_ = 0;
 };
 
 /// A simulated Mac of the test's own: a bus that starts the service, an empty store, and an Applications folder that

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <functional>
 #include <random>
 #include <thread>
 #include <utility>
@@ -23,271 +24,116 @@ std::size_t pick(Random& random, std::size_t below) {
     return std::uniform_int_distribution<std::size_t>{0, below - 1}(random);
 }
 
+/// What is to be done, and what is there when it is done.
+struct Step {
+    QStringList words;
+    QString after;
+};
+
+/// A thing that the service keeps, as a text: how it is in the beginning, what is done to it next, and how it is found.
+struct Thing {
+    QString first;
+    std::function<Step(const QString& there, Random& random, int number)> next;
+    std::function<QString(Control& control)> found;
+};
+
+/// In milliseconds.
+Thing theClock() {
+    const auto next = [](const QString& there, Random&, int) {
+        return Step{{"advance", "1ms"}, QString::number(there.toLongLong() + 1)};
+    };
+    // "0.007 s\n" -> "7"
+    const auto found = [](Control& control) {
+        const QString said = control.Do({"clock"}, {}).value();
+        return QString::number(said.section(' ', 0, 0).remove('.').toLongLong());
+    };
+    return {"0", next, found};
+}
+
+/// The value of a switch, which moves there and back.
+Thing theSwitch() {
+    const auto next = [](const QString& there, Random&, int) {
+        const QString value = there == u"13" ? "11" : "13";
+        return Step{{"switch", "refusal", value}, value};
+    };
+    const auto found = [](Control& control) {
+        const QString said = control.Do({"switch", "refusal"}, {}).value();
+        return said.section('\t', 1, 1);
+    };
+    return {"13", next, found};
+}
+
+/// What the person does with the extension.
+Step stepWith(const QString& identifier, const QString& there, Random& random, const QString& newVersion) {
+    const QString version = there.section(' ', 0, 0);
+    if (there.endsWith(" disabled")) return {{"enable", identifier}, version + " enabled"};
+    switch (there.isEmpty() ? 0 : pick(random, 3)) {
+    case 0:
+        return {{"install", identifier, "0", newVersion}, newVersion + " enabled"};
+    case 1:
+        return {{"disable", identifier}, version + " disabled"};
+    default:
+        return {{"uninstall", "-", identifier}, {}};
+    }
+}
+
+/// The copy of an extension that is not on its way out, such as "7 enabled".
+Thing theCopyOf(const QString& identifier) {
+    const auto next = [identifier](const QString& there, Random& random, int number) {
+        return stepWith(identifier, there, random, QString::number(number));
+    };
+    const auto found = [identifier](Control& control) {
+        QStringList lines;
+        for (const CopyEntry& copy : control.ListCopies().value()) {
+            if (copy.identifier == identifier && copy.condition != u"uninstalling")
+                lines += copy.version + ' ' + copy.condition;
+        }
+        return lines.join(", ");
+    };
+    return {{}, next, found};
+}
+
 /// A client that has the service do one thing after the other, and knows what is there as far as it was answered.
 class Mover {
 public:
-    /// state: what is there in the beginning, of what it alone changes.
-    Mover(const QDBusConnection& bus, const std::string& state) : control_{serviceName, objectPath, bus} {
-        goOnFrom(state);
-    }
-    Mover(const Mover&) = delete;
-    Mover& operator=(const Mover&) = delete;
-    virtual ~Mover() = default;
+    Mover(const QDBusConnection& bus, Random& random, Thing thing)
+        : control_{serviceName, objectPath, bus}, random_{random}, thing_{std::move(thing)} {}
 
     /// Asks for the next thing. Only after what was asked before has been answered, or is known to be lost.
-    virtual void begin() = 0;
+    void begin() {
+        const Step step = thing_.next(answered_, random_, ++number_);
+        asked_ = step.after;
+        call_ = std::make_unique<QDBusPendingCallWatcher>(control_.Do(step.words, {}));
+    }
     /// Whether an answer came to what was asked; a service that dies answers nothing.
-    virtual bool look() {
+    bool look() {
         if (!call_ || !call_->isFinished()) return false;
         const auto finished = std::exchange(call_, nullptr);
-        if (!finished->isError()) hear();
+        if (!finished->isError()) answered_ = asked_;
         EXPECT_TRUE(!finished->isError() || finished->error().type() == QDBusError::NoReply);
         return !finished->isError();
     }
-    /// The service is gone: from here on isAtRest() says whether nothing that was asked is still under way.
-    virtual void knock() {}
-    /// The machine was restarted, and nothing was asked since the last answer.
-    virtual void restarted() {}
-    virtual bool isAtRest() {
+    /// The service is gone: whether nothing that was asked is still under way.
+    bool isAtRest() {
         look();
         return call_ == nullptr;
     }
-    /// What is there now.
-    virtual std::string found() = 0;
-
     /// Finds there what was answered last, or what was asked since, and goes on from there.
     void compare() {
-        const std::string there = found();
-        EXPECT_TRUE(there == answered_ || there == asked_) << "found: " << there << '\n' << account();
-        goOnFrom(there);
+        const QString there = thing_.found(control_);
+        EXPECT_TRUE(there == answered_ || there == asked_)
+            << QString{"found: %1\nanswered: %2\nasked: %3"}.arg(there, answered_, asked_).toStdString();
+        answered_ = asked_ = there;
     }
-    void goOnFrom(const std::string& state) { answered_ = asked_ = state; }
-    /// What it has to say of itself.
-    virtual std::string account() { return "answered: " + answered_ + "\nasked: " + asked_ + '\n'; }
-
-protected:
-    /// Has the service do it, after which that is what is there.
-    void does(const QStringList& words, const std::string& after) {
-        ask(after);
-        call_ = std::make_unique<QDBusPendingCallWatcher>(control_.Do(words, {}));
-    }
-    void ask(std::string after) { asked_ = std::move(after); }
-    void hear() { answered_ = asked_; }
-    const std::string& answered() const { return answered_; }
-    Control& control() { return control_; }
 
 private:
     Control control_;
-    std::unique_ptr<QDBusPendingCallWatcher> call_;
-    std::string answered_;
-    std::string asked_;
-};
-
-/// Moves the clock on by a millisecond at a time.
-class ClockMover final : public Mover {
-public:
-    explicit ClockMover(const QDBusConnection& bus) : Mover{bus, "0"} {}
-
-    void begin() override { does({"advance", "1ms"}, std::to_string(std::stoll(answered()) + 1)); }
-    /// "0.007 s\n" -> "7"
-    std::string found() override {
-        const QByteArray said = control().Do({"clock"}, {}).value();
-        return std::to_string(QString{said}.section(' ', 0, 0).remove('.').toLongLong());
-    }
-};
-
-/// Moves a switch there and back.
-class SwitchMover final : public Mover {
-public:
-    explicit SwitchMover(const QDBusConnection& bus) : Mover{bus, "13"} {}
-
-    void begin() override {
-        const std::string value = answered() == "13" ? "11" : "13";
-        does({"switch", "refusal", QString::fromStdString(value)}, value);
-    }
-    std::string found() override {
-        const QString said = control().Do({"switch", "refusal"}, {}).value();
-        return said.section('\t', 1, 1).toStdString();
-    }
-};
-
-/// The copies of an extension, oldest first, as a text: "1 uninstalling, 2105 enabled". Every copy but the youngest is
-/// on its way out.
-class CopyTexts {
-public:
-    explicit CopyTexts(const std::string& text) {
-        for (const QString& line : QString::fromStdString(text).split(", ", Qt::SkipEmptyParts))
-            lines_ += line;
-    }
-
-    /// The condition of the copy that is installed; empty if none is.
-    QString condition() const { return lines_.isEmpty() || isGoing() ? QString{} : lines_.last().section(' ', 1); }
-    QString version() const { return lines_.last().section(' ', 0, 0); }
-
-    std::string inCondition(const QString& condition) const {
-        return text(lines_.mid(0, lines_.size() - 1) + QStringList{version() + ' ' + condition});
-    }
-    /// What a restart leaves.
-    std::string restarted() const { return condition().isEmpty() ? std::string{} : lines_.last().toStdString(); }
-    std::string without() const { return text(lines_.mid(0, lines_.size() - 1)); }
-    std::string with(const QString& version, const QString& condition) const {
-        const QString before = this->condition().isEmpty() ? QString::fromStdString(text(lines_))
-                                                           : QString::fromStdString(inCondition("uninstalling"));
-        const QString line = version + ' ' + condition;
-        return (before.isEmpty() ? line : before + ", " + line).toStdString();
-    }
-
-private:
-    bool isGoing() const { return lines_.last().endsWith(" uninstalling"); }
-    static std::string text(const QStringList& lines) { return lines.join(", ").toStdString(); }
-
-    QStringList lines_;
-};
-
-/// An application that has its extension activated, replaced and removed, and the person and the machine around it.
-class ExtensionMover final : public Mover {
-public:
-    ExtensionMover(SimulatedMac& mac, Random& random, QString identifier)
-        : Mover{mac.connect(), {}}, mac_{mac}, random_{random}, identifier_{std::move(identifier)} {
-        // Each change at the service becomes an event of this process, after which it looks again.
-        QObject::connect(&control(), &Control::Changed, &control(), [] {});
-    }
-
-    void begin() override {
-        const QString condition = CopyTexts{answered()}.condition();
-        if (condition == u"waiting") return beginWaiting();
-        if (condition == u"enabled") return beginEnabled();
-        if (condition == u"disabled") return beginDisabled();
-        pick(random_, 3) == 0 ? install() : activate();
-    }
-
-    bool look() override {
-        bool came = Mover::look();
-        for (const QString& line : application_->takeLines())
-            came = understands(line) || came;
-        return came;
-    }
-
-    /// What was asked before is not waited for any more. What an application asks later is answered later.
-    void knock() override {
-        token_.clear();
-        barrier_ = "barrier" + QString::number(++lastToken_);
-        application_->submit(barrier_, "properties", "com.example.nobody");
-    }
-
-    bool isAtRest() override {
-        look();
-        return Mover::isAtRest() && barrier_.isEmpty() && areRequestsAtRest();
-    }
-
-    /// Which ends every application.
-    void restarted() override {
-        goOnFrom(CopyTexts{answered()}.restarted());
-        EXPECT_TRUE(application_->ended());
-        application_ = mac_.application();
-    }
-
-    std::string found() override {
-        QStringList lines;
-        for (const CopyEntry& copy : control().ListCopies().value()) {
-            if (copy.identifier == identifier_ && copy.condition != u"preparing")
-                lines += copy.version + ' ' + copy.condition;
-        }
-        return lines.join(", ").toStdString();
-    }
-
-    std::string account() override { return Mover::account() + application_->lines().join('\n').toStdString(); }
-
-private:
-    void beginWaiting() {
-        const CopyTexts copies{answered()};
-        switch (pick(random_, 3)) {
-        case 0:
-            return does({"allow", identifier_}, copies.inCondition("enabled"));
-        case 1:
-            return does({"deny", identifier_}, copies.without());
-        default:
-            return deactivate();
-        }
-    }
-
-    void beginEnabled() {
-        const CopyTexts copies{answered()};
-        switch (pick(random_, 5)) {
-        case 0:
-            return does({"disable", identifier_}, copies.inCondition("disabled"));
-        case 1:
-            return install();
-        case 2:
-            return does({"uninstall", "-", identifier_}, copies.inCondition("uninstalling"));
-        case 3:
-            return deactivate();
-        default:
-            return activate();
-        }
-    }
-
-    void beginDisabled() {
-        const CopyTexts copies{answered()};
-        pick(random_, 3) == 0 ? deactivate() : does({"enable", identifier_}, copies.inCondition("enabled"));
-    }
-
-    void install() {
-        const QString version = QString::number(++lastVersion_);
-        does({"install", identifier_, "0", version}, CopyTexts{answered()}.with(version, "enabled"));
-    }
-
-    void activate() {
-        const CopyTexts copies{answered()};
-        const bool isInstalled = !copies.condition().isEmpty();
-        submit("activation", isInstalled ? "finished 0" : "needs approval");
-        ask(isInstalled ? answered() : copies.with("2105", "waiting"));
-    }
-
-    void deactivate() {
-        submit("deactivation", "finished 0");
-        ask(CopyTexts{answered()}.inCondition("uninstalling"));
-    }
-
-    void submit(const QString& kind, const QString& answer) {
-        token_ = "request" + QString::number(++lastToken_);
-        wanted_ = answer;
-        application_->submit(token_, kind, identifier_);
-    }
-
-    /// Whether a line of the application's is the answer that was wanted.
-    bool understands(const QString& line) {
-        const QString token = line.section(' ', 0, 0);
-        const QString answer = line.section(' ', 1);
-        if (token == barrier_) barrier_.clear();
-        if (token != token_) return false;
-        if (answer.startsWith("asked ")) {
-            ask(CopyTexts{answered()}.with("2105", "enabled"));
-            application_->answer(token_, "replace");
-            return false;
-        }
-        EXPECT_EQ(answer.toStdString(), wanted_.toStdString()) << account();
-        token_.clear();
-        hear();
-        return true;
-    }
-
-    bool areRequestsAtRest() {
-        for (const RequestEntry& request : control().ListRequests().value()) {
-            if (request.stage != u"user" && request.stage != u"replacement") return false;
-        }
-        return true;
-    }
-
-    SimulatedMac& mac_;
     Random& random_;
-    QString identifier_;
-    std::unique_ptr<Application> application_ = mac_.application();
-    QString token_;
-    QString wanted_;
-    QString barrier_;
-    int lastToken_ = 0;
-    int lastVersion_ = 0;
+    Thing thing_;
+    std::unique_ptr<QDBusPendingCallWatcher> call_;
+    QString answered_ = thing_.first;
+    QString asked_ = thing_.first;
+    int number_ = 0;
 };
 
 /// Whether a process is neither running nor waiting: stopped, or gone.
@@ -298,30 +144,25 @@ bool isStopped(qint64 process) {
     return !QByteArray{"RSD"}.contains(line.at(line.lastIndexOf(')') + 2));
 }
 
-/// An application for each of two extensions, whose person and machine are played at random, someone who moves the
-/// clock on, and someone who moves a switch.
+/// Four who have something done to the clock, a switch, and two extensions.
 class TheServiceUnderLoad : public OnASimulatedMac, public testing::WithParamInterface<unsigned> {
 protected:
     TheServiceUnderLoad() {
-        EXPECT_EQ(mac.does("switch authorization granted"), "");
-        movers_.push_back(std::make_unique<ExtensionMover>(mac, random_, camera));
-        movers_.push_back(std::make_unique<ExtensionMover>(mac, random_, driver));
-        movers_.push_back(std::make_unique<ClockMover>(mac.connect()));
-        movers_.push_back(std::make_unique<SwitchMover>(mac.connect()));
+        for (const Thing& thing : {theClock(), theSwitch(), theCopyOf(camera), theCopyOf(driver)})
+            movers_.push_back(std::make_unique<Mover>(mac.connect(), random_, thing));
     }
 
     void live() {
-        if (pick(random_, 4) == 0) restart();
+        if (pick(random_, 4) == 0) must(mac.control().Do({"restart"}, {}));
         each(&Mover::begin);
         ASSERT_TRUE(hear(pick(random_, 20)));
         ASSERT_NO_FATAL_FAILURE(kill());
         if (pick(random_, 10) == 0) {
             // Has a service there that may still be reading its store.
-            each(&Mover::knock);
+            mac.control().ListIdentifiers();
             ASSERT_TRUE(until([&] { return mac.connection().interface()->isServiceRegistered(serviceName).value(); }));
             ASSERT_NO_FATAL_FAILURE(kill());
         }
-        each(&Mover::knock);
         ASSERT_TRUE(comesToRest());
         each(&Mover::compare);
     }
@@ -333,11 +174,6 @@ private:
     void each(void (Mover::*deed)()) {
         for (const auto& mover : movers_)
             (mover.get()->*deed)();
-    }
-
-    void restart() {
-        EXPECT_EQ(mac.does("restart"), "");
-        each(&Mover::restarted);
     }
 
     /// Goes on until so many answers came.
@@ -356,10 +192,7 @@ private:
     /// Waits until nothing that was asked is under way any more.
     bool comesToRest() {
         const auto isAtRest = [](const auto& mover) { return mover->isAtRest(); };
-        if (until([&] { return std::all_of(movers_.begin(), movers_.end(), isAtRest); })) return true;
-        for (const auto& mover : movers_)
-            ADD_FAILURE() << mover->account();
-        return false;
+        return until([&] { return std::all_of(movers_.begin(), movers_.end(), isAtRest); });
     }
 
     /// Kills the service wherever it is. What it leaves on the disk is looked at before anyone can start it again.
