@@ -2,12 +2,6 @@
 
 #include "tests/support/SceneText.h"
 
-#include <iomanip>
-#include <optional>
-#include <random>
-#include <sstream>
-#include <string>
-
 namespace views {
 namespace {
 
@@ -60,35 +54,6 @@ TEST(AHexadecimalColor, IsReadFromItsText) {
 TEST(AHexadecimalColor, IsAlmostBlackAndAlmostClearForAnyOtherLength) {
     for (const char* text : {"12345", "1234567", "", "#", "1", "12", "1234", "123456789"})
         EXPECT_EQ(hexColor(text), fallback) << text;
-}
-
-/// The color of an ASCII text, implemented as simply as possible.
-Color restated(const std::string& text) {
-    const auto first = text.find_first_of("0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ");
-    const auto last = text.find_last_of("0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ");
-    const std::string trimmed = first == std::string::npos ? "" : text.substr(first, last - first + 1);
-    std::istringstream digits{trimmed.substr(0, trimmed.find_first_not_of("0123456789abcdefABCDEF"))};
-    if (trimmed.size() > 2 && trimmed[0] == '0' && (trimmed[1] == 'x' || trimmed[1] == 'X'))
-        digits.str(trimmed.substr(2, trimmed.find_first_not_of("0123456789abcdefABCDEF", 2) - 2));
-    unsigned long long value = 0;
-    if (!(digits >> std::hex >> value)) value = 0;
-    const auto byte = [&](const unsigned shift) { return static_cast<double>((value >> shift) % 256); };
-    const auto digit = [&](const unsigned shift) { return static_cast<double>((value >> shift) % 16 * 17); };
-    if (trimmed.size() == 8) return onScale(byte(16), byte(8), byte(0), byte(24));
-    if (trimmed.size() == 6) return onScale(byte(16), byte(8), byte(0));
-    if (trimmed.size() == 3) return onScale(digit(8), digit(4), digit(0));
-    return fallback;
-}
-
-TEST(AHexadecimalColor, EqualsASimpleImplementationForAnyAsciiText) {
-    std::mt19937 random{20240607};
-    const std::string alphabet = "0123456789abcdefABCDEF0123456789abcdefABCDEFxXgZ #-.";
-    for (int round = 0; round < 20000; ++round) {
-        std::string text;
-        for (auto length = random() % 12; length > 0; --length)
-            text += alphabet[random() % alphabet.size()];
-        ASSERT_EQ(hexColor(text), restated(text)) << std::quoted(text);
-    }
 }
 
 } // namespace
