@@ -205,14 +205,6 @@ TEST_F(Observers, AreNotifiedOfEachMatchingCopyAndSeeAFlagClearedOnlyAfterTheLas
                             "1.enabled", "nothing", "1.state"));
 }
 
-TEST_F(Observers, NeverSeeAFlagClearedThatACopyOfTheAnswerHas) {
-    answer({enabledCopy(camera, "1", "1")});
-    const ChangeRecorder recorder{*model};
-    answer({awaitingCopy(camera, "2", "2"), enabledCopy(camera, "1", "1")});
-    for (const auto& picture : recorder.pictures())
-        EXPECT_TRUE(picture.records[cameraPosition].enabled);
-}
-
 TEST_F(Observers, SeeTheEarlierVersionsOfAnAnswerBriefly) {
     const ChangeRecorder recorder{*model};
     answer({enabledCopy(camera, "1", "1"), enabledCopy(camera, "2", "2")});

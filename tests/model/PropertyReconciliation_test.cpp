@@ -16,12 +16,6 @@ class AnAnswer : public ModelTest {};
 class TheVersion : public ModelTest {};
 class ThePrintedLine : public ModelTest {};
 
-TEST_F(AnAnswer, WithoutCopiesChangesAndPrintsNothing) {
-    answer({});
-    EXPECT_EQ(texts(), initialTexts());
-    EXPECT_TRUE(printedLines().empty());
-}
-
 TEST_F(AnAnswer, WithoutCopiesKeepsWhatWasKnown) {
     answer({enabledCopy(camera, "2.1", "2105")});
     const auto before = texts();

@@ -221,13 +221,6 @@ TEST_F(TheOutcomes, KeepTheLatestErrorTextUntilTheNextError) {
     EXPECT_EQ(lastError(), "Unknown extension category.");
 }
 
-TEST_F(TheOutcomes, NeverLogTheTextOfAnUnknownResult) {
-    finish(Result{2});
-    fail(5, "No.");
-    for (const auto& line : loggedLines())
-        EXPECT_THAT(line, testing::Not(testing::HasSubstr("Request completed.")));
-}
-
 TEST_F(TheOutcomes, NeverChangeTheModelsNeedForAReboot) {
     finish(Result::willCompleteAfterReboot);
     EXPECT_FALSE(model->need_reboot());
@@ -259,17 +252,6 @@ TEST_F(TheOutcomes, OfTwoQueriesAreAppliedAsTheyArriveAndTheLastOneStays) {
     EXPECT_EQ(record(basePosition).state, "Enabled");
     EXPECT_EQ(record(cameraPosition).state, "Await approval");
     EXPECT_EQ(text(networkPosition), initialNetwork);
-}
-
-TEST_F(TheOutcomes, OfTwoRequestsShareOneState) {
-    model->activateExt(camera);
-    model->activateExt(network);
-    service().fail(0, 12, "Superseded.");
-    deliver();
-    EXPECT_EQ(state(), State::requestError);
-    service().finish(1, Result::completed);
-    deliver();
-    EXPECT_EQ(state(), State::requestError);
 }
 
 class AListTooShortForTheCameraDeathTest : public ModelTest {};
