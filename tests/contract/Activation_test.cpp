@@ -46,21 +46,6 @@ TEST_F(TheExtensionService, AsksBeforeItReplacesACopy) {
     EXPECT_EQ(record.replacement.description, "<com.kelvra.ip-camera.cmio 2.1/2105>");
 }
 
-TEST_F(TheExtensionService, ReplacesACopyIfTheDelegateAgrees) {
-    install(camera, "2.0", "2004");
-    activate("first");
-    EXPECT_THAT(heard(), ElementsAre("first is asked", "first finished 0"));
-    EXPECT_THAT(copies(), ElementsAre("2.0 2004 uninstalling", "2.1 2105 enabled"));
-}
-
-TEST_F(TheExtensionService, KeepsACopyIfTheDelegateRefuses) {
-    install(camera, "2.0", "2004");
-    record.cancelling.insert("first");
-    activate("first");
-    EXPECT_THAT(heard(), ElementsAre("first is asked", "first failed 11"));
-    EXPECT_THAT(copies(), ElementsAre("2.0 2004 enabled"));
-}
-
 TEST_F(TheExtensionService, FinishesWithOneIfTheReplacedCopyRunsUntilTheRestart) {
     act({"switch", "driver", "in-use"});
     install(driver, "2.0", "2004");
@@ -90,13 +75,6 @@ TEST_F(TheExtensionService, FailsADeactivationThatTheAdministratorRefuses) {
     act({"refuse", camera});
     EXPECT_THAT(heard(), ElementsAre("first failed 13"));
     EXPECT_THAT(copies(), ElementsAre("2.0 2004 enabled"));
-}
-
-TEST_F(TheExtensionService, FinishesADeactivation) {
-    install(camera, "2.0", "2004");
-    remove("first");
-    EXPECT_THAT(heard(), ElementsAre("first finished 0"));
-    EXPECT_THAT(copies(), ElementsAre("2.0 2004 uninstalling"));
 }
 
 TEST_F(TheExtensionService, FinishesADeactivationWithOneIfTheDriverRunsUntilTheRestart) {

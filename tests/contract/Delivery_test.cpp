@@ -71,12 +71,6 @@ TEST_F(TheExtensionService, ReleasesARequestThatFinished) {
     EXPECT_TRUE(request.expired());
 }
 
-TEST_F(TheExtensionService, ReleasesARequestThatFailed) {
-    const auto request = activate("first", nobody);
-    EXPECT_THAT(heard(), ElementsAre("first failed 4"));
-    EXPECT_TRUE(request.expired());
-}
-
 TEST_F(TheExtensionService, ReleasesARequestThatFoundProperties) {
     const auto request = query("copies");
     EXPECT_THAT(heard(), ElementsAre("copies found 0"));
