@@ -26,11 +26,6 @@ std::optional<Place> focus(const std::vector<Control>& before, const std::vector
     return focusAfter(sceneOf(before), sceneOf(after), focused.place);
 }
 
-TEST(KeyboardFocus, StaysOnAControlThatRemains) {
-    const auto all = {control(1, actionStep), control(1, menuStep)};
-    EXPECT_EQ(focus(all, all, control(1, actionStep)), control(1, actionStep).place);
-}
-
 TEST(KeyboardFocus, MovesToTheNextControlOfTheRowIfItsControlIsGone) {
     const Control above = control(0, actionStep);
     const Control gone = control(1, actionStep);

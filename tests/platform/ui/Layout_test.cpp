@@ -349,11 +349,6 @@ TEST(Padding, ReducesTheOfferToTheContent) {
     EXPECT_EQ(scene(Image::named("Missing").resizable().padding(40)), Lines{"image 40,30 20x0 \"Missing\""});
 }
 
-TEST(ABackground, IsBehindTheViewAndCoversIt) {
-    EXPECT_EQ(scene(box(10, 4).padding(5).background(red)),
-              (Lines{"fill rectangle 40,23 20x14 255/0/0", "fill rectangle 45,28 10x4 white"}));
-}
-
 TEST(ABackground, ExtendsUnderEachSafeAreaEdgeThatTheViewTouches) {
     const auto placed = [](const View& view) { return scene(view, {100, 60}, {28, 3, 5, 7}).front(); };
     EXPECT_EQ(placed(area()), "fill rectangle -3,-28 110x93 white");

@@ -63,12 +63,6 @@ TEST_F(KeyboardFocus, IsNotTakenByAClick) {
     EXPECT_EQ(focused(), "First");
 }
 
-TEST_F(KeyboardFocus, MovesToTheNextControlOfTheCardIfItsControlIsGone) {
-    focusBy(1);
-    show({firstMenu(), secondButton(), secondMenu()});
-    EXPECT_EQ(focused(), "First menu");
-}
-
 TEST_F(KeyboardFocus, StaysAtItsPlaceEvenIfTheKindOfControlChanges) {
     focusBy(1);
     show({menu(inCard(0, 0), {391, 93}, "Now a menu", {})});
