@@ -196,24 +196,6 @@ activate DRIVER
 expect needs approval
 deny DRIVER
 expect nothing)"},
-    {"AResetOfAllPutsTheSwitchesBack", R"(
-switch denial silence
-reset --all
-activate DRIVER
-expect needs approval
-deny DRIVER
-expect failed 11)"},
-    {"SwitchesAndFaultsAreTakenBack", R"(
-switch denial silence
-switch upgrade asked
-switch denial --reset
-switch --reset
-fault next any silent
-fault clear
-activate DRIVER
-expect needs approval
-deny DRIVER
-expect failed 11)"},
     {"ACopyThatLingeredGoesWithTheNextRestart", R"(
 switch restart lingers
 install CAMERA 0 1 uninstalling

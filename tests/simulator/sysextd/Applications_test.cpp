@@ -48,17 +48,6 @@ TEST_F(AnApplication, IsToldLikeEveryoneThatTheMachineRestarts) {
     EXPECT_TRUE(stray->ended());
 }
 
-/// Who asks is found by where its program lies.
-TEST_F(AnApplication, ThatLiesInNoBundleOwnsNoExtension) {
-    EXPECT_EQ(mac.does("install com.kelvra.ip-camera.cmio 2.1 2105"), "");
-    const auto stray = mac.applicationAt(SUBMIT);
-    stray->submit("a", "activation", camera);
-    EXPECT_TRUE(stray->hears("a failed 4 \"The application contains no extension with this identifier.\""));
-    stray->submit("b", "deactivation", camera);
-    EXPECT_TRUE(stray->hears("b failed 4 \"The extension was not found in the application.\""));
-    EXPECT_THAT(mac.copies(camera), ElementsAre("2105 enabled"));
-}
-
 TEST_F(AnApplication, IsFoundWhereItWasMovedWhileItRuns) {
     application->submit("a", "properties", camera);
     ASSERT_TRUE(application->hears("a found none"));
