@@ -44,8 +44,8 @@ class DesktopTest(unittest.TestCase):
     def setUp(self):
         self.addCleanup(self.desktop.clear)
 
-    def open_application(self, command=None, **options):
-        return self.desktop.start(command or [executable()], program=Application, **options)
+    def open_application(self):
+        return self.desktop.start([executable()], program=Application)
 
 
 class MacTest(DesktopTest):

@@ -2,7 +2,7 @@ import os
 import signal
 import unittest
 
-from application import ALL_SET, AWAITING, NOT_INSTALLED, NOTHING_INSTALLED, TITLE, executable
+from application import ALL_SET, AWAITING, NOT_INSTALLED, NOTHING_INSTALLED
 from bus import SERVICE
 from case import CAMERA, NETWORK, MacTest
 
@@ -44,49 +44,6 @@ class TheRoad(MacTest):
         """Expects this of the running application and of one that starts now."""
         self.expect_look(application, *look)
         self.expect_new_look(*look)
-
-
-class TheMenu(MacTest):
-    def test_refreshes_a_card_after_an_approval_elsewhere(self):
-        self.mac.does("install", CAMERA, "2.1", "2105", "waiting")
-        application = self.open_application()
-        self.expect_output(application, f"{CAMERA} {AWAITS}")
-        self.mac.does("allow", CAMERA)
-        application.choose("Refresh", "Camera Driver")
-        self.expect_output(application, f"{CAMERA} {ENABLED}")
-        self.expect_look(application, NOTHING_INSTALLED, "Enabled", NOT_INSTALLED)
-
-    def test_removes_an_extension_after_an_administrator_agrees(self):
-        self.mac.does("install", CAMERA, "2.1", "2105")
-        self.mac.does("install", NETWORK, "2.1", "2105")
-        application = self.open_application()
-        self.expect_look(application, ALL_SET, "Enabled", "Enabled")
-        application.wait_for_lines(2)
-        settings = self.open_settings(application)
-        application.choose("Remove", "Camera Driver")
-        settings.wait_for_text("Driver Manager wants to remove Camera.")
-        self.expect_look(application, ALL_SET, "Enabled", "Enabled")
-        settings.press("Authorize Camera")
-        self.expect_log(application, "Sysex request finished: 0")
-        self.expect_output(
-            application, f"{CAMERA} 2.1/2105 State: Uninstalling [false false true]", f"{NETWORK} {ENABLED}"
-        )
-        self.expect_look(application, NOTHING_INSTALLED, "Uninstalling", "Enabled")
-        self.expect_new_look(NOTHING_INSTALLED, "Uninstalling", "Enabled")
-        self.mac.does("restart")
-        application.wait_for_end()
-        self.expect_new_look(NOTHING_INSTALLED, NOT_INSTALLED, "Enabled")
-
-
-class StandardOutput(MacTest):
-    def test_can_be_closed_or_full_without_affecting_the_window(self):
-        self.mac.does("install", CAMERA, "2.1", "2105")
-        for output in (">&-", ">/dev/full"):
-            application = self.open_application(["sh", "-c", f'exec "$0" {output}', executable()])
-            application.wait_for_state("Camera Driver", "Enabled")
-            self.desktop.display.close_window(TITLE)
-            self.assertEqual(0, application.wait_for_end())
-            self.assertEqual([], application.errors)
 
 
 class AServiceCrash(MacTest):

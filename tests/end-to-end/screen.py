@@ -49,9 +49,6 @@ class Screen:
     def texts(self):
         return self.names(Atspi.Role.LABEL, Atspi.Role.STATIC, Atspi.Role.TEXT)
 
-    def images(self):
-        return self.names(Atspi.Role.IMAGE, Atspi.Role.ICON)
-
     def buttons(self):
         return self.names(Atspi.Role.PUSH_BUTTON)
 

@@ -121,10 +121,6 @@ class ASessionWithItsOwnBus(SessionTest):
         _, _, right, _ = self.desktop.display.place_of(TITLE)
         self.assertLess(right, left)
 
-    def test_ends_everything_that_it_started_on_ctrl_c(self):
-        self.open_session()
-        self.interrupt()
-
     def test_ends_everything_that_it_started_on_sigterm(self):
         self.open_session().signal(signal.SIGTERM)
         self.expect_end(143)
