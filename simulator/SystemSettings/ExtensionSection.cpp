@@ -87,7 +87,6 @@ ExtensionSection::ExtensionSection(ControlClient& client)
     auto& layout = newColumn(this, {}, 7);
     layout.addWidget(&title_);
     layout.addWidget(&card_);
-    title_.setContentsMargins(2, 0, 0, 0);
     card_.setProperty("role", "card");
     lines_.addWidget(&empty_);
     empty_.setContentsMargins(14, 14, 14, 14);

@@ -22,7 +22,7 @@ class Display:
         self.folder = folder
         self.happened = 0
         reading, writing = os.pipe()
-        command = ["Xvfb", "-displayfd", writing, "-screen", "0", "1280x800x24", "-fbdir", folder, "-noreset"]
+        command = ["Xvfb", "-displayfd", writing, "-screen", "0", "1280x1024x24", "-fbdir", folder, "-noreset"]
         self.server = start([*command, "-nolisten", "tcp"], pass_fds=[writing])
         os.close(writing)
         with open(reading) as numbers:
