@@ -42,8 +42,8 @@ bool MainWindow::eventFilter(QObject* object, QEvent* event) {
         QTimer::singleShot(0, this, [this] { setWindowIcon(applicationIcon(images_)); });
     // The window stays active while its menu is open; on these events, a screen reader would repeat its title.
     const auto* const focus = dynamic_cast<QFocusEvent*>(event);
-    if (focus && focus->lostFocus()) isBelowMenu_ = focus->reason() == Qt::PopupFocusReason;
-    if (focus && isBelowMenu_) return true;
+    if (focus && focus->lostFocus()) inMenu_ = focus->reason() == Qt::PopupFocusReason;
+    if (focus && inMenu_) return true;
     return QWidget::eventFilter(object, event);
 }
 

@@ -22,7 +22,7 @@ protected:
 private:
     const ImageStore& images_;
     SceneCanvas canvas_;
-    bool isBelowMenu_ = false; // a menu of this window has focus
+    bool inMenu_ = false; // a menu of this window has focus
 };
 
 } // namespace platform

@@ -141,10 +141,10 @@ void SceneControl::openAt(const Qt::Edge end) {
 }
 
 void SceneControl::open() {
-    constexpr double gapBelowIndicator = 5;
+    constexpr double gapBelow = 5;
     if (openMenu()) return;
     popup_ = makeMenu(*this, std::get<ui::PullDownMenu>(control_.kind).items, images_);
-    const QPointF below = toQRectF(control_.rect).bottomLeft() + QPointF{0, gapBelowIndicator};
+    const QPointF below = toQRectF(control_.rect).bottomLeft() + QPointF{0, gapBelow};
     popup_->popup(parentWidget()->mapToGlobal(below).toPoint());
 }
 
