@@ -1,5 +1,7 @@
 #include "platform/ui/Node.h"
 
+#include <algorithm>
+
 // Modifiers that draw, and those that only change the environment. Frames are in Frame.cpp.
 
 namespace platform::ui {
@@ -76,7 +78,8 @@ View View::background(const View& behind) const {
 View View::border(const Color color, const double width) const {
     return makeView<Drawing>(*this, [=](const Rect& frame, const auto& placeContent, SceneWriter& scene) {
         placeContent();
-        scene.add({Stroke{frame.inset(width / 2), ShapeKind::rectangle, color, width}});
+        const double line = std::min({width, frame.width, frame.height});
+        scene.add({Stroke{frame.inset(line / 2), ShapeKind::rectangle, color, line}});
     });
 }
 

@@ -44,7 +44,8 @@ Size Box::size(const Proposal& proposal) {
     const auto known =
         std::find_if(sizes_.begin(), sizes_.end(), [&](const auto& size) { return size.first == proposal; });
     if (known != sizes_.end()) return known->second;
-    const Size size = node_->size(*this, proposal);
+    const Size chosen = node_->size(*this, proposal);
+    const Size size{std::max(chosen.width, 0.0), std::max(chosen.height, 0.0)};
     sizes_.emplace_back(proposal, size);
     return size;
 }

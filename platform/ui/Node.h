@@ -111,7 +111,7 @@ public:
 
     /// Appends the boxes of this node: one, none for an empty view, several for a group.
     virtual void resolve(const Environment& environment, std::vector<Box>& boxes) const;
-    /// The size that its box chooses for `proposal`; never infinite or NaN.
+    /// The size that its box chooses for `proposal`; never infinite or NaN. A negative length counts as 0.
     virtual Size size(Box&, const Proposal&) const { return {}; }
     /// Writes the visible content of its box, which has chosen `frame` for `proposal`.
     virtual void place(Box&, const Rect& /*frame*/, const Proposal&, SceneWriter&) const {}

@@ -69,7 +69,7 @@ public:
     View background(Color color) const;
     /// `behind` is offered this view's size and centered on it.
     View background(const View& behind) const;
-    /// A rectangle's outline over the view, inset by half its width.
+    /// A rectangle's outline over the view, inset by half its width; it is no wider than the view.
     View border(Color color, double width = 1) const;
     View clipShape(const Capsule& shape) const;
     View clipShape(const Circle& shape) const;

@@ -296,6 +296,12 @@ TEST(AFrameOfTheGreatestLength, NeverMakesALengthInfinite) {
     }
 }
 
+TEST(ANegativeLength, CountsAsZero) {
+    EXPECT_EQ(ownSize(box(10, 4).frame({.width = -5})), (Size{0, 4}));
+    EXPECT_EQ(ownSize(box(10, 4).frame({.maxHeight = -5})), (Size{10, 0}));
+    EXPECT_EQ(ownSize(box(10, 4).padding(-5)), Size{});
+}
+
 TEST(AFlexibleFrame, TakesTheOfferedLengthUpToItsBound) {
     EXPECT_EQ(scene(area().frame({.maxHeight = 40})), Lines{"fill rectangle 0,10 100x40 white"});
     EXPECT_EQ(scene(area().frame({.maxWidth = 40})), Lines{"fill rectangle 30,0 40x60 white"});
@@ -368,6 +374,10 @@ TEST(ABorder, IsDrawnOverTheContentInsetByHalfItsWidth) {
     EXPECT_EQ(scene(box(20, 12).border(Color::gray, 3)),
               (Lines{"fill rectangle 40,24 20x12 white", "stroke rectangle 41.5,25.5 17x9 gray 3"}));
     EXPECT_EQ(scene(box(20, 12).border(red)).back(), "stroke rectangle 40.5,24.5 19x11 255/0/0 1");
+}
+
+TEST(ABorder, IsNoWiderThanItsView) {
+    EXPECT_EQ(scene(box(10, 4).border(red, 30)).back(), "stroke rectangle 47,30 6x0 255/0/0 4");
 }
 
 TEST(AClip, CutsTheViewBeforeIt) {
