@@ -56,7 +56,10 @@ std::string writeSeal(const std::string& bundle, const Seal& seal) {
         files[path] = digest;
     const PropertyList list{
         PropertyList::Dictionary{{"team", seal.team}, {"entitlements", seal.entitlements}, {"files", files}}};
-    QSaveFile file{QString::fromStdString(contentsOf(bundle) + '/' + sealFile)};
+    const std::string path = contentsOf(bundle) + '/' + sealFile;
+    std::error_code none;
+    if (fs::is_symlink(path, none)) fs::remove(path, none); // or else it is written where the link leads
+    QSaveFile file{QString::fromStdString(path)};
     const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(QByteArray::fromStdString(list.toXml())) >= 0;
     return isWritten && file.commit() ? std::string{} : file.errorString().toStdString();
 }

@@ -174,6 +174,13 @@ TEST_F(ASealedExtension, MayBeSealedByARelativePath) {
     EXPECT_TRUE(isAsSealed(extension));
 }
 
+TEST_F(ASealedExtension, IsSealedAnewWhereALinkStandsInThePlaceOfItsSeal) {
+    fs::remove(contents / "_SimulatedSignature.plist");
+    fs::create_symlink("a file more", contents / "_SimulatedSignature.plist");
+    sealBoth();
+    EXPECT_TRUE(isAsSealed(extension));
+}
+
 TEST_F(ASealedExtension, IsNotSealedWithAPipeOrWithoutATeamOrAnInfoPlist) {
     ASSERT_EQ(mkfifo((contents / "pipe").c_str(), 0600), 0);
     EXPECT_EQ(seal(extension, {"--team", "TEAM"}), 1);
