@@ -61,9 +61,7 @@ class Program:
                 self.open_pipes -= 1
             return bool(data)
 
-        GLib.unix_fd_add_full(
-            GLib.PRIORITY_DEFAULT, pipe.fileno(), GLib.IOCondition.IN | GLib.IOCondition.HUP, read
-        )
+        GLib.unix_fd_add_full(GLib.PRIORITY_DEFAULT, pipe.fileno(), GLib.IOCondition.IN | GLib.IOCondition.HUP, read)
 
     def ended(self, _, status):
         self.status = os.waitstatus_to_exitcode(status)

@@ -1,7 +1,6 @@
 """Scenarios of the simulator, played in the window: with presses for what the application does, and commands for the
 rest. Tests without a window check what the scenarios expect of the Mac."""
 
-import re
 import shlex
 import unittest
 from functools import partialmethod

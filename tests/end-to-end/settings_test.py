@@ -58,9 +58,7 @@ class AssistiveTechnologyInSystemSettings(SettingsTest):
         self.mac.does("disable", NETWORK)
         told = listener.take_until(("state-changed:checked", 0, "check box", "Enable Network"))
         renamed = "property-change:accessible-name", 0
-        self.assertEqual(
-            [(*renamed, "label", "Disabled"), (*renamed, "list item", "Network 2.1/2105, Disabled")], told
-        )
+        self.assertEqual([(*renamed, "label", "Disabled"), (*renamed, "list item", "Network 2.1/2105, Disabled")], told)
 
     def test_hears_that_the_mac_is_not_running(self):
         self.open()

@@ -101,7 +101,10 @@ class AnInfoPlist(WithExtensions):
         application = "but the application's is 2105, which stands for the builds of all its extensions"
         for key, value, problem in (
             ("CFBundleIdentifier", "com.kelvra.driver", f'is "com.kelvra.driver", but the bundle is named {BASE}'),
-            *(("CFBundleVersion", build, f'is "{build}", {number}') for build in ("2.1", "2105b", "+2105", "-1", " 2105", "٢١٠٥")),
+            *(
+                ("CFBundleVersion", build, f'is "{build}", {number}')
+                for build in ("2.1", "2105b", "+2105", "-1", " 2105", "٢١٠٥")
+            ),
             ("CFBundleVersion", 2105, "must be text"),
             ("CFBundleVersion", "2104", f"is 2104, {application}"),
             ("CFBundleShortVersionString", "$(VERSION)", 'is "$(VERSION)", in which a build setting was not replaced'),
@@ -126,7 +129,7 @@ class ATeam(WithExtensions):
     def test_is_read_from_the_signature_if_there_is_a_tool(self):
         tool = self.entitlements / "codesign"
         tool.parent.mkdir()
-        tool.write_text('#!/bin/sh\ncase $3 in *base.dext) echo TeamIdentifier=OTHER12345 >&2 ;; esac\n')
+        tool.write_text("#!/bin/sh\ncase $3 in *base.dext) echo TeamIdentifier=OTHER12345 >&2 ;; esac\n")
         tool.chmod(0o755)
         with unittest.mock.patch.dict(os.environ, PATH=f"{tool.parent}:{os.environ['PATH']}"):
             problem = f"its signature has {OF_ANOTHER_TEAM}"
@@ -238,7 +241,11 @@ class TheProvisioningProfile(support.WithFolder):
     def test_must_have_the_team_be_valid_and_be_for_every_mac(self):
         distribution = "is not for distribution with a Developer ID, ProvisionsAllDevices"
         for key, value, problem in (
-            ("TeamIdentifier", ["OTHER12345"], f"has the team OTHER12345, but the application has the team {support.TEAM}"),
+            (
+                "TeamIdentifier",
+                ["OTHER12345"],
+                f"has the team OTHER12345, but the application has the team {support.TEAM}",
+            ),
             ("ExpirationDate", NOW, "expired on 2030-06-01 00:00:00"),
             ("ProvisionsAllDevices", False, distribution),
         ):

@@ -118,7 +118,7 @@ class ALook(OnAMac):
         (self.root / APPLICATION).write_text(f"#!/bin/sh\necho started\n{application}\n")
         self.give("screencapture", '#!/bin/sh\necho picture >"$2"\n')
         self.give("log", "#!/bin/sh\necho line\n")
-        self.give("sleep", '#!/bin/sh\nuntil [ -s look/output.txt ]; do :; done\n')
+        self.give("sleep", "#!/bin/sh\nuntil [ -s look/output.txt ]; do :; done\n")
         return self.start(".ci/look-on-a-mac", "look")
 
     def test_keeps_a_picture_and_the_log_and_ends_the_application(self):

@@ -1,7 +1,6 @@
 import pathlib
 import plistlib
 import re
-import shutil
 import sys
 import tempfile
 import unittest
@@ -127,7 +126,9 @@ class TheConfiguration(unittest.TestCase):
         self.assertEqual(set(sealed), set(support.ENTITLEMENTS))
 
     def test_stops_for_a_build_number_that_the_application_rejects(self):
-        rule = 'CFBundleVersion, from DRIVER_MANAGER_BUILD, is "2.1.5", but must be a plain decimal integer such as 2105'
+        rule = (
+            'CFBundleVersion, from DRIVER_MANAGER_BUILD, is "2.1.5", but must be a plain decimal integer such as 2105'
+        )
         self.assert_stops(f"Info.plist: {rule}", BUILD="2.1.5")
 
     def test_stops_with_a_line_for_each_problem_of_the_extensions(self):

@@ -90,7 +90,7 @@ class TheChecks(unittest.TestCase):
             "namespace a {\nclass B : public C<int> {\npublic:\nbool operator==(const B& other) const",
         )
         for head in heads:
-            body = "    g(\"}\", '}', R\"(})\"); // }\n" * MOST_LINES_OF_A_FUNCTION
+            body = '    g("}", \'}\', R"(})"); // }\n' * MOST_LINES_OF_A_FUNCTION
             self.assertEqual(1, len(long_functions(PurePath("app/main.cpp"), head + " {\n" + body + "}\n")), head)
 
     def test_find_a_long_function_in_a_script(self):

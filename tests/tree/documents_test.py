@@ -20,7 +20,9 @@ BUILT = re.compile(
 
 
 def broken_links(path, text):
-    return [f"{path}: {link}" for link in LINK.findall(text) if "://" not in link[0] and not leads_somewhere(path, *link)]
+    return [
+        f"{path}: {link}" for link in LINK.findall(text) if "://" not in link[0] and not leads_somewhere(path, *link)
+    ]
 
 
 def leads_somewhere(path, file, heading, image):

@@ -38,7 +38,9 @@ def packages(text):
 class TheShellScripts(unittest.TestCase):
     def test_are_found(self):
         names = {str(path) for path in tree.scripts()}
-        self.assertLessEqual({"run", "test", ".ci/run", "tools/build", "tools/session", "tools/install-packages"}, names)
+        self.assertLessEqual(
+            {"run", "test", ".ci/run", "tools/build", "tools/session", "tools/install-packages"}, names
+        )
 
     def test_pass_shellcheck(self):
         self.assertEqual([], complaints([*tree.scripts(), "simulator/completion/sysextctl"]))

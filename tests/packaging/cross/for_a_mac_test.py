@@ -121,7 +121,9 @@ class TheTestsForAMac(ConfiguredForAMac):
         wanted = {*folder.glob("*_test.*"), window, support.ROOT / "tests/platform/text/Text_test.cpp"} - played
         self.assertGreater(len(wanted), 3)
         commands = json.loads(self.text("compile_commands.json"))
-        compiled = {pathlib.Path(command["file"]) for command in commands if "_tests_fake.dir" not in command["command"]}
+        compiled = {
+            pathlib.Path(command["file"]) for command in commands if "_tests_fake.dir" not in command["command"]
+        }
         self.assertEqual(wanted - compiled, set())
 
     def test_come_with_a_bundle_without_sample_extensions(self):

@@ -42,7 +42,9 @@ class TheImages(support.WithFolder):
         moved = self.place / "moved.svg"
         moved.write_text(drawing.replace("M7 6v3", "M7.1 6v3"))
         self.assertNotEqual(moved.read_text(), drawing)
-        self.assertFalse(look_alike(self.page(renderer.pdf(moved)), self.page((RENDERED / "Ethernet.pdf").read_bytes())))
+        self.assertFalse(
+            look_alike(self.page(renderer.pdf(moved)), self.page((RENDERED / "Ethernet.pdf").read_bytes()))
+        )
 
     def test_are_as_many_points_wide_as_the_drawing_has_units_and_contain_no_pixels(self):
         for name, points in (("Ethernet", 22), ("VideoCameraDark", 22), ("trash", 20)):
