@@ -457,25 +457,6 @@ TEST(AScene, PrefersTheColorSchemeOfItsView) {
     EXPECT_EQ(scene(light), scene(box(10, 4).padding()));
 }
 
-TEST(TwoScenes, AreEqualIfOnlyTheirActionsDiffer) {
-    const Control go{{0, 0, 20, 10}, {{1}, 1}, "Go", PushButton{{[] {}}}, {{Fill{}}}};
-    const auto sceneWith = [](const Control& control) { return Scene{{}, {}, {{Clip{{}, {}, {{control}}}}}}; };
-    const auto changed = [&](const auto& change) {
-        Control control = go;
-        change(control);
-        return sceneWith(control);
-    };
-    EXPECT_EQ(changed([](Control& control) { control.kind = PushButton{}; }), sceneWith(go));
-    EXPECT_NE(changed([](Control& control) { control.kind = PullDownMenu{}; }), sceneWith(go));
-    EXPECT_NE(changed([](Control& control) { control.rect.height = 11; }), sceneWith(go));
-    EXPECT_NE(changed([](Control& control) { control.place.steps = {2}; }), sceneWith(go));
-    EXPECT_NE(changed([](Control& control) { control.place.rowLength = 0; }), sceneWith(go));
-    EXPECT_NE(changed([](Control& control) { control.accessibleName = "Stop"; }), sceneWith(go));
-    EXPECT_NE(changed([](Control& control) { control.content.clear(); }), sceneWith(go));
-    EXPECT_NE((Clip{{}, ShapeKind::circle, {}}), (Clip{{}, ShapeKind::capsule, {}}));
-    EXPECT_NE((Clip{{1, 2, 3, 4}, {}, {}}), (Clip{{}, {}, {}}));
-}
-
 TEST(TheCostOfALayout, GrowsWithTheNumberOfNodesNotWithTheirDepth) {
     const auto measurements = [](const int depth) {
         View view = line(ten);
