@@ -78,7 +78,7 @@ View View::background(const View& behind) const {
 View View::border(const Color color, const double width) const {
     return makeView<Drawing>(*this, [=](const Rect& frame, const auto& placeContent, SceneWriter& scene) {
         placeContent();
-        const double line = std::min({width, frame.width, frame.height});
+        const double line = std::clamp(width, 0.0, std::min(frame.width, frame.height));
         scene.add({Stroke{frame.inset(line / 2), ShapeKind::rectangle, color, line}});
     });
 }

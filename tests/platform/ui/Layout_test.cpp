@@ -376,7 +376,8 @@ TEST(ABorder, IsDrawnOverTheContentInsetByHalfItsWidth) {
     EXPECT_EQ(scene(box(20, 12).border(red)).back(), "stroke rectangle 40.5,24.5 19x11 255/0/0 1");
 }
 
-TEST(ABorder, IsNoWiderThanItsView) {
+TEST(ABorder, IsNoWiderThanItsViewAndNoNarrowerThanZero) {
+    EXPECT_EQ(scene(box(10, 4).border(red, -30)).back(), "stroke rectangle 45,28 10x4 255/0/0 0");
     EXPECT_EQ(scene(box(10, 4).border(red, 30)).back(), "stroke rectangle 47,30 6x0 255/0/0 4");
 }
 
