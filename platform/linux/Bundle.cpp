@@ -33,9 +33,11 @@ std::size_t numberIn(const std::string_view bytes, const std::size_t at, const s
     return number;
 }
 
-/// Replaces the NULs in the object at `at` if it is an ASCII string.
+/// Replaces the NULs in the object at `at` if it is a string, of ASCII or of UTF-16.
 void replaceNuls(std::string& bytes, const std::size_t at) {
-    if (numberIn(bytes, at, 1) >> 4U != 5) return;
+    const std::size_t kind = numberIn(bytes, at, 1) >> 4U;
+    if (kind != 5 && kind != 6) return;
+    const std::size_t width = kind - 4;
     std::size_t length = numberIn(bytes, at, 1) & 0xFU;
     std::size_t start = at + 1;
     if (length == 0xF) { // the length follows, as an integer
@@ -43,11 +45,13 @@ void replaceNuls(std::string& bytes, const std::size_t at) {
         length = numberIn(bytes, start + 1, size);
         start = std::min(start + 1 + size, bytes.size());
     }
-    const auto text = bytes.begin() + static_cast<std::ptrdiff_t>(start);
-    std::replace(text, text + static_cast<std::ptrdiff_t>(std::min(length, bytes.size() - start)), '\0', '\x1A');
+    const std::size_t end = start + std::min(length, (bytes.size() - start) / width) * width;
+    for (std::size_t unit = start; unit < end; unit += width)
+        if (numberIn(bytes, unit, width) == 0) bytes[unit + width - 1] = '\x1A';
 }
 
-/// libplist cuts off an ASCII string of a binary list at its first NUL. A substitute character keeps it whole.
+/// libplist cuts off an ASCII string of a binary list at its first NUL, and ends the program for a NUL in a UTF-16 key.
+/// A substitute character keeps them whole.
 std::string withoutNuls(std::string bytes) {
     const std::size_t trailer = bytes.size() - std::min<std::size_t>(bytes.size(), 32);
     const std::size_t offsetSize = numberIn(bytes, trailer + 6, 1);

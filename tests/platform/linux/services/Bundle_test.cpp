@@ -80,6 +80,15 @@ TEST_F(ABundle, DoesNotCutOffATextAtANul) {
                                                      "a"}}));
 }
 
+TEST_F(ABundle, KeepsAKeyOfUtf16WithANulInABinaryDictionary) {
+    constexpr std::string_view bytes{
+        "bplist00\xd1\x01\x02\x62\0A\0\0Q1\x08\x0b\x10\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x03"
+        "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x12",
+        53};
+    writeInfo(bytes);
+    EXPECT_EQ(dictionary(), (InfoDictionary{{"A\x1A", "1"}}));
+}
+
 TEST_F(ABundle, KeepsItsDictionaryWhenTheFileChanges) {
     writeXml("<dict><key>CFBundleVersion</key><string>1</string></dict>");
     const auto read = readBundle(bundle);
