@@ -44,7 +44,9 @@ struct Rect {
     constexpr Point center() const { return {x + width / 2, y + height / 2}; }
     constexpr Size size() const { return {width, height}; }
     /// Each edge moved inward, or outward if `by` is negative.
-    constexpr Rect inset(const double by) const { return {x + by, y + by, width - 2 * by, height - 2 * by}; }
+    constexpr Rect inset(const double by) const {
+        return {sumOf(x, by), sumOf(y, by), width - 2 * by, height - 2 * by};
+    }
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 
