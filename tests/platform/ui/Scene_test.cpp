@@ -1,9 +1,23 @@
-#include "platform/ui/Scene.h"
+#include "platform/ui/SceneHost.h"
 
+#include "platform/ui/Elements.h"
+#include "tests/support/FixedMetrics.h"
 #include "tests/support/SceneText.h"
 
 namespace platform::ui {
 namespace {
+
+TEST(TwoScenes, AreEqualIfTheSameIsLaidOut) {
+    const auto laidOut = [](const char* image, const double line, const char* item) {
+        const VStack screen{Alignment::center, Image::named(image), Circle{}.stroke(Color::gray, line),
+                            Menu{"Open", {Button{item, [] {}}}}};
+        return layout(screen, Size{100, 60}, fake::FixedMetrics{});
+    };
+    EXPECT_EQ(laidOut("a", 1, "Go"), laidOut("a", 1, "Go"));
+    EXPECT_NE(laidOut("a", 1, "Go"), laidOut("b", 1, "Go"));
+    EXPECT_NE(laidOut("a", 1, "Go"), laidOut("a", 2, "Go"));
+    EXPECT_NE(laidOut("a", 1, "Go"), laidOut("a", 1, "Stop"));
+}
 
 TEST(TwoScenes, AreEqualIfOnlyTheirActionsDiffer) {
     const Control go{{0, 0, 20, 10}, {{1}, 1}, "Go", PushButton{{[] {}}}, {{Fill{}}}};
