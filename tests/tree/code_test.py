@@ -57,12 +57,35 @@ def badly_laid_out(paths):
     return re.findall(r"^(.+:\d+):\d+: warning: code should be clang-formatted", answer.stderr, re.MULTILINE)
 
 
+BLACK = ("black", "--quiet", "--diff", "--line-length=120")
+PYFLAKES = ("pyflakes3",)
+
+# Left out: the case of names (C0103, C0113: not ours), blanks around parentheses and continued lines (C0307), and two
+# (E1122, E1126) that do not know every command of CMake.
+LEFT_OUT = ("C0103", "C0113", "C0307", "E1122", "E1126")
+CMAKE_LINT = ("cmake-lint", "--suppress-decorations", "--line-width=120", "--disabled-codes", *LEFT_OUT, "--")
+
+
+def complaints(program, paths):
+    """What a linter says about files, or what a formatter would change."""
+    answer = subprocess.run([*program, *paths], cwd=tree.ROOT, capture_output=True, text=True)
+    return [line for line in (answer.stdout + answer.stderr).splitlines() if line]
+
+
 class TheCode(unittest.TestCase):
     def test_has_no_if_for_the_system_outside_platform(self):
         self.assertEqual([], tree.every(asks_for_the_system, tree.files(*cpp.SUFFIXES)))
 
     def test_is_formatted(self):
         self.assertEqual([], badly_laid_out(tree.files(*cpp.SUFFIXES)))
+
+    def test_in_python_is_formatted_and_has_no_faults(self):
+        for program in (BLACK, PYFLAKES):
+            self.assertEqual([], complaints(program, tree.python()))
+
+    def test_in_cmake_has_no_faults(self):
+        files = [path for path in tree.files(".txt", ".cmake") if path.suffix == ".cmake" or path.stem == "CMakeLists"]
+        self.assertEqual([], complaints(CMAKE_LINT, files))
 
     def test_has_no_long_file(self):
         kept = tree.files(*cpp.SUFFIXES, ".py", ".cmake", ".txt", ".xml") + tree.scripts()
@@ -103,3 +126,10 @@ class TheChecks(unittest.TestCase):
             source.write("int main() {\n  return 0;\n}\n")
             source.flush()
             self.assertTrue(badly_laid_out([source.name]))
+
+    def test_find_faults_in_python_and_in_cmake(self):
+        for program, text in ((BLACK, "a = 'b'\n"), (PYFLAKES, "import re\n"), (CMAKE_LINT, "set(a b) \n")):
+            with tempfile.NamedTemporaryFile("w", suffix=".cmake" if program is CMAKE_LINT else ".py") as source:
+                source.write(text)
+                source.flush()
+                self.assertTrue(complaints(program, [source.name]), program)
