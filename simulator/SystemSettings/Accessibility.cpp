@@ -1,4 +1,4 @@
-#include "simulator/SystemSettings/Accessibility.h"
+#include "simulator/SystemSettings/Appearance.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>

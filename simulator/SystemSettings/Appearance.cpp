@@ -1,7 +1,5 @@
 #include "simulator/SystemSettings/Appearance.h"
 
-#include "simulator/SystemSettings/Accessibility.h"
-
 #include <QApplication>
 #include <QFile>
 #include <QKeyEvent>

@@ -19,6 +19,13 @@ namespace simulator::settings {
 /// called once, before there is a window.
 void useAppearance(QApplication& application);
 
+/// From here on assistive technology finds each widget in the role that its property names; part of the above.
+void useAccessibility();
+/// Sets the name that assistive technology reads. It is told of a new one only.
+void setName(QWidget& widget, const QString& name);
+/// Has a screen reader speak a notification that it may have spoken before: it does so when one comes into view.
+void announce(QWidget& widget);
+
 /// Sets a property that the style sheet asks for, also on a widget that is shown already.
 void setLook(QWidget& widget, const char* property, const QVariant& value);
 

@@ -1,7 +1,5 @@
 #include "simulator/SystemSettings/ExtensionSection.h"
 
-#include "simulator/SystemSettings/Accessibility.h"
-
 #include <algorithm>
 
 namespace simulator::settings {

@@ -1,7 +1,5 @@
 #include "simulator/SystemSettings/SettingsWindow.h"
 
-#include "simulator/SystemSettings/Accessibility.h"
-
 #include <QApplication>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -126,19 +124,6 @@ QBoxLayout& AuthorizationSheet::newButtons() {
     return row;
 }
 
-FocusPlace::FocusPlace(QWidget* focused, const QList<QAbstractButton*>& controls) : candidates_{focused} {
-    const auto place = std::find(controls.begin(), controls.end(), focused);
-    if (place == controls.end()) return;
-    std::copy(place, controls.end(), std::back_inserter(candidates_));
-    std::copy(std::make_reverse_iterator(place), controls.rend(), std::back_inserter(candidates_));
-}
-
-void FocusPlace::restore(QWidget& fallback) const {
-    const auto found = std::find_if(candidates_.begin(), candidates_.end(), canHaveFocus);
-    auto& widget = found == candidates_.end() ? fallback : **found;
-    widget.setFocus(Qt::OtherFocusReason);
-}
-
 QPoint placeFor(const QSize& window, const QRect& screen) {
     const QSize free = screen.size() - window;
     const int left = std::min((free.width() + roomBeside) / 2, free.width());
@@ -261,13 +246,25 @@ void SettingsWindow::showQuestion(const std::optional<QuestionContent>& question
     scroll_.setEnabled(!question);
     footer_.setEnabled(!question);
     if (question) return;
-    focusPlace_.restore(page_);
+    restoreFocus();
     sheet_.hide();
 }
 
 /// While a question is open, that is where focus was before.
 void SettingsWindow::rememberFocus() {
-    if (sheet_.isHidden()) focusPlace_ = {focusWidget(), controlsOfExtensions()};
+    if (!sheet_.isHidden()) return;
+    focusPlaces_ = {focusWidget()};
+    const auto controls = controlsOfExtensions();
+    const auto place = std::find(controls.begin(), controls.end(), focusWidget());
+    if (place == controls.end()) return;
+    std::copy(place, controls.end(), std::back_inserter(focusPlaces_));
+    std::copy(std::make_reverse_iterator(place), controls.rend(), std::back_inserter(focusPlaces_));
+}
+
+void SettingsWindow::restoreFocus() {
+    const auto found = std::find_if(focusPlaces_.begin(), focusPlaces_.end(), canHaveFocus);
+    auto& widget = found == focusPlaces_.end() ? page_ : **found;
+    widget.setFocus(Qt::OtherFocusReason);
 }
 
 void SettingsWindow::orderTabs() {

@@ -58,22 +58,6 @@ private:
     Button authorize_{"Authorize", true};
 };
 
-/// Where keyboard focus was among controls that may since have changed their places, been hidden or gone.
-class FocusPlace {
-public:
-    FocusPlace() = default;
-    /// controls: in reading order.
-    FocusPlace(QWidget* focused, const QList<QAbstractButton*>& controls);
-
-    /// Gives focus to what had it; if that is no longer there, to the control that came next, or else to the one
-    /// before; or else to the fallback. What was not among the controls is not replaced by one of them.
-    void restore(QWidget& fallback) const;
-
-private:
-    /// From the one with focus onwards, and then back from it.
-    QList<QPointer<QWidget>> candidates_;
-};
-
 /// The name of the one System Settings on a bus.
 inline constexpr auto windowName = "com.kelvra.Simulator1.SystemSettings";
 
@@ -112,6 +96,7 @@ private:
     void hideSections();
     void showQuestion(const std::optional<QuestionContent>& question);
     void rememberFocus();
+    void restoreFocus();
     void orderTabs();
     /// In reading order, the hidden ones too.
     QList<QAbstractButton*> controlsOfExtensions() const;
@@ -129,8 +114,9 @@ private:
     Button restart_{"Restart"};
     AuthorizationSheet sheet_{*this, client_};
     std::optional<QSet<QString>> decisions_;
-    /// Where focus was before the lists last changed, or the question was asked.
-    FocusPlace focusPlace_;
+    /// What had focus before the lists last changed, or the question was asked. If that is one of the controls, the
+    /// next ones and then those before it follow, as it may change its place, be hidden, or go.
+    QList<QPointer<QWidget>> focusPlaces_;
 };
 
 } // namespace simulator::settings
