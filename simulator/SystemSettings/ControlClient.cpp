@@ -12,8 +12,7 @@ namespace {
 bool isAbsence(const QDBusError& error) {
     constexpr std::array absences{QDBusError::ServiceUnknown, QDBusError::NoReply, QDBusError::Disconnected,
                                   QDBusError::NoServer};
-    return std::count(absences.begin(), absences.end(), error.type()) > 0 ||
-           error.name().startsWith("org.freedesktop.DBus.Error.Spawn.");
+    return std::count(absences.begin(), absences.end(), error.type()) > 0 || cannotBeStarted(error);
 }
 
 const auto notRunning = QStringLiteral("The simulated Mac is not running.");

@@ -22,6 +22,10 @@ QDBusPendingReply<QByteArray> callToDo(ComKelvraSimulator1ControlInterface& cont
     return control.Do(words, QByteArray::fromStdString(saying.contents));
 }
 
+bool cannotBeStarted(const QDBusError& error) {
+    return error.name().startsWith("org.freedesktop.DBus.Error.Spawn.");
+}
+
 ServicePresence::ServicePresence(QDBusConnection bus)
     : bus_{std::move(bus)}, watcher_{serviceName, bus_, QDBusServiceWatcher::WatchForOwnerChange} {
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,

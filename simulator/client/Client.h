@@ -19,6 +19,9 @@ namespace simulator {
 /// Has the service do what someone says; the answer is what there is to say to that, a text in UTF-8.
 QDBusPendingReply<QByteArray> callToDo(ComKelvraSimulator1ControlInterface& control, const Saying& saying);
 
+/// Whether the bus tried to start the service and failed.
+bool cannotBeStarted(const QDBusError& error);
+
 /// Hands the answer of a call to handle, later, on the context's thread; never, if the context is gone by then.
 template <typename Handle>
 void whenAnswered(const QDBusPendingCall& call, QObject& context, Handle handle) {
