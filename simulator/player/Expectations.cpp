@@ -8,6 +8,21 @@ namespace simulator::player {
 
 namespace {
 
+/// Takes "none", or what there is, with commas between.
+template <typename Item>
+std::vector<Item> takeList(Words& words, Item (*take)(Words&)) {
+    std::vector<Item> list;
+    if (words.takes("none")) return list;
+    do
+        list.push_back(take(words));
+    while (words.takes(","));
+    return list;
+}
+
+std::string listed(const WordList& there) {
+    return there.empty() ? "none" : joined(there);
+}
+
 // Answers ------------------------------------------------------------------------------------------------------------
 
 /// failed 8 "why" domain "whose" -> failed 8 domain "whose". A quote in a description has a backslash before it.
@@ -67,16 +82,15 @@ Play failed(Reading& reading) {
     return expectAnswer(reading, isSaid ? text : withoutDescription(text));
 }
 
+/// A copy as the service reports it.
+std::string takeReport(Words& words) {
+    const std::string version = textOf(takeVersion(words));
+    const std::string state = words.takePhrase("a state", wordsForStates(&CopyStateRow::reported));
+    return version + " " + std::string{conditionFor(state)};
+}
+
 Play found(Reading& reading) {
-    Words& words = reading.words;
-    if (words.takes("none")) return expectAnswer(reading, "found none");
-    WordList copies;
-    do {
-        const std::string version = textOf(takeVersion(words));
-        const std::string state = words.takePhrase("a state", wordsForStates(&CopyStateRow::reported));
-        copies.push_back(version + " " + std::string{conditionFor(state)});
-    } while (words.takes(","));
-    return expectAnswer(reading, "found " + joined(copies));
+    return expectAnswer(reading, "found " + listed(takeList(reading.words, takeReport)));
 }
 
 Play nothing(Reading& reading) {
@@ -86,22 +100,14 @@ Play nothing(Reading& reading) {
 
 // Copies and requests ------------------------------------------------------------------------------------------------
 
-std::string takeCopy(Words& words) {
+/// The texts of which a copy must have one: a state is named by its text or by its condition.
+WordList takeCopy(Words& words) {
     const std::string version = textOf(takeVersion(words));
-    return version + " " + words.takePhrase("a state", wordsForStates());
-}
-
-/// Whether the copy is as expected, by the text of its state or by its condition.
-bool isAs(const std::string& expected, const std::string& copy) {
-    return copy == expected || std::any_of(copyStates.begin(), copyStates.end(), [&](const CopyStateRow& row) {
-               const auto size = expected.size() - std::min(expected.size(), row.condition.size());
-               return expected.substr(size) == row.condition &&
-                      copy == expected.substr(0, size) + std::string{row.text};
-           });
-}
-
-NotDone thereIs(const std::string& what, const WordList& there) {
-    return NotDone{what + " are: " + (there.empty() ? "none" : joined(there))};
+    const std::string state = words.takePhrase("a state", wordsForStates());
+    WordList texts;
+    for (const CopyStateRow& row : copyStates)
+        if (state == row.text || state == row.condition) texts.push_back(version + " " + std::string{row.text});
+    return texts;
 }
 
 using Look = std::function<WordList(Mac&)>;
@@ -111,7 +117,7 @@ Play expectList(const std::string& what, const Look& look, const std::function<b
     return [=](Mac& mac) {
         WordList there;
         const bool isThere = mac.await([&] { return isRight(there = look(mac)); });
-        if (!isThere) throw thereIs(what, there);
+        if (!isThere) throw NotDone{what + " are: " + listed(there)};
     };
 }
 
@@ -123,20 +129,14 @@ Play expectCopies(const std::string& identifier, const std::function<bool(const 
 Play copy(Reading& reading) {
     const std::string identifier = reading.words.take("an extension identifier");
     return expectCopies(identifier, [expected = takeCopy(reading.words)](const WordList& there) {
-        return std::any_of(there.begin(), there.end(), [&](const std::string& copy) { return isAs(expected, copy); });
+        return std::find_first_of(there.begin(), there.end(), expected.begin(), expected.end()) != there.end();
     });
 }
 
 Play copies(Reading& reading) {
     const std::string identifier = reading.words.take("an extension identifier");
-    WordList expected;
-    if (!reading.words.takes("none")) {
-        do
-            expected.push_back(takeCopy(reading.words));
-        while (reading.words.takes(","));
-    }
-    return expectCopies(identifier, [expected](const WordList& there) {
-        return std::equal(expected.begin(), expected.end(), there.begin(), there.end(), isAs);
+    return expectCopies(identifier, [expected = takeList(reading.words, takeCopy)](const WordList& there) {
+        return std::equal(expected.begin(), expected.end(), there.begin(), there.end(), isOneOf);
     });
 }
 

@@ -14,22 +14,16 @@ void giveTeam(ExtensionOnDisk& extension, const std::string& team) {
     extension.applicationGroups = {stemOf(extension.machServiceName)};
 }
 
-ExtensionOnDisk sampleExtension(const std::string& fileName, const std::string& name) {
-    ExtensionOnDisk extension = extensionNamed(fileName, {"2.1", "2105"});
-    extension.name = name;
-    return extension;
-}
-
 } // namespace
 
 // The sample application ---------------------------------------------------------------------------------------------
 
-ExtensionOnDisk extensionNamed(const std::string& fileName, const Version& version) {
+ExtensionOnDisk extensionNamed(const std::string& fileName, const Version& version, const std::string& name) {
     ExtensionOnDisk extension;
     extension.fileName = fileName;
     extension.identifier = stemOf(fileName);
     extension.version = version;
-    extension.name = stemOf(fileName);
+    extension.name = name.empty() ? extension.identifier : name;
     if (suffixOf(fileName) == ".dext") extension.category = Category::driver;
     if (suffixOf(fileName) == ".systemextension") extension.category = Category::camera;
     extension.hasUsageDescription = true;
@@ -49,9 +43,10 @@ void carry(BundleOnDisk& bundle, ExtensionOnDisk extension, bool isSealed) {
 BundleOnDisk sampleApplication() {
     BundleOnDisk bundle{
         std::string{"/Applications/"} + sampleName + ".app", "com.kelvra.driver-manager", sampleTeam, true, {}};
-    carry(bundle, sampleExtension("com.kelvra.driverkit.base.dext", "Base"));
-    carry(bundle, sampleExtension("com.kelvra.driverkit.usb-to-poe.dext", "Network"));
-    carry(bundle, sampleExtension("com.kelvra.ip-camera.cmio.systemextension", "Camera"));
+    const Version version{"2.1", "2105"};
+    carry(bundle, extensionNamed("com.kelvra.driverkit.base.dext", version, "Base"));
+    carry(bundle, extensionNamed("com.kelvra.driverkit.usb-to-poe.dext", version, "Network"));
+    carry(bundle, extensionNamed("com.kelvra.ip-camera.cmio.systemextension", version, "Camera"));
     return bundle;
 }
 
@@ -97,10 +92,10 @@ void Mac::tell(const std::string& application, const std::string& token, const s
     listener.heard.push_back({ask.request, text});
     listener.questions.erase(ask.request);
     if (text.rfind("asked ", 0) != 0) return;
-    if (ask.reply == Ask::Reply::later)
-        listener.questions[ask.request] = token;
+    if (ask.replace)
+        reply(application, token, *ask.replace);
     else
-        reply(application, token, ask.reply == Ask::Reply::replace);
+        listener.questions[ask.request] = token;
 }
 
 void Mac::quit(const std::string& application) {

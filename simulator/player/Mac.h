@@ -25,8 +25,9 @@ inline constexpr auto sampleTeam = "KELVRA0001";
 /// In /Applications, without faults, with two drivers and a camera extension, each 2.1/2105.
 BundleOnDisk sampleApplication();
 
-/// An extension without faults: by its file name a driver, a camera, or of no known category.
-ExtensionOnDisk extensionNamed(const std::string& fileName, const Version& version);
+/// An extension without faults: by its file name a driver, a camera, or of no known category. Without a name, it is
+/// called by its identifier.
+ExtensionOnDisk extensionNamed(const std::string& fileName, const Version& version, const std::string& name = {});
 
 /// Adds an extension to a bundle, or replaces the one with the same file name. If it is sealed, the defaults are the
 /// application's team and, for a camera, a service in a group of its own.
@@ -34,14 +35,12 @@ void carry(BundleOnDisk& bundle, ExtensionOnDisk extension, bool isSealed = true
 
 /// What an application asks.
 struct Ask {
-    /// Its answer to the replacement question; later: it answers with answer().
-    enum class Reply { replace, cancel, later };
-
     RequestKind kind = RequestKind::properties;
     std::string identifier;
     /// What the scenario calls the request.
     std::string request;
-    Reply reply = Reply::replace;
+    /// Its answer to the replacement question; nothing: it answers with answer().
+    std::optional<bool> replace = true;
 };
 
 /// Something that an application was told about one of its requests.

@@ -19,9 +19,7 @@ namespace {
 
 constexpr int patience = 60'000;
 
-constexpr auto configuration = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
+constexpr auto configuration = R"(<busconfig>
   <type>session</type>
   <listen>unix:dir=%1</listen>
   <servicedir>%1</servicedir>

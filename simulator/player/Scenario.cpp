@@ -1,10 +1,10 @@
 #include "simulator/player/Scenario.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
-#include <system_error>
 #include <utility>
 
 namespace simulator::player {
@@ -58,18 +58,16 @@ std::vector<Word> takeWords(std::string_view& line) {
 
 /// Nothing if there is no such file, or it cannot be read.
 std::optional<std::string> contentsOfFile(const std::string& path) {
-    std::ifstream file{path, std::ios::binary};
-    std::error_code error;
-    if (!file || std::filesystem::is_directory(path, error)) return std::nullopt;
-    std::ostringstream contents;
-    if (file.peek() != std::ifstream::traits_type::eof()) contents << file.rdbuf();
-    return file.bad() || contents.bad() ? std::nullopt : std::optional{contents.str()};
+    QFile file{QString::fromStdString(path)};
+    if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+    const auto contents = file.readAll().toStdString();
+    return file.error() == QFileDevice::NoError ? std::optional{contents} : std::nullopt;
 }
 
 std::string whyNotRead(const std::string& path) {
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error)) return "is a folder";
-    return std::filesystem::exists(path, error) ? "cannot be read" : "no such file";
+    const QFileInfo file{QString::fromStdString(path)};
+    if (file.isDir()) return "is a folder";
+    return file.exists() ? "cannot be read" : "no such file";
 }
 
 std::string contentsBeside(const std::string& folder, const std::string& file, const std::string& usage) {
@@ -130,13 +128,6 @@ Play readLine(std::vector<Word> line, std::set<std::string>& applications, const
     throw NotUnderstood{"unknown verb " + inQuotes(word) + "; use one of: " + joined(knownWords())};
 }
 
-/// Takes the first line off the text.
-std::string_view takeLine(std::string_view& text) {
-    const auto line = text.substr(0, text.find('\n'));
-    text.remove_prefix(line.size() < text.size() ? line.size() + 1 : line.size());
-    return line;
-}
-
 /// What some editors put before a text in UTF-8.
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
@@ -159,10 +150,11 @@ Scenario readScenario(std::string_view text, const std::string& name, const std:
     if (text.rfind(byteOrderMark, 0) == 0) text.remove_prefix(byteOrderMark.size());
     Scenario scenario;
     std::set<std::string> applications{sampleName};
-    for (std::size_t number = 1; !text.empty(); ++number) {
+    std::istringstream lines{std::string{text}};
+    std::string line;
+    for (std::size_t number = 1; std::getline(lines, line); ++number) {
         try {
-            if (auto step = readStep(number, takeLine(text), applications, folder))
-                scenario.push_back(*std::move(step));
+            if (auto step = readStep(number, line, applications, folder)) scenario.push_back(*std::move(step));
         } catch (const NotUnderstood& problem) {
             throw ScenarioError{name + ":" + std::to_string(number) + ": " + problem.what()};
         }

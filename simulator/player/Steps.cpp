@@ -128,10 +128,9 @@ Play damage(Reading& reading) {
 
 // What applications do -----------------------------------------------------------------------------------------------
 
-Ask::Reply takeReply(Words& words) {
+std::optional<bool> takeReply(Words& words) {
     const std::string reply = words.takeOneOf("an answer", {"replace", "cancel", "later"});
-    if (reply == "replace") return Ask::Reply::replace;
-    return reply == "cancel" ? Ask::Reply::cancel : Ask::Reply::later;
+    return reply == "later" ? std::nullopt : std::optional{reply == "replace"};
 }
 
 template <RequestKind kind>
@@ -142,7 +141,7 @@ Play ask(Reading& reading) {
     ask.identifier = words.take("an extension identifier");
     const std::string application = takeApplicationAfter("as", reading);
     ask.request = words.takes("called") ? words.take("a request's name") : ask.identifier;
-    if (kind == RequestKind::activation && words.takes("answering")) ask.reply = takeReply(words);
+    if (kind == RequestKind::activation && words.takes("answering")) ask.replace = takeReply(words);
     return [=](Mac& mac) { mac.ask(application, ask); };
 }
 
