@@ -1,14 +1,19 @@
 #include "simulator/player/BusMac.h"
 
+#include "simulator/client/Client.h"
 #include "simulator/disk/Seal.h"
+#include "simulator/player/Command.h"
+#include "simulator/player/PrivateBus.h"
 
 #include <QDBusConnectionInterface>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QProcess>
 #include <QTimer>
 #include <QVariant>
 
@@ -31,10 +36,6 @@ constexpr std::array working{Stage::checking, Stage::validating, Stage::staging,
 bool isWorking(const RequestEntry& request) {
     return std::any_of(working.begin(), working.end(),
                        [&](const Stage stage) { return request.stage.toStdString() == nameOf(stage); });
-}
-
-bool isOfTheStart(const QDBusError& error) {
-    return error.name().startsWith("org.freedesktop.DBus.Error.Spawn.");
 }
 
 using Dictionary = PropertyList::Dictionary;
@@ -119,7 +120,7 @@ QString programOf(const QString& folder) {
     return folder + "/Contents/MacOS/submit";
 }
 
-// An application's process -------------------------------------------------------------------------------------------
+// The messages -------------------------------------------------------------------------------------------------------
 
 QByteArray lineOf(const QStringList& words) {
     return QJsonDocument{QJsonArray::fromStringList(words)}.toJson(QJsonDocument::Compact) + '\n';
@@ -129,238 +130,252 @@ QStringList wordsIn(const QByteArray& line) {
     return QJsonDocument::fromJson(line).toVariant().toStringList();
 }
 
-ClientProcess::ClientProcess(const QString& program, const QString& busAddress) {
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("DBUS_SESSION_BUS_ADDRESS", busAddress);
-    process_.setProcessEnvironment(environment);
-    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(program, QStringList{});
-    name_ = await().value(1);
-}
+namespace {
 
-ClientProcess::~ClientProcess() {
-    process_.kill();
-    process_.waitForFinished(patience);
-}
-
-void ClientProcess::order(const QStringList& words) {
-    process_.write(lineOf(words));
-    await();
-}
-
-std::vector<ClientProcess::Told> ClientProcess::hear() {
-    order({"hear"});
-    return std::exchange(told_, {});
-}
-
-void ClientProcess::quit() {
-    process_.closeWriteChannel();
-    const bool hasEnded = process_.state() == QProcess::NotRunning || process_.waitForFinished(patience);
-    if (!hasEnded) throw NotDone{"an application does not end"};
-}
-
-QStringList ClientProcess::await() {
-    QStringList words = readLine();
-    for (; words.value(0) == "told"; words = readLine())
-        told_.push_back({words.value(1), words.value(2)});
-    if (words.value(0) == "refused") throw NotDone{words.value(1).toStdString()};
-    return words;
-}
-
-QStringList ClientProcess::readLine() {
-    while (!process_.canReadLine()) {
-        if (process_.waitForReadyRead(patience)) continue;
-        throw NotDone{"an application ended, or says nothing: " + process_.errorString().toStdString()};
+/// A running application: a process of "submit", whose help describes the messages. Throws NotDone, also if no answer
+/// comes within a minute.
+class ClientProcess {
+public:
+    ClientProcess(const QString& program, const QString& busAddress) {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", busAddress);
+        process_.setProcessEnvironment(environment);
+        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process_.start(program, QStringList{});
+        name_ = await().value(1);
     }
-    return wordsIn(process_.readLine());
-}
-
-// The Mac ------------------------------------------------------------------------------------------------------------
-
-template <typename Value>
-Value BusMac::answered(QDBusPendingReply<Value> reply) const {
-    reply.waitForFinished();
-    if (!reply.isError()) return reply.value();
-    const std::string message = reply.error().message().toStdString();
-    if (!isOfTheStart(reply.error())) throw NotDone{message};
-    const std::string complaint = bus_.lastComplaint().toStdString();
-    throw NotDone{"the service cannot be started: " + (complaint.empty() ? message : complaint)};
-}
-
-BusMac::BusMac(const QString& programs, const QStringList& command, qint64 timeout)
-    : bus_{programs},
-      submit_{programs + "/submit"},
-      control_{serviceName, objectPath, bus_.connection()},
-      commandBundle_{bundleOfCommand(command)},
-      timeout_{timeout} {
-    QObject::connect(&control_, &Control::Changed, &changes_, &QEventLoop::quit);
-    QObject::connect(&presence_, &ServicePresence::came, &changes_, &QEventLoop::quit);
-    QObject::connect(&presence_, &ServicePresence::went, &changes_, &QEventLoop::quit);
-    if (!command.isEmpty()) command_.emplace(command, bus_.address(), bus_.folder() + "/command");
-    if (command_) QObject::connect(&command_->process(), &QProcess::finished, &changes_, &QEventLoop::quit);
-    QDir{}.mkpath(real("/Applications"));
-    act({plainWords({"applications", "/Applications"}), {}});
-}
-
-// The disk -----------------------------------------------------------------------------------------------------------
-
-QString BusMac::real(const std::string& path) const {
-    return bus_.folder() + "/disk" + QString::fromStdString(path);
-}
-
-void BusMac::write(const BundleOnDisk& bundle) {
-    writeBundle(bundle, real(bundle.path), submit_);
-}
-
-void BusMac::remove(const BundleOnDisk& bundle) {
-    QDir{real(bundle.path)}.removeRecursively();
-}
-
-// Applications -------------------------------------------------------------------------------------------------------
-
-std::string BusMac::start(const std::string& application) {
-    const QString program = programOf(real(bundleOf(application).path));
-    processes_[application] = std::make_unique<ClientProcess>(program, bus_.address());
-    return processes_[application]->name().toStdString();
-}
-
-void BusMac::end(const std::string& application) {
-    const auto process = std::move(processes_.extract(application).mapped());
-    process->quit();
-    awaitDeparture(process->name());
-}
-
-void BusMac::awaitDeparture(const QString& client) const {
-    const QDeadlineTimer deadline{patience};
-    while (bus_.connection().interface()->isServiceRegistered(client))
-        if (deadline.hasExpired()) throw NotDone{"an application does not leave the bus"};
-}
-
-void BusMac::submit(const std::string& application, const std::string& token, const Ask& ask) {
-    const QString kind = QString::fromStdString(std::string{nameOf(ask.kind)});
-    const QString identifier = QString::fromStdString(ask.identifier);
-    processes_.at(application)->order({"submit", QString::fromStdString(token), kind, identifier});
-}
-
-void BusMac::reply(const std::string& application, const std::string& token, bool replace) {
-    processes_.at(application)->order({"answer", QString::fromStdString(token), replace ? "replace" : "cancel"});
-}
-
-// The person and the machine -----------------------------------------------------------------------------------------
-
-void BusMac::act(const Saying& saying) {
-    const bool namesFolders = names(saying.words, Verb::Names::folders);
-    answered(callToDo(control_, {namesFolders ? withRealFolders(saying.words) : saying.words, saying.contents}));
-}
-
-std::vector<Word> BusMac::withRealFolders(const std::vector<Word>& words) const {
-    std::vector<Word> there;
-    for (const Word& word : words) {
-        const bool isFolder = word.text.rfind('/', 0) == 0;
-        there.push_back({isFolder ? real(word.text).toStdString() : word.text, word.isQuoted});
-        if (word.text == "/Applications" && command_)
-            there.push_back({QFileInfo{commandBundle_}.path().toStdString(), true});
+    ~ClientProcess() {
+        process_.kill();
+        process_.waitForFinished(patience);
     }
-    return there;
-}
+    ClientProcess(const ClientProcess&) = delete;
+    ClientProcess& operator=(const ClientProcess&) = delete;
 
-// The command --------------------------------------------------------------------------------------------------------
+    /// Its unique name on the bus.
+    const QString& name() const { return name_; }
+    /// "submit", "answer" or "hear", with what follows. Returns when it is done.
+    void order(const QStringList& words) {
+        process_.write(lineOf(words));
+        await();
+    }
+    /// The messages "told" since the last call, in order, including everything that the bus holds for it now.
+    QList<QStringList> hear() {
+        order({"hear"});
+        return std::exchange(told_, {});
+    }
+    /// Returns when it has ended.
+    void quit() {
+        process_.closeWriteChannel();
+        const bool hasEnded = process_.state() == QProcess::NotRunning || process_.waitForFinished(patience);
+        if (!hasEnded) throw NotDone{"an application does not end"};
+    }
 
-void BusMac::startCommand() {
-    if (!command_) return Mac::startCommand();
-    stopCommand();
-    command_->start();
-}
-
-void BusMac::stopCommand() {
-    if (!command_) return;
-    const auto open = openRequests();
-    command_->stop();
-    for (const RequestEntry& request : open)
-        if (request.application == commandBundle_) awaitDeparture(request.client);
-    rest();
-}
-
-int BusMac::statusOfCommand() {
-    if (!command_) return Mac::statusOfCommand();
-    if (await([this] { return command_->hasEnded(); })) return command_->takeStatus();
-    throw NotDone{"the command is still running"};
-}
-
-bool BusMac::await(const std::function<bool()>& holds) {
-    const QDeadlineTimer deadline{timeout_};
-    while (!holds()) {
-        if (!command_ || deadline.hasExpired()) return false;
-        if (command_->hasEnded()) {
-            rest();
-            return holds();
+private:
+    /// Collects what it was told until another message comes, and returns that one.
+    QStringList await() {
+        QStringList words = readLine();
+        for (; words.value(0) == "told"; words = readLine())
+            told_ += words;
+        if (words.value(0) == "refused") throw NotDone{words.value(1).toStdString()};
+        return words;
+    }
+    QStringList readLine() {
+        while (!process_.canReadLine()) {
+            if (process_.waitForReadyRead(patience)) continue;
+            throw NotDone{"an application ended, or says nothing: " + process_.errorString().toStdString()};
         }
-        QTimer timer;
-        timer.callOnTimeout(&changes_, &QEventLoop::quit);
-        timer.start(std::chrono::milliseconds{deadline.remainingTime()});
-        changes_.exec();
+        return wordsIn(process_.readLine());
     }
-    return true;
-}
 
-// What comes of it ---------------------------------------------------------------------------------------------------
+    QProcess process_;
+    QString name_;
+    QList<QStringList> told_;
+};
 
-void BusMac::rest() {
-    do
-        awaitStandstill();
-    while (listen());
-}
+/// The service identifies the caller itself.
+class BusMac final : public Mac {
+public:
+    BusMac(const QString& programs, const QStringList& command, qint64 timeout)
+        : bus_{programs}, submit_{programs + "/submit"}, commandBundle_{bundleOfCommand(command)}, timeout_{timeout} {
+        QObject::connect(&control_, &Control::Changed, &changes_, &QEventLoop::quit);
+        QObject::connect(&presence_, &ServicePresence::came, &changes_, &QEventLoop::quit);
+        QObject::connect(&presence_, &ServicePresence::went, &changes_, &QEventLoop::quit);
+        if (!command.isEmpty()) command_.emplace(command, bus_.address(), bus_.folder() + "/command");
+        if (command_) QObject::connect(&command_->process(), &QProcess::finished, &changes_, &QEventLoop::quit);
+        QDir{}.mkpath(real("/Applications"));
+        act({plainWords({"applications", "/Applications"}), {}});
+    }
 
-/// The service takes a step between any two of our questions, if one is due. So it has come to rest when it says the
-/// same twice, and no request is in a stage that it leaves by itself.
-void BusMac::awaitStandstill() {
-    QStringList before;
-    while (true) {
+    WordList copies(const std::string& identifier) override {
+        WordList found;
+        for (const CopyEntry& copy : asked(&Control::ListCopies)) {
+            if (copy.identifier.toStdString() != identifier) continue;
+            found.push_back((copy.shortVersion + "/" + copy.version + " " + copy.state).toStdString());
+        }
+        return found;
+    }
+    WordList requests() override {
+        WordList found;
+        for (const RequestEntry& request : openRequests())
+            found.push_back((request.identifier + " " + request.stage).toStdString());
+        return found;
+    }
+
+    // The command
+    bool await(const std::function<bool()>& holds) override {
+        const QDeadlineTimer deadline{timeout_};
+        while (!holds()) {
+            if (!command_ || deadline.hasExpired()) return false;
+            if (command_->hasEnded()) {
+                rest();
+                return holds();
+            }
+            QTimer timer;
+            timer.callOnTimeout(&changes_, &QEventLoop::quit);
+            timer.start(std::chrono::milliseconds{deadline.remainingTime()});
+            changes_.exec();
+        }
+        return true;
+    }
+    void startCommand() override {
+        if (!command_) return Mac::startCommand();
+        stopCommand();
+        command_->start();
+    }
+    void stopCommand() override {
+        if (!command_) return;
         const auto open = openRequests();
-        QStringList now{"asked"};
+        command_->stop();
         for (const RequestEntry& request : open)
-            now += QString::number(request.number) + ' ' + request.stage;
-        if (now == before && std::none_of(open.begin(), open.end(), isWorking)) return;
-        before = std::move(now);
+            if (request.application == commandBundle_) awaitDeparture(request.client);
+        rest();
     }
-}
-
-template <typename Value>
-Value BusMac::asked(QDBusPendingReply<Value> (Control::*question)()) {
-    for (int deaths = 0; deaths < mostDeaths; ++deaths) {
-        auto reply = (control_.*question)();
-        reply.waitForFinished();
-        if (reply.isError() && reply.error().type() == QDBusError::NoReply) continue;
-        return answered(reply);
+    int statusOfCommand() override {
+        if (!command_) return Mac::statusOfCommand();
+        if (await([this] { return command_->hasEnded(); })) return command_->takeStatus();
+        throw NotDone{"the command is still running"};
     }
-    throw NotDone{"the service dies again and again"};
-}
 
-bool BusMac::listen() {
-    bool isTold = false;
-    for (const auto& [application, process] : processes_) {
-        for (const ClientProcess::Told& told : process->hear()) {
-            tell(application, told.token.toStdString(), told.text.toStdString());
-            isTold = true;
+private:
+    using Control = ComKelvraSimulator1ControlInterface;
+
+    // The disk
+    /// Its path on the real disk.
+    QString real(const std::string& path) const { return bus_.folder() + "/disk" + QString::fromStdString(path); }
+    void write(const BundleOnDisk& bundle) override { writeBundle(bundle, real(bundle.path), submit_); }
+    void remove(const BundleOnDisk& bundle) override { QDir{real(bundle.path)}.removeRecursively(); }
+
+    // Applications
+    std::string start(const std::string& application) override {
+        const QString program = programOf(real(bundleOf(application).path));
+        processes_[application] = std::make_unique<ClientProcess>(program, bus_.address());
+        return processes_[application]->name().toStdString();
+    }
+    void end(const std::string& application) override {
+        const auto process = std::move(processes_.extract(application).mapped());
+        process->quit();
+        awaitDeparture(process->name());
+    }
+    /// Once the bus says that it has left, the service has been told.
+    void awaitDeparture(const QString& client) const {
+        const QDeadlineTimer deadline{patience};
+        while (bus_.connection().interface()->isServiceRegistered(client))
+            if (deadline.hasExpired()) throw NotDone{"an application does not leave the bus"};
+    }
+    void submit(const std::string& application, const std::string& token, const Ask& ask) override {
+        const QString kind = QString::fromStdString(std::string{nameOf(ask.kind)});
+        const QString identifier = QString::fromStdString(ask.identifier);
+        processes_.at(application)->order({"submit", QString::fromStdString(token), kind, identifier});
+    }
+    void reply(const std::string& application, const std::string& token, bool replace) override {
+        processes_.at(application)->order({"answer", QString::fromStdString(token), replace ? "replace" : "cancel"});
+    }
+
+    // The person and the machine
+    void act(const Saying& saying) override {
+        const bool namesFolders = names(saying.words, Verb::Names::folders);
+        answered(callToDo(control_, {namesFolders ? withRealFolders(saying.words) : saying.words, saying.contents}));
+    }
+    std::vector<Word> withRealFolders(const std::vector<Word>& words) const {
+        std::vector<Word> there;
+        for (const Word& word : words) {
+            const bool isFolder = word.text.rfind('/', 0) == 0;
+            there.push_back({isFolder ? real(word.text).toStdString() : word.text, word.isQuoted});
+            if (word.text == "/Applications" && command_)
+                there.push_back({QFileInfo{commandBundle_}.path().toStdString(), true});
+        }
+        return there;
+    }
+
+    // What comes of it
+    void rest() override {
+        do
+            awaitStandstill();
+        while (listen());
+    }
+    /// The service takes a step between any two of our questions, if one is due. So it has come to rest when it says
+    /// the same twice, and no request is in a stage that it leaves by itself.
+    void awaitStandstill() {
+        QStringList before;
+        while (true) {
+            const auto open = openRequests();
+            QStringList now{"asked"};
+            for (const RequestEntry& request : open)
+                now += QString::number(request.number) + ' ' + request.stage;
+            if (now == before && std::none_of(open.begin(), open.end(), isWorking)) return;
+            before = std::move(now);
         }
     }
-    return isTold;
-}
-
-WordList BusMac::copies(const std::string& identifier) {
-    WordList found;
-    for (const CopyEntry& copy : asked(&Control::ListCopies)) {
-        if (copy.identifier.toStdString() != identifier) continue;
-        found.push_back((copy.shortVersion + "/" + copy.version + " " + copy.state).toStdString());
+    /// Passes on what the applications heard; returns whether there was anything.
+    bool listen() {
+        bool isTold = false;
+        for (const auto& [application, process] : processes_) {
+            for (const QStringList& told : process->hear()) {
+                tell(application, told.value(1).toStdString(), told.value(2).toStdString());
+                isTold = true;
+            }
+        }
+        return isTold;
     }
-    return found;
-}
+    QList<RequestEntry> openRequests() { return asked(&Control::ListRequests); }
+    /// Asks the service, and asks again if it dies meanwhile.
+    template <typename Value>
+    Value asked(QDBusPendingReply<Value> (Control::*question)()) {
+        for (int deaths = 0; deaths < mostDeaths; ++deaths) {
+            auto reply = (control_.*question)();
+            reply.waitForFinished();
+            if (reply.isError() && reply.error().type() == QDBusError::NoReply) continue;
+            return answered(reply);
+        }
+        throw NotDone{"the service dies again and again"};
+    }
+    /// Waits for the answer of a call.
+    template <typename Value>
+    Value answered(QDBusPendingReply<Value> reply) const {
+        reply.waitForFinished();
+        if (!reply.isError()) return reply.value();
+        const std::string message = reply.error().message().toStdString();
+        if (!cannotBeStarted(reply.error())) throw NotDone{message};
+        const std::string complaint = bus_.lastComplaint().toStdString();
+        throw NotDone{"the service cannot be started: " + (complaint.empty() ? message : complaint)};
+    }
 
-WordList BusMac::requests() {
-    WordList found;
-    for (const RequestEntry& request : openRequests())
-        found.push_back((request.identifier + " " + request.stage).toStdString());
-    return found;
+    PrivateBus bus_;
+    QString submit_;
+    Control control_{serviceName, objectPath, bus_.connection()};
+    std::map<std::string, std::unique_ptr<ClientProcess>> processes_;
+    QString commandBundle_;
+    std::optional<Command> command_;
+    qint64 timeout_;
+    ServicePresence presence_{bus_.connection()};
+    /// Ends when something may have changed.
+    QEventLoop changes_;
+};
+
+} // namespace
+
+std::unique_ptr<Mac> newBusMac(const QString& programs, const QStringList& command, qint64 timeout) {
+    return std::make_unique<BusMac>(programs, command, timeout);
 }
 
 } // namespace simulator::player

@@ -6,6 +6,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -122,5 +123,9 @@ private:
 
     std::int64_t lastToken_ = 0;
 };
+
+/// A Mac in this process: the machine with its own clock, a disk in memory, and applications that only ask. A service
+/// that crashes is back at once, with the stored state and without the requests.
+std::unique_ptr<Mac> newCoreMac();
 
 } // namespace simulator::player

@@ -1,7 +1,7 @@
 #include "simulator/sysextctl/Playing.h"
 
 #include "simulator/player/BusMac.h"
-#include "simulator/player/CoreMac.h"
+#include "simulator/player/Command.h"
 #include "simulator/player/Scenario.h"
 #include "simulator/sysextctl/Output.h"
 
@@ -72,8 +72,8 @@ struct Outcome {
 
 std::unique_ptr<player::Mac> newMac(const Orders& orders) {
     const QString programs = QCoreApplication::applicationDirPath();
-    if (orders.isOnBus) return std::make_unique<player::BusMac>(programs, orders.command, orders.timeout);
-    return std::make_unique<player::CoreMac>();
+    if (orders.isOnBus) return player::newBusMac(programs, orders.command, orders.timeout);
+    return player::newCoreMac();
 }
 
 QString lineAt(const std::string& file, std::size_t line, const std::string& text) {

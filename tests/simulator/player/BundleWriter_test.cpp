@@ -50,9 +50,9 @@ private:
 
 /// The sample application after the lines of a scenario.
 BundleOnDisk sampleAfter(const std::string& lines) {
-    CoreMac mac;
-    EXPECT_EQ(played("restart\n" + lines, mac), "as it says");
-    return mac.bundleOf("Driver Manager");
+    const auto mac = newCoreMac();
+    EXPECT_EQ(played("restart\n" + lines, *mac), "as it says");
+    return mac->bundleOf("Driver Manager");
 }
 
 TEST_F(ABundleThatIsWritten, IsReadAsItIsDescribedWhateverIsWrongWithIt) {

@@ -1,6 +1,7 @@
 // "sysextctl play FILE -- COMMAND": another program on the bus of the scenario.
 
 #include "simulator/player/BusMac.h"
+#include "simulator/player/Command.h"
 #include "tests/simulator/player/APlayer.h"
 #include "tests/support/Descriptors.h"
 

@@ -67,14 +67,14 @@ class TheDiskOfAScenario : public testing::Test {
 protected:
     /// The application after these lines.
     const BundleOnDisk& after(const std::string& lines, const std::string& application = sampleName) {
-        EXPECT_EQ(played(lines, mac), "as it says");
-        return mac.bundleOf(application);
+        EXPECT_EQ(played(lines, *mac), "as it says");
+        return mac->bundleOf(application);
     }
     /// The last of its extensions, by file name, after it carries this.
     const ExtensionOnDisk& carried(const std::string& words) { return after("carry z." + words).extensions.back(); }
 
     static constexpr auto sampleName = "Driver Manager";
-    CoreMac mac;
+    std::unique_ptr<Mac> mac = newCoreMac();
 };
 
 TEST_F(TheDiskOfAScenario, HoldsAnApplicationInTheApplicationsFolderUnlessToldOtherwise) {

@@ -27,8 +27,7 @@ std::string stemOf(const std::string& path) {
 class EachScenarioFile : public testing::TestWithParam<std::string> {};
 
 TEST_P(EachScenarioFile, GoesAsItSays) {
-    CoreMac mac;
-    const auto mismatch = play(readScenarioFile(GetParam()), mac);
+    const auto mismatch = play(readScenarioFile(GetParam()), *newCoreMac());
     EXPECT_FALSE(mismatch) << GetParam() << ":" << mismatch->line << ": " << mismatch->text;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/player/CoreMac.h"
+#include "simulator/player/Mac.h"
 #include "simulator/player/Scenario.h"
 
 #include <string>
@@ -25,8 +25,7 @@ inline std::string played(std::string text, Mac& mac) {
 
 /// The same on a Mac of its own.
 inline std::string played(const std::string& text) {
-    CoreMac mac;
-    return played(text, mac);
+    return played(text, *newCoreMac());
 }
 
 } // namespace simulator::player
