@@ -14,17 +14,12 @@ struct Check {
     bool (*fails)(const Subject& subject);
 };
 
-bool startsWith(std::string_view text, std::string_view prefix) {
-    return text.substr(0, prefix.size()) == prefix;
-}
-
 bool isNotCarried(const Subject& subject) {
     return !subject.extension;
 }
 
 bool isNested(const Subject& subject) {
-    const std::string& path = subject.bundle->path;
-    return path.find(".app/") != std::string::npos;
+    return subject.bundle->path.find(".app/") != std::string::npos;
 }
 
 bool lacksEntitlement(const Subject& subject) {
@@ -35,8 +30,7 @@ bool isOutsideApplications(const Subject& subject) {
     if (subject.settings->developerMode) return false;
     const auto& folders = subject.settings->applicationsFolders;
     return std::none_of(folders.begin(), folders.end(), [&](const std::string& folder) {
-        const bool endsInSlash = !folder.empty() && folder.back() == '/';
-        return startsWith(subject.bundle->path, endsInSlash ? folder : folder + "/");
+        return subject.bundle->path.starts_with(folder.ends_with('/') ? folder : folder + "/");
     });
 }
 
@@ -64,7 +58,8 @@ bool isOfNoKnownCategory(const Subject& subject) {
 }
 
 bool isOfAnotherTeam(const Subject& subject) {
-    return !subject.extension->team.empty() && subject.extension->team != subject.bundle->team;
+    const std::string& team = subject.extension->team;
+    return !team.empty() && team != subject.bundle->team;
 }
 
 bool isUnsealedOrChanged(const Subject& subject) {
@@ -80,7 +75,7 @@ bool isCameraOutsideItsGroup(const Subject& subject) {
     if (extension.category != Category::camera) return false;
     const auto& groups = extension.applicationGroups;
     return std::none_of(groups.begin(), groups.end(),
-                        [&](const std::string& group) { return startsWith(extension.machServiceName, group + "."); });
+                        [&](const std::string& group) { return extension.machServiceName.starts_with(group + "."); });
 }
 
 bool isForbidden(const Subject& subject) {

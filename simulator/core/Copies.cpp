@@ -1,4 +1,4 @@
-// What the machine holds, and how a copy goes from one state to the next.
+// The copies, and how each goes from one state to the next.
 
 #include "simulator/core/Machine.h"
 
@@ -7,7 +7,7 @@
 
 namespace simulator {
 
-/// Whatever happens to a copy is told, and its number is kept for whoever stores the state.
+/// Each change of a copy becomes an event, and the outbox names the copy, so that the caller stores it.
 Copy& Machine::add(const Extension& extension, const Version& version, const std::string& application,
                    CopyState where) {
     const std::int64_t number = ++state_.lastNumber;
@@ -46,20 +46,20 @@ Copy* Machine::first(const std::string& identifier, Is matches) {
     return found.empty() ? nullptr : found.front();
 }
 
-/// The copy that a newer one takes the place of: the activated one, or else the one that waits.
+/// The copy that a newer one replaces: the activated one, or else the one that waits.
 Copy* Machine::replaceable(const std::string& identifier) {
     Copy* const active = first(identifier, isActivated);
     return active ? active : first(identifier, isWaiting);
 }
 
-/// A driver that is in use runs on until the restart.
+/// Such a driver runs until the restart.
 bool Machine::isInUse(const Copy& copy) const {
-    return copy.extension.category == Category::driver && copy.state == CopyState::enabled &&
-           !isDefault(Switch::driver);
+    const bool isDriver = copy.extension.category == Category::driver;
+    return isDriver && copy.state == CopyState::enabled && !isDefault(Switch::driver);
 }
 
-/// A newer copy takes its place: one that waits goes, one that is enabled ends, a driver in use only with the restart.
-/// Answers whether it runs on until then.
+/// Drops a copy that waits, and terminates one that is activated, because a newer copy replaces it. True if it runs
+/// until the restart.
 bool Machine::makeWay(Copy& copy) {
     const bool runsOn = isInUse(copy);
     if (isWaiting(copy.state)) {
@@ -71,7 +71,7 @@ bool Machine::makeWay(Copy& copy) {
     return runsOn;
 }
 
-/// The copy is enabled; finished 1 where a restart has to complete it.
+/// Enables the copy. Returns the result for its request.
 std::int64_t Machine::activate(Copy& copy) {
     bool mustRestart = false;
     for (Copy* const other : all(copy.extension.identifier, isInstalled))
@@ -80,14 +80,14 @@ std::int64_t Machine::activate(Copy& copy) {
     return mustRestart ? Finished::willCompleteAfterReboot : Finished::completed;
 }
 
-/// The copy waits for the user, and of one identifier no other does.
+/// Only one copy of an extension waits at a time.
 void Machine::letWait(Copy& copy) {
     for (Copy* const other : all(copy.extension.identifier, isWaiting))
         drop(other->number);
     put(copy, CopyState::waitingForUser);
 }
 
-/// Every copy terminates, and the approval is forgotten: the next activation asks again.
+/// Terminates every copy and withdraws the approval. Returns the result for the request.
 std::int64_t Machine::beginRemoval(const std::string& identifier) {
     bool mustRestart = false;
     for (Copy* const copy : all(identifier, isInstalled)) {
@@ -98,21 +98,28 @@ std::int64_t Machine::beginRemoval(const std::string& identifier) {
     return mustRestart ? Finished::willCompleteAfterReboot : Finished::completed;
 }
 
-/// A copy that has terminated waits for the restart to be gone.
+/// Terminated copies stay until the restart.
 void Machine::endRemoval(const std::string& identifier) {
-    for (Copy* const copy : all(identifier, isBeingRemoved))
+    for (Copy* const copy :
+         all(identifier, [](CopyState state) { return state == CopyState::terminatingForUninstall; }))
         put(*copy, CopyState::terminated);
 }
 
-/// Approval is per extension and stays on record across versions and restarts; a profile may stand for it.
+/// Approval is for an extension and remains across versions and restarts. A profile can replace it.
 bool Machine::needsApproval(const Extension& extension) const {
     if (state_.settings.profile.allows(extension.team, extension.identifier)) return false;
     return state_.approvals.count({extension.team, extension.identifier}) == 0 || !isDefault(Switch::upgrade);
 }
 
-/// Brings a copy that is still under way to a state in which it can stay without a request.
+/// Before the extension is removed.
+bool Machine::needsAdministrator(const Extension& extension) const {
+    return isDefault(Switch::authorization) &&
+           !state_.settings.profile.letsRemove(extension.team, extension.identifier);
+}
+
+/// Moves a copy that a request was working on to a state that needs no request.
 void Machine::finish(Copy& copy) {
-    if (isBeingRemoved(copy.state)) return put(copy, CopyState::terminated);
+    if (copy.state == CopyState::terminatingForUninstall) return put(copy, CopyState::terminated);
     if (copy.state == CopyState::validating) return drop(copy.number);
     if (copy.state != CopyState::staging) return;
     if (failedPolicy(copy.extension, state_.settings)) return drop(copy.number);
@@ -129,42 +136,25 @@ void Machine::finishWhatWasBegun() {
 
 // What it knows ------------------------------------------------------------------------------------------------------
 
-std::vector<BundleOnDisk> Machine::bundles() const {
+std::map<std::string, Extension> Machine::extensions() const {
     std::set<std::string> paths = state_.applications;
-    for (const std::string& folder : state_.settings.applicationsFolders) {
+    for (const std::string& folder : state_.settings.applicationsFolders)
         for (const std::string& path : disk_.bundlesIn(folder))
             paths.insert(path);
-    }
-    std::vector<BundleOnDisk> found;
+    std::map<std::string, Extension> all = state_.seen;
     for (const std::string& path : paths) {
-        if (auto bundle = disk_.read(path)) found.push_back(std::move(*bundle));
+        const auto bundle = disk_.read(path).value_or(BundleOnDisk{});
+        for (const ExtensionOnDisk& found : bundle.extensions)
+            all.try_emplace(found.identifier, extensionOf(bundle, found));
     }
-    return found;
-}
-
-std::vector<std::string> Machine::identifiers() const {
-    std::set<std::string> found;
-    for (const auto& [identifier, extension] : state_.seen)
-        found.insert(identifier);
-    for (const BundleOnDisk& bundle : bundles()) {
-        for (const ExtensionOnDisk& extension : bundle.extensions) {
-            if (!extension.identifier.empty()) found.insert(extension.identifier);
-        }
-    }
-    return {found.begin(), found.end()};
+    all.erase(std::string{});
+    return all;
 }
 
 std::optional<Extension> Machine::known(const std::string& identifier) const {
-    if (identifier.empty()) return std::nullopt;
-    if (const auto seen = state_.seen.find(identifier); seen != state_.seen.end()) return seen->second;
-    for (const BundleOnDisk& bundle : bundles()) {
-        for (const ExtensionOnDisk& extension : bundle.extensions) {
-            if (extension.identifier != identifier) continue;
-            return Extension{extension.team, identifier, extension.name, extension.category.value_or(Category::driver),
-                             bundle.identifier};
-        }
-    }
-    return std::nullopt;
+    const auto all = extensions();
+    const auto found = all.find(identifier);
+    return found == all.end() ? std::nullopt : std::optional{found->second};
 }
 
 } // namespace simulator

@@ -90,8 +90,6 @@ bool isWaiting(CopyState state);
 bool isActivated(CopyState state);
 /// Waiting or activated, and not being removed.
 bool isInstalled(CopyState state);
-/// Being removed by a request.
-bool isBeingRemoved(CopyState state);
 /// Reported by a properties request.
 bool isReported(CopyState state);
 

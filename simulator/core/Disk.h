@@ -52,9 +52,14 @@ inline std::string suffixOf(const std::string& fileName) {
     return fileName.substr(stemOf(fileName).size());
 }
 
-/// The folder of an extension in a bundle.
+/// The folder of an extension in a bundle, or of all extensions if the file name is empty.
 inline std::string pathOf(const BundleOnDisk& bundle, const ExtensionOnDisk& extension) {
     return bundle.path + "/Contents/Library/SystemExtensions/" + extension.fileName;
+}
+
+/// The extension itself, if its Info.plist and category are sound.
+inline Extension extensionOf(const BundleOnDisk& bundle, const ExtensionOnDisk& found) {
+    return {found.team, found.identifier, found.name, found.category.value_or(Category::driver), bundle.identifier};
 }
 
 /// Where applications lie, and what is read as it is on a disk.

@@ -14,8 +14,7 @@ Machine::Machine(State state, const Disk& disk) : state_{std::move(state)}, disk
 
 /// Forgets the requests that ended.
 Outbox Machine::takeOutbox() {
-    for (auto entry = requests_.begin(); entry != requests_.end();)
-        entry = entry->second.stage == Stage::ended ? requests_.erase(entry) : std::next(entry);
+    std::erase_if(requests_, [](const auto& entry) { return entry.second.stage == Stage::ended; });
     return std::exchange(outbox_, {});
 }
 
@@ -67,6 +66,13 @@ Verdict Machine::deny(const std::string& identifier) {
     return done;
 }
 
+/// Continues the removals that no longer need an administrator.
+void Machine::removeWhatIsAuthorized() {
+    for (auto& [number, request] : requests_)
+        if (request.stage == Stage::authorization && !needsAdministrator(state_.seen.at(request.identifier)))
+            remove(request);
+}
+
 Verdict Machine::authorize(const std::string& identifier) {
     Request* const request = asked(identifier);
     if (!request) return nothingOf(identifier, "no removal is waiting for an administrator");
@@ -114,15 +120,13 @@ void Machine::removeTerminated() {
     for (const auto& [number, copy] : state_.copies)
         if (!isDefault(Switch::restart) && copy.state == CopyState::terminated && !copy.lingered)
             lingering[copy.extension.identifier] = number;
-    for (const auto& [identifier, number] : lingering) {
-        state_.copies.at(number).lingered = true;
-        outbox_.copies.insert(number);
-    }
     for (const auto& [number, copy] : std::map{state_.copies}) {
         const bool isGoing = copy.state == CopyState::terminatingForUpgrade || copy.state == CopyState::terminated;
-        const auto kept = lingering.find(copy.extension.identifier);
-        const bool isKept = kept != lingering.end() && kept->second == number;
-        if (isGoing && !isKept) drop(number);
+        const bool lingers = lingering[copy.extension.identifier] == number;
+        if (isGoing && !lingers) drop(number);
+        if (!lingers) continue;
+        state_.copies.at(number).lingered = true;
+        outbox_.copies.insert(number);
     }
 }
 
@@ -130,10 +134,7 @@ void Machine::removeTerminated() {
 void Machine::reset() {
     for (auto& [number, request] : requests_) {
         const bool isHeard = request.stage != Stage::silent && request.stage != Stage::ended;
-        if (isHeard)
-            end(request, requestCanceled());
-        else
-            end(request);
+        end(request, isHeard ? AnswerBody{requestCanceled()} : AnswerBody{});
     }
     for (const auto& [number, copy] : state_.copies)
         outbox_.copies.insert(number);
@@ -213,33 +214,17 @@ Verdict Machine::setProfile(const std::string& contents) {
     state_.settings.profile = std::get<Profile>(std::move(profile));
     const Profile& now = state_.settings.profile;
     tell({}, now.source.empty() ? "management profile removed" : "management profile installed");
-    for (const auto& [number, was] : std::map{state_.copies}) {
-        const auto copy = state_.copies.find(number);
-        if (copy != state_.copies.end() && isWaiting(copy->second.state) &&
-            now.allows(was.extension.team, was.extension.identifier))
-            complete(copy->second);
-    }
-    for (const auto& [number, copy] : std::map{state_.copies}) {
-        Request* const open = asked(copy.extension.identifier);
-        if (open && now.letsRemove(copy.extension.team, copy.extension.identifier)) remove(*open);
-    }
+    for (auto& [number, copy] : state_.copies)
+        if (isWaiting(copy.state) && now.allows(copy.extension.team, copy.extension.identifier)) complete(copy);
+    removeWhatIsAuthorized();
     return done;
 }
 
-Verdict Machine::setSwitch(const std::string& name, const std::string& value) {
-    const std::optional<Switch> which = switchNamed(name);
-    if (!which) return invalid("unknown switch " + inQuotes(name));
-    const std::string byDefault{describe(*which).byDefault};
-    const std::string otherwise{describe(*which).otherwise};
-    if (value != byDefault && value != otherwise)
-        return invalid(name + " is " + byDefault + " or " + otherwise + ", not " + inQuotes(value));
-    const std::string before{state_.settings.valueOf(*which)};
-    state_.settings.set(*which, value);
-    tell({}, "switch " + name + ": " + before + " -> " + value);
-    if (isDefault(Switch::authorization)) return done;
-    for (auto& [number, request] : requests_)
-        if (request.stage == Stage::authorization) remove(request);
-    return done;
+void Machine::setSwitch(Switch which, const std::string& value) {
+    const std::string before{state_.settings.valueOf(which)};
+    state_.settings.set(which, value);
+    tell({}, "switch " + std::string{describe(which).name} + ": " + before + " -> " + value);
+    removeWhatIsAuthorized();
 }
 
 Verdict Machine::orderFault(const Fault& fault) {

@@ -24,9 +24,9 @@ public:
 
     const State& state() const { return state_; }
     const std::map<std::int64_t, Request>& requests() const { return requests_; }
-    /// Of every extension that has or had a copy, or is in a bundle that made a request or is in an Applications
-    /// folder; in alphabetical order.
-    std::vector<std::string> identifiers() const;
+    /// Every extension that has or had a copy, or is in a bundle that made a request or is in an Applications folder,
+    /// by identifier.
+    std::map<std::string, Extension> extensions() const;
 
     /// Takes the next step that is due; false if there was none.
     bool step();
@@ -56,7 +56,8 @@ public:
     [[nodiscard]] Verdict setApplicationsFolders(std::vector<std::string> folders);
     void setDeveloperMode(bool on);
     [[nodiscard]] Verdict setProfile(const std::string& contents);
-    [[nodiscard]] Verdict setSwitch(const std::string& name, const std::string& value);
+    /// value: one that the switch takes.
+    void setSwitch(Switch which, const std::string& value);
     [[nodiscard]] Verdict orderFault(const Fault& fault);
     void clearFaults();
     [[nodiscard]] Verdict advance(std::int64_t milliseconds);
@@ -78,10 +79,10 @@ private:
     std::int64_t beginRemoval(const std::string& identifier);
     void endRemoval(const std::string& identifier);
     bool needsApproval(const Extension& extension) const;
+    bool needsAdministrator(const Extension& extension) const;
     void finish(Copy& copy);
     void finishWhatWasBegun();
-    std::vector<BundleOnDisk> bundles() const;
-    /// What is known of the extension; nothing if it never had a copy, and no bundle holds it.
+    /// Nothing if it is not one of extensions().
     std::optional<Extension> known(const std::string& identifier) const;
 
     // Requests.cpp
@@ -116,6 +117,7 @@ private:
 
     // Machine.cpp
     void complete(Copy& copy);
+    void removeWhatIsAuthorized();
     void removeTerminated();
     bool isDefault(Switch which) const { return state_.settings.isDefault(which); }
     std::optional<Refusal> policyAgainst(const Extension& extension) const;

@@ -1,4 +1,4 @@
-// The steps that a request takes by itself, one after the other.
+// The steps that a request takes without anyone's answer.
 
 #include "simulator/core/Machine.h"
 
@@ -22,7 +22,7 @@ bool Machine::isDue(const Request& request) const {
     return canGoOn && request.due <= state_.clock;
 }
 
-/// What is due first comes first, and of what is due at once that which has waited longest.
+/// The request that is due first goes first; of several, the one that has waited longest.
 bool Machine::step() {
     Request* next = nullptr;
     for (auto& [number, request] : requests_) {
@@ -48,13 +48,13 @@ Subject Machine::subjectOf(const Request& request) const {
     return simulator::subjectOf(std::move(bundle), request.identifier, state_.settings);
 }
 
-/// An extension that is installed belongs to the application that installed it.
+/// An installed extension belongs to the application that installed it.
 bool Machine::isOfAnotherOwner(const std::string& identifier, const BundleOnDisk& bundle) {
     const Copy* const installed = replaceable(identifier);
     return installed && (installed->extension.team != bundle.team || installed->extension.owner != bundle.identifier);
 }
 
-/// Where it does not, it asks whoever drives it, and the step is taken again once that has answered.
+/// If it does not, it asks the caller to check the seal, and the step is repeated after sealChecked().
 bool Machine::knowsSeal(Request& request, Subject& subject) {
     if (!request.sealMatches) request.sealMatches = subject.extension->sealMatches;
     subject.sealMatches = request.sealMatches.value_or(false);
@@ -64,7 +64,7 @@ bool Machine::knowsSeal(Request& request, Subject& subject) {
     return false;
 }
 
-/// An application may activate and deactivate what it carries and what is its own, nothing else.
+/// An application may activate and deactivate only extensions that it contains and that are not another's.
 bool Machine::isForeign(const Request& request) {
     if (request.kind == RequestKind::properties) return false;
     const Subject subject = subjectOf(request);
@@ -72,7 +72,7 @@ bool Machine::isForeign(const Request& request) {
     return !holdsIt || isOfAnotherOwner(request.identifier, *subject.bundle);
 }
 
-/// What a fault does to a request, it does here; where the service dies, nothing is said.
+/// Ordered faults take effect here. If the service crashes, no answer is sent.
 void Machine::check(Request& request) {
     const std::size_t answersBefore = outbox_.answers.size();
     if (request.doomed)
@@ -92,8 +92,8 @@ void Machine::check(Request& request) {
     outbox_.crashed = true;
 }
 
-/// The same version already active, or waiting: finished 0 or told to wait, without a question; in developer mode a
-/// copy that is active is replaced all the same. Otherwise a new copy comes.
+/// If the same version is already active or waiting, no copy is added: the request finishes with 0 or waits, too. In
+/// developer mode, an active copy is replaced anyway.
 void Machine::checkActivation(Request& request) {
     Subject subject = subjectOf(request);
     if (auto failure = firstFailedLookup(subject)) return end(request, *failure);
@@ -109,13 +109,12 @@ void Machine::checkActivation(Request& request) {
         if (auto failure = firstFailedValidation(subject)) return end(request, *failure);
         return waits ? askUser(request, waiting->number) : end(request, Finished{});
     }
-    const Extension extension{found.team, request.identifier, found.name, *found.category, subject.bundle->identifier};
-    const Copy& copy = add(extension, found.version, request.application, CopyState::validating);
-    request.copy = copy.number;
+    const Extension extension = extensionOf(*subject.bundle, found);
+    request.copy = add(extension, found.version, request.application, CopyState::validating).number;
     goOn(request, Stage::validating);
 }
 
-/// A sound copy is staged; where another is installed, the replacement question comes first.
+/// Stages a sound copy. If another one is installed, asks first whether to replace it.
 void Machine::validate(Request& request) {
     Subject subject = subjectOf(request);
     if (auto failure = firstFailedLookup(subject)) return end(request, *failure);
@@ -130,7 +129,7 @@ void Machine::validate(Request& request) {
     goOn(request, Stage::staging);
 }
 
-/// A staged copy is activated, or waits for the user. A profile may have arrived since it was validated.
+/// Activates a staged copy, or lets it wait for the user. A profile may have arrived since the validation.
 void Machine::stage(Request& request) {
     Copy& copy = state_.copies.at(request.copy);
     if (auto failure = failedPolicy(copy.extension, state_.settings)) return end(request, *failure);
@@ -139,23 +138,20 @@ void Machine::stage(Request& request) {
     askUser(request, copy.number);
 }
 
-/// Needs approval; with one fault the prompt is never shown.
+/// The fault "noprompt" keeps this from the application.
 void Machine::askUser(Request& request, std::int64_t copy) {
     request.copy = copy;
     if (!request.isBefallenBy(Fault::Kind::noprompt)) say(request, NeedsApproval{});
     wait(request, Stage::user);
 }
 
-/// Nothing installed, or not the caller's: failed 4. An administrator is asked first, but not where the profile lists
-/// it as removable.
+/// Fails with 4 if no copy is installed, or if the extension belongs to another application.
 void Machine::checkDeactivation(Request& request) {
     const Subject subject = subjectOf(request);
     const Copy* const installed = replaceable(request.identifier);
     if (!subject.extension || !installed || request.isForeign || isOfAnotherOwner(request.identifier, *subject.bundle))
         return end(request, extensionNotFound());
-    if (!isDefault(Switch::authorization) ||
-        state_.settings.profile.letsRemove(installed->extension.team, request.identifier))
-        return remove(request);
+    if (!needsAdministrator(installed->extension)) return remove(request);
     wait(request, Stage::authorization);
 }
 

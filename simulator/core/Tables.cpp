@@ -24,10 +24,6 @@ const FaultRow& rowOf(Fault::Kind kind) {
     return faultKinds[static_cast<std::size_t>(kind)];
 }
 
-bool canBefall(Fault::Kind kind, RequestKind request) {
-    return rowOf(kind).befalls[static_cast<std::size_t>(request)];
-}
-
 bool contains(const Profile::IdentifiersOfTeam& lists, const std::string& team, const std::string& identifier) {
     const auto list = lists.find(team);
     return list != lists.end() && list->second.count(identifier) != 0;
@@ -84,10 +80,6 @@ bool isWaiting(CopyState state) {
     return state == CopyState::waitingForUser;
 }
 
-bool isBeingRemoved(CopyState state) {
-    return state == CopyState::terminatingForUninstall;
-}
-
 bool isReported(CopyState state) {
     return describe(state).reported;
 }
@@ -117,11 +109,12 @@ std::optional<Fault::Kind> faultKindNamed(std::string_view name) {
 }
 
 bool befalls(const Fault& fault, RequestKind request) {
-    return (!fault.request || *fault.request == request) && canBefall(fault.kind, request);
+    const bool isMeant = !fault.request || *fault.request == request;
+    return isMeant && rowOf(fault.kind).befalls[static_cast<std::size_t>(request)];
 }
 
 bool isPossible(const Fault& fault) {
-    return !fault.request || canBefall(fault.kind, *fault.request);
+    return !fault.request || befalls(fault, *fault.request);
 }
 
 bool worksByItself(Stage stage) {
@@ -156,16 +149,12 @@ std::optional<Switch> switchNamed(std::string_view name) {
 }
 
 std::string_view Settings::valueOf(Switch which) const {
-    const auto found = switches.find(which);
-    return found == switches.end() ? describe(which).byDefault : std::string_view{found->second};
+    return isDefault(which) ? describe(which).byDefault : std::string_view{switches.at(which)};
 }
 
 void Settings::set(Switch which, std::string_view value) {
-    if (value == describe(which).byDefault) {
-        switches.erase(which);
-    } else {
-        switches[which] = value;
-    }
+    switches.erase(which);
+    if (value != describe(which).byDefault) switches.emplace(which, value);
 }
 
 } // namespace simulator

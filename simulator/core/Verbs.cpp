@@ -1,7 +1,6 @@
 #include "simulator/core/Verbs.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <utility>
 
@@ -66,18 +65,13 @@ Deed uninstall(Words& words) {
 // Settings -----------------------------------------------------------------------------------------------------------
 
 Outcome foldersOf(const Machine& machine) {
-    std::string lines;
-    for (const std::string& folder : machine.state().settings.applicationsFolders)
-        lines += folder + "\n";
-    return lines;
+    return joined(machine.state().settings.applicationsFolders, "\n") + "\n";
 }
 
 Deed applications(Words& words) {
     words.expect(0, std::numeric_limits<std::size_t>::max());
     if (words.asks()) return foldersOf;
-    WordList folders{words.take("a folder")};
-    for (const std::string& folder : words.takeAll())
-        folders.push_back(folder);
+    const WordList folders = words.takeAll("a folder");
     if (isOneOf(folders, std::string{})) words.misused("\"\" is not a folder");
     return [folders](Machine& machine) { return outcomeOf(machine.setApplicationsFolders(folders)); };
 }
@@ -128,43 +122,32 @@ Deed advance(Words& words) {
     };
 }
 
-WordList switchNames() {
-    WordList names;
-    for (const SwitchRow& row : switches)
-        names.emplace_back(row.name);
-    return names;
-}
-
-WordList valuesOf(const std::string& name) {
-    const SwitchRow& row = describe(*switchNamed(name));
-    return {std::string{row.byDefault}, std::string{row.otherwise}};
-}
-
-std::string lineOf(const Machine& machine, const SwitchRow& row) {
-    const std::string values = "(" + std::string{row.byDefault} + " | " + std::string{row.otherwise} + ")";
-    const std::string value{machine.state().settings.valueOf(row.which)};
-    return joined({std::string{row.name}, value, values, std::string{row.meaning}}, "\t") + "\n";
-}
-
-/// Its texts need nothing but quotes.
-std::string jsonOf(const Machine& machine, const SwitchRow& row) {
-    WordList fields;
-    for (const auto& [key, value] : std::initializer_list<std::pair<std::string_view, std::string_view>>{
-             {"name", row.name},
-             {"value", machine.state().settings.valueOf(row.which)},
-             {"default", row.byDefault},
-             {"otherwise", row.otherwise},
-             {"meaning", row.meaning}})
-        fields.push_back(inQuotes(key) + ":" + inQuotes(value));
-    return "{" + joined(fields, ",") + "}";
-}
-
 /// The switch of that name, or every switch.
 std::vector<SwitchRow> switchesFor(const std::string& name) {
     std::vector<SwitchRow> rows;
     for (const SwitchRow& row : switches)
         if (name.empty() || name == row.name) rows.push_back(row);
     return rows;
+}
+
+/// The default is the first.
+WordList valuesOf(const SwitchRow& row) {
+    return {std::string{row.byDefault}, std::string{row.otherwise}};
+}
+
+std::string lineOf(const Machine& machine, const SwitchRow& row) {
+    const std::string value{machine.state().settings.valueOf(row.which)};
+    const std::string values = "(" + joined(valuesOf(row), " | ") + ")";
+    return joined({std::string{row.name}, value, values, std::string{row.meaning}}, "\t") + "\n";
+}
+
+/// No text of the table needs an escape.
+std::string jsonOf(const Machine& machine, const SwitchRow& row) {
+    const auto field = [](std::string_view key, std::string_view text) { return inQuotes(key) + ":" + inQuotes(text); };
+    const WordList fields{field("name", row.name), field("value", machine.state().settings.valueOf(row.which)),
+                          field("default", row.byDefault), field("otherwise", row.otherwise),
+                          field("meaning", row.meaning)};
+    return "{" + joined(fields, ",") + "}";
 }
 
 Deed showSwitches(const std::string& name, bool isJson) {
@@ -176,44 +159,40 @@ Deed showSwitches(const std::string& name, bool isJson) {
     };
 }
 
-Deed resetSwitches(const std::string& name) {
-    return [name](Machine& machine) {
-        Verdict verdict = done;
+/// An empty value stands for the default.
+Deed setSwitches(const std::string& name, const std::string& value) {
+    return [=](Machine& machine) {
         for (const SwitchRow& row : switchesFor(name))
-            if (!verdict) verdict = machine.setSwitch(std::string{row.name}, std::string{row.byDefault});
-        return outcomeOf(verdict);
+            machine.setSwitch(row.which, value.empty() ? valuesOf(row).front() : value);
+        return std::string{};
     };
 }
 
-Deed setSwitch(Words& words) {
+Deed switchVerb(Words& words) {
     const bool isReset = words.takeFlag("--reset");
     const bool isJson = !isReset && words.takeFlag("--json");
     words.expect(0, isReset || isJson ? 1 : 2);
     const bool needsName = !words.isAtEnd() || !(words.areTyped() || isReset);
-    const std::string name = needsName ? words.takeOneOf("a switch", switchNames()) : std::string{};
-    if (isReset) return resetSwitches(name);
+    WordList names;
+    for (const SwitchRow& row : switches)
+        names.emplace_back(row.name);
+    const std::string name = needsName ? words.takeOneOf("a switch", names) : "";
+    if (isReset) return setSwitches(name, {});
     if (words.asks()) return showSwitches(name, isJson);
-    const std::string value = words.takeOneOf("a value of " + name, valuesOf(name));
-    return [=](Machine& machine) { return outcomeOf(machine.setSwitch(name, value)); };
-}
-
-std::string listOfInstallable() {
-    return listOfStates(&CopyStateRow::canBeInstalled) +
-           "Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004 \"activated waiting for user\"\n";
+    return setSwitches(name, words.takeOneOf("a value of " + name, valuesOf(describe(*switchNamed(name)))));
 }
 
 std::string listOfSwitches() {
     std::string lines;
-    for (const SwitchRow& row : switches) {
-        const std::string values = std::string{row.byDefault} + " | " + std::string{row.otherwise};
-        lines += "  " + padded(std::string{row.name}, 15) + padded(values, 20) + std::string{row.meaning} + "\n";
-    }
-    return lines + "Example: sysextctl switch denial silence\n";
+    for (const SwitchRow& row : switches)
+        lines += "  " + padded(std::string{row.name}, 15) + padded(joined(valuesOf(row), " | "), 20) +
+                 std::string{row.meaning} + "\n";
+    return lines;
 }
 
 // Faults -------------------------------------------------------------------------------------------------------------
 
-/// The words for the requests that such a fault can befall.
+/// The words for the requests that such a fault can affect.
 WordList requestWordsFor(Fault::Kind kind) {
     WordList known;
     for (const RequestWord& row : requestWords)
@@ -227,7 +206,7 @@ std::optional<RequestKind> requestFor(const std::string& word) {
         ->kind;
 }
 
-/// No error has the code 0, and no error of the system's own domain a negative one.
+/// Code 0 is not an error, and the system's own domain has no negative codes.
 std::int64_t takeCode(Words& words, const std::string& domain) {
     const std::string word = words.take("a fault");
     if (word.empty() || word.find_first_not_of("+-0123456789") != std::string::npos)
@@ -246,18 +225,12 @@ Failure takeFailure(Words& words, const std::string& domain) {
     return {where, code, words.isAtEnd() ? std::string{} : words.take("a description")};
 }
 
-/// What takes no more than its name, or "after" and a time.
+/// An error begins with its code, any other fault with a word.
 Fault::Kind takeKind(Words& words) {
     using Kind = Fault::Kind;
     for (const Kind kind : {Kind::silent, Kind::hollow, Kind::noprompt, Kind::crash})
         if (words.takes(nameOf(kind))) return kind;
     return words.takes("after") ? Kind::delay : Kind::error;
-}
-
-void mustBeFor(const std::string& request, Fault::Kind kind, const Words& words) {
-    const WordList possible = requestWordsFor(kind);
-    if (isOneOf(possible, request)) return;
-    words.reject("a kind of " + std::string{nameOf(kind)} + " request", request, possible);
 }
 
 Deed orderFault(Words& words) {
@@ -272,13 +245,15 @@ Deed orderFault(Words& words) {
         const bool isDelay = fault.kind == Fault::Kind::delay;
         words.expect(isDelay ? 4 : 3, isDelay ? 4 : 3);
         if (domain) words.misused("unexpected option \"--domain\"");
-        mustBeFor(request, fault.kind, words);
+        const WordList possible = requestWordsFor(fault.kind);
+        const std::string what = "a kind of " + std::string{nameOf(fault.kind)} + " request";
+        if (!isOneOf(possible, request)) words.reject(what, request, possible);
         if (isDelay) fault.milliseconds = words.takeDuration();
     }
     return [fault](Machine& machine) { return outcomeOf(machine.orderFault(fault)); };
 }
 
-/// A description may hold line ends.
+/// A description can contain line ends.
 Outcome faultsOf(const Machine& machine) {
     std::string lines;
     for (const auto& [number, fault] : machine.state().faults) {
@@ -299,45 +274,82 @@ Deed fault(Words& words) {
 
 // The table ----------------------------------------------------------------------------------------------------------
 
-constexpr auto detailsOfAuthorize =
-    R"(Removes every copy of ID and withdraws its approval. The request finishes with 0, or with 1 if a restart must complete
+constexpr std::string_view theUser = "The user and the administrator";
+constexpr std::string_view theMac = "The Mac and its settings";
+constexpr std::string_view theFaults = "Faults";
+
+const Verb table[]{
+    {{theUser, "allow", "ID", "allows an extension that waits for approval",
+      R"(Enables the waiting copy of ID and records the approval for later versions. The request that waits for it finishes
+with 0, or with 1 if a restart must complete it.
+)"},
+     ofAnExtension<&Machine::allow>},
+    {{theUser, "deny", "ID", "denies an extension that waits for approval",
+      R"(Removes the waiting copy of ID. The request that waits for it fails with 11, canceled. After
+"sysextctl switch denial silence", it is never answered.
+)"},
+     ofAnExtension<&Machine::deny>},
+    {{theUser, "authorize", "ID", "authorizes the removal of an extension",
+      R"(Removes every copy of ID and withdraws its approval. The request finishes with 0, or with 1 if a restart must complete
 it. After "sysextctl switch authorization granted", removals no longer wait for an administrator.
-)";
-
-constexpr auto detailsOfDisable =
-    R"(Does what the switch in System Settings does; the copy of ID is then "activated disabled". No application is notified,
+)"},
+     ofAnExtension<&Machine::authorize>},
+    {{theUser, "refuse", "ID", "refuses the removal of an extension",
+      R"(Removes nothing. The request fails with 13, authorization required; after "sysextctl switch refusal 11", it fails with
+11, canceled.
+)"},
+     ofAnExtension<&Machine::refuse>},
+    {{theUser, "disable", "ID", "switches an enabled extension off",
+      R"(Does what the switch in System Settings does; the copy of ID is then "activated disabled". No application is notified,
 but a properties request reports the change.
-)";
-
-constexpr auto detailsOfReset =
-    R"(Open requests fail with 11, canceled. Settings stay: the Applications folders, developer mode, the profile, the clock,
+)"},
+     ofAnExtension<&Machine::disable>},
+    {{theUser, "enable", "ID", "switches a disabled extension on",
+      R"(Enables the disabled copy of ID again, without approval. No application is notified, but a properties request reports
+the change.
+)"},
+     ofAnExtension<&Machine::enable>},
+    {{theMac, "restart", "", "restarts the simulated Mac, which ends every application",
+      R"(Copies that are uninstalling disappear. Waiting copies keep waiting, and open requests are never answered. "./run"
+starts the application again.
+)"},
+     restart},
+    {{theMac, "reset", "[--all]", "removes every copy, approval, request, and fault",
+      R"(Open requests fail with 11, canceled. Settings stay: the Applications folders, developer mode, the profile, the clock,
 and the switches. With --all, only the Applications folders stay.
-)";
-
-constexpr auto detailsOfInstall =
-    R"(SHORT and BUILD are the two parts of the version. An enabled or disabled copy is also approved. STATE is one of
+)"},
+     reset,
+     {},
+     "--all"},
+    {{theMac, "install", "ID SHORT BUILD [STATE]", "installs a copy without a request",
+      R"(SHORT and BUILD are the two parts of the version. An enabled or disabled copy is also approved. STATE is one of
 these, in either wording, and enabled if left out:
-)";
-
-constexpr auto detailsOfUninstall =
-    R"(TEAM is the team identifier that "list" shows, or - for any. The approval is withdrawn, and the copies disappear with
+)" + listOfStates(&CopyStateRow::canBeInstalled) +
+          "Example: sysextctl install com.kelvra.ip-camera.cmio 2.0 2004 \"activated waiting for user\"\n"},
+     install},
+    {{theMac, "uninstall", "TEAM ID", "removes an extension without a request",
+      R"(TEAM is the team identifier that "list" shows, or - for any. The approval is withdrawn, and the copies disappear with
 the next restart. No application is notified, and no administrator has to authorize the removal.
 Example: sysextctl uninstall KELVRA0001 com.kelvra.ip-camera.cmio
-)";
-
-constexpr auto detailsOfApplications =
-    R"(An application can activate extensions only from inside one of these folders. Each FOLDER must exist. The service
+)"},
+     uninstall},
+    {{theMac, "applications", "[FOLDER...]", "sets or prints the Applications folders",
+      R"(An application can activate extensions only from inside one of these folders. Each FOLDER must exist. The service
 knows the extensions of the applications in them, and those that were ever installed.
 Example: sysextctl applications /Applications ~/Applications
-)";
-
-constexpr auto detailsOfDeveloper =
-    R"(In developer mode, an application may be outside the Applications folders, and activating the version that is already
+)"},
+     applications,
+     "FOLDER...",
+     {},
+     Verb::Names::folders},
+    {{theMac, "developer", "[on|off]", "sets or prints developer mode",
+      R"(In developer mode, an application may be outside the Applications folders, and activating the version that is already
 enabled asks the replacement question.
-)";
-
-constexpr auto detailsOfProfile =
-    R"(FILE is a property list, or a .mobileconfig that contains one, with any of these keys:
+)"},
+     developer,
+     "on|off"},
+    {{theMac, "profile", "[FILE | --remove]", "installs, removes, or prints the management profile",
+      R"(FILE is a property list, or a .mobileconfig that contains one, with any of these keys:
   AllowedSystemExtensions    identifiers by team, which are activated without approval
   AllowedTeamIdentifiers     teams whose extensions are all activated without approval
   AllowUserOverrides         if false, activating any other extension fails with 10
@@ -345,16 +357,29 @@ constexpr auto detailsOfProfile =
 A new profile completes the requests that wait for what it allows. "allow", "enable", and "install" do not enable an
 extension that it forbids. Without an argument, prints the profile.
 Example: sysextctl profile simulator/scenarios/allow-team.mobileconfig
-)";
-
-constexpr auto detailsOfSwitch =
-    R"(Without VALUE, prints the switch; without NAME, every switch: its name, value, both possible values with the default
+)"},
+     profile,
+     "FILE | --remove",
+     "--remove",
+     Verb::Names::file},
+    {{theMac, "clock", "", "prints the simulated clock, in seconds",
+      "The clock stands still until \"sysextctl advance\" moves it.\n"},
+     clock,
+     noLine},
+    {{theMac, "advance", "TIME", "moves the simulated clock forward and prints it",
+      "TIME is a number with ms, s, m, h, or d; seconds without a unit.\n"},
+     advance},
+    {{theMac, "switch", "[NAME] [VALUE | --reset | --json]", "sets or prints what public sources leave open",
+      R"(Without VALUE, prints the switch; without NAME, every switch: its name, value, both possible values with the default
 first, and meaning, separated by tabs. --reset restores the default of the switch, or of every switch. --json prints an
 array of objects with name, value, default, otherwise, and meaning. The switches are
-)";
-
-constexpr auto detailsOfFault =
-    R"(Orders a fault for the next request. KIND is activate, deactivate, properties, or any. FAULT is one of
+)" + listOfSwitches() +
+          "Example: sysextctl switch denial silence\n"},
+     switchVerb,
+     "NAME VALUE | [NAME] --reset",
+     "--reset"},
+    {{theFaults, "fault", "next KIND FAULT | list | clear", "orders, prints, or cancels faults of coming requests",
+      R"(Orders a fault for the next request. KIND is activate, deactivate, properties, or any. FAULT is one of
   CODE [TEXT] [--domain D]  fails with the error CODE, which is above 0, or in another domain D also below 0
   after TIME                is answered that much later on the simulated clock
   silent                    is never answered
@@ -363,88 +388,23 @@ constexpr auto detailsOfFault =
   crash                     the service crashes while it works on the request
 "list" prints the faults that no request has met yet, in the words that order them; "clear" cancels them all.
 Example: sysextctl fault next activate 8 "code signature invalid"
-)";
-
-constexpr std::string_view theUser = "The user and the administrator";
-constexpr std::string_view theMac = "The Mac and its settings";
-constexpr std::string_view theFaults = "Faults";
-
-constexpr Verb table[]{
-    {theUser, "allow", "ID", "allows an extension that waits for approval",
-     R"(Enables the waiting copy of ID and records the approval for later versions. The request that waits for it finishes
-with 0, or with 1 if a restart must complete it.
-)",
-     ofAnExtension<&Machine::allow>},
-    {theUser, "deny", "ID", "denies an extension that waits for approval",
-     R"(Removes the waiting copy of ID. The request that waits for it fails with 11, canceled. After
-"sysextctl switch denial silence", it is never answered.
-)",
-     ofAnExtension<&Machine::deny>},
-    {theUser, "authorize", "ID", "authorizes the removal of an extension", detailsOfAuthorize,
-     ofAnExtension<&Machine::authorize>},
-    {theUser, "refuse", "ID", "refuses the removal of an extension",
-     R"(Removes nothing. The request fails with 13, authorization required; after "sysextctl switch refusal 11", it fails with
-11, canceled.
-)",
-     ofAnExtension<&Machine::refuse>},
-    {theUser, "disable", "ID", "switches an enabled extension off", detailsOfDisable, ofAnExtension<&Machine::disable>},
-    {theUser, "enable", "ID", "switches a disabled extension on",
-     R"(Enables the disabled copy of ID again, without approval. No application is notified, but a properties request reports
-the change.
-)",
-     ofAnExtension<&Machine::enable>},
-    {theMac, "restart", "", "restarts the simulated Mac, which ends every application",
-     R"(Copies that are uninstalling disappear. Waiting copies keep waiting, and open requests are never answered. "./run"
-starts the application again.
-)",
-     restart},
-    {theMac, "reset", "[--all]", "removes every copy, approval, request, and fault", detailsOfReset, reset, "[--all]",
-     Verb::Names::nothing, "--all"},
-    {theMac,
-     "install",
-     "ID SHORT BUILD [STATE]",
-     "installs a copy without a request",
-     detailsOfInstall,
-     install,
-     {},
-     {},
-     {},
-     listOfInstallable},
-    {theMac, "uninstall", "TEAM ID", "removes an extension without a request", detailsOfUninstall, uninstall},
-    {theMac, "applications", "[FOLDER...]", "sets or prints the Applications folders", detailsOfApplications,
-     applications, "FOLDER...", Verb::Names::folders},
-    {theMac, "developer", "[on|off]", "sets or prints developer mode", detailsOfDeveloper, developer, "on|off"},
-    {theMac, "profile", "[FILE | --remove]", "installs, removes, or prints the management profile", detailsOfProfile,
-     profile, "FILE | --remove", Verb::Names::file, "--remove"},
-    {theMac, "clock", "", "prints the simulated clock, in seconds",
-     "The clock stands still until \"sysextctl advance\" moves it.\n", clock, noLine},
-    {theMac, "advance", "TIME", "moves the simulated clock forward and prints it",
-     "TIME is a number with ms, s, m, h, or d; seconds without a unit.\n", advance},
-    {theMac,
-     "switch",
-     "[NAME] [VALUE | --reset | --json]",
-     "sets or prints what public sources leave open",
-     detailsOfSwitch,
-     setSwitch,
-     "NAME VALUE | [NAME] --reset",
-     {},
-     "--reset",
-     listOfSwitches},
-    {theFaults,
-     "fault",
-     "next KIND FAULT | list | clear",
-     "orders, prints, or cancels faults of coming requests",
-     detailsOfFault,
+)"},
      fault,
      "clear | next KIND CODE [TEXT] [--domain D] | after TIME | silent | hollow | noprompt | crash",
-     {},
      "--domain"},
 };
 
 } // namespace
 
+std::string listOfStates(bool CopyStateRow::*trait) {
+    std::string lines;
+    for (const CopyStateRow& row : copyStates)
+        if (!trait || row.*trait) lines += "  " + padded(std::string{row.condition}, 15) + std::string{row.text} + "\n";
+    return lines;
+}
+
 std::string usageOf(std::string_view word, std::string_view usage) {
-    return usage.empty() ? std::string{word} : std::string{word} + " " + std::string{usage};
+    return std::string{word} + (usage.empty() ? "" : " " + std::string{usage});
 }
 
 std::string lineOf(const Verb& verb) {
@@ -453,17 +413,6 @@ std::string lineOf(const Verb& verb) {
 
 std::span<const Verb> verbs() {
     return table;
-}
-
-std::string detailsOf(const Verb& verb) {
-    return std::string{verb.details} + (verb.list ? verb.list() : std::string{});
-}
-
-std::string listOfStates(bool CopyStateRow::*trait) {
-    std::string lines;
-    for (const CopyStateRow& row : copyStates)
-        if (!trait || row.*trait) lines += "  " + padded(std::string{row.condition}, 15) + std::string{row.text} + "\n";
-    return lines;
 }
 
 const Verb* verbNamed(std::string_view word) {
@@ -479,7 +428,7 @@ bool names(const std::vector<Word>& words, Verb::Names what) {
 }
 
 Deed understood(const Saying& saying, WrittenOn where) {
-    const std::string word = saying.words.empty() ? std::string{} : saying.words.front().text;
+    const std::string word = saying.words.empty() ? "" : saying.words.front().text;
     const Verb* const verb = verbNamed(word);
     if (!verb) throw NotUnderstood{"unknown verb " + inQuotes(word) + "; \"sysextctl --help\" lists the verbs"};
     const bool isTyped = where == WrittenOn::commandLine;

@@ -26,36 +26,36 @@ struct Saying {
 
 inline constexpr std::string_view noLine = "-";
 
-/// A verb that acts on the simulated Mac. The command line, scenarios, and System Settings share them. A new verb is an
-/// entry of the table in Verbs.cpp.
-struct Verb {
-    /// What the arguments, other than options, name: a file, whose contents are passed along; or folders, which the
-    /// caller makes absolute.
-    enum class Names { nothing, file, folders };
-
-    /// The heading under which the help lists it.
+/// What the help says of a verb.
+struct Help {
+    /// The heading under which it is listed.
     std::string_view head;
     std::string_view word;
     std::string_view usage;
     /// One line.
     std::string_view summary;
-    /// More lines, each ended, before those of the list.
-    std::string_view details;
+    /// More lines, each ended.
+    std::string details;
+};
+
+/// A verb that acts on the simulated Mac. The command line, scenarios, and System Settings share them. A new verb is an
+/// entry of the table in Verbs.cpp.
+struct Verb : Help {
+    /// What the arguments, other than options, name: a file, whose contents are passed along; or folders, which the
+    /// caller makes absolute.
+    enum class Names { nothing, file, folders };
+
     /// Reads the arguments. Throws NotUnderstood.
     Deed (*read)(Words& words);
     /// Its usage in a scenario; empty if that is the same, noLine if a scenario does not have it.
     std::string_view line{};
-    Names names = Names::nothing;
     /// In a scenario, any other word that looks like an option is a text.
     std::string_view option{};
-    /// More lines for the help; null if there are none.
-    std::string (*list)() = nullptr;
+    Names names = Names::nothing;
 };
 
 /// In the order of the help.
 std::span<const Verb> verbs();
-/// Its details, all of them.
-std::string detailsOf(const Verb& verb);
 /// The states that have this trait, or all, each as a line with its two wordings.
 std::string listOfStates(bool CopyStateRow::*trait = nullptr);
 /// Null if there is none.

@@ -64,18 +64,14 @@ std::vector<Word>::iterator Words::find(std::string_view option) {
 
 std::optional<std::string> Words::takeOption(const std::string& name, const std::string& what) {
     const std::string assigned = name + "=";
-    for (auto word = words_.begin(); word != words_.end(); ++word) {
-        const bool isAssigned = !word->isQuoted && word->text.rfind(assigned, 0) == 0;
-        if (!isAssigned) continue;
-        const std::string value = word->text.substr(assigned.size());
-        words_.erase(word);
-        return value;
-    }
-    const auto option = find(name);
+    const auto option = std::find_if(words_.begin(), words_.end(), [&](const Word& word) {
+        return !word.isQuoted && (word.text == name || word.text.starts_with(assigned));
+    });
     if (option == words_.end()) return std::nullopt;
-    if (option + 1 == words_.end()) missing(what);
-    const std::string value = (option + 1)->text;
-    words_.erase(option, option + 2);
+    const bool isAssigned = option->text != name;
+    if (!isAssigned && option + 1 == words_.end()) missing(what);
+    const std::string value = isAssigned ? option->text.substr(assigned.size()) : (option + 1)->text;
+    words_.erase(option, option + (isAssigned ? 1 : 2));
     return value;
 }
 
@@ -85,8 +81,7 @@ std::optional<std::int64_t> Words::takeDurationOption(const std::string& name) {
 }
 
 std::optional<WordList> Words::takeCommand() {
-    const auto end = std::find_if(words_.begin(), words_.end(),
-                                  [](const Word& word) { return !word.isQuoted && word.text == "--"; });
+    const auto end = find("--");
     if (end == words_.end()) return std::nullopt;
     WordList command;
     for (auto word = end + 1; word != words_.end(); ++word)
@@ -159,8 +154,8 @@ std::int64_t Words::durationIn(const std::string& word) const {
     return *length;
 }
 
-WordList Words::takeAll() {
-    WordList all;
+WordList Words::takeAll(std::string_view what) {
+    WordList all{take(what)};
     for (; !isAtEnd(); ++next_)
         all.push_back(words_[next_].text);
     return all;

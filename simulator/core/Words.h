@@ -58,7 +58,6 @@ public:
     bool asks() const { return isAtEnd() && areTyped(); }
     /// On a command line.
     bool areTyped() const { return where_ == WrittenOn::commandLine; }
-    std::size_t count() const { return words_.size() - next_; }
     /// Takes the next word if it is this one, without quotes.
     bool takes(std::string_view word);
     /// Takes the next word. what: its name in complaints, such as "a build".
@@ -71,7 +70,8 @@ public:
     std::int64_t takeNumber(std::string_view what);
     /// "90s", as milliseconds.
     std::int64_t takeDuration();
-    WordList takeAll();
+    /// Takes every word that is left, at least one.
+    WordList takeAll(std::string_view what);
     /// Nothing more may follow.
     void end() const;
 

@@ -16,7 +16,6 @@ namespace {
 
 constexpr auto installEntitlement = "com.apple.developer.system-extension.install";
 constexpr auto groupsEntitlement = "com.apple.security.application-groups";
-constexpr auto extensionsFolder = "/Contents/Library/SystemExtensions";
 
 std::optional<Category> categoryOf(const PropertyList& info, bool isDriver) {
     if (isDriver) return Category::driver;
@@ -129,10 +128,9 @@ void check(const PropertyList& payload, const Key& key) {
 }
 
 void add(Profile::IdentifiersOfTeam& lists, const PropertyList& ofTeams) {
-    for (const auto& [team, identifiers] : ofTeams.dictionary()) {
+    for (const auto& [team, identifiers] : ofTeams.dictionary())
         for (const std::string& identifier : identifiers.texts())
             lists[team].insert(identifier);
-    }
 }
 
 void addPolicy(Profile& profile, const PropertyList& payload) {
@@ -173,16 +171,15 @@ std::optional<BundleOnDisk> RealDisk::read(const std::string& bundle) const {
         found.team = seal->team;
         found.mayInstallExtensions = seal->entitlements[installEntitlement].isTrue();
     }
-    for (const QFileInfo& folder : foldersIn(bundle + extensionsFolder))
+    for (const QFileInfo& folder : foldersIn(pathOf(found, {})))
         found.extensions.push_back(readExtension(folder));
     return found;
 }
 
 std::vector<std::string> RealDisk::bundlesIn(const std::string& folder) const {
     std::vector<std::string> paths;
-    for (const QFileInfo& entry : foldersIn(folder)) {
+    for (const QFileInfo& entry : foldersIn(folder))
         if (entry.suffix() == "app") paths.push_back(entry.canonicalFilePath().toStdString());
-    }
     return paths;
 }
 

@@ -1,17 +1,19 @@
 #include "simulator/sysextctl/Commands.h"
 
 #include "simulator/sysextctl/Listening.h"
-#include "simulator/sysextctl/Playing.h"
 
 #include <QDir>
 #include <QFile>
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 
 namespace simulator::ctl {
 
 namespace {
+
+using Control = ComKelvraSimulator1ControlInterface;
 
 QDBusConnection sessionBus() {
     const auto bus = QDBusConnection::sessionBus();
@@ -31,8 +33,9 @@ Run list(Words& words) {
         if (category.isEmpty()) words.reject("a category", word, shortCategories());
     }
     return [isJson, category] {
-        ComKelvraSimulator1ControlInterface control{serviceName, objectPath, sessionBus()};
-        const auto copies = copiesOf(answered(control.ListCopies()), category);
+        Control control{serviceName, objectPath, sessionBus()};
+        auto copies = answered(control.ListCopies());
+        copies.removeIf([&](const CopyEntry& copy) { return !category.isEmpty() && copy.category != category; });
         say(isJson ? asJson(copies) : asText(copies));
     };
 }
@@ -41,7 +44,7 @@ Run requests(Words& words) {
     const bool isJson = words.takeFlag("--json");
     words.expect(0, 0);
     return [isJson] {
-        ComKelvraSimulator1ControlInterface control{serviceName, objectPath, sessionBus()};
+        Control control{serviceName, objectPath, sessionBus()};
         const auto open = answered(control.ListRequests());
         say(isJson ? asJson(open) : asText(open));
     };
@@ -64,15 +67,18 @@ Run watch(Words& words) {
     return [isJson] { Watching{sessionBus(), isJson}.run(); };
 }
 
-constexpr auto detailsOfList =
-    R"(CATEGORY is cmio, driver_extension, endpoint_security, or network_extension. The stars say whether a copy is enabled
+constexpr std::string_view thatLook = "State and events";
+
+const Command commandsThatLook[]{
+    {{thatLook, "list", "[CATEGORY] [--json]", "prints every copy of every extension",
+      R"(CATEGORY is cmio, driver_extension, endpoint_security, or network_extension. The stars say whether a copy is enabled
 and whether it runs. With --json, prints an array of objects with category, team, identifier, shortVersion, version,
 name, state, condition (the state in one word), enabled, active, number (higher is younger), and application (the bundle
 that the copy came from).
-)";
-
-constexpr auto detailsOfRequests =
-    R"(One line for each request, with columns separated by tabs: its number; activation, deactivation, or properties; the
+)"},
+     list},
+    {{thatLook, "requests", "[--json]", "prints the open requests of applications",
+      R"(One line for each request, with columns separated by tabs: its number; activation, deactivation, or properties; the
 extension; when it was submitted, in seconds of the simulated clock; the application; and its stage:
   delayed        a fault delays it until the clock is advanced
   checking       the service checks whether the application may make it
@@ -85,30 +91,21 @@ extension; when it was submitted, in seconds of the simulated clock; the applica
   silent         is never answered
 With --json, prints an array of objects with number, kind, identifier, since and sinceMilliseconds (both in
 milliseconds), application, stage, client (the application's name on the bus), and token (its name for the request).
-)";
-
-constexpr auto detailsOfWait =
-    R"(Any copy of ID counts. Exits with 1 if none reaches the state within TIME: a number with ms, s, m, h, or d, in
+)"},
+     requests},
+    {{thatLook, "wait", "ID STATE [--timeout TIME]", "waits until a copy is in a state",
+      R"(Any copy of ID counts. Exits with 1 if none reaches the state within TIME: a number with ms, s, m, h, or d, in
 seconds without a unit, and 30 s if left out. STATE is absent, which means no copy, or one of these, in either wording:
-)";
-
-constexpr auto detailsOfWatch =
-    R"(One line for each event, with columns separated by tabs: the simulated clock in seconds; the extension; what
+)" + listOfStates()},
+     wait},
+    {{thatLook, "watch", "[--json]", "prints events until it is interrupted",
+      R"(One line for each event, with columns separated by tabs: the simulated clock in seconds; the extension; what
 happened, such as "2.1/2105: activated waiting for user -> activated enabled" or "activation finished 0"; and the
 application that made the request, or that the copy came from. A hyphen means none. With --json, each line is an object
 with timeMilliseconds, identifier, event, and application, where null means none.
-)";
-
-std::vector<Command> commandsThatLook() {
-    constexpr std::string_view head = "State and events";
-    return {
-        {head, "list", "[CATEGORY] [--json]", "prints every copy of every extension", detailsOfList, list},
-        {head, "requests", "[--json]", "prints the open requests of applications", detailsOfRequests, requests},
-        {head, "wait", "ID STATE [--timeout TIME]", "waits until a copy is in a state", detailsOfWait + listOfStates(),
-         wait},
-        {head, "watch", "[--json]", "prints events until it is interrupted", detailsOfWatch, watch},
-    };
-}
+)"},
+     watch},
+};
 
 // The verbs of the machine -------------------------------------------------------------------------------------------
 
@@ -152,7 +149,7 @@ Run readVerb(const WordList& texts) {
     const std::vector<Word> words = plainWords(texts);
     understood({words, {}}); // or else it is wrong, and nothing is called
     return [words] {
-        ComKelvraSimulator1ControlInterface control{serviceName, objectPath, sessionBus()};
+        Control control{serviceName, objectPath, sessionBus()};
         const auto said = QString::fromUtf8(answered(callToDo(control, sayingOf(words))));
         const bool listsFolders = verbNamed(words.front().text)->names == Verb::Names::folders;
         say(listsFolders ? folderLines(said) : said);
@@ -162,9 +159,9 @@ Run readVerb(const WordList& texts) {
 // All of them --------------------------------------------------------------------------------------------------------
 
 std::vector<Command> everyCommand() {
-    std::vector<Command> all = commandsThatLook();
+    std::vector<Command> all{std::begin(commandsThatLook), std::end(commandsThatLook)};
     for (const Verb& verb : verbs())
-        all.push_back({verb.head, verb.word, verb.usage, verb.summary, detailsOf(verb)});
+        all.push_back({verb});
     all.push_back(commandThatPlays());
     return all;
 }
@@ -206,11 +203,6 @@ std::string lineOf(const Command& command) {
 
 // What is typed ------------------------------------------------------------------------------------------------------
 
-const Command& knownCommand(const std::string& word) {
-    if (const Command* const known = commandNamed(word)) return *known;
-    throw NotUnderstood{"unknown verb \"" + word + "\"; \"sysextctl --help\" lists the verbs"};
-}
-
 bool asksForHelp(const std::string& word) {
     return word == "--help" || word == "-h";
 }
@@ -219,11 +211,11 @@ Run read(const WordList& words) {
     if (words.empty()) throw NotUnderstood{"missing verb; \"sysextctl --help\" lists the verbs"};
     const WordList rest{words.begin() + 1, words.end()};
     if (asksForHelp(words.front()) || words.front() == "help") {
-        const std::string text = rest.empty() ? help() : help(knownCommand(rest.front()));
+        const std::string text = rest.empty() ? help() : help(commandNamed(rest.front()));
         return [text] { say(QString::fromStdString(text)); };
     }
     if (words.front() == "--version") return [] { say("sysextctl " SIMULATOR_VERSION "\n"); };
-    const Command& command = knownCommand(words.front());
+    const Command& command = commandNamed(words.front());
     const WordList own{rest.begin(), std::find(rest.begin(), rest.end(), "--")}; // of play, another program follows
     const bool isHelp = isOneOf(own, "--help") || (!rest.empty() && asksForHelp(rest.front()));
     if (isHelp) return [&command] { say(QString::fromStdString(help(command))); };
@@ -256,10 +248,10 @@ const std::vector<Command>& commands() {
     return all;
 }
 
-const Command* commandNamed(const std::string& word) {
-    const auto found = std::find_if(commands().begin(), commands().end(),
-                                    [&](const Command& command) { return command.word == word; });
-    return found == commands().end() ? nullptr : &*found;
+const Command& commandNamed(const std::string& word) {
+    for (const Command& command : commands())
+        if (command.word == word) return command;
+    throw NotUnderstood{"unknown verb " + inQuotes(word) + "; \"sysextctl --help\" lists the verbs"};
 }
 
 Run readCommandLine(const WordList& words) {

@@ -15,10 +15,6 @@ namespace {
 /// A service that dies on every look is started by looking no more often than this.
 constexpr int looksThatMayFail = 3;
 
-QString seconds(qint64 milliseconds) {
-    return QString::fromStdString(inSeconds(milliseconds));
-}
-
 } // namespace
 
 // Listening ----------------------------------------------------------------------------------------------------------
@@ -51,9 +47,10 @@ Waiting::Waiting(const QDBusConnection& bus, WaitFor wanted) : Listening{bus}, w
 }
 
 void Waiting::begin() {
-    const auto late = QStringLiteral("%1 is not %2 after %3 s");
-    QTimer::singleShot(std::chrono::milliseconds{wanted_.timeout}, this, [this, late] {
-        fail({exitCode::notDone, late.arg(wanted_.identifier, wanted_.state, seconds(wanted_.timeout))});
+    QTimer::singleShot(std::chrono::milliseconds{wanted_.timeout}, this, [this] {
+        const auto seconds = QString::fromStdString(inSeconds(wanted_.timeout));
+        const auto late = QStringLiteral("%1 is not %2 after %3 s").arg(wanted_.identifier, wanted_.state, seconds);
+        fail({exitCode::notDone, late});
     });
     looking_ = true;
     whenAnswered(control_.ListIdentifiers(), *this, [this](const QDBusPendingReply<QStringList>& answer) {

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <iterator>
 
 namespace simulator::ctl {
 
@@ -21,18 +20,8 @@ bool breaksLine(QChar character) {
            character == QChar::ParagraphSeparator;
 }
 
-bool isNotUnderstood(const QString& name) {
-    const QString prefix{errorPrefix};
-    return name == prefix + "UnknownIdentifier" || name == prefix + "InvalidArgument";
-}
-
-/// The bus tried to start the service and failed.
-bool cannotBeStarted(const QString& name) {
-    return name.startsWith("org.freedesktop.DBus.Error.Spawn.");
-}
-
 QString lineOf(const QDBusError& error) {
-    if (cannotBeStarted(error.name()))
+    if (error.name().startsWith("org.freedesktop.DBus.Error.Spawn."))
         return QStringLiteral("the simulated extension service cannot be started; run sysextd to see why");
     switch (error.type()) {
     case QDBusError::ServiceUnknown:
@@ -116,7 +105,9 @@ QString oneLine(QString text) {
 }
 
 CommandFailure failureOf(const QDBusError& error) {
-    return {isNotUnderstood(error.name()) ? exitCode::notUnderstood : exitCode::notDone, lineOf(error)};
+    const QStringList misuses{errorPrefix + QString{"UnknownIdentifier"}, errorPrefix + QString{"InvalidArgument"}};
+    const bool isNotUnderstood = misuses.contains(error.name());
+    return {isNotUnderstood ? exitCode::notUnderstood : exitCode::notDone, lineOf(error)};
 }
 
 void say(const QString& text) {
@@ -139,13 +130,6 @@ QString categoryNamed(const std::string& word) {
         if (isIt) return QString::fromStdString(std::string{category.name});
     }
     return {};
-}
-
-QList<CopyEntry> copiesOf(const QList<CopyEntry>& copies, const QString& category) {
-    QList<CopyEntry> chosen;
-    std::copy_if(copies.begin(), copies.end(), std::back_inserter(chosen),
-                 [&](const CopyEntry& copy) { return category.isEmpty() || copy.category == category; });
-    return chosen;
 }
 
 bool isIn(const QList<CopyEntry>& copies, const QString& identifier, const QString& state) {

@@ -1,4 +1,4 @@
-#include "simulator/sysextctl/Playing.h"
+#include "simulator/sysextctl/Commands.h"
 
 #include "simulator/player/BusMac.h"
 #include "simulator/player/Command.h"
@@ -138,10 +138,6 @@ void playOne(const Orders& orders) {
     say(outcome.line + u'\n');
 }
 
-std::string detailsOfPlay() {
-    return beforeTheGrammar + player::grammar() + behindTheGrammar;
-}
-
 QStringList takeCommand(Words& words) {
     const auto typed = words.takeCommand();
     QStringList command;
@@ -156,12 +152,11 @@ Run play(Words& words) {
     Orders orders;
     orders.command = takeCommand(words);
     orders.timeout = words.takeDurationOption("--timeout").value_or(30'000);
-    const bool isForced = words.takeFlag("--bus");
-    orders.isOnBus = isForced || !orders.command.isEmpty();
+    orders.isOnBus = words.takeFlag("--bus") || !orders.command.isEmpty();
     orders.isVerbose = words.takeFlag("--verbose");
     orders.isTap = words.takeFlag("--tap");
     words.expect(1, std::numeric_limits<std::size_t>::max());
-    orders.files = words.takeAll();
+    orders.files = words.takeAll("a file");
     const bool isPlain = orders.files.size() == 1 && !orders.isTap;
     return [orders, isPlain] { isPlain ? playOne(orders) : playAll(orders); };
 }
@@ -169,11 +164,9 @@ Run play(Words& words) {
 } // namespace
 
 Command commandThatPlays() {
-    return {"Scenarios",
-            "play",
-            "FILE... [--bus] [--verbose] [--tap] [--timeout TIME] [-- COMMAND]",
-            "plays scenarios, each on a Mac of its own",
-            detailsOfPlay(),
+    constexpr std::string_view usage = "FILE... [--bus] [--verbose] [--tap] [--timeout TIME] [-- COMMAND]";
+    return {{"Scenarios", "play", usage, "plays scenarios, each on a Mac of its own",
+             beforeTheGrammar + player::grammar() + behindTheGrammar},
             play};
 }
 

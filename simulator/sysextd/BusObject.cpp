@@ -7,8 +7,9 @@
 #include <QFile>
 #include <QVariant>
 
-#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <map>
 #include <tuple>
 #include <variant>
 
@@ -41,7 +42,7 @@ CopyEntry entryOf(const Copy& copy) {
             text(copy.application)};
 }
 
-/// The name of the signal and what follows the token in it.
+/// The name of the signal, and its arguments after the token.
 struct Signal {
     QString name;
     QVariantList arguments;
@@ -65,7 +66,7 @@ struct SignalOfBody {
     }
 };
 
-/// A word behind "--" is a text, whatever it looks like.
+/// A word after "--" is text, even if it looks like an option.
 std::vector<Word> wordsIn(const QStringList& texts) {
     std::vector<Word> words;
     for (auto text = texts.begin(); text != texts.end(); ++text) {
@@ -76,32 +77,24 @@ std::vector<Word> wordsIn(const QStringList& texts) {
     return words;
 }
 
-/// A message may quote what a caller sent, of any length and with anything in it.
+/// A message can quote any text that a caller sent.
 QString oneShortLine(const std::string& message) {
     constexpr qsizetype longest = 200;
     QString line = QString::fromStdString(message).left(longest + 1);
-    for (QChar& character : line) {
+    for (QChar& character : line)
         if (character.category() == QChar::Other_Control) character = ' ';
-    }
     return line.size() > longest ? line.left(longest - 1) + QChar{0x2026} : line;
 }
 
 } // namespace
 
 QList<CopyEntry> copyEntries(const State& state) {
-    std::vector<const Copy*> copies;
+    std::map<std::tuple<std::string_view, std::string_view, std::int64_t>, CopyEntry> sorted;
     for (const auto& [number, copy] : state.copies)
-        copies.push_back(&copy);
-    std::sort(copies.begin(), copies.end(), [](const Copy* left, const Copy* right) {
-        const auto key = [](const Copy& copy) {
-            return std::tuple{nameOf(copy.extension.category), std::string_view{copy.extension.identifier},
-                              copy.number};
-        };
-        return key(*left) < key(*right);
-    });
+        sorted[{nameOf(copy.extension.category), copy.extension.identifier, number}] = entryOf(copy);
     QList<CopyEntry> entries;
-    for (const Copy* const copy : copies)
-        entries.push_back(entryOf(*copy));
+    for (const auto& [key, entry] : sorted)
+        entries.push_back(entry);
     return entries;
 }
 
@@ -126,7 +119,7 @@ BusObject::BusObject(const QDBusConnection& bus, Service& service) : bus_{bus}, 
                  whoeverLeaves, {}, this, SLOT(clientLeft(QString)));
 }
 
-/// The bus takes what it is sent in order: once it answers, it has everything.
+/// The bus reads messages in order, so when it answers this call, it has all earlier ones.
 void BusObject::flush() {
     bus_.interface()->isServiceRegistered(serviceName);
 }
@@ -179,19 +172,17 @@ QList<CopyEntry> BusObject::ListCopies() {
 
 QList<RequestEntry> BusObject::ListRequests() {
     QList<RequestEntry> entries;
-    for (const auto& [number, request] : service_.machine().requests()) {
+    for (const auto& [number, request] : service_.machine().requests())
         entries.push_back({number, text(request.client), text(request.token), text(request.application),
                            text(nameOf(request.kind)), text(request.identifier), text(nameOf(request.stage)),
                            request.since});
-    }
     return entries;
 }
 
 QStringList BusObject::ListIdentifiers() {
     QStringList identifiers;
-    for (const std::string& identifier : service_.machine().identifiers()) {
-        identifiers.push_back(QString::fromStdString(identifier));
-    }
+    for (const auto& [identifier, extension] : service_.machine().extensions())
+        identifiers.push_back(text(identifier));
     return identifiers;
 }
 

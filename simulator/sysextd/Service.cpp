@@ -19,9 +19,8 @@ namespace {
 State loadedFrom(const Store& store, const std::string& file) {
     State state = store.load();
     auto profile = readProfile(state.settings.profile.source);
-    if (const auto* const refusal = std::get_if<Refusal>(&profile)) {
+    if (const auto* const refusal = std::get_if<Refusal>(&profile))
         throw StoreFailure{file, "it is damaged: " + refusal->message};
-    }
     state.settings.profile = std::get<Profile>(std::move(profile));
     return state;
 }

@@ -30,7 +30,9 @@ public:
     void mustDo(const Verdict& verdict);
     void rest();
     void steps(int count);
-    void set(const std::string& name, const std::string& value) { mustDo(machine().setSwitch(name, value)); }
+    void set(const std::string& name, const std::string& value) {
+        machine().setSwitch(switchNamed(name).value(), value);
+    }
     void install(const std::string& build, const std::string& condition, const std::string& identifier = camera);
     /// Brings a management profile; the machine takes no step yet.
     void bring(Profile profile);

@@ -181,7 +181,7 @@ TEST(AState, IsReachedIfAnyCopyIsInItByEitherWordOrNoneIsThere) {
 // The help -----------------------------------------------------------------------------------------------------------
 
 QString helpOf(const std::string& word) {
-    return QString::fromStdString(help(*commandNamed(word)));
+    return QString::fromStdString(help(commandNamed(word)));
 }
 
 TEST(TheHelp, SaysOfEachVerbMoreThanItsSummaryWhichCanBeReadAlone) {
