@@ -1,4 +1,4 @@
-// What applications ask: how it begins, how it is answered, and how it ends.
+// The requests of applications: how they begin, are answered, and end.
 
 #include "simulator/core/Machine.h"
 
@@ -9,7 +9,7 @@ namespace simulator {
 
 namespace {
 
-/// An answer as who watches is told of it, without what it says of copies and reasons.
+/// An answer as "sysextctl watch" shows it, which is shorter than textOf().
 struct TextOfBody {
     std::string operator()(const auto& body) const { return textOf(body); }
     std::string operator()(const ReplacementAsked&) const { return "asked for replacement"; }
@@ -27,7 +27,7 @@ Request* Machine::find(const Condition& condition) {
     return nullptr;
 }
 
-/// The activation or deactivation of the identifier that is still to be answered.
+/// The activation or deactivation of an extension that is not answered yet.
 Request* Machine::pending(const std::string& identifier) {
     return find([&](const Request& request) {
         return request.kind != RequestKind::properties && request.stage != Stage::silent && !request.isForeign &&
@@ -35,14 +35,14 @@ Request* Machine::pending(const std::string& identifier) {
     });
 }
 
-/// The deactivation that an administrator is asked about.
+/// The deactivation that waits for an administrator.
 Request* Machine::asked(const std::string& identifier) {
     return find([&](const Request& request) {
         return request.stage == Stage::authorization && request.identifier == identifier;
     });
 }
 
-/// The activation that waits for the user's word on that copy.
+/// The activation that waits for the user to approve this copy.
 Request* Machine::waitingFor(const Copy& copy) {
     return find([&](const Request& request) { return request.stage == Stage::user && request.copy == copy.number; });
 }
@@ -52,13 +52,13 @@ void Machine::goOn(Request& request, Stage to) {
     request.turn = ++lastTurn_;
 }
 
-/// What waits for someone's word on behalf of nobody ends.
+/// If the application is gone, the request ends instead.
 void Machine::wait(Request& request, Stage stage) {
     goOn(request, stage);
     if (request.client.empty()) end(request);
 }
 
-/// The answer goes to the application that asked, if it is still there.
+/// Sends an answer to the application, if it still runs.
 void Machine::say(const Request& request, AnswerBody body) {
     if (std::holds_alternative<std::monostate>(body)) return;
     tell(request.identifier, std::string{nameOf(request.kind)} + " " + std::visit(TextOfBody{}, body),
@@ -66,7 +66,7 @@ void Machine::say(const Request& request, AnswerBody body) {
     if (!request.client.empty()) outbox_.answers.push_back({request.client, request.token, std::move(body)});
 }
 
-/// Nothing follows for a request that has ended; a copy that it had only begun goes.
+/// This is the last answer. A copy that is still being prepared is dropped.
 void Machine::end(Request& request, AnswerBody body) {
     say(request, std::move(body));
     const auto copy = state_.copies.find(request.copy);
@@ -77,7 +77,7 @@ void Machine::end(Request& request, AnswerBody body) {
     goOn(request, Stage::ended);
 }
 
-/// A later request takes the place of the older ones, which fail with 12.
+/// Older requests for the extension fail with 12.
 void Machine::supersede(const std::string& identifier) {
     constexpr std::string_view laterDescription = "A later request for the same extension replaced this one.";
     while (Request* const older = pending(identifier))
@@ -117,7 +117,7 @@ Verdict Machine::refusalOf(const Submission& submission) {
     return done;
 }
 
-/// The oldest fault that was ordered for such a request befalls it, and no other after it.
+/// The request uses up the oldest fault that was ordered for one like it.
 void Machine::suffer(Request& request) {
     const auto ordered = std::find_if(state_.faults.begin(), state_.faults.end(),
                                       [&](const auto& entry) { return befalls(entry.second, request.kind); });
@@ -130,7 +130,7 @@ void Machine::suffer(Request& request) {
     request.due += request.fault->milliseconds;
 }
 
-/// Of two activations or deactivations of one identifier the older fails, or else the newer.
+/// Of two activations or deactivations of an extension, the older one fails, or the newer one: see the switch "second".
 void Machine::giveWay(Request& request) {
     if (request.kind == RequestKind::properties || !pending(request.identifier)) return;
     if (isDefault(Switch::second))
@@ -140,7 +140,7 @@ void Machine::giveWay(Request& request) {
             failureWith(code::requestSuperseded, "An earlier request for the same extension is still open.");
 }
 
-/// Replace: the new copy is staged. Cancel: failed 11.
+/// Stages the new copy, or fails the request with 11.
 Verdict Machine::answerReplacement(const std::string& client, const std::string& token, bool replace) {
     Request* const request = find([&](const Request& open) {
         return open.client == client && open.token == token && open.stage == Stage::replacement;
@@ -161,7 +161,7 @@ void Machine::sealChecked(std::int64_t number, bool matches) {
     request->second.sealMatches = matches;
 }
 
-/// An application that is gone gets no answer any more; the service goes on with what it was doing.
+/// The service finishes the current work of a request, but sends no answer.
 void Machine::clientLeft(const std::string& client) {
     for (auto& [number, request] : requests_) {
         if (request.client != client || request.stage == Stage::ended) continue;

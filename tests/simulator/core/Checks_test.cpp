@@ -99,7 +99,7 @@ const Wrong worseAndWorse[]{
     {"", [](auto& bundle, auto&) { bundle.extensions.clear(); }, 4, ""},
 };
 
-TEST(TheChecks, AreMadeInTheirOrder) {
+TEST(TheChecks, AreMadeInOrder) {
     BundleOnDisk bundle = sampleBundle();
     EXPECT_EQ(codeOf(bundle), 0);
     for (const Wrong& wrong : worseAndWorse) {

@@ -20,7 +20,7 @@ protected:
 
 // From step to step ---------------------------------------------------------------------------------------------------
 
-TEST_F(AMachine, AnswersNothingInsideTheSubmission) {
+TEST_F(AMachine, SendsNoAnswerBeforeTheFirstStep) {
     mac.install("2105", "enabled");
     mac.submit("a", RequestKind::properties);
     EXPECT_THAT(machine().takeOutbox().answers, IsEmpty());
@@ -56,7 +56,7 @@ TEST_F(AMachine, DropsTheCopyOfARequestThatIsSupersededWhileItIsPrepared) {
 }
 
 /// A profile arrives after so many steps.
-TEST_F(AMachine, FailsAnActivationWithTenWhereverTheProfileFindsIt) {
+TEST_F(AMachine, FailsAnActivationWithTenAtEveryStageIfTheProfileForbidsIt) {
     for (int steps = 0; steps < 3; ++steps) {
         SampleMac another;
         another.submit("a", RequestKind::activation);
@@ -69,7 +69,7 @@ TEST_F(AMachine, FailsAnActivationWithTenWhereverTheProfileFindsIt) {
 }
 
 /// What is wrong since the first look at the bundle is found by the second.
-TEST_F(AMachine, LooksAtTheBundleAgainWhenItValidates) {
+TEST_F(AMachine, ReadsTheBundleAgainWhenItValidates) {
     mac.submit("a", RequestKind::activation);
     mac.steps(1);
     mac.application().mayInstallExtensions = false;
@@ -80,7 +80,7 @@ TEST_F(AMachine, LooksAtTheBundleAgainWhenItValidates) {
 
 // Clients that leave -------------------------------------------------------------------------------------------------
 
-TEST_F(AMachine, GoesOnWithAnActivationWithoutItsClientUntilItWaits) {
+TEST_F(AMachine, ContinuesAnActivationWithoutItsClientUntilItWaits) {
     mac.submit("a", RequestKind::activation);
     mac.steps(1);
     machine().clientLeft("client");
@@ -90,7 +90,7 @@ TEST_F(AMachine, GoesOnWithAnActivationWithoutItsClientUntilItWaits) {
     EXPECT_THAT(machine().requests(), IsEmpty());
 }
 
-TEST_F(AMachine, AsksNobodyInThePlaceOfAClientThatLeft) {
+TEST_F(AMachine, AsksNobodyForAClientThatLeft) {
     mac.install("2004", "enabled");
     mac.submit("a", RequestKind::activation);
     machine().clientLeft("client");
@@ -136,13 +136,13 @@ protected:
     }
 };
 
-TEST_F(AMachineInTheMiddle, FinishesWhatItHadBegunBeforeItRestarts) {
+TEST_F(AMachineInTheMiddle, CompletesItsWorkBeforeARestart) {
     machine().restart();
     EXPECT_TRUE(mac.takeOutbox().restarting);
     expectThatItIsFinished();
 }
 
-TEST_F(AMachineInTheMiddle, FinishesWhatItHadBegunWhenItComesBack) {
+TEST_F(AMachineInTheMiddle, CompletesItsWorkWhenTheServiceStartsAgain) {
     mac.comeBack();
     expectThatItIsFinished();
     EXPECT_FALSE(mac.takeOutbox().restarting);
@@ -160,19 +160,19 @@ protected:
     }
 };
 
-TEST_F(AMachineThatStagesAnUpgrade, EnablesItWhenItComesBack) {
+TEST_F(AMachineThatStagesAnUpgrade, EnablesItWhenTheServiceStartsAgain) {
     mac.comeBack();
     EXPECT_THAT(mac.copies(), ElementsAre("2004 terminated waiting to uninstall on reboot", "2105 activated enabled"));
 }
 
-TEST_F(AMachineThatStagesAnUpgrade, DropsItWhereItIsForbiddenSince) {
+TEST_F(AMachineThatStagesAnUpgrade, DropsItIfAProfileForbidsItMeanwhile) {
     mac.forbid();
     mac.rest();
     EXPECT_THAT(mac.heard(), ElementsAre("a: failed 10"));
     EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
 }
 
-TEST_F(AMachineThatStagesAnUpgrade, DropsWhatIsForbiddenSinceWhenItComesBack) {
+TEST_F(AMachineThatStagesAnUpgrade, DropsItWhenTheServiceStartsAgainIfAProfileForbidsIt) {
     mac.forbid();
     mac.comeBack();
     EXPECT_THAT(mac.copies(), ElementsAre("2004 activated enabled"));
@@ -196,25 +196,25 @@ TEST_F(AMachineThatRemoves, TerminatesTheCopyBeforeItFinishes) {
     EXPECT_THAT(machine().takeOutbox().answers, IsEmpty());
 }
 
-TEST_F(AMachineThatRemoves, GoesOnWhereTheRequestIsSuperseded) {
+TEST_F(AMachineThatRemoves, ContinuesIfTheRequestIsSuperseded) {
     mac.activate("b");
     EXPECT_THAT(mac.heard(), ElementsAre("a: failed 12", "b: needs approval"));
     EXPECT_THAT(mac.copies(), ElementsAre(removed, "2105 activated waiting for user"));
 }
 
-TEST_F(AMachineThatRemoves, GoesOnWithoutItsClient) {
+TEST_F(AMachineThatRemoves, ContinuesWithoutItsClient) {
     machine().clientLeft("client");
     mac.rest();
     EXPECT_THAT(mac.heard(), IsEmpty());
     EXPECT_THAT(mac.copies(), ElementsAre(removed));
 }
 
-TEST_F(AMachineThatRemoves, GoesOnWhenItComesBack) {
+TEST_F(AMachineThatRemoves, ContinuesWhenTheServiceStartsAgain) {
     mac.comeBack();
     EXPECT_THAT(mac.copies(), ElementsAre(removed));
 }
 
-TEST_F(AMachine, DiesInTheMiddleOfARequestWhereThatWasOrdered) {
+TEST_F(AMachine, CrashesDuringARequestIfThatWasOrdered) {
     Fault fault;
     fault.kind = Fault::Kind::crash;
     mac.mustDo(machine().orderFault(fault));
@@ -250,7 +250,7 @@ constexpr auto whatHappened = R"(0  switch authorization: asked -> granted
 1500  restart: every application ends
 )";
 
-TEST_F(AMachine, TellsWhoWatchesWhatHappens) {
+TEST_F(AMachine, ReportsEachChangeOfACopyAndRequestAsAnEvent) {
     mac.set("authorization", "granted");
     mac.install("2004", "enabled");
     mac.activate("a");
@@ -266,7 +266,7 @@ TEST_F(AMachine, TellsWhoWatchesWhatHappens) {
     EXPECT_EQ(lines, whatHappened);
 }
 
-TEST_F(AMachine, TellsOfItsSettingsFaultsAndPeopleToo) {
+TEST_F(AMachine, ReportsSettingsFaultsAndTheUsersActionsAsEvents) {
     machine().setDeveloperMode(true);
     machine().setDeveloperMode(false);
     mac.bring({});
@@ -333,7 +333,7 @@ TEST_F(AMachine, NeverGivesANumberTwice) {
     EXPECT_EQ(machine().state().copies.rbegin()->first, 4);
 }
 
-TEST_F(AMachine, ForgetsASwitchThatIsBackAtItsDefault) {
+TEST_F(AMachine, DoesNotStoreASwitchThatIsAtItsDefault) {
     mac.set("denial", "silence");
     EXPECT_EQ(machine().state().settings.valueOf(Switch::denial), "silence");
     mac.set("denial", "error");

@@ -67,7 +67,7 @@ const std::set<std::string> answersOfRequests{
     "properties failed 4",       "properties failed 11",
 };
 
-TEST(RandomWalks, TakeEveryWayThatThereIsAndNoOtherAndBreakNoPromise) {
+TEST(RandomWalks, ReachEveryTransitionAndNoOtherAndBreakNoRule) {
     const int steps = std::getenv("DRIVER_MANAGER_LONG") ? 100000 : 10000;
     std::set<std::string> taken;
     for (const unsigned seed : {13U, 14U, 15U}) {

@@ -26,7 +26,7 @@ protected:
     SampleMac mac;
 };
 
-TEST_F(AMachineThatRefuses, TakesNoMalformedSubmission) {
+TEST_F(AMachineThatRefuses, RejectsAMalformedSubmission) {
     const auto submit = [&](const std::string& token, const std::string& identifier) {
         return textOf(machine().submit({"client", token, sampleApplication, RequestKind::activation, identifier}));
     };
@@ -43,7 +43,7 @@ TEST_F(AMachineThatRefuses, TakesNoMalformedSubmission) {
     EXPECT_EQ(submit(" ", ""), "done");
 }
 
-TEST_F(AMachineThatRefuses, TakesNoTokenThatNamesAnOpenRequestOfThatClient) {
+TEST_F(AMachineThatRefuses, RejectsATokenOfAnOpenRequestOfTheSameClient) {
     mac.activate("a");
     EXPECT_EQ(textOf(machine().submit({"client", "a", "", RequestKind::properties, camera})),
               "invalid argument: the token is in use by an open request");
@@ -52,7 +52,7 @@ TEST_F(AMachineThatRefuses, TakesNoTokenThatNamesAnOpenRequestOfThatClient) {
     mac.submit("a", RequestKind::properties);
 }
 
-TEST_F(AMachineThatRefuses, ServesTheOthersInAFloodOfOneClient) {
+TEST_F(AMachineThatRefuses, StillServesOthersWhenOneClientFloodsIt) {
     for (int i = 0; i < 256; ++i)
         mac.submit({"flood", std::to_string(i), "", RequestKind::properties, camera});
     EXPECT_EQ(textOf(machine().submit({"flood", "more", "", RequestKind::properties, camera})),
@@ -61,27 +61,27 @@ TEST_F(AMachineThatRefuses, ServesTheOthersInAFloodOfOneClient) {
     EXPECT_EQ(mac.heard().back(), "a: found none");
 }
 
-TEST_F(AMachineThatRefuses, TakesNoMoreRequestsThanItKeeps) {
+TEST_F(AMachineThatRefuses, LimitsTheNumberOfRequests) {
     for (int i = 0; i < 4096; ++i)
         mac.submit({"client" + std::to_string(i / 256), std::to_string(i), "", RequestKind::properties, camera});
     EXPECT_EQ(textOf(machine().submit({"another", "a", "", RequestKind::properties, camera})),
               "limit exceeded: too many requests are open");
 }
 
-TEST_F(AMachineThatRefuses, TakesNoMoreFaultsThanItKeeps) {
+TEST_F(AMachineThatRefuses, LimitsTheNumberOfFaults) {
     for (int i = 0; i < 1000; ++i)
         ASSERT_EQ(machine().orderFault({}), done);
     EXPECT_EQ(textOf(machine().orderFault({})), "limit exceeded: too many faults are ordered");
 }
 
-TEST_F(AMachineThatRefuses, TakesNoMoreCopiesThanItKeeps) {
+TEST_F(AMachineThatRefuses, LimitsTheNumberOfCopies) {
     for (int i = 0; i < 20000; ++i)
         ASSERT_EQ(machine().install(camera, {"1", "1"}, "uninstalling"), done);
     EXPECT_EQ(textOf(machine().install(camera, {"1", "1"}, "uninstalling")),
               "limit exceeded: too many copies are installed");
 }
 
-TEST_F(AMachineThatRefuses, TakesAnAnswerOnlyFromTheClientThatWasAskedAndWhileItIs) {
+TEST_F(AMachineThatRefuses, AcceptsAnAnswerOnlyFromTheClientThatItAskedAndOnlyOnce) {
     const std::string none = "invalid argument: no such question is open";
     EXPECT_EQ(textOf(machine().answerReplacement("client", "a", true)), none);
     mac.install("2004", "enabled");
@@ -92,7 +92,7 @@ TEST_F(AMachineThatRefuses, TakesAnAnswerOnlyFromTheClientThatWasAskedAndWhileIt
     EXPECT_EQ(textOf(machine().answerReplacement("client", "a", true)), none);
 }
 
-TEST_F(AMachineThatRefuses, TakesNoFaultThatCannotBefall) {
+TEST_F(AMachineThatRefuses, RejectsAFaultThatCannotHappen) {
     const auto order = [&](Fault::Kind kind, std::optional<RequestKind> request, std::int64_t milliseconds) {
         return textOf(machine().orderFault({kind, request, {}, milliseconds}));
     };
@@ -106,7 +106,7 @@ TEST_F(AMachineThatRefuses, TakesNoFaultThatCannotBefall) {
     EXPECT_EQ(order(Fault::Kind::delay, {}, 31622400000000), "done");
 }
 
-TEST_F(AMachineThatRefuses, TakesNoErrorThatIsMalformed) {
+TEST_F(AMachineThatRefuses, RejectsAMalformedError) {
     const auto order = [&](const std::string& domain, const std::string& description) {
         Fault fault;
         fault.failure = {domain, 1, description};
@@ -119,7 +119,7 @@ TEST_F(AMachineThatRefuses, TakesNoErrorThatIsMalformed) {
     EXPECT_EQ(order(std::string(255, 'a'), std::string(65536, '\n')), "done");
 }
 
-TEST_F(AMachineThatRefuses, LetsTimePassOnlyForwardsAndNotForEver) {
+TEST_F(AMachineThatRefuses, MovesTheClockOnlyForwardAndUpToALimit) {
     mac.mustDo(machine().advance(5));
     EXPECT_EQ(textOf(machine().advance(-1)), "invalid argument: time cannot go back");
     EXPECT_EQ(textOf(machine().advance(31622399999996)), "invalid argument: that is too far in the future");
@@ -127,7 +127,7 @@ TEST_F(AMachineThatRefuses, LetsTimePassOnlyForwardsAndNotForEver) {
     EXPECT_EQ(machine().state().clock, 31622400000000);
 }
 
-TEST_F(AMachineThatRefuses, TakesOnlyAbsoluteApplicationsFolders) {
+TEST_F(AMachineThatRefuses, AcceptsOnlyAbsoluteApplicationsFolders) {
     const auto set = [&](const std::vector<std::string>& folders) {
         return textOf(machine().setApplicationsFolders(folders));
     };
@@ -140,14 +140,14 @@ TEST_F(AMachineThatRefuses, TakesOnlyAbsoluteApplicationsFolders) {
     EXPECT_EQ(set(std::vector<std::string>(64, "/" + std::string(4095, 'a'))), "done");
 }
 
-TEST_F(AMachineThatRefuses, TakesNoProfileThatIsTooLongOrMalformed) {
+TEST_F(AMachineThatRefuses, RejectsAProfileThatIsTooLongOrMalformed) {
     EXPECT_EQ(textOf(machine().setProfile(std::string(1048577, 'x'))), "invalid argument: the profile is too long");
     mac.forbid();
     EXPECT_EQ(textOf(machine().setProfile("nonsense")), "invalid argument: the profile is malformed");
     EXPECT_FALSE(machine().state().settings.profile.allowsUserOverrides);
 }
 
-TEST_F(AMachineThatRefuses, InstallsNoVersionThatIsEmptyTooLongOrMalformed) {
+TEST_F(AMachineThatRefuses, RejectsAVersionThatIsEmptyTooLongOrMalformed) {
     const auto install = [&](const std::string& shortVersion, const std::string& version) {
         return textOf(machine().install(camera, {shortVersion, version}, "enabled"));
     };
@@ -163,7 +163,7 @@ TEST_F(AMachineThatRefuses, InstallsNoVersionThatIsEmptyTooLongOrMalformed) {
 }
 
 /// Each verb about an extension, where there is nothing that it could do.
-TEST_F(AMachineThatRefuses, SaysWhyThereIsNothingToDoToAnExtension) {
+TEST_F(AMachineThatRefuses, SaysWhyAVerbDoesNotApplyToAnExtension) {
     using Verb = Verdict (Machine::*)(const std::string&);
     const std::vector<std::pair<Verb, std::string>> verbs{
         {&Machine::allow, "no copy is waiting for approval"},
@@ -183,7 +183,7 @@ TEST_F(AMachineThatRefuses, SaysWhyThereIsNothingToDoToAnExtension) {
     }
 }
 
-TEST_F(AMachineThatRefuses, UninstallsSwitchesOffAndSwitchesOnOnlyWhatIsNotSoAlready) {
+TEST_F(AMachineThatRefuses, UninstallsDisablesAndEnablesOnlyIfThatChangesSomething) {
     EXPECT_EQ(textOf(machine().uninstall("-", camera)), "nothing waiting: com.kelvra.ip-camera.cmio: not installed");
     mac.install("1", "disabled");
     EXPECT_EQ(textOf(machine().disable(camera)), "nothing waiting: com.kelvra.ip-camera.cmio: not enabled");

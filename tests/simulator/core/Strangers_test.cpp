@@ -61,7 +61,7 @@ protected:
     SampleMac mac;
 };
 
-TEST_P(AStranger, LeavesTheActivationThatWaitsForTheUserAloneWhicheverOfTwoRequestsGoesOn) {
+TEST_P(AStranger, DoesNotAffectAnActivationThatWaitsForTheUser) {
     for (const auto* const value : {"supersedes", "fails"}) {
         mac.set("second", value);
         mac.activate("a");
@@ -71,7 +71,7 @@ TEST_P(AStranger, LeavesTheActivationThatWaitsForTheUserAloneWhicheverOfTwoReque
     }
 }
 
-TEST_P(AStranger, LeavesTheQuestionAboutTheReplacementOpen) {
+TEST_P(AStranger, DoesNotAffectAnOpenReplacementQuestion) {
     mac.install("2004", "enabled");
     mac.activate("a");
     askForBoth();
@@ -79,7 +79,7 @@ TEST_P(AStranger, LeavesTheQuestionAboutTheReplacementOpen) {
     EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
 }
 
-TEST_P(AStranger, LeavesTheRemovalThatTheAdministratorIsAskedAboutAlone) {
+TEST_P(AStranger, DoesNotAffectARemovalThatWaitsForAnAdministrator) {
     mac.install("2105", "enabled");
     mac.deactivate("a");
     askForBoth();
@@ -87,7 +87,7 @@ TEST_P(AStranger, LeavesTheRemovalThatTheAdministratorIsAskedAboutAlone) {
     EXPECT_THAT(mac.heard(), ElementsAre("a: finished 0"));
 }
 
-TEST_P(AStranger, IsNotInTheWayOfTheOwner) {
+TEST_P(AStranger, DoesNotBlockTheOwner) {
     for (const auto* const value : {"supersedes", "fails"}) {
         mac.set("second", value);
         mac.install("2105", "enabled");
@@ -99,7 +99,7 @@ TEST_P(AStranger, IsNotInTheWayOfTheOwner) {
     }
 }
 
-TEST_P(AStranger, TakesNoFaultThatWasOrdered) {
+TEST_P(AStranger, UsesUpNoFault) {
     mac.install("2004", "enabled");
     mac.mustDo(machine().orderFault({}));
     askForBoth();
@@ -110,7 +110,7 @@ TEST_P(AStranger, TakesNoFaultThatWasOrdered) {
 }
 
 /// What it asks for is the owner's when it asks, and gone when it is looked at.
-TEST_P(AStranger, GetsNothingBecauseTheOwnerRemovesItMeanwhile) {
+TEST_P(AStranger, GainsNothingIfTheOwnerRemovesTheExtensionMeanwhile) {
     mac.install("2105", "enabled");
     mac.deactivate("a");
     submit("x", RequestKind::activation);
@@ -118,7 +118,7 @@ TEST_P(AStranger, GetsNothingBecauseTheOwnerRemovesItMeanwhile) {
     EXPECT_THAT(mac.heard(), ElementsAre("x: failed 4", "a: finished 0"));
 }
 
-TEST_P(AStranger, IsToldTheCopiesLikeAnyone) {
+TEST_P(AStranger, MayReadThePropertiesLikeAnyone) {
     mac.install("2105", "enabled");
     submit("x", RequestKind::properties);
     mac.rest();
@@ -129,7 +129,7 @@ INSTANTIATE_TEST_SUITE_P(Each, AStranger, testing::ValuesIn(strangers),
                          [](const auto& which) { return which.param.name; });
 
 /// An application that has an open request changes the extension that it carries, and asks again.
-TEST(AnApplicationThatCarriesItWrongly, TakesThePlaceOfItsOwnRequestAlone) {
+TEST(AnApplicationThatCarriesItWrongly, SupersedesOnlyItsOwnRequest) {
     using CameraChange = void (*)(ExtensionOnDisk & camera);
     const auto heardAfter = [](CameraChange change) {
         SampleMac mac;

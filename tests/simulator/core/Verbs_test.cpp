@@ -63,7 +63,7 @@ TEST(AnAnswer, HasOneText) {
     EXPECT_EQ(textOf(Failure{"D", -4, "a \"b\" \\"}), R"(failed -4 "a \"b\" \\" domain "D")");
 }
 
-TEST(AState, IsToldAndListedAsOnARealMac) {
+TEST(AState, IsReportedAndListedAsOnARealMac) {
     std::string lines;
     for (const CopyStateRow& row : copyStates) {
         EXPECT_EQ(&describe(row.state), &row);
@@ -83,7 +83,7 @@ TEST(AState, IsToldAndListedAsOnARealMac) {
                      "terminated waiting to uninstall on reboot: uninstalling 1 001 00\n");
 }
 
-TEST(AState, IsInstalledByEitherWordIfACopyStaysInIt) {
+TEST(AState, CanBeInstalledByEitherWordIfACopyCanStayInIt) {
     std::map<std::string_view, std::string_view> installable;
     for (const CopyStateRow& row : copyStates) {
         EXPECT_EQ(conditionFor(row.text), row.condition);
@@ -98,7 +98,7 @@ TEST(AState, IsInstalledByEitherWordIfACopyStaysInIt) {
                                {"uninstalling", "terminated waiting to uninstall on reboot"}}));
 }
 
-TEST(TheCategories, StandInTheAlphabeticalOrderOfTheirNames) {
+TEST(TheCategories, AreInTheAlphabeticalOrderOfTheirNames) {
     const auto named = [](const char* name) {
         return categoryNamed(std::string{"com.apple.system_extension."} + name);
     };
@@ -111,7 +111,7 @@ TEST(TheCategories, StandInTheAlphabeticalOrderOfTheirNames) {
         EXPECT_LT(categories.at(index - 1).name, categories.at(index).name);
 }
 
-TEST(TheTables, StandInTheOrderOfTheirKinds) {
+TEST(TheTables, AreInTheOrderOfTheirEnumerators) {
     for (const SwitchRow& row : switches) {
         EXPECT_EQ(&describe(row.which), &row);
         EXPECT_EQ(switchNamed(row.name), row.which);
@@ -165,7 +165,7 @@ protected:
     SampleMac mac;
 };
 
-TEST_F(AVerb, OfASettingSetsItOrSaysHowItIs) {
+TEST_F(AVerb, OfASettingSetsOrPrintsIt) {
     EXPECT_EQ(says("developer"), "Developer mode is off\n");
     EXPECT_EQ(says("developer on"), "");
     EXPECT_EQ(says("developer"), "Developer mode is on\n");
@@ -180,7 +180,7 @@ TEST_F(AVerb, OfASettingSetsItOrSaysHowItIs) {
     EXPECT_EQ(says("applications here"), "refused: \"here\" is not an absolute path");
 }
 
-TEST_F(AVerb, OfASwitchMovesItOrShowsOneOrAll) {
+TEST_F(AVerb, OfASwitchSetsOneOrPrintsOneOrAll) {
     EXPECT_EQ(says("switch denial silence"), "");
     EXPECT_EQ(says("switch denial"),
               "denial\tsilence\t(error | silence)\tan activation that the user denies: fails with "
@@ -190,7 +190,7 @@ TEST_F(AVerb, OfASwitchMovesItOrShowsOneOrAll) {
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 8);
 }
 
-TEST_F(AVerb, OfASwitchPutsOneOrAllBack) {
+TEST_F(AVerb, OfASwitchResetsOneOrAll) {
     for (const char* const line : {"switch denial silence", "switch driver in-use", "switch upgrade asked"})
         EXPECT_EQ(says(line), "");
     EXPECT_EQ(says("switch denial --reset"), "");
@@ -199,7 +199,7 @@ TEST_F(AVerb, OfASwitchPutsOneOrAllBack) {
     EXPECT_EQ(settings(), Settings{});
 }
 
-TEST_F(AVerb, OfASwitchShowsOneOrAllAsJson) {
+TEST_F(AVerb, OfASwitchPrintsOneOrAllAsJson) {
     EXPECT_EQ(says("switch refusal 11"), "");
     EXPECT_EQ(says("switch refusal --json"),
               "[\n{\"name\":\"refusal\",\"value\":\"11\",\"default\":\"13\",\"otherwise\":\"11\","
@@ -209,7 +209,7 @@ TEST_F(AVerb, OfASwitchShowsOneOrAllAsJson) {
     EXPECT_EQ(std::count(all.begin(), all.end(), '}'), 8);
 }
 
-TEST_F(AVerb, OfFaultsListsAndClearsThem) {
+TEST_F(AVerb, OfAFaultListsAndClearsThem) {
     EXPECT_EQ(says("fault list"), "No faults\n");
     const Saying quoted{{{"fault"}, {"next"}, {"any"}, {"-4"}, {"a \"b\"\nc"}, {"--domain"}, {"D"}}, {}};
     EXPECT_EQ(said(mac, quoted), "");
@@ -223,7 +223,7 @@ TEST_F(AVerb, OfFaultsListsAndClearsThem) {
     EXPECT_EQ(says("fault list"), "No faults\n");
 }
 
-TEST_F(AVerb, OfAProfileBringsItShowsItOrTakesItAway) {
+TEST_F(AVerb, OfAProfileInstallsPrintsOrRemovesIt) {
     Profile profile;
     profile.source = std::string{"one\0two", 7};
     profile.allowsUserOverrides = false;
@@ -239,7 +239,7 @@ TEST_F(AVerb, OfAProfileBringsItShowsItOrTakesItAway) {
     EXPECT_EQ(settings(), Settings{});
 }
 
-TEST_F(AVerb, ThatResetsAllLeavesNothingButTheApplicationsFolders) {
+TEST_F(AVerb, ThatResetsAllKeepsOnlyTheApplicationsFolders) {
     mac.install("1", "enabled");
     for (const char* const line : {"developer on", "switch denial silence", "advance 90s", "applications /a"})
         says(line);
@@ -254,7 +254,7 @@ TEST_F(AVerb, ThatResetsAllLeavesNothingButTheApplicationsFolders) {
     EXPECT_EQ(mac.machine().state(), box);
 }
 
-TEST_F(AVerb, OfAFaultOrdersWhatItSays) {
+TEST_F(AVerb, OfAFaultOrdersIt) {
     const std::string domain{extensionErrorDomain};
     const auto fault = [](Fault::Kind kind, std::optional<RequestKind> request) { return Fault{kind, request, {}, 0}; };
     EXPECT_EQ(ordered("any silent"), fault(Fault::Kind::silent, {}));
@@ -270,7 +270,7 @@ TEST_F(AVerb, OfAFaultOrdersWhatItSays) {
     EXPECT_EQ(ordered("any --domain=D 1"), (Fault{Fault::Kind::error, {}, {"D", 1, ""}, 0}));
 }
 
-TEST_F(AVerb, TakesAQuotedOptionForAText) {
+TEST_F(AVerb, TreatsAQuotedOptionAsText) {
     mac.machine().reset();
     const Saying saying{{{"fault"}, {"next"}, {"any"}, {"8"}, {"--domain", true}}, {}};
     EXPECT_EQ(said(mac, saying), "");
@@ -331,7 +331,7 @@ const Misuse misuses[]{
     {"fault next deactivate noprompt", "unknown kind of noprompt request \"deactivate\"; use one of: activate, any"},
 };
 
-TEST_F(AVerb, ThatMakesNoSenseIsComplainedAbout) {
+TEST_F(AVerb, ThatIsWrongIsRejectedWithAReason) {
     for (const Misuse& misuse : misuses) {
         std::string expected = "not understood: " + std::string{misuse.complaint};
         std::string complaint = says(misuse.line);
