@@ -57,7 +57,7 @@ void Waiting::begin() {
         looking_ = false;
         if (answer.isError()) return fail(failureOf(answer.error()));
         if (answer.value().contains(wanted_.identifier)) return look();
-        fail({exitCode::notUnderstood, wanted_.identifier + ": no such extension"});
+        fail({exitCode::notUnderstood, QStringLiteral("\"%1\": no such extension").arg(wanted_.identifier)});
     });
 }
 

@@ -49,7 +49,7 @@ const Line conversation[]{
     {"deny com.kelvra.driverkit.usb-to-poe", silence},
     {"deny com.kelvra.driverkit.usb-to-poe",
      failed(1, "com.kelvra.driverkit.usb-to-poe: no copy is waiting for approval")},
-    {"wait com.kelvra.unknown absent", failed(2, "com.kelvra.unknown: no such extension")},
+    {"wait com.kelvra.unknown absent", failed(2, "\"com.kelvra.unknown\": no such extension")},
     {"reset", silence},
     {"wait com.kelvra.ip-camera.cmio absent", silence},
 };

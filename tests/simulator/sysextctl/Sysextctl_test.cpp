@@ -65,7 +65,7 @@ TEST_F(Sysextctl, EndsAsTheServiceRefuses) {
     EXPECT_EQ(outcomeOf({"reset"}), failed(2, "never"));
     EXPECT_EQ(outcomeOf({"restart"}), failed(1, "not now"));
     EXPECT_EQ(outcomeOf({"enable", "x"}), failed(1, "forbidden"));
-    EXPECT_EQ(outcomeOf({"wait", "x", "absent"}), failed(2, "x: no such extension"));
+    EXPECT_EQ(outcomeOf({"wait", "", "absent"}), failed(2, "\"\": no such extension"));
 }
 
 TEST_F(Sysextctl, CallsNobodyWhereItDoesNotUnderstand) {
