@@ -1,5 +1,7 @@
 #include "simulator/SystemSettings/Appearance.h"
 
+#include "simulator/SystemSettings/Appearance.h"
+
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QCheckBox>
@@ -9,6 +11,8 @@
 namespace simulator::settings {
 
 namespace {
+
+constexpr QMargins ringMargins{ringMargin, ringMargin, ringMargin, ringMargin};
 
 /// A widget of which its role says what else it is.
 class Part : public QAccessibleWidget {
@@ -26,6 +30,11 @@ public:
         state.checkable = box != nullptr;
         state.checked = box != nullptr && box->isChecked();
         return state;
+    }
+    /// Without the room for the ring of focus around a switch.
+    QRect rect() const override {
+        const auto whole = QAccessibleWidget::rect();
+        return role() == QAccessible::CheckBox ? whole - ringMargins : whole;
     }
     QStringList actionNames() const override {
         const auto isSwitch = role() == QAccessible::CheckBox;

@@ -99,6 +99,12 @@ TEST_F(SystemSettings, TakesAToggleOfASwitchByAssistiveTechnologyForAPress) {
     EXPECT_EQ(control().deeds().size(), 1);
 }
 
+TEST_F(SystemSettings, TellsAssistiveTechnologyTheSizeOfASwitchAsDrawn) {
+    open(copies("enabled", "enabled"));
+    const auto* told = QAccessible::queryAccessibleInterface(named("Enable Network"));
+    EXPECT_TRUE(until([told] { return told->rect().size() == QSize(38, 22); }));
+}
+
 TEST_F(SystemSettings, AsksFewTimesForManyChanges) {
     open();
     for (auto change = 0; change < 500; ++change)
