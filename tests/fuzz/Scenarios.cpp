@@ -1,4 +1,4 @@
-#include "simulator/player/CoreMac.h"
+#include "simulator/player/Mac.h"
 #include "simulator/player/Scenario.h"
 #include "tests/fuzz/Bytes.h"
 
@@ -10,8 +10,7 @@ void tests::fuzz(Bytes bytes) {
     const std::string text = bytes.takeRest();
     try {
         const Scenario scenario = readScenario(text, "name", SCENARIOS);
-        CoreMac mac;
-        const auto mismatch = play(scenario, mac);
+        const auto mismatch = play(scenario, *newCoreMac());
         must(!mismatch || mismatch->line <= scenario.back().line, "a line is wrong that is not there");
     } catch (const ScenarioError& error) {
         const std::string_view what = error.what();
