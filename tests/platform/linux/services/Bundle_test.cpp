@@ -64,6 +64,25 @@ TEST_F(ABundle, HasNoTextForAValueOfAnotherType) {
     }
 }
 
+TEST_F(ABundle, ReadsABinaryDictionary) {
+    // "CFBundleVersion" is the text 2105; the others are a boolean, a list, a number and a non-ASCII text.
+    constexpr std::string_view bytes{
+        "\x62\x70\x6c\x69\x73\x74\x30\x30\xd6\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0b\x0c\x0d\x54\x42\x6f\x6f\x6c\x5f"
+        "\x10\x0f\x43\x46\x42\x75\x6e\x64\x6c\x65\x56\x65\x72\x73\x69\x6f\x6e\x54\x4c\x69\x73\x74\x56\x4e\x75\x6d\x62"
+        "\x65\x72\x54\x52\x65\x61\x6c\x56\x55\x6d\x6c\x61\x75\x74\x09\x54\x32\x31\x30\x35\xa1\x0a\x10\x01\x10\x07\x23"
+        "\x3f\xf8\x00\x00\x00\x00\x00\x00\x61\x00\xe4\x08\x15\x1a\x2c\x31\x38\x3d\x44\x45\x4a\x4c\x4e\x50\x59\x00\x00"
+        "\x00\x00\x00\x00\x01\x01\x00\x00\x00\x00\x00\x00\x00\x0e\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"
+        "\x00\x00\x5c",
+        138};
+    writeInfo(bytes);
+    EXPECT_EQ(dictionary(), (InfoDictionary{{"CFBundleVersion", "2105"},
+                                            {"Umlaut", "ä"},
+                                            {"Bool", std::nullopt},
+                                            {"List", std::nullopt},
+                                            {"Number", std::nullopt},
+                                            {"Real", std::nullopt}}));
+}
+
 TEST_F(ABundle, DoesNotCutOffATextAtANul) {
     // Two keys and three texts, one of them long, with a NUL each except for the text "1".
     constexpr std::string_view bytes{"bplist00\xd3\x01\x02\x03\x04\x05\x06_\x10\x0f"
