@@ -49,15 +49,6 @@ TEST_F(AModelThatIsGone, IgnoresEveryLaterAnswer) {
     EXPECT_EQ(service().submissions(), before);
 }
 
-TEST_F(AModelThatIsGone, IgnoresQueuedAnswers) {
-    service().foundProperties(0, {enabledCopy(base, "2.1", "2105")});
-    service().finish(3, Result::completed);
-    model.reset();
-    deliver();
-    EXPECT_THAT(platform::fake::printedLines(), IsEmpty());
-    EXPECT_THAT(platform::fake::loggedLines(), IsEmpty());
-}
-
 TEST_F(AModelThatIsGone, LeavesTheAnswersOfItsSuccessor) {
     model = DriverLoadingViewModel::create();
     model->enumerate();

@@ -109,12 +109,6 @@ protected:
     }
 };
 
-TEST_F(Observers, AreNotNotifiedOfAQuery) {
-    const ChangeRecorder recorder{*model};
-    model->enumerate();
-    EXPECT_THAT(recorder.pictures(), IsEmpty());
-}
-
 TEST_F(Observers, AreNotifiedOnceAfterASubmissionAndBeforeTheChange) {
     const ChangeRecorder recorder{*model};
     model->activateExt(camera);

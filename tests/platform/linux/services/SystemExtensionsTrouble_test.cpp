@@ -89,16 +89,6 @@ TEST_F(ASystemExtensionRequestInTrouble, FailsWhenTheServiceDiesBeforeItAnswers)
     EXPECT_THAT(record.errors[0].localizedDescription, HasSubstr("went away before it answered"));
 }
 
-TEST_F(ASystemExtensionRequestInTrouble, FailsWhenTheServiceGivesItsNameUp) {
-    submitAccepted();
-    service->signal("NeedsApproval", {service->token(0)});
-    waitForAnswers(1);
-    service->releaseName();
-    finish();
-    waitForAnswers(2);
-    EXPECT_THAT(record.lines, ElementsAre("camera needs approval", "camera failed 1"));
-}
-
 TEST_F(ASystemExtensionRequestInTrouble, FailsWhenAServiceThatGaveUpItsNameAcceptsIt) {
     submitTo(Calls::areLeftOpen);
     service->releaseName();
