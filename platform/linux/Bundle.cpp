@@ -35,9 +35,8 @@ std::size_t numberIn(const std::string_view bytes, const std::size_t at, const s
 
 /// Replaces the NULs in the object at `at` if it is a string, of ASCII or of UTF-16.
 void replaceNuls(std::string& bytes, const std::size_t at) {
-    const std::size_t kind = numberIn(bytes, at, 1) >> 4U;
-    if (kind != 5 && kind != 6) return;
-    const std::size_t width = kind - 4;
+    const std::size_t width = (numberIn(bytes, at, 1) >> 4U) - 4;
+    if (width != 1 && width != 2) return;
     std::size_t length = numberIn(bytes, at, 1) & 0xFU;
     std::size_t start = at + 1;
     if (length == 0xF) { // the length follows, as an integer
