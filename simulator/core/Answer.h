@@ -165,7 +165,6 @@ struct Outbox {
     std::vector<Event> events;
     /// The numbers of the copies that were added, changed, or removed.
     std::set<std::int64_t> copies;
-    /// The seals to check.
     std::vector<SealToCheck> seals;
     bool restarting = false;
     /// An ordered fault: the service must end here.

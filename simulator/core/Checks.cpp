@@ -107,9 +107,8 @@ constexpr std::array validations{
 
 template <typename Checks>
 std::optional<Failure> firstFailed(const Checks& checks, const Subject& subject) {
-    for (const Check& check : checks) {
+    for (const Check& check : checks)
         if (check.fails(subject)) return failureWith(check.code, check.description);
-    }
     return std::nullopt;
 }
 

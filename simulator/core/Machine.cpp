@@ -114,7 +114,7 @@ void Machine::restart() {
     tell({}, "restart: every application ends");
 }
 
-/// All of them, or all but the youngest of each extension, which then outlives one restart.
+/// All of them, or all but the youngest of each extension, which outlives one restart.
 void Machine::removeTerminated() {
     std::map<std::string, std::int64_t> lingering;
     for (const auto& [number, copy] : state_.copies)

@@ -85,13 +85,11 @@ std::string textOf(const Fault& fault);
 /// Whether there is any kind of request that it can affect.
 bool isPossible(const Fault& fault);
 
-/// The stage of a request.
 enum class Stage { delayed, checking, validating, replacement, staging, user, authorization, removing, silent, ended };
 
 /// As it is listed.
 std::string_view nameOf(Stage stage);
-
-/// Whether a request at that stage continues without an answer from a person or application.
+/// Whether a request at that stage continues without an answer.
 bool worksByItself(Stage stage);
 
 /// A request as the application submits it.
@@ -154,16 +152,7 @@ struct Profile {
 };
 
 /// A behavior of the real system that public sources leave open.
-enum class Switch {
-    authorization,
-    denial,
-    driver,
-    properties,
-    refusal,
-    restart,
-    second,
-    upgrade,
-};
+enum class Switch { authorization, denial, driver, properties, refusal, restart, second, upgrade };
 
 struct SwitchRow {
     Switch which;

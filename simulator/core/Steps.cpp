@@ -145,7 +145,7 @@ void Machine::askUser(Request& request, std::int64_t copy) {
     wait(request, Stage::user);
 }
 
-/// Fails with 4 if no copy is installed, or if the extension belongs to another application.
+/// Fails with 4 if no copy is installed, or if it belongs to another application.
 void Machine::checkDeactivation(Request& request) {
     const Subject subject = subjectOf(request);
     const Copy* const installed = replaceable(request.identifier);

@@ -71,9 +71,8 @@ private:
         const std::uint64_t cost = 64 + value.length * width;
         if (value.length > bytes_.size() || depth > deepest || cost > left_) return false;
         left_ -= cost;
-        for (std::uint64_t i = 0; isKey && i < value.length; ++i) {
+        for (std::uint64_t i = 0; isKey && i < value.length; ++i)
             if (number(value.contents + i * width, width) == 0) return false;
-        }
         return areModest(value, depth + 1);
     }
 
@@ -109,9 +108,8 @@ PropertyList valueOf(plist_t node, int depth);
 PropertyList::Array arrayOf(plist_t node, int depth) {
     PropertyList::Array array;
     const std::uint32_t size = plist_array_get_size(node);
-    for (std::uint32_t index = 0; index < size; ++index) {
+    for (std::uint32_t index = 0; index < size; ++index)
         array.push_back(valueOf(plist_array_get_item(node, index), depth));
-    }
     return array;
 }
 
@@ -165,9 +163,8 @@ struct NodeOfValue {
     }
     Node operator()(const PropertyList::Dictionary& dictionary) const {
         Node node{plist_new_dict()};
-        for (const auto& [key, value] : dictionary) {
+        for (const auto& [key, value] : dictionary)
             plist_dict_set_item(node.get(), key.c_str(), value.visit(NodeOfValue{}).release());
-        }
         return node;
     }
 };
@@ -219,9 +216,8 @@ const PropertyList& PropertyList::operator[](const std::string& key) const {
 std::vector<std::string> PropertyList::texts() const {
     if (!text().empty()) return {text()};
     std::vector<std::string> texts;
-    for (const PropertyList& value : array()) {
+    for (const PropertyList& value : array())
         if (!value.text().empty()) texts.push_back(value.text());
-    }
     return texts;
 }
 

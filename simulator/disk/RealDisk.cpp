@@ -26,9 +26,8 @@ std::optional<Category> categoryOf(const PropertyList& info, bool isDriver) {
 }
 
 std::string nameOf(const PropertyList& info, const std::string& otherwise) {
-    for (const auto* const key : {"CFBundleDisplayName", "CFBundleName"}) {
+    for (const auto* const key : {"CFBundleDisplayName", "CFBundleName"})
         if (!info[key].text().empty()) return info[key].text();
-    }
     return otherwise;
 }
 

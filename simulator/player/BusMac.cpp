@@ -107,9 +107,8 @@ void writeBundle(const BundleOnDisk& bundle, const QString& folder, const QStrin
     for (const ExtensionOnDisk& extension : bundle.extensions)
         writeExtension(extension, folder + "/Contents/Library/SystemExtensions");
     QDir{}.mkpath(QFileInfo{programOf(folder)}.path());
-    if (!QFile::copy(program, programOf(folder))) {
+    if (!QFile::copy(program, programOf(folder)))
         throw NotDone{program.toStdString() + ": it cannot be copied into an application"};
-    }
     if (bundle.team.empty()) return;
     Dictionary entitlements;
     if (bundle.mayInstallExtensions) entitlements["com.apple.developer.system-extension.install"] = true;

@@ -173,9 +173,8 @@ std::vector<std::string> RecordFile::run(const std::string& statement, const std
     const int code = sqlite3_prepare_v2(handle_.get(), statement.c_str(), -1, &prepared, nullptr);
     const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> owner{prepared, &sqlite3_finalize};
     require(SQLITE_OK, code);
-    if (sqlite3_bind_parameter_count(prepared) == 1) {
+    if (sqlite3_bind_parameter_count(prepared) == 1)
         require(SQLITE_OK, sqlite3_bind_text64(prepared, 1, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8));
-    }
     std::vector<std::string> values;
     int step = sqlite3_step(prepared);
     for (; step == SQLITE_ROW; step = sqlite3_step(prepared))

@@ -172,9 +172,8 @@ bool addTo(State& state, const std::string& line) {
     if (reads("copy", fieldsOf(copy))) return state.copies.emplace(copy.number, copy).second;
     if (reads("approval", tie(text, other))) return state.approvals.emplace(text, other).second;
     if (reads("fault", fieldsOf(number, fault))) return state.faults.emplace(number, fault).second;
-    if (reads("extension", fieldsOfExtension(extension))) {
+    if (reads("extension", fieldsOfExtension(extension)))
         return state.seen.emplace(extension.identifier, extension).second;
-    }
     if (reads("application", tie(text))) return state.applications.insert(text).second;
     if (reads("switch", tie(which, text))) return state.settings.switches.emplace(which, text).second;
     return std::apply([&](const auto&... one) { return (reads(one.first, one.second) || ...); }, values(state));

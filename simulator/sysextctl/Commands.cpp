@@ -178,13 +178,6 @@ ID is an extension's bundle identifier, such as com.kelvra.ip-camera.cmio.
 constexpr auto closing = R"(
 "sysextctl VERB --help" explains a verb.
 
-Five minutes: press Activate in the application; then
-  sysextctl list                                      prints the new copy, which waits for the user
-  sysextctl allow com.kelvra.ip-camera.cmio           does what Allow in System Settings does
-  sysextctl wait com.kelvra.ip-camera.cmio enabled    returns when the copy is enabled
-  sysextctl restart                                   ends the application
-  sysextctl reset                                     removes every copy
-
 Exit status, with one line on standard error unless it is 0:
   0  done
   1  understood, but not done: nothing to allow or deny, a state not reached, no service

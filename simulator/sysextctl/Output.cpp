@@ -75,17 +75,15 @@ QJsonObject object(const CopyEntry& copy) {
 }
 
 QJsonObject object(const RequestEntry& request) {
-    return {
-        {"number", request.number},
-        {"client", request.client},
-        {"token", request.token},
-        {"application", request.application},
-        {"kind", request.kind},
-        {"identifier", request.identifier},
-        {"stage", request.stage},
-        {"since", request.since},
-        {"sinceMilliseconds", request.since},
-    };
+    return {{"number", request.number},
+            {"client", request.client},
+            {"token", request.token},
+            {"application", request.application},
+            {"kind", request.kind},
+            {"identifier", request.identifier},
+            {"stage", request.stage},
+            {"since", request.since},
+            {"sinceMilliseconds", request.since}};
 }
 
 template <typename Entry>

@@ -57,9 +57,8 @@ int serve(QCoreApplication& application, QDBusConnection bus) {
     ControlAdaptor control{&object};
     bus.connect({}, "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local", "Disconnected", &application,
                 SLOT(quit()));
-    if (!bus.registerObject(objectPath, &object) || !bus.registerService(serviceName)) {
+    if (!bus.registerObject(objectPath, &object) || !bus.registerService(serviceName))
         return complain("another program owns the bus name " + QString{serviceName});
-    }
     return QCoreApplication::exec();
 }
 
