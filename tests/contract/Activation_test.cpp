@@ -6,19 +6,14 @@ namespace {
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
-TEST_F(TheExtensionService, WaitsForTheUserBeforeItFinishesAnActivation) {
-    activate("first");
+TEST_F(TheExtensionService, WaitsForTheUserBeforeItFinishesAnActivationAndLetsItGo) {
+    const auto request = activate("first");
     EXPECT_THAT(heard(), ElementsAre("first needs approval"));
     EXPECT_THAT(copies(), ElementsAre("2.1 2105 awaiting"));
     act({"allow", camera});
     EXPECT_THAT(heard(), ElementsAre("first needs approval", "first finished 0"));
+    EXPECT_TRUE(request.expired());
     EXPECT_THAT(copies(), ElementsAre("2.1 2105 enabled"));
-}
-
-TEST_F(TheExtensionService, FailsAnActivationOfAnUnknownExtension) {
-    activate("first", nobody);
-    EXPECT_THAT(heard(), ElementsAre("first failed 4"));
-    EXPECT_EQ(record.errors.at(0).domain, platform::OSSystemExtensionErrorDomain);
 }
 
 TEST_F(TheExtensionService, FailsTheOlderOfTwoRequestsAndContinuesWithTheNewer) {
@@ -64,25 +59,6 @@ TEST_F(TheExtensionService, AsksSeparatelyForEachActivation) {
                 UnorderedElementsAre("first is asked", "first failed 11", "second is asked", "second finished 0"));
     EXPECT_THAT(copies(camera), ElementsAre("2.0 2004 enabled"));
     EXPECT_THAT(copies(driver), ElementsAre("2.0 2004 uninstalling", "2.1 2105 enabled"));
-}
-
-// Deactivation --------------------------------------------------------------------------------------------------------
-
-TEST_F(TheExtensionService, FailsADeactivationThatTheAdministratorRefuses) {
-    install(camera, "2.0", "2004");
-    deactivate("first");
-    stage->settle();
-    act({"refuse", camera});
-    EXPECT_THAT(heard(), ElementsAre("first failed 13"));
-    EXPECT_THAT(copies(), ElementsAre("2.0 2004 enabled"));
-}
-
-TEST_F(TheExtensionService, FinishesADeactivationWithOneIfTheDriverRunsUntilTheRestart) {
-    act({"switch", "driver", "in-use"});
-    install(driver, "2.1", "2105");
-    remove("first", driver);
-    EXPECT_THAT(heard(), ElementsAre("first finished 1"));
-    EXPECT_THAT(copies(driver), ElementsAre("2.1 2105 uninstalling"));
 }
 
 } // namespace

@@ -23,11 +23,6 @@ TEST_F(TheExtensionService, ReportsEachFieldOfACopy) {
     EXPECT_FALSE(copy.isUninstalling);
 }
 
-TEST_F(TheExtensionService, ReportsNoFlagForAnExtensionThatIsSwitchedOff) {
-    act({"install", camera, "2.1", "2105", "disabled"});
-    EXPECT_THAT(copies(), ElementsAre("2.1 2105"));
-}
-
 TEST_F(TheExtensionService, ReportsSeveralCopiesOldestFirst) {
     act({"install", camera, "3.0", "3001", "uninstalling"});
     act({"install", camera, "1.0", "1001", "uninstalling"});
@@ -36,13 +31,6 @@ TEST_F(TheExtensionService, ReportsSeveralCopiesOldestFirst) {
     install(camera, "2.1", "2105");
     EXPECT_THAT(copies(), ElementsAre("3.0 3001 uninstalling", "1.0 1001 uninstalling", "1.0 1001 uninstalling",
                                       "2.2 2210 awaiting", "2.1 2105 enabled"));
-}
-
-TEST_F(TheExtensionService, ReportsOnlyTheCopiesOfTheRequestedExtension) {
-    install(camera, "2.0", "2004");
-    install(driver, "1.9", "1904");
-    EXPECT_THAT(copies(camera), ElementsAre("2.0 2004 enabled"));
-    EXPECT_THAT(copies(driver), ElementsAre("1.9 1904 enabled"));
 }
 
 TEST_F(TheExtensionService, ReportsVersionsUnchanged) {
@@ -94,12 +82,6 @@ TEST_F(AFailedRequest, ReportsDomainCodeAndDescriptionUnchanged) {
 TEST_F(AFailedRequest, CanBeOfEachKind) {
     EXPECT_EQ(delivered({ownDomain, 13, "Not authorized."}, Kind::deactivation).code, 13);
     EXPECT_EQ(delivered({ownDomain, 1, "Not now."}, Kind::properties).code, 1);
-}
-
-TEST_F(AFailedRequest, DoesNotAffectTheNext) {
-    delivered({ownDomain, 1, "Not now."});
-    activate("second");
-    EXPECT_THAT(heard(), ElementsAre("first failed 1", "second needs approval"));
 }
 
 } // namespace

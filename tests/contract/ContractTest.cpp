@@ -38,12 +38,6 @@ std::weak_ptr<OSSystemExtensionRequest> TheExtensionService::deactivate(const st
     return submit(name, Kind::deactivation, identifier);
 }
 
-void TheExtensionService::remove(const std::string& name, const std::string& identifier) {
-    deactivate(name, identifier);
-    stage->settle();
-    act({"authorize", identifier});
-}
-
 std::weak_ptr<OSSystemExtensionRequest> TheExtensionService::query(const std::string& name,
                                                                    const std::string& identifier) {
     return submit(name, Kind::properties, identifier);

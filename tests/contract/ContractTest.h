@@ -88,8 +88,6 @@ protected:
     /// The same for each kind of request.
     std::weak_ptr<OSSystemExtensionRequest> activate(const std::string& name, const std::string& identifier = camera);
     std::weak_ptr<OSSystemExtensionRequest> deactivate(const std::string& name, const std::string& identifier = camera);
-    /// Deactivates the extension, which an administrator authorizes.
-    void remove(const std::string& name, const std::string& identifier = camera);
     std::weak_ptr<OSSystemExtensionRequest> query(const std::string& name, const std::string& identifier = camera);
     /// Destroys the listener.
     void drop(const std::string& name) { listeners.erase(name); }
