@@ -9,7 +9,6 @@ namespace {
 
 using platform::fake::FakeWindow;
 using platform::fake::RunningApplication;
-using platform::fake::Submission;
 using platform::fake::SystemExtensions;
 using Kind = platform::OSSystemExtensionRequest::Kind;
 
@@ -27,12 +26,6 @@ protected:
 
     platform::fake::FreshServices services_;
 };
-
-TEST_F(TheApplication, AsksForEachExtensionOnceWhenItsWindowOpens) {
-    const std::vector<Submission> queries{
-        {Kind::properties, base}, {Kind::properties, camera}, {Kind::properties, network}};
-    run([&](RunningApplication&) { EXPECT_EQ(SystemExtensions::shared().submissions(), queries); });
-}
 
 TEST_F(TheApplication, ShowsALightScreenInAWindowOfItsNameAndQuitsWithItAndTheStatusOfThePlatform) {
     const int status = run([](RunningApplication& application) {

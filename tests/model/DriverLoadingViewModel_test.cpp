@@ -49,11 +49,6 @@ TEST_F(AModel, SharesNothingWithAnother) {
     EXPECT_EQ(DriverLoadingViewModelTestAccess::state(*other), State::blank);
 }
 
-TEST_F(Enumerating, AsksForThePropertiesOfBaseCameraAndNetworkInThatOrder) {
-    model->enumerate();
-    EXPECT_EQ(service().submissions(), enumeration());
-}
-
 TEST_F(Enumerating, NamesTheMainQueueAndTheModelInEachRequest) {
     model->enumerate();
     for (std::size_t submission = 0; submission < 3; ++submission) {
@@ -69,12 +64,6 @@ TEST_F(Enumerating, LogsNothingAndKeepsEveryState) {
         EXPECT_EQ(state(), each);
     }
     EXPECT_TRUE(platform::fake::loggedLines().empty());
-}
-
-TEST_F(Enumerating, SubmitsNothingForAnEmptyList) {
-    setRecords({});
-    model->enumerate();
-    EXPECT_TRUE(service().submissions().empty());
 }
 
 TEST_F(Enumerating, AsksForTheRecordsAsTheyAreNow) {

@@ -20,19 +20,6 @@ protected:
 
 class AModelThatGoes : public ModelTest {};
 
-TEST_F(AModelThatIsGone, CancelsNothing) {
-    const auto before = service().submissions();
-    model.reset();
-    EXPECT_EQ(service().submissions(), before);
-    EXPECT_EQ(service().outstanding(), before.size());
-}
-
-TEST_F(AModelThatIsGone, IsNotKeptAliveByARequest) {
-    const std::weak_ptr<DriverLoadingViewModel> watched = model;
-    model.reset();
-    EXPECT_TRUE(watched.expired());
-}
-
 TEST_F(AModelThatIsGone, IgnoresEveryLaterAnswer) {
     model.reset();
     const auto before = service().submissions();

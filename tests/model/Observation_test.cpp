@@ -183,14 +183,6 @@ TEST_F(Observers, AreNotNotifiedOfAnIntegerThatDoesNotConvert) {
                 ElementsAre("1.present", "1.enabled", "1.version", "nothing", "nothing", "1.state"));
 }
 
-TEST_F(Observers, AreNotifiedOnceOfEachFlagOfACopyWithAllFlags) {
-    auto copy = enabledCopy(camera, "1.2", "345");
-    copy.isAwaitingUserApproval = true;
-    copy.isUninstalling = true;
-    EXPECT_THAT(changesOf({copy}), ElementsAre("1.present", "1.enabled", "1.version", "1.intversion", "1.awaiting",
-                                               "1.uninst", "1.state"));
-}
-
 TEST_F(Observers, AreNotifiedOfEachMatchingCopyAndSeeAFlagClearedOnlyAfterTheLast) {
     answer({enabledCopy(camera, "1", "1")});
     EXPECT_THAT(changesOf({awaitingCopy(camera, "2", "2"), enabledCopy(base, "9", "9"), copyOf(camera, "3", "3")}),

@@ -169,11 +169,5 @@ TEST_F(ThePrintedLine, TellsIdentifierVersionStateAndTheThreeFlagsOncePerAnswer)
                                             "com.kelvra.ip-camera.cmio 1/1 State: Enabled [true true false]"));
 }
 
-TEST_F(ThePrintedLine, SaysNothingOfARebootButInTheState) {
-    finish(Result::willCompleteAfterReboot);
-    answer({copyOf(camera, "1", "1")});
-    EXPECT_THAT(printedLines(), ElementsAre("com.kelvra.ip-camera.cmio n/a State: Need reboot [false false false]"));
-}
-
 } // namespace
 } // namespace model

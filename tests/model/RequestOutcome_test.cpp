@@ -98,13 +98,6 @@ TEST_F(TheFinishNotice, AfterRebootMarksTheRecordAtPositionOneWhicheverItIs) {
     EXPECT_TRUE(record(1).reboot);
 }
 
-TEST_F(TheFinishNotice, OnCompletionChangesNoRecordAndAsksForProperties) {
-    finish(Result::completed);
-    EXPECT_EQ(texts(), initialTexts());
-    EXPECT_EQ(lastError(), "An error has occured.");
-    EXPECT_EQ(submittedSince(1), enumeration());
-}
-
 TEST_F(TheFinishNotice, WithAnyOtherResultStoresRequestCompletedAndAsksForProperties) {
     for (const auto value :
          std::vector<std::int64_t>{2, -1, 3, 256, 4'294'967'296, std::numeric_limits<std::int64_t>::min(),

@@ -54,8 +54,6 @@ public:
     const std::vector<Submission>& submissions() const { return submissions_; }
     /// The request; null once its last answer was delivered.
     std::shared_ptr<OSSystemExtensionRequest> request(std::size_t submission) const;
-    /// How many requests have not had their last answer yet.
-    std::size_t outstanding() const { return outstanding_.size(); }
     /// The latest submission of this kind and identifier that still waits for its last answer; throws
     /// std::out_of_range if there is none.
     std::size_t latest(OSSystemExtensionRequest::Kind kind, const std::string& identifier) const;
