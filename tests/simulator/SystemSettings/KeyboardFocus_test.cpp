@@ -9,7 +9,7 @@ namespace {
 
 TEST_F(SystemSettings, IsReadAndWalkedByTabInTheOrderShownAlsoAfterARowCameBeforeAnother) {
     open(copies("waiting"));
-    control().show(QList{copyIn("disabled", "first.cmio")} << copies("waiting", "enabled"));
+    control().show(QList{copyIn("disabled", "first.cmio")} << copies("waiting", "enabled") << removedNetwork());
     ASSERT_TRUE(untilSaid("first.cmio"));
     EXPECT_LT(texts().indexOf("first.cmio"), texts().indexOf(camera));
     EXPECT_EQ(walk(5), (QStringList{"Enable Camera", "Deny Camera", "Allow Camera", "Enable Network", "Restart"}));

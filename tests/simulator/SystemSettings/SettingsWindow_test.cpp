@@ -40,14 +40,6 @@ TEST_F(SystemSettings, ShowsATextAsItIsWhateverItHolds) {
         EXPECT_TRUE(button->shortcut().isEmpty()) << button->text().toStdString();
 }
 
-TEST_F(SystemSettings, OffersAllowAndDenyForWhatWaitsAndASwitchForWhatWasApproved) {
-    open(copies("waiting", "enabled") << removedNetwork());
-    QStringList offered;
-    for (const auto* button : window().findChild<QScrollArea*>()->findChildren<QAbstractButton*>())
-        if (button->isVisible()) offered += button->accessibleName();
-    EXPECT_EQ(offered, (QStringList{"Deny Camera", "Allow Camera", "Enable Network"}));
-}
-
 TEST_F(SystemSettings, TellsAssistiveTechnologyWhatEachPartIs) {
     openWithQuestion();
     const auto above = [this](const QString& name, int steps) {

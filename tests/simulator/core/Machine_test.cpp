@@ -26,24 +26,6 @@ TEST_F(AMachine, SendsNoAnswerBeforeTheFirstStep) {
     EXPECT_THAT(machine().takeOutbox().answers, IsEmpty());
 }
 
-TEST_F(AMachine, ValidatesThenStagesThenWaitsForTheUser) {
-    mac.submit("a", RequestKind::activation);
-    EXPECT_THAT(mac.copies(), IsEmpty());
-    for (const auto* const state : {"2105 validating", "2105 staging", "2105 activated waiting for user"}) {
-        EXPECT_TRUE(machine().step());
-        EXPECT_THAT(mac.copies(), ElementsAre(state));
-    }
-    EXPECT_FALSE(machine().step());
-}
-
-TEST_F(AMachine, TakesTheStepsOfTwoRequestsInTurn) {
-    mac.submit("a", RequestKind::activation, camera);
-    mac.submit("b", RequestKind::activation, driver);
-    mac.steps(2);
-    EXPECT_THAT(mac.copies(camera), ElementsAre("2105 validating"));
-    EXPECT_THAT(mac.copies(driver), ElementsAre("2105 validating"));
-}
-
 TEST_F(AMachine, DropsTheCopyOfARequestThatIsSupersededWhileItIsPrepared) {
     for (int steps = 1; steps < 3; ++steps) {
         mac.submit("a", RequestKind::activation);

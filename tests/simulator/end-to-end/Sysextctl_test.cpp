@@ -66,15 +66,6 @@ TEST_F(SysextctlOnASimulatedMac, BringsAndShowsAProfile) {
     EXPECT_EQ(said("profile"), says(profile.toStdString()));
 }
 
-TEST_F(SysextctlOnASimulatedMac, ShowsTheRequestsOfAnApplication) {
-    const auto application = mac.application();
-    application->submit("a", "activation", camera);
-    ASSERT_TRUE(application->hears("a needs approval"));
-    const std::string shown = said("requests").output;
-    EXPECT_EQ(shown.rfind("1 request(s)\n", 0), 0U);
-    EXPECT_NE(shown.find("/Applications/Driver Manager.app\t[user]\n"), std::string::npos);
-}
-
 TEST_F(SysextctlOnASimulatedMac, WaitsAndWatchesThroughTheDeathOfTheService) {
     EXPECT_EQ(said("install com.kelvra.ip-camera.cmio 2.1 2105 waiting"), silence);
     auto watching = mac.started({"watch"});

@@ -50,11 +50,6 @@ TEST_F(TheService, ListsEachRequestWithAllThatIsKnownOfIt) {
     EXPECT_EQ(list[0].since, 2000);
 }
 
-TEST_F(TheService, KnowsTheExtensionsInTheApplicationsFolder) {
-    EXPECT_EQ(must(mac.control().ListIdentifiers()).value(),
-              (QStringList{"com.kelvra.driverkit.base", driver, camera}));
-}
-
 TEST_F(TheService, TellsThatSomethingChangedOnceItCanBeSeen) {
     const QSignalSpy changed{&mac.control(), &Control::Changed};
     const QSignalSpy events{&mac.control(), &Control::Event};
@@ -128,31 +123,10 @@ TEST_F(ABadCall, WithWordsThatMeanNothingIsRefused) {
     EXPECT_EQ(mac.does(QStringList{""}), "InvalidArgument");
 }
 
-TEST_F(ABadCall, ThatIsTooLargeIsRefused) {
-    EXPECT_EQ(errorOfSubmit(huge, huge, huge), "InvalidArgument");
-    EXPECT_EQ(mac.does({"install", camera, huge, huge}), "InvalidArgument");
-    EXPECT_EQ(mac.does({"applications", "/" + huge}), "InvalidArgument");
-    EXPECT_EQ(mac.does(QStringList{"applications"} + QStringList(100'000, "/tmp")), "LimitExceeded");
-    EXPECT_EQ(mac.does({"switch", huge, huge}), "InvalidArgument");
-    EXPECT_EQ(mac.does({"fault", "next", "any", "1", huge, "--domain", huge}), "InvalidArgument");
-    EXPECT_EQ(mac.does({"advance", huge}), "InvalidArgument");
-}
-
 TEST_F(ABadCall, IsQuotedInOneShortLine) {
     const QString text = call("Do", {QStringList{"switch", "a\nb" + huge, "x"}, QByteArray{}}).errorMessage();
     EXPECT_EQ(text.size(), 200);
     EXPECT_TRUE(text.startsWith("unknown switch \"a b"));
-}
-
-TEST_F(ABadCall, OfOneClientTooManyLeavesTheOthersAlone) {
-    for (int token = 0; token < 256; ++token) {
-        EXPECT_EQ(mac.does("fault next properties silent"), "");
-        ASSERT_EQ(errorOfSubmit(QString::number(token), "properties", camera), "");
-    }
-    EXPECT_EQ(errorOfSubmit("more", "properties", camera), "LimitExceeded");
-    const auto other = mac.application();
-    other->submit("a", "activation", driver);
-    EXPECT_TRUE(other->hears("a needs approval"));
 }
 
 } // namespace
