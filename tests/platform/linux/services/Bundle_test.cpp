@@ -175,10 +175,6 @@ protected:
     }
 };
 
-TEST_F(TheMainBundle, ContainsTheRunningExecutable) {
-    EXPECT_EQ(toldBy(PROGRAM), "42 of " PROGRAM_BUNDLE "/Contents/Info.plist");
-}
-
 TEST_F(TheMainBundle, IsThatOfTheExecutableEvenThroughALink) {
     const QTemporaryDir folder;
     const auto link = folder.filePath("link");

@@ -163,13 +163,6 @@ protected:
     int pressed_ = 0;
 };
 
-TEST_F(AMenu, OpensOnAPressAndStaysOpenAfterTheRelease) {
-    pressMouse(onIndicator);
-    EXPECT_NE(openMenu(), nullptr);
-    releaseMouse(onIndicator);
-    EXPECT_NE(openMenu(), nullptr);
-}
-
 TEST_F(AMenu, OpensOnlyByTheLeftMouseButtonInItsHitArea) {
     click(onIndicator, Qt::RightButton);
     EXPECT_EQ(openMenu(), nullptr);
