@@ -7,14 +7,10 @@
 namespace app {
 namespace {
 
-using platform::fake::FakeWindow;
 using platform::fake::RunningApplication;
 using platform::fake::SystemExtensions;
-using Kind = platform::OSSystemExtensionRequest::Kind;
 
-constexpr const char* base = "com.kelvra.driverkit.base";
 constexpr const char* camera = "com.kelvra.ip-camera.cmio";
-constexpr const char* network = "com.kelvra.driverkit.usb-to-poe";
 
 class TheApplication : public testing::Test {
 protected:
@@ -59,47 +55,6 @@ TEST_F(TheApplication, CanEndWithItsModelBeforeAllAnswersArrive) {
     SystemExtensions::shared().foundProperties(1, {platform::fake::enabledCopy(camera, "2.1", "2105")});
     platform::fake::drainMainQueue();
     EXPECT_TRUE(platform::fake::printedLines().empty());
-}
-
-/// An activation, from the press to the enabled state.
-class TheRoad : public TheApplication {
-protected:
-    static void answerQueries(std::vector<platform::OSSystemExtensionProperties> ofCamera) {
-        auto& service = SystemExtensions::shared();
-        // The base is not one of the two drivers that the camera needs.
-        service.foundProperties(service.latest(Kind::properties, base), {platform::fake::enabledCopy(base, "1", "1")});
-        service.foundProperties(service.latest(Kind::properties, camera), std::move(ofCamera));
-        service.foundProperties(service.latest(Kind::properties, network), {});
-        platform::fake::drainMainQueue();
-    }
-};
-
-TEST_F(TheRoad, ShowsThePendingApprovalAndThenTheEnabledCamera) {
-    run([](RunningApplication& application) {
-        FakeWindow& window = application.window;
-        auto& service = SystemExtensions::shared();
-        answerQueries({});
-
-        window.press("Activate Camera Driver");
-        const auto activation = service.latest(Kind::activation, camera);
-        service.needsApproval(activation);
-        platform::fake::drainMainQueue();
-        answerQueries({platform::fake::awaitingCopy(camera, "2.1", "2105")});
-        window.endTurn();
-        EXPECT_EQ(window.texts(),
-                  (std::vector<std::string>{"Open Privacy & Security in System Settings to allow the extensions.",
-                                            "Camera Driver", "Await approval", "Network Driver", "Not installed"}));
-
-        service.finish(activation);
-        platform::fake::drainMainQueue();
-        answerQueries({platform::fake::enabledCopy(camera, "2.1", "2105")});
-        window.endTurn();
-        EXPECT_EQ(window.texts(),
-                  (std::vector<std::string>{"Both drivers need to be activated to run the camera", "Camera Driver",
-                                            "Enabled", "Network Driver", "Not installed"}));
-        EXPECT_EQ(window.controls(), (std::vector<std::string>{"Camera Driver actions", "Activate Network Driver",
-                                                               "Network Driver actions"}));
-    });
 }
 
 } // namespace

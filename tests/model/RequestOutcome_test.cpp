@@ -65,8 +65,9 @@ TEST_F(TheApprovalNotice, IsLoggedAndAsksForPropertiesAndChangesNoRecordByItself
     EXPECT_EQ(texts(), initialTexts());
 }
 
-TEST_F(TheFinishNotice, IsLoggedWithItsResult) {
+TEST_F(TheFinishNotice, IsLoggedWithItsResultAndAsksForProperties) {
     finish(Result::completed);
+    EXPECT_EQ(submittedSince(1), enumeration());
     finish(Result::willCompleteAfterReboot);
     finish(Result{-3});
     EXPECT_THAT(loggedLines(), ElementsAre(testing::_, "Sysex request finished: 0", testing::_,
