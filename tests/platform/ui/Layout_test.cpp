@@ -251,11 +251,6 @@ TEST(ARing, TakesTheOfferedLengthOrNone) {
               Lines{"stroke circle 0,15 100x30 gray 2.5"});
 }
 
-TEST(AFixedFrame, HasTheGivenLengthOrThatOfItsContent) {
-    EXPECT_EQ(ownSize(box(10, 4).frame({.width = 30})), (Size{30, 4}));
-    EXPECT_EQ(ownSize(box(10, 4).frame({.height = 30})), (Size{10, 30}));
-}
-
 TEST(AFixedFrame, TakesTheOfferedLengthIfItsOwnIsInfinite) {
     EXPECT_EQ(scene(box(10, 4).frame({.width = infinity}).background(red)).front(),
               "fill rectangle 0,28 100x4 255/0/0");
