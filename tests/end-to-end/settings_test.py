@@ -88,11 +88,6 @@ class TheWindowOfSystemSettings(SettingsTest):
         self.desktop.display.close_window(SETTINGS)
         wait_until(lambda: not self.desktop.display.windows(SETTINGS), "the window closes")
 
-    def test_comes_to_the_front_when_an_extension_needs_approval(self):
-        self.open()
-        self.cover()
-        self.expect_it_comes(self.install_what_needs_approval)
-
     def test_comes_to_the_front_when_an_administrator_is_asked(self):
         self.open((NETWORK,))
         application = self.cover()
