@@ -4,8 +4,6 @@
 
 namespace contract {
 
-namespace {
-
 std::shared_ptr<OSSystemExtensionRequest> makeRequest(const Kind kind, const std::string& identifier) {
     const auto queue = platform::DispatchQueue::main();
     switch (kind) {
@@ -18,8 +16,6 @@ std::shared_ptr<OSSystemExtensionRequest> makeRequest(const Kind kind, const std
     }
     return OSSystemExtensionRequest::propertiesRequestForExtension(identifier, queue);
 }
-
-} // namespace
 
 std::weak_ptr<OSSystemExtensionRequest> TheExtensionService::submit(const std::string& name, const Kind kind,
                                                                     const std::string& identifier) {

@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -47,7 +50,29 @@ public:
 /// A new stage of this program's kind.
 std::unique_ptr<Stage> makeStage();
 
+/// A stand-in that answers what a test tells it. Submissions are numbered from 0.
+class PlayedService {
+public:
+    PlayedService() = default;
+    PlayedService(const PlayedService&) = delete;
+    PlayedService& operator=(const PlayedService&) = delete;
+    virtual ~PlayedService() = default;
+
+    /// The manager that takes the submissions.
+    virtual platform::OSSystemExtensionManager& manager() = 0;
+    // Delivered by the next deliver().
+    virtual void finish(std::size_t submission, std::int64_t result) = 0;
+    virtual void findNothing(std::size_t submission) = 0;
+    /// Delivers answers until `holds` returns true.
+    virtual void deliver(const std::function<bool()>& holds) = 0;
+};
+
+/// A new scripted service of this program's kind.
+std::unique_ptr<PlayedService> makePlayedService();
+
 using Kind = OSSystemExtensionRequest::Kind;
+
+std::shared_ptr<OSSystemExtensionRequest> makeRequest(Kind kind, const std::string& identifier);
 
 /// The behavior that all stand-ins share.
 class TheExtensionService : public testing::Test {

@@ -88,4 +88,8 @@ std::unique_ptr<Stage> makeStage() {
     return std::make_unique<MachineStage>(std::make_unique<FakeStandIn>());
 }
 
+std::unique_ptr<PlayedService> makePlayedService() {
+    return std::make_unique<FakeStandIn>();
+}
+
 } // namespace contract

@@ -76,4 +76,8 @@ std::unique_ptr<Stage> makeStage() {
     return std::make_unique<MachineStage>(std::make_unique<MacosStandIn>());
 }
 
+std::unique_ptr<PlayedService> makePlayedService() {
+    return std::make_unique<MacosStandIn>();
+}
+
 } // namespace contract

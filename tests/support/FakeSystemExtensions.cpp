@@ -85,6 +85,7 @@ void SystemExtensions::askReplacement(const std::size_t submission, OSSystemExte
 }
 
 void SystemExtensions::finish(const std::size_t submission, const OSSystemExtensionRequestResult result) {
+    if (submissions_.at(submission).kind == OSSystemExtensionRequest::Kind::properties) return;
     answerLast(submission,
                [result](auto& delegate, const auto& request) { delegate.requestDidFinishWithResult(request, result); });
 }

@@ -26,20 +26,6 @@ TEST_F(ASystemExtensionRequest, GetsAnUnknownResultUnchanged) {
     EXPECT_THAT(record.lines, ElementsAre("camera finished -7"));
 }
 
-/// Public sources do not say whether and when it also finishes.
-TEST_F(ASystemExtensionRequest, ForPropertiesIgnoresAFinish) {
-    startService();
-    const auto listener = std::make_shared<tests::Listener>("question", record);
-    const auto request = OSSystemExtensionRequest::propertiesRequestForExtension("camera", DispatchQueue::main());
-    request->setDelegate(listener);
-    manager.submitRequest(request);
-    waitForCalls(1);
-    finish();
-    service->signal("FoundProperties", {service->token(0), onTheBus(QList<CopyOnTheBus>{})});
-    waitForAnswers(1);
-    EXPECT_THAT(record.lines, ElementsAre("question found 0"));
-}
-
 TEST_F(ASystemExtensionRequest, TakesTenThousandCopiesAndAMegabyteOfVersion) {
     submitAccepted();
     QList<CopyOnTheBus> copies(10'000, CopyOnTheBus{"id", "1", "1"});
