@@ -15,7 +15,8 @@ NAMED = re.compile(r"`([^`\n]+)`")
 # Files that the build creates.
 BUILT = re.compile(
     r"^build/(?:release|ship|dev|asan|core|libcxx|tidy)"
-    r"(?:/bin(?:/(?:sysextd|sysextctl|SystemSettings|seal))?|/Driver Manager\.app(?:/.*)?|/share/.*|/packaging/macos/.*|/tests/fuzz|/shipped)?/?$"
+    r"(?:/bin(?:/(?:sysextd|sysextctl|SystemSettings|seal))?|/Driver Manager\.app(?:/.*)?|/share/.*"
+    r"|/packaging/macos/.*|/tests/fuzz|/shipped)?/?$"
 )
 
 
