@@ -5,7 +5,8 @@
 
 namespace app {
 
-/// The application: its delegate and its one scene.
+/// The application: its delegate and its one scene. Created once, on the main thread, and alive until main() returns
+/// or, on a Mac, the process ends.
 class DriverManagerApp {
 public:
     /// A window group. Its content is the screen of a new model, which queries the extensions at once.
