@@ -87,7 +87,6 @@ bool isPossible(const Fault& fault);
 
 enum class Stage { delayed, checking, validating, replacement, staging, user, authorization, removing, silent, ended };
 
-/// As it is listed.
 std::string_view nameOf(Stage stage);
 /// Whether a request at that stage continues without an answer.
 bool worksByItself(Stage stage);

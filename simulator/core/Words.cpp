@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <sstream>
 
 namespace simulator {
 
@@ -207,12 +208,13 @@ bool isOption(std::string_view word) {
 }
 
 std::optional<std::int64_t> millisecondsOf(std::string_view text) {
+    const std::string digits{text.substr(0, text.find_first_not_of("0123456789."))};
+    std::istringstream stream{digits}; // not every standard library has from_chars for fractions
     double number = 0;
-    const char* const last = text.data() + text.size();
-    const auto [end, error] = std::from_chars(text.data(), last, number, std::chars_format::fixed);
-    if (error != std::errc{} || !isDigit(text.front()) || !isDigit(end[-1])) return std::nullopt;
+    const bool isNumber = stream >> number && stream.eof();
+    if (!isNumber || !isDigit(digits.front()) || !isDigit(digits.back())) return std::nullopt;
     for (const Unit& unit : units) {
-        if (unit.name != std::string_view{end, static_cast<std::size_t>(last - end)}) continue;
+        if (unit.name != text.substr(digits.size())) continue;
         const double length = number * unit.milliseconds;
         if (!(length <= static_cast<double>(limits::time))) return std::nullopt;
         return static_cast<std::int64_t>(std::llround(length));
