@@ -63,7 +63,7 @@ Outline outlineOf(ShapeKind shape, const Rect& rect, const PixelGrid& grid);
 /// A line of this width, centered on a path.
 struct StrokedOutline {
     Outline path;
-    double lineWidth = 1;
+    double lineWidth;
 };
 
 /// A stroke whose outer edge is on the grid and whose width is a whole number of pixels.

@@ -35,6 +35,10 @@ std::string quoted(const std::string& text) {
     return " \"" + text + "\"";
 }
 
+bool isSystem(const ui::ImageReference& image) {
+    return image.source == ui::ImageReference::Source::system;
+}
+
 /// Writes a scene line by line.
 class SceneText {
 public:
@@ -64,9 +68,8 @@ private:
             (run.truncated ? " truncated" : "") + (run.announced ? " announced" : ""));
     }
     void line(const ui::ImageRun& run) {
-        const bool system = run.image.source == ui::ImageReference::Source::system;
-        add("image " + textOf(run.rect) + (system ? " system " + textOf(run.color) : "") + quoted(run.image.name) +
-            (run.accessibleName.empty() ? "" : " named" + quoted(run.accessibleName)));
+        add("image " + textOf(run.rect) + (isSystem(run.image) ? " system " + textOf(run.color) : "") +
+            quoted(run.image.name) + (run.accessibleName.empty() ? "" : " named" + quoted(run.accessibleName)));
     }
     void line(const ui::MenuIndicator& indicator) {
         add("indicator " + textOf(indicator.rect) + " " + textOf(indicator.color));
@@ -81,7 +84,7 @@ private:
         const auto menu = [&](const ui::PullDownMenu& offered) {
             add("menu " + place);
             for (const ui::MenuItem& item : offered.items)
-                add("  item" + quoted(item.title) + quoted(item.image.name));
+                add("  item" + quoted(item.title) + (isSystem(item.image) ? " system" : "") + quoted(item.image.name));
         };
         std::visit(ui::Cases{button, menu}, control.kind);
         inside(control.content);

@@ -96,8 +96,8 @@ TEST_F(ACard, ChangesIconAndActionWithTheEnabledFlag) {
                                     "    fill rectangle 275.2,10.125 82.8x30.25 black\n"
                                     "    text 293.2,17.125 46.8x16.25 body white \"Activate\"\n"
                                     "menu 366,17.25 10x16 \"Camera Driver actions\"\n"
-                                    "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
-                                    "  item \"Remove\" \"trash\"\n"
+                                    "  item \"Refresh\" system \"arrow.clockwise.circle\"\n"
+                                    "  item \"Remove\" system \"trash\"\n"
                                     "  indicator 366,17.25 10x16 black\n");
     EXPECT_EQ(scene(camera(true)), "fill rectangle 0,0 400x50.5 white\n"
                                    "clip circle 24,5.25 40x40\n"
@@ -110,8 +110,8 @@ TEST_F(ACard, ChangesIconAndActionWithTheEnabledFlag) {
                                    "    fill rectangle 281.05,10.125 76.95x30.25 black\n"
                                    "    text 299.05,17.125 40.95x16.25 body white \"Upgrade\"\n"
                                    "menu 366,17.25 10x16 \"Camera Driver actions\"\n"
-                                   "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
-                                   "  item \"Remove\" \"trash\"\n"
+                                   "  item \"Refresh\" system \"arrow.clockwise.circle\"\n"
+                                   "  item \"Remove\" system \"trash\"\n"
                                    "  indicator 366,17.25 10x16 black\n");
 }
 
@@ -126,8 +126,8 @@ TEST_F(ACard, KeepsItsLayoutIfItsTextsAreEmpty) {
                                "text 80,31.5 0x18.75 title3 semibold black \"\"\n"
                                "text 80,52.25 0x16.25 body semibold gray \"\"\n"
                                "menu 366,42 10x16 \" actions\"\n"
-                               "  item \"Refresh\" \"arrow.clockwise.circle\"\n"
-                               "  item \"Remove\" \"trash\"\n"
+                               "  item \"Refresh\" system \"arrow.clockwise.circle\"\n"
+                               "  item \"Remove\" system \"trash\"\n"
                                "  indicator 366,42 10x16 black\n");
 }
 

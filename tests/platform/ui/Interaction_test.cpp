@@ -91,34 +91,34 @@ TEST(KeyboardFocus, StaysOnAControlThroughAnyNumberOfRebuilds) {
     }
 }
 
-/// The hit area of a menu of 10 by 14 at 100, 100 beside a button at `neighbor`.
+/// The hit area of a menu of 10 by 14 at 200, 100 beside a button at `neighbor`.
 Rect areaOfMenuBeside(const Rect& neighbor) {
-    const Control menu{{100, 100, 10, 14}, {{1}, 0}, "menu", PullDownMenu{}, {}};
+    const Control menu{{200, 100, 10, 14}, {{1}, 0}, "menu", PullDownMenu{}, {}};
     const Control button{neighbor, {{2}, 0}, "button", PushButton{}, {}};
     return hitArea(sceneOf({menu, button}), menu);
 }
 
 TEST(APressOnAMenu, CountsEightPointsAroundItsIndicator) {
-    EXPECT_EQ(areaOfMenuBeside({0, 0, 10, 10}), (Rect{92, 92, 26, 30}));
-    EXPECT_EQ(areaOfMenuBeside({90, 90, 40, 40}), (Rect{92, 92, 26, 30})) << "also on what lies under it";
+    EXPECT_EQ(areaOfMenuBeside({100, 0, 10, 10}), (Rect{192, 92, 26, 30}));
+    EXPECT_EQ(areaOfMenuBeside({190, 90, 40, 40}), (Rect{192, 92, 26, 30})) << "also on what lies under it";
 }
 
 TEST(APressOnAMenu, DoesNotCountOnAControlBesideIt) {
-    EXPECT_EQ(areaOfMenuBeside({60, 90, 35, 30}), (Rect{95, 92, 23, 30})) << "to its left";
-    EXPECT_EQ(areaOfMenuBeside({113, 90, 35, 30}), (Rect{92, 92, 21, 30})) << "to its right";
-    EXPECT_EQ(areaOfMenuBeside({90, 60, 30, 37}), (Rect{92, 97, 26, 25})) << "above it";
-    EXPECT_EQ(areaOfMenuBeside({90, 116, 30, 30}), (Rect{92, 92, 26, 24})) << "below it";
+    EXPECT_EQ(areaOfMenuBeside({160, 90, 35, 30}), (Rect{195, 92, 23, 30})) << "to its left";
+    EXPECT_EQ(areaOfMenuBeside({213, 90, 35, 30}), (Rect{192, 92, 21, 30})) << "to its right";
+    EXPECT_EQ(areaOfMenuBeside({190, 60, 30, 37}), (Rect{192, 97, 26, 25})) << "above it";
+    EXPECT_EQ(areaOfMenuBeside({190, 116, 30, 30}), (Rect{192, 92, 26, 24})) << "below it";
 }
 
 TEST(APressOnAMenu, CountsUpToAnAdjacentControl) {
-    const Rect whole{92, 92, 26, 30};
-    for (const Rect& neighbor :
-         {Rect{60, 90, 32, 30}, Rect{118, 90, 32, 30}, Rect{90, 60, 30, 32}, Rect{90, 122, 30, 9}})
+    const Rect whole{192, 92, 26, 30};
+    for (const Rect& neighbor : {Rect{160, 90, 32, 30}, Rect{218, 90, 32, 30}, Rect{190, 60, 30, 32},
+                                 Rect{190, 122, 30, 9}, Rect{160, 60, 35, 32}, Rect{160, 122, 35, 9}})
         EXPECT_EQ(areaOfMenuBeside(neighbor), whole);
-    EXPECT_EQ(areaOfMenuBeside({60, 90, 40, 30}), (Rect{100, 92, 18, 30}));
-    EXPECT_EQ(areaOfMenuBeside({110, 90, 40, 30}), (Rect{92, 92, 18, 30}));
-    EXPECT_EQ(areaOfMenuBeside({90, 60, 30, 40}), (Rect{92, 100, 26, 22}));
-    EXPECT_EQ(areaOfMenuBeside({90, 114, 30, 40}), (Rect{92, 92, 26, 22}));
+    EXPECT_EQ(areaOfMenuBeside({160, 90, 40, 30}), (Rect{200, 92, 18, 30}));
+    EXPECT_EQ(areaOfMenuBeside({210, 90, 40, 30}), (Rect{192, 92, 18, 30}));
+    EXPECT_EQ(areaOfMenuBeside({190, 60, 30, 40}), (Rect{192, 100, 26, 22}));
+    EXPECT_EQ(areaOfMenuBeside({190, 114, 30, 40}), (Rect{192, 92, 26, 22}));
 }
 
 TEST(APressOnAButton, CountsOnlyOnTheButton) {
@@ -169,6 +169,8 @@ TEST(AControl, ContinuesTheOneOfTheSameKindAtItsPlace) {
     EXPECT_EQ(followed(sceneOf({first, second}), sceneOf({second, first, control(2, actionStep)})),
               "control 1\ncontrol 0\ncontrol\n");
     EXPECT_EQ(followed(sceneOf({first, second}), sceneOf({first, other})), "control 0\ncontrol\n");
+    EXPECT_EQ(followed({{}, {}, {text("a"), image("b")}}, sceneOf({{{}, {{0}, 0}, "control", PushButton{}, {}}})),
+              "control\n");
 }
 
 } // namespace

@@ -183,7 +183,7 @@ TEST(ALineOfText, IsTruncatedIfItLacksAPointOrMore) {
     const auto in = [](const double width) { return scene(line(ten), {width, 16.25}).front(); };
     EXPECT_EQ(in(57.6), "text -0.45,0 58.5x16.25 body black \"0123456789\"");
     EXPECT_EQ(in(57.5), "text 0,0 57.5x16.25 body black \"0123456789\" truncated") << "exactly one";
-    EXPECT_EQ(in(20), "text 0,0 20x16.25 body black \"0123456789\" truncated");
+    EXPECT_EQ(in(0), "text 0,0 0x16.25 body black \"0123456789\" truncated");
 }
 
 TEST(ALineOfText, IsNeverReadAsMarkup) {
@@ -295,6 +295,7 @@ TEST(ANegativeLength, CountsAsZero) {
     EXPECT_EQ(ownSize(box(10, 4).frame({.width = -5})), (Size{0, 4}));
     EXPECT_EQ(ownSize(box(10, 4).frame({.maxHeight = -5})), (Size{10, 0}));
     EXPECT_EQ(ownSize(box(10, 4).padding(-5)), Size{});
+    EXPECT_EQ(scene(area().frame({.maxWidth = -5})), Lines{"fill rectangle 50,0 0x60 white"});
 }
 
 TEST(AFlexibleFrame, TakesTheOfferedLengthUpToItsBound) {
@@ -374,6 +375,7 @@ TEST(ABorder, IsDrawnOverTheContentInsetByHalfItsWidth) {
 TEST(ABorder, IsNoWiderThanItsViewAndNoNarrowerThanZero) {
     EXPECT_EQ(scene(box(10, 4).border(red, -30)).back(), "stroke rectangle 45,28 10x4 255/0/0 0");
     EXPECT_EQ(scene(box(10, 4).border(red, 30)).back(), "stroke rectangle 47,30 6x0 255/0/0 4");
+    EXPECT_EQ(scene(box(4, 10).border(red, 30)).back(), "stroke rectangle 50,27 0x6 255/0/0 4");
 }
 
 TEST(AClip, CutsTheViewBeforeIt) {
@@ -385,8 +387,9 @@ TEST(AClip, CutsTheViewBeforeIt) {
 
 TEST(AMenu, HasAnIndicatorOfItsColorAndItsItems) {
     const Menu menu{"Title", {Button{Label{"Remove", "trash"}, [] {}}, Button{"Go", [] {}}}};
-    EXPECT_EQ(scene(menu.foregroundColor(red)), (Lines{"menu 42,22 16x16 \"Title\"", "  item \"Remove\" \"trash\"",
-                                                       "  item \"Go\" \"\"", "  indicator 42,22 16x16 255/0/0"}));
+    EXPECT_EQ(scene(menu.foregroundColor(red)),
+              (Lines{"menu 42,22 16x16 \"Title\"", "  item \"Remove\" system \"trash\"", "  item \"Go\" system \"\"",
+                     "  indicator 42,22 16x16 255/0/0"}));
     EXPECT_EQ(scene(menu.accessibilityLabel("Actions")).front(), "menu 42,22 16x16 \"Actions\"");
     EXPECT_EQ(scene(Menu{"", {}}.frame({.width = 10})).front(), "menu 45,22 10x16 \"\"") << "as narrow as offered";
 }
