@@ -27,8 +27,8 @@ endfunction()
 function(assemble_bundle target)
     check_build_number("${DRIVER_MANAGER_BUILD}")
     set(contents "${CMAKE_BINARY_DIR}/Driver Manager.app/Contents")
-    set_target_properties(${target} PROPERTIES
-        OUTPUT_NAME "Driver Manager" RUNTIME_OUTPUT_DIRECTORY "${contents}/MacOS")
+    set_target_properties(
+        ${target} PROPERTIES OUTPUT_NAME "Driver Manager" RUNTIME_OUTPUT_DIRECTORY "${contents}/MacOS")
     configure_file("${CMAKE_SOURCE_DIR}/packaging/macos/Info.plist.in" "${contents}/Info.plist" @ONLY)
 
     set(icons "${CMAKE_SOURCE_DIR}/assets/icons")
@@ -73,7 +73,10 @@ function(seal_application target application)
         elseif(bundle STREQUAL application)
             set(entitlement com.apple.developer.system-extension.install)
         endif()
-        add_custom_command(TARGET ${target} POST_BUILD
-            COMMAND seal "${bundle}" --team KELVRA0001 --entitlement ${entitlement} VERBATIM)
+        add_custom_command(
+            TARGET ${target}
+            POST_BUILD
+            COMMAND seal "${bundle}" --team KELVRA0001 --entitlement ${entitlement}
+            VERBATIM)
     endforeach()
 endfunction()

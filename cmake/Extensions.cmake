@@ -1,13 +1,16 @@
 # The extensions in the bundle.
 
-set(DRIVER_MANAGER_EXTENSIONS "" CACHE PATH
-    "The folder of the built .dext and .systemextension bundles; if empty, samples on Linux and none on a Mac")
+set(DRIVER_MANAGER_EXTENSIONS
+    ""
+    CACHE PATH
+          "The folder of the built .dext and .systemextension bundles; if empty, samples on Linux and none on a Mac")
 
 # check_extensions(<folder>): stops the configuration, with one line for each problem, unless the folder contains the
 # extensions and they pass all checks.
 function(check_extensions folder)
-    set(command "${SYSTEM_PYTHON}" -B "${CMAKE_SOURCE_DIR}/packaging/macos/check-extensions"
-        --build "${DRIVER_MANAGER_BUILD}" "${folder}")
+    set(command
+        "${SYSTEM_PYTHON}" -B "${CMAKE_SOURCE_DIR}/packaging/macos/check-extensions" --build "${DRIVER_MANAGER_BUILD}"
+        "${folder}")
     if(NOT DRIVER_MANAGER_TEAM STREQUAL "")
         list(APPEND command --team "${DRIVER_MANAGER_TEAM}")
     endif()
@@ -23,7 +26,8 @@ endfunction()
 # <destination>. The build is configured again when one of their files changes, appears, or disappears.
 function(embed_extensions folder destination)
     check_extensions("${folder}")
-    execute_process(COMMAND "${SYSTEM_PYTHON}" -B "${CMAKE_SOURCE_DIR}/packaging/macos/check-extensions" --list
+    execute_process(
+        COMMAND "${SYSTEM_PYTHON}" -B "${CMAKE_SOURCE_DIR}/packaging/macos/check-extensions" --list
         OUTPUT_VARIABLE names COMMAND_ERROR_IS_FATAL ANY)
     string(REGEX MATCHALL "[^\n]+" names "${names}")
     file(REMOVE_RECURSE "${destination}")

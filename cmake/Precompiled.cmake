@@ -4,11 +4,10 @@
 set(standard_headers <algorithm> <functional> <map> <memory> <optional> <string> <variant> <vector>)
 set(test_headers <gtest/gtest.h> <gmock/gmock.h>)
 set(qt_headers
-    <QtCore/QCoreApplication> <QtCore/QProcess> <QtCore/QTimer> <QtCore/QVariant>
-    <QtDBus/QDBusAbstractAdaptor> <QtDBus/QDBusArgument> <QtDBus/QDBusConnection> <QtDBus/QDBusMessage>
-    <QtDBus/QDBusPendingCallWatcher> <QtDBus/QDBusServiceWatcher>
-    <QtGui/QMouseEvent> <QtGui/QPainter> <QtGui/QPainterPath>
-    <QtWidgets/QApplication> <QtWidgets/QBoxLayout> <QtWidgets/QLabel> <QtWidgets/QPushButton>)
+    <QtCore/QCoreApplication> <QtCore/QProcess> <QtCore/QTimer> <QtCore/QVariant> <QtDBus/QDBusAbstractAdaptor>
+    <QtDBus/QDBusArgument> <QtDBus/QDBusConnection> <QtDBus/QDBusMessage> <QtDBus/QDBusPendingCallWatcher>
+    <QtDBus/QDBusServiceWatcher> <QtGui/QMouseEvent> <QtGui/QPainter> <QtGui/QPainterPath> <QtWidgets/QApplication>
+    <QtWidgets/QBoxLayout> <QtWidgets/QLabel> <QtWidgets/QPushButton>)
 
 # add_precompiled(<name> LINKS <target>... HEADERS <header>...): precompiles headers for targets with the same options.
 # It links only Qt's core, because a target may define more macros than its precompiled headers, not fewer.

@@ -14,10 +14,12 @@ function(add_python_tests name)
             if(line MATCHES "^class ([A-Za-z0-9_]+)")
                 set(class "${CMAKE_MATCH_1}")
             elseif(NOT TEST "${name}: ${class}")
-                add_test(NAME "${name}: ${class}" WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}"
+                add_test(
+                    NAME "${name}: ${class}"
+                    WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}"
                     COMMAND "${SYSTEM_PYTHON}" -B -m unittest -q "${stem}.${class}")
-                set_tests_properties("${name}: ${class}"
-                    PROPERTIES TIMEOUT "${tests_TIMEOUT}" ENVIRONMENT "${tests_ENVIRONMENT}")
+                set_tests_properties(
+                    "${name}: ${class}" PROPERTIES TIMEOUT "${tests_TIMEOUT}" ENVIRONMENT "${tests_ENVIRONMENT}")
             endif()
         endforeach()
     endforeach()

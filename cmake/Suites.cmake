@@ -7,8 +7,8 @@ function(add_suites name program emulator)
         add_test("${name}: not built" "${program}")
         return()
     endif()
-    execute_process(COMMAND "${program}" --gtest_list_tests
-        OUTPUT_VARIABLE listed RESULT_VARIABLE result ERROR_VARIABLE complaint)
+    execute_process(
+        COMMAND "${program}" --gtest_list_tests OUTPUT_VARIABLE listed RESULT_VARIABLE result ERROR_VARIABLE complaint)
     string(REGEX MATCHALL "\n[^ \n]+\\." suites "\n${listed}")
     if(NOT result EQUAL 0 OR suites STREQUAL "")
         message(FATAL_ERROR "${program} does not list its tests: ${complaint}")

@@ -6,11 +6,11 @@ endif()
 if(NOT TARGET GTest::gmock) # on a Mac: the release that Debian 12 has
     include(FetchContent)
     set(INSTALL_GTEST OFF)
-    FetchContent_Declare(googletest
+    FetchContent_Declare(
+        googletest
         URL https://github.com/google/googletest/archive/refs/tags/release-1.12.1.tar.gz
         URL_HASH SHA256=81964fe578e9bd7c94dfdb09c8e4d6e6759e19967e397dbea48d1c10e45d0df2
-        DOWNLOAD_EXTRACT_TIMESTAMP ON
-        SYSTEM)
+        DOWNLOAD_EXTRACT_TIMESTAMP ON SYSTEM)
     FetchContent_MakeAvailable(googletest)
 endif()
 
@@ -27,8 +27,10 @@ function(register_suites name)
         set(emulator "")
     endif()
     set(file "${CMAKE_CURRENT_BINARY_DIR}/${name}_suites.cmake")
-    file(GENERATE OUTPUT "${file}" CONTENT
-"include(\"${CMAKE_SOURCE_DIR}/cmake/Suites.cmake\")
+    file(
+        GENERATE
+        OUTPUT "${file}"
+        CONTENT "include(\"${CMAKE_SOURCE_DIR}/cmake/Suites.cmake\")
 add_suites(\"${name}\" \"$<TARGET_FILE:${name}>\" \"${emulator}\")
 ")
     set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${file}")
