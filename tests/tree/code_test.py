@@ -46,28 +46,31 @@ def long_functions(path, text):
     ]
 
 
-def badly_laid_out(paths):
-    """The places that clang-format would change, one line for each."""
-    answer = subprocess.run(
-        ["clang-format", f"--style=file:{tree.ROOT / '.clang-format'}", "--dry-run", *paths],
-        cwd=tree.ROOT,
-        capture_output=True,
-        text=True,
-    )
-    return re.findall(r"^(.+:\d+):\d+: warning: code should be clang-formatted", answer.stderr, re.MULTILINE)
+CMAKE_FORMAT = ".cmake-format.yaml"
+
+# What checks each kind of file, and something that it must complain about.
+CHECKERS = (
+    (".cpp", ("clang-format", "--style=file:.clang-format", "--dry-run"), "int main() {\n  return 0;\n}\n"),
+    (".py", ("black", "--quiet", "--diff", "--line-length=120"), "a = 'b'\n"),
+    (".py", ("pyflakes3",), "import re\n"),
+    (".cmake", ("cmake-format", "--check", "--config-files", CMAKE_FORMAT, "--"), "set(a  b)\n"),
+    (".cmake", ("cmake-lint", "--suppress-decorations", "--config-files", CMAKE_FORMAT, "--"), "set(a b) \n"),
+    (".sh", ("shellcheck", "--external-sources", "--format=gcc"), "#!/bin/bash\nrm $1\n"),
+)
 
 
-BLACK = ("black", "--quiet", "--diff", "--line-length=120")
-PYFLAKES = ("pyflakes3",)
-
-# Left out: the case of names (C0103, C0113: not ours), blanks around parentheses and continued lines (C0307), and two
-# (E1122, E1126) that do not know every command of CMake.
-LEFT_OUT = ("C0103", "C0113", "C0307", "E1122", "E1126")
-CMAKE_LINT = ("cmake-lint", "--suppress-decorations", "--line-width=120", "--disabled-codes", *LEFT_OUT, "--")
+def files_of(kind):
+    if kind == ".cpp":
+        return tree.files(*cpp.SUFFIXES)
+    if kind == ".py":
+        return tree.python()
+    if kind == ".sh":
+        return [*tree.scripts(), "simulator/completion/sysextctl"]
+    return tree.files(".cmake") + [path for path in tree.files(".txt") if path.stem == "CMakeLists"]
 
 
 def complaints(program, paths):
-    """What a linter says about files, or what a formatter would change."""
+    """What a checker says about files."""
     answer = subprocess.run([*program, *paths], cwd=tree.ROOT, capture_output=True, text=True)
     return [line for line in (answer.stdout + answer.stderr).splitlines() if line]
 
@@ -76,16 +79,9 @@ class TheCode(unittest.TestCase):
     def test_has_no_if_for_the_system_outside_platform(self):
         self.assertEqual([], tree.every(asks_for_the_system, tree.files(*cpp.SUFFIXES)))
 
-    def test_is_formatted(self):
-        self.assertEqual([], badly_laid_out(tree.files(*cpp.SUFFIXES)))
-
-    def test_in_python_is_formatted_and_has_no_faults(self):
-        for program in (BLACK, PYFLAKES):
-            self.assertEqual([], complaints(program, tree.python()))
-
-    def test_in_cmake_has_no_faults(self):
-        files = [path for path in tree.files(".txt", ".cmake") if path.suffix == ".cmake" or path.stem == "CMakeLists"]
-        self.assertEqual([], complaints(CMAKE_LINT, files))
+    def test_satisfies_its_formatters_and_linters(self):
+        for kind, program, _ in CHECKERS:
+            self.assertEqual([], complaints(program, files_of(kind)))
 
     def test_has_no_long_file(self):
         kept = tree.files(*cpp.SUFFIXES, ".py", ".cmake", ".txt", ".xml") + tree.scripts()
@@ -121,15 +117,9 @@ class TheChecks(unittest.TestCase):
         self.assertTrue(long_functions(PurePath("a.py"), "def f():\n" + body))
         self.assertTrue(long_functions(PurePath("a"), "f() {\n" + body + "}\n"))
 
-    def test_find_an_unformatted_line(self):
-        with tempfile.NamedTemporaryFile("w", suffix=".cpp") as source:
-            source.write("int main() {\n  return 0;\n}\n")
-            source.flush()
-            self.assertTrue(badly_laid_out([source.name]))
-
-    def test_find_faults_in_python_and_in_cmake(self):
-        for program, text in ((BLACK, "a = 'b'\n"), (PYFLAKES, "import re\n"), (CMAKE_LINT, "set(a b) \n")):
-            with tempfile.NamedTemporaryFile("w", suffix=".cmake" if program is CMAKE_LINT else ".py") as source:
-                source.write(text)
+    def test_find_what_formatters_and_linters_complain_about(self):
+        for suffix, program, fault in CHECKERS:
+            with tempfile.NamedTemporaryFile("w", suffix=suffix) as source:
+                source.write(fault)
                 source.flush()
                 self.assertTrue(complaints(program, [source.name]), program)

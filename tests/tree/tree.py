@@ -5,12 +5,12 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 
 
-def files(*suffixes, root=ROOT):
+def files(*suffixes):
     """The files with one of these suffixes, as sorted paths from the root."""
     return sorted(
-        path.relative_to(root)
-        for path in root.rglob("*")
-        if path.is_file() and path.suffix in suffixes and not left_out(path.relative_to(root))
+        path.relative_to(ROOT)
+        for path in ROOT.rglob("*")
+        if path.is_file() and path.suffix in suffixes and not left_out(path.relative_to(ROOT))
     )
 
 
@@ -18,9 +18,9 @@ def left_out(path):
     return path.parts[0] in (".git", "build") or "__pycache__" in path.parts
 
 
-def scripts(root=ROOT):
+def scripts():
     """The shell scripts, recognized by their first line."""
-    return [path for path in files("", ".sh", root=root) if first_line(root / path).startswith("#!/bin/bash")]
+    return [path for path in files("", ".sh") if first_line(ROOT / path).startswith("#!/bin/bash")]
 
 
 def first_line(path):
@@ -28,10 +28,10 @@ def first_line(path):
         return text.readline()
 
 
-def python(root=ROOT):
+def python():
     """The Python scripts and modules."""
-    named = [path for path in files("", root=root) if first_line(root / path).startswith("#!/usr/bin/python3")]
-    return files(".py", root=root) + named
+    named = [path for path in files("") if first_line(ROOT / path).startswith("#!/usr/bin/python3")]
+    return files(".py") + named
 
 
 def every(check, paths):
