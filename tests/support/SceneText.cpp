@@ -103,9 +103,9 @@ std::string textOf(const ui::Scene& scene) {
 }
 
 std::string textOf(const ui::Color& color) {
-    if (color == ui::Color::black) return "black";
-    if (color == ui::Color::white) return "white";
-    if (color == ui::Color::gray) return "gray";
+    if (color == ui::Color{0, 0, 0, 1}) return "black";
+    if (color == ui::Color{1, 1, 1, 1}) return "white";
+    if (color == ui::Color{142 / 255.0, 142 / 255.0, 147 / 255.0, 1}) return "gray";
     const std::string components =
         numberText(color.red * 255) + "/" + numberText(color.green * 255) + "/" + numberText(color.blue * 255);
     return color.opacity == 1 ? components : components + "@" + numberText(color.opacity);

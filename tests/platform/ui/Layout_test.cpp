@@ -142,7 +142,7 @@ TEST(AStackOfViews, CountsTheMembersOfRowsAsItsOwn) {
 
 TEST(AStackOfViews, WithoutMembersIsEmptyButStillCountsAsAMember) {
     const View empty = across(EmptyView{});
-    EXPECT_EQ(ownSize(empty), Size{});
+    EXPECT_EQ(ownSize(empty), (Size{0, 0}));
     EXPECT_EQ(ownSize(across(empty, box(10, 4))).width, 18);
 }
 
@@ -233,7 +233,7 @@ TEST(AResizableImage, TakesTheOfferedLengthOrItsOwn) {
 }
 
 TEST(AMissingImage, IsAnEmptyAreaOfTheSameSize) {
-    EXPECT_EQ(ownSize(Image::named("Missing")), Size{});
+    EXPECT_EQ(ownSize(Image::named("Missing")), (Size{0, 0}));
     EXPECT_EQ(ownSize(Image::named("Missing").resizable().frame({.width = 22, .height = 20})), (Size{22, 20}));
 }
 
