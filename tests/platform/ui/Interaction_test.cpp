@@ -91,9 +91,9 @@ TEST(KeyboardFocus, StaysOnAControlThroughAnyNumberOfRebuilds) {
     }
 }
 
-/// The hit area of a menu of 10 by 14 at 200, 100 beside a button at `neighbor`.
-Rect areaOfMenuBeside(const Rect& neighbor) {
-    const Control menu{{200, 100, 10, 14}, {{1}, 0}, "menu", PullDownMenu{}, {}};
+/// The hit area of a menu of 10 by 14 at `origin` beside a button at `neighbor`.
+Rect areaOfMenuBeside(const Rect& neighbor, const Point origin = {200, 100}) {
+    const Control menu{{origin.x, origin.y, 10, 14}, {{1}, 0}, "menu", PullDownMenu{}, {}};
     const Control button{neighbor, {{2}, 0}, "button", PushButton{}, {}};
     return hitArea(sceneOf({menu, button}), menu);
 }
@@ -108,6 +108,7 @@ TEST(APressOnAMenu, DoesNotCountOnAControlBesideIt) {
     EXPECT_EQ(areaOfMenuBeside({213, 90, 35, 30}), (Rect{192, 92, 21, 30})) << "to its right";
     EXPECT_EQ(areaOfMenuBeside({190, 60, 30, 37}), (Rect{192, 97, 26, 25})) << "above it";
     EXPECT_EQ(areaOfMenuBeside({190, 116, 30, 30}), (Rect{192, 92, 26, 24})) << "below it";
+    EXPECT_EQ(areaOfMenuBeside({33, 290, 35, 30}, {20, 300}), (Rect{12, 292, 21, 30})) << "lower in the window";
 }
 
 TEST(APressOnAMenu, CountsUpToAnAdjacentControl) {
@@ -169,8 +170,10 @@ TEST(AControl, ContinuesTheOneOfTheSameKindAtItsPlace) {
     EXPECT_EQ(followed(sceneOf({first, second}), sceneOf({second, first, control(2, actionStep)})),
               "control 1\ncontrol 0\ncontrol\n");
     EXPECT_EQ(followed(sceneOf({first, second}), sceneOf({first, other})), "control 0\ncontrol\n");
-    EXPECT_EQ(followed({{}, {}, {text("a"), image("b")}}, sceneOf({{{}, {{0}, 0}, "control", PushButton{}, {}}})),
-              "control\n");
+    const Place place{{0}, 0};
+    EXPECT_EQ(followed({{}, {}, {text("a"), image("b")}},
+                       sceneOf({{{}, place, "button", PushButton{}, {}}, {{}, place, "menu", PullDownMenu{}, {}}})),
+              "button\nmenu\n");
 }
 
 } // namespace

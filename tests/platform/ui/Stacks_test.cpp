@@ -29,6 +29,7 @@ TEST(AStack, SharesItsLengthEquallyAmongFlexibleMembers) {
 
 TEST(AStack, OffersLengthToLessFlexibleMembersFirst) {
     EXPECT_EQ(stackLengths({flexible(0, 1000), fixed(10), flexible(0, 20)}, 100, 0), (Lengths{70, 10, 20}));
+    EXPECT_EQ(stackLengths({flexible(0, 100), fixed(80)}, 100, 0), (Lengths{20, 80})) << "however long";
 }
 
 TEST(AStack, SubtractsItsSpacingFirst) {
