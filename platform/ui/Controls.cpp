@@ -19,12 +19,14 @@ public:
     ButtonNode(std::string title, std::function<void()> action)
         : title_{std::move(title)}, action_{std::move(action)} {}
 
-    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
-        Environment inside = environment;
-        inside.accessibleName.clear();
+    void resolve(const Surroundings& environment, std::vector<Box>& boxes) const override {
+        auto inside = std::make_shared<Environment>(*environment);
+        inside->accessibleName.clear();
         const View label = Text::verbatim(title_);
-        const View body = environment.buttonStyle ? environment.buttonStyle({label}) : label;
-        boxes.emplace_back(shared_from_this(), environment, std::vector{boxOf(body, inside)});
+        const View body = environment->buttonStyle ? environment->buttonStyle({label}) : label;
+        std::vector<Box> content;
+        appendBoxOf(body, inside, content);
+        boxes.emplace_back(shared_from_this(), environment, std::move(content));
     }
     Size size(Box& box, const Proposal& proposal) const override { return box.content().size(proposal); }
     void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override {

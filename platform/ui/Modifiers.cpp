@@ -52,10 +52,10 @@ public:
 
     Inherited(View content, Change change) : Modifier{std::move(content)}, change_{std::move(change)} {}
 
-    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
-        Environment inside = environment;
-        change_(inside);
-        boxes.push_back(boxOf(children().front(), inside));
+    void resolve(const Surroundings& environment, std::vector<Box>& boxes) const override {
+        const auto inside = std::make_shared<Environment>(*environment);
+        change_(*inside);
+        appendBoxOf(children().front(), inside, boxes);
     }
 
 private:

@@ -46,6 +46,9 @@ struct Environment {
     bool announced = false;
 };
 
+/// Shared by the boxes that inherit the same.
+using Surroundings = std::shared_ptr<const Environment>;
+
 /// Collects what a layout places, in painting order, and tracks the place in the tree.
 class SceneWriter {
 public:
@@ -110,7 +113,7 @@ public:
     virtual ~Node() = default;
 
     /// Appends the boxes of this node: one, none for an empty view, several for a group.
-    virtual void resolve(const Environment& environment, std::vector<Box>& boxes) const;
+    virtual void resolve(const Surroundings& environment, std::vector<Box>& boxes) const;
     /// The size that its box chooses for `proposal`; never infinite or NaN. A negative length counts as 0.
     virtual Size size(Box&, const Proposal&) const { return {}; }
     /// Writes the visible content of its box, which has chosen `frame` for `proposal`.
@@ -122,50 +125,41 @@ public:
 
 protected:
     /// Appends the boxes of all children; each knows the position of its child.
-    void resolveChildren(const Environment& environment, std::vector<Box>& boxes) const;
+    void resolveChildren(const Surroundings& environment, std::vector<Box>& boxes) const;
     const std::vector<View>& children() const { return children_; }
 
 private:
     std::vector<View> children_;
 };
 
-/// A modifier of one view, its content. By default, both have the same size.
-class Modifier : public Node {
-public:
-    explicit Modifier(View content) : Node{{std::move(content)}} {}
-
-    void resolve(const Environment& environment, std::vector<Box>& boxes) const override;
-    Size size(Box& box, const Proposal& proposal) const override;
-    void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override;
-    bool isText(const Box& box) const override;
-
-protected:
-    /// With `behind`, which is painted and read before the content.
-    Modifier(View behind, View content) : Node{{std::move(behind), std::move(content)}} {}
-};
-
-/// A node during one layout. It caches its size for each proposal, so that the cost of a layout is linear in the number
-/// of nodes.
+/// A node during one layout. It caches its sizes, so that the cost of a layout is linear in the number of nodes.
 class Box {
 public:
-    Box(std::shared_ptr<const Node> node, Environment environment, std::vector<Box> inside = {})
+    Box(std::shared_ptr<const Node> node, Surroundings environment, std::vector<Box> inside = {})
         : node_{std::move(node)}, environment_{std::move(environment)}, inside_{std::move(inside)} {}
 
-    const Environment& environment() const { return environment_; }
+    const Environment& environment() const { return *environment_; }
     std::vector<Box>& inside() { return inside_; }
     /// The content of a modifier: the last box inside.
     Box& content() { return inside_.back(); }
     const Box& content() const { return inside_.back(); }
 
     Size size(const Proposal& proposal);
+    void rememberAllSizes() { remembersAllSizes_ = true; } // as a stack must, which asks its members several times
     /// Writes the box at `origin`, in the size that it chose for `proposal`.
-    void place(Point origin, const Proposal& proposal, SceneWriter& scene);
+    void place(const Point origin, const Proposal& proposal, SceneWriter& scene) {
+        const Size own = size(proposal);
+        scene.at(path_, [&] { node_->place(*this, {origin.x, origin.y, own.width, own.height}, proposal, scene); });
+    }
 
     bool isText() const { return node_->isText(*this); }
     std::optional<double> spacerMinimum() const { return node_->spacerMinimum(); }
 
     /// The box is, or is in, child number `step` of the enclosing node.
-    void standAt(std::uint32_t step);
+    void standAt(const std::uint32_t step) {
+        path_.steps.insert(path_.steps.begin(), step);
+        if (path_.rowLength > 0) ++path_.rowLength;
+    }
     /// The steps up to here lead to a row.
     void beginRow() { path_.rowLength = 1; }
     /// Whether no step leads to it: it is the only box of its node.
@@ -173,15 +167,33 @@ public:
 
 private:
     std::shared_ptr<const Node> node_;
-    Environment environment_;
+    Surroundings environment_;
     std::vector<Box> inside_;
     /// The steps that lead to it from the box around it.
     Place path_;
     std::vector<std::pair<Proposal, Size>> sizes_;
+    bool remembersAllSizes_ = false;
 };
 
-/// One box for a view: its only one, or its members in a vertical stack.
-Box boxOf(const View& view, const Environment& environment);
+/// A modifier of one view, its content. By default, both have the same size.
+class Modifier : public Node {
+public:
+    explicit Modifier(View content) : Node{{std::move(content)}} {}
+
+    void resolve(const Surroundings& environment, std::vector<Box>& boxes) const override;
+    Size size(Box& box, const Proposal& proposal) const override { return box.content().size(proposal); }
+    void place(Box& box, const Rect& frame, const Proposal& proposal, SceneWriter& scene) const override {
+        box.content().place(frame.origin(), proposal, scene);
+    }
+    bool isText(const Box& box) const override { return box.content().isText(); }
+
+protected:
+    /// With `behind`, which is painted and read before the content.
+    Modifier(View behind, View content) : Node{{std::move(behind), std::move(content)}} {}
+};
+
+/// Appends one box for a view: its only one, or its members in a vertical stack.
+void appendBoxOf(const View& view, const Surroundings& environment, std::vector<Box>& boxes);
 
 template <typename NodeType, typename... Arguments>
 View makeView(Arguments&&... arguments) {
@@ -191,6 +203,8 @@ View makeView(Arguments&&... arguments) {
 /// Where something as long as `inner` starts inside `outer`.
 double offset(HorizontalAlignment alignment, double outer, double inner);
 /// The top left of something as large as `inner` inside `outer`.
-Point offset(Alignment alignment, Size outer, Size inner);
+inline Point offset(const Alignment alignment, const Size outer, const Size inner) {
+    return {offset(alignment, outer.width, inner.width), offset(Alignment::center, outer.height, inner.height)};
+}
 
 } // namespace platform::ui

@@ -6,9 +6,10 @@ namespace platform::ui {
 
 namespace {
 
-Scene layout(const View& view, const std::optional<Size> size, const Environment& environment,
-             const EdgeInsets safeArea) {
-    Box root = boxOf(view, environment);
+Scene layout(const View& view, const std::optional<Size> size, Environment environment, const EdgeInsets safeArea) {
+    std::vector<Box> boxes;
+    appendBoxOf(view, std::make_shared<Environment>(std::move(environment)), boxes);
+    Box& root = boxes.front();
     const Size area = size ? *size : root.size({});
     const Proposal offered{area.width, area.height};
     SceneWriter scene{area, safeArea};
@@ -22,8 +23,8 @@ public:
     ObservingNode(Subscribe subscribe, std::function<View()> body)
         : subscribe_{std::move(subscribe)}, body_{std::move(body)} {}
 
-    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
-        if (auto* const observation = environment.observation)
+    void resolve(const Surroundings& environment, std::vector<Box>& boxes) const override {
+        if (auto* const observation = environment->observation)
             observation->subscriptions.push_back(subscribe_(observation->changed));
         body_().node().resolve(environment, boxes);
     }

@@ -18,28 +18,30 @@ constexpr double leastSpacer = 8;
 constexpr double dividerThickness = 1;
 constexpr Color dividerColor{0, 0, 0, 0.1};
 
-std::vector<std::size_t> indicesOf(const std::vector<StackItem>& items, const bool spacers) {
-    std::vector<std::size_t> indices;
+/// The members that share a length, in that order: the flexibility of each, and its index.
+using Sharers = std::vector<std::pair<double, std::size_t>>;
+
+Sharers sharersAmong(const std::vector<StackItem>& items, const bool spacers) {
+    Sharers sharers;
+    sharers.reserve(items.size());
     for (std::size_t i = 0; i < items.size(); ++i)
-        if (items[i].spacerMinimum.has_value() == spacers) indices.push_back(i);
-    return indices;
+        if (items[i].spacerMinimum.has_value() == spacers) sharers.emplace_back(0.0, i);
+    return sharers;
 }
 
-std::vector<std::size_t> byFlexibility(const std::vector<StackItem>& items) {
-    std::vector<double> flexibility(items.size());
-    auto indices = indicesOf(items, false);
-    for (const std::size_t i : indices)
-        flexibility[i] = items[i].lengthFor(greatestFiniteMagnitude) - items[i].lengthFor(0.0);
-    std::stable_sort(indices.begin(), indices.end(),
-                     [&](const std::size_t a, const std::size_t b) { return flexibility[a] < flexibility[b]; });
-    return indices;
+Sharers byFlexibility(const std::vector<StackItem>& items) {
+    auto sharers = sharersAmong(items, false);
+    if (sharers.size() < 2) return sharers;
+    for (auto& [flexibility, i] : sharers)
+        flexibility = items[i].lengthFor(greatestFiniteMagnitude) - items[i].lengthFor(0.0);
+    std::sort(sharers.begin(), sharers.end());
+    return sharers;
 }
 
-/// Offers each of `indices` an equal share of what its predecessors have left of `left`.
-void share(const std::vector<StackItem>& items, const std::vector<std::size_t>& indices, double& left,
-           std::vector<double>& lengths) {
-    auto remaining = static_cast<double>(indices.size());
-    for (const std::size_t i : indices) {
+/// Offers each of them an equal share of what its predecessors have left of `left`.
+void share(const std::vector<StackItem>& items, const Sharers& sharers, double& left, std::vector<double>& lengths) {
+    auto remaining = static_cast<double>(sharers.size());
+    for (const auto& [flexibility, i] : sharers) {
         lengths[i] = items[i].lengthFor(std::max(0.0, left / remaining--));
         left -= lengths[i];
     }
@@ -70,7 +72,7 @@ class GroupNode : public Node {
 public:
     using Node::Node;
 
-    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
+    void resolve(const Surroundings& environment, std::vector<Box>& boxes) const override {
         resolveChildren(environment, boxes);
     }
 };
@@ -80,7 +82,7 @@ class RowsNode : public Node {
 public:
     using Node::Node;
 
-    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
+    void resolve(const Surroundings& environment, std::vector<Box>& boxes) const override {
         auto at = boxes.size();
         resolveChildren(environment, boxes);
         for (; at < boxes.size(); ++at)
@@ -94,10 +96,11 @@ public:
     LinearStack(const Axis axis, const Alignment alignment, std::vector<View> children)
         : Node{std::move(children)}, axis_{axis}, alignment_{alignment} {}
 
-    void resolve(const Environment& environment, std::vector<Box>& boxes) const override {
-        Environment inside = environment;
-        inside.stackAxis = axis_;
-        Node::resolve(inside, boxes);
+    void resolve(const Surroundings& environment, std::vector<Box>& boxes) const override {
+        auto inside = std::make_shared<Environment>(*environment);
+        inside->stackAxis = axis_;
+        Node::resolve(std::move(inside), boxes);
+        boxes.back().rememberAllSizes();
     }
     Size size(Box& box, const Proposal& proposal) const override {
         const Line line = arrange(box, proposal);
@@ -128,11 +131,15 @@ private:
     };
 
     Line arrange(Box& box, const Proposal& proposal) const {
+        const auto lengthOf = [&](Box& member, const std::optional<double> length) {
+            return along(axis_, member.size(offered(length, proposal)));
+        };
         std::vector<StackItem> items;
+        items.reserve(box.inside().size());
         for (Box& member : box.inside()) {
-            items.push_back({member.spacerMinimum(), [&, this](const std::optional<double> length) {
-                                 return along(axis_, member.size(offered(length, proposal)));
-                             }});
+            // Two references fit into a function without an allocation.
+            items.push_back(
+                {member.spacerMinimum(), [&member, &lengthOf](const auto length) { return lengthOf(member, length); }});
         }
         auto gaps = gapsBetween(box.inside());
         return {stackLengths(items, along(axis_, proposal), spacingIn(gaps)), std::move(gaps)};
@@ -207,14 +214,14 @@ std::vector<View> rowsOf(const std::size_t count, const std::function<View(std::
 
 std::vector<double> stackLengths(const std::vector<StackItem>& items, const std::optional<double> length,
                                  const double spacing) {
-    std::vector<double> lengths;
-    for (const StackItem& item : items)
-        lengths.push_back(item.lengthFor(std::nullopt));
+    std::vector<double> lengths(items.size());
+    for (std::size_t i = 0; !length && i < items.size(); ++i)
+        lengths[i] = items[i].lengthFor(std::nullopt);
     if (!length) return lengths;
-    const auto spacers = indicesOf(items, true);
-    const double minimums =
-        std::accumulate(spacers.begin(), spacers.end(), 0.0,
-                        [&](const double sum, const std::size_t i) { return sum + *items[i].spacerMinimum; });
+    const auto spacers = sharersAmong(items, true);
+    double minimums = 0;
+    for (const auto& [flexibility, i] : spacers)
+        minimums += *items[i].spacerMinimum;
     double left = *length - spacing - minimums;
     share(items, byFlexibility(items), left, lengths);
     left += minimums;
