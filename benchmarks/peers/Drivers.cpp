@@ -1,12 +1,11 @@
 #include "benchmarks/peers/Drivers.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusPendingCall>
 #include <QFile>
 
 #include <plist/plist.h>
-
-#include <utility>
 
 namespace {
 
@@ -26,8 +25,17 @@ QString readBuild(const QString& contents) {
     return build;
 }
 
-Driver::Driver(QString identifier, QString build, QString icon, QString name)
-    : identifier{std::move(identifier)}, build{std::move(build)}, icon{std::move(icon)}, name{std::move(name)} {
+void ask(const QString& kind, const QString& identifier) {
+    auto question = QDBusMessage::createMethodCall(service, servicePath, service, "Submit");
+    question << identifier + "/" + kind << kind << identifier;
+    QDBusConnection::sessionBus().asyncCall(question);
+}
+
+Driver::Driver(const QString& identifier, const QString& name, const QString& iconPath, const QString& build)
+    : identifier{identifier}, name{name}, iconPath{iconPath}, build{build} {
+    QDBusConnection::sessionBus().connect(service, servicePath, service, "FoundProperties", this,
+                                          SLOT(foundProperties(QDBusMessage)));
+    ask("properties");
 }
 
 QString Driver::action() const {
@@ -35,13 +43,9 @@ QString Driver::action() const {
     return version.toLongLong() < build.toLongLong() ? "Upgrade" : "";
 }
 
-void Driver::ask(const QString& kind) {
-    auto question = QDBusMessage::createMethodCall(service, servicePath, service, "Submit");
-    question << identifier + "/" + kind << kind << identifier;
-    QDBusConnection::sessionBus().asyncCall(question);
-}
-
-void Driver::answer(const QDBusArgument& copies) {
+void Driver::foundProperties(const QDBusMessage& signal) {
+    if (!signal.arguments()[0].toString().startsWith(identifier + "/")) return;
+    const auto copies = signal.arguments()[1].value<QDBusArgument>();
     enabled = awaiting = false;
     for (copies.beginArray(); !copies.atEnd();) {
         QString id, shortVersion, number;
@@ -58,29 +62,15 @@ void Driver::answer(const QDBusArgument& copies) {
 }
 
 Drivers::Drivers(const QString& contents)
-    : camera{"com.kelvra.ip-camera.cmio", readBuild(contents), contents + "/Resources/VideoCamera", "Camera Driver"},
-      network{"com.kelvra.driverkit.usb-to-poe", camera.build, contents + "/Resources/Ethernet", "Network Driver"} {
-    QDBusConnection::sessionBus().connect(service, servicePath, service, "FoundProperties", this,
-                                          SLOT(foundProperties(QDBusMessage)));
-    for (Driver* driver : {&camera, &network}) {
-        connect(driver, &Driver::changed, this, &Drivers::changed);
-        driver->ask();
-    }
+    : resources{contents + "/Resources/"},
+      camera{"com.kelvra.ip-camera.cmio", "Camera Driver", resources + "VideoCamera", readBuild(contents)},
+      network{"com.kelvra.driverkit.usb-to-poe", "Network Driver", resources + "Ethernet", camera.build} {
+    connect(&camera, &Driver::changed, this, &Drivers::changed);
+    connect(&network, &Driver::changed, this, &Drivers::changed);
 }
 
 QString Drivers::banner() const {
     if (ready()) return "Woohoo, you are all set!";
     return awaiting() ? "Open Privacy & Security in System Settings to allow the extensions."
                       : "Both drivers need to be activated to run the camera";
-}
-
-QString Drivers::color() const {
-    if (ready()) return "#B6B77E";
-    return awaiting() ? "#EB6E3D" : "#E6C669";
-}
-
-void Drivers::foundProperties(const QDBusMessage& signal) {
-    for (Driver* driver : {&camera, &network})
-        if (signal.arguments()[0].toString().startsWith(driver->identifier + "/"))
-            driver->answer(signal.arguments()[1].value<QDBusArgument>());
 }

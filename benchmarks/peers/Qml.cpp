@@ -13,6 +13,6 @@ int main(int argc, char** argv) {
     Drivers drivers{QString{argv[1]} + "/Contents"};
     QQmlApplicationEngine engine;
     engine.rootContext()->setContextProperty("drivers", &drivers);
-    engine.load(QUrl{"qrc:/peers/peers/Screen.qml"});
+    engine.load(QUrl{"qrc:/peers/Screen.qml"});
     return QGuiApplication::exec();
 }

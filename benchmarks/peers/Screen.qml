@@ -35,13 +35,12 @@ Window {
             Image {
                 anchors.centerIn: parent
                 sourceSize: Qt.size(22, 22)
-                source: "file:" + card.driver.icon + (card.driver.enabled ? "Dark.svg" : ".svg")
+                source: "file:" + card.driver.icon
             }
         }
         ColumnLayout {
             spacing: 2
-            Layout.fillWidth: true
-            Inter { text: card.driver.name; font.pixelSize: 15; font.weight: Font.DemiBold }
+            Inter { text: card.driver.name; font.pixelSize: 15; font.weight: Font.DemiBold; Layout.fillWidth: true }
             Inter { text: card.driver.state; font.weight: Font.DemiBold; color: "#8e8e93" }
         }
         Button {
@@ -77,8 +76,7 @@ Window {
             anchors.margins: 10
             Image {
                 sourceSize: Qt.size(20, 20)
-                source: "file:" + drivers.all[0].icon.replace("VideoCamera", drivers.ready
-                    ? "checkmark.circle.fill.svg" : "exclamationmark.circle.fill.svg")
+                source: "file:" + drivers.icon
             }
             Inter { text: drivers.banner; font.pixelSize: 12; Layout.fillWidth: true }
         }

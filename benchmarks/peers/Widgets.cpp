@@ -3,8 +3,7 @@
 #include "benchmarks/peers/Drivers.h"
 
 #include <QApplication>
-#include <QBoxLayout>
-#include <QFrame>
+#include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QMenu>
@@ -20,124 +19,111 @@ const char* const look = R"(
     #cards { background: white; border: 2px solid #dbdbdb }
     #line { background: #e5e5e5 }
     #icon { border: 2px solid black; border-radius: 18px }
-    #icon[dark="true"] { background: black }
     #name { font-size: 15px; font-weight: 600 }
     #state { font-weight: 600; color: #8e8e93 }
     QPushButton { background: black; color: white; border: none; border-radius: 15px; padding: 7px 18px }
     QToolButton { border: none }
 )";
 
-class Card : public QFrame {
-public:
-    explicit Card(Driver& driver) : driver_{driver}, name_{driver.name} {
-        auto* const texts = new QVBoxLayout;
-        texts->setSpacing(2);
-        texts->addWidget(&name_);
-        texts->addWidget(&state_);
-        auto* const row = new QHBoxLayout{this};
-        row->setContentsMargins(24, 5, 24, 5);
-        row->setSpacing(16);
-        row->addWidget(&icon_);
-        row->addLayout(texts);
-        row->addStretch();
-        row->addWidget(&button_);
-        row->addWidget(&menu_);
-        icon_.setObjectName("icon");
-        icon_.setFixedSize(36, 36);
-        icon_.setAlignment(Qt::AlignCenter);
-        name_.setObjectName("name");
-        state_.setObjectName("state");
-        makeMenu();
-        connect(&button_, &QPushButton::clicked, this, [this] { driver_.ask("activation"); });
-        connect(&driver, &Driver::changed, this, &Card::follow);
-        follow();
-    }
+template <typename Widget>
+Widget* make(const char* const name, const QSize size = {}) {
+    auto* const widget = new Widget;
+    widget->setObjectName(name);
+    if (!size.isEmpty()) widget->setFixedSize(size);
+    return widget;
+}
 
-private:
-    void makeMenu() {
-        auto* const items = new QMenu{&menu_};
-        items->addAction("Refresh", this, [this] { driver_.ask(); });
-        items->addAction("Remove", this, [this] { driver_.ask("deactivation"); });
-        menu_.setMenu(items);
-        menu_.setPopupMode(QToolButton::InstantPopup);
-        menu_.setAccessibleName(driver_.name + " actions");
-    }
+QToolButton* makeMenu(Driver& driver) {
+    auto* const button = new QToolButton;
+    auto* const items = new QMenu{button};
+    items->addAction("Refresh", &driver, [&] { driver.ask("properties"); });
+    items->addAction("Remove", &driver, [&] { driver.ask("deactivation"); });
+    button->setMenu(items);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setAccessibleName(driver.name + " actions");
+    return button;
+}
 
-    void follow() {
-        const QString file = driver_.icon + (driver_.enabled ? "Dark.svg" : ".svg");
-        icon_.setPixmap(QIcon{file}.pixmap(22, 22));
-        icon_.setProperty("dark", driver_.enabled);
-        icon_.setStyleSheet(look);
-        state_.setText(driver_.state);
-        button_.setText(driver_.action());
-        button_.setVisible(!driver_.action().isEmpty());
-    }
+QPushButton* makeButton(Driver& driver) {
+    auto* const button = new QPushButton;
+    QObject::connect(button, &QPushButton::clicked, &driver, [&] { driver.ask("activation"); });
+    return button;
+}
 
-    Driver& driver_;
-    QLabel icon_, name_, state_;
-    QPushButton button_;
-    QToolButton menu_;
-};
+QLayout* makeCard(Driver& driver) {
+    auto* const icon = make<QLabel>("icon", {36, 36});
+    auto* const name = make<QLabel>("name");
+    auto* const state = make<QLabel>("state");
+    auto* const button = makeButton(driver);
+    icon->setAlignment(Qt::AlignCenter);
+    name->setText(driver.name);
+    const auto follow = [=, &driver] {
+        icon->setPixmap(QIcon{driver.icon()}.pixmap(22, 22));
+        icon->setStyleSheet(driver.enabled ? "background: black" : "");
+        state->setText(driver.state);
+        button->setText(driver.action());
+        button->setHidden(driver.action().isEmpty());
+    };
+    QObject::connect(&driver, &Driver::changed, icon, follow);
+    follow();
+    auto* const grid = new QGridLayout;
+    grid->setContentsMargins(24, 5, 24, 5);
+    grid->setHorizontalSpacing(16);
+    grid->setVerticalSpacing(2);
+    grid->addWidget(icon, 0, 0, 2, 1);
+    grid->addWidget(name, 0, 1);
+    grid->addWidget(state, 1, 1);
+    grid->addWidget(button, 0, 2, 2, 1);
+    grid->addWidget(makeMenu(driver), 0, 3, 2, 1);
+    grid->setColumnStretch(1, 1);
+    return grid;
+}
 
-class Window : public QWidget {
-public:
-    explicit Window(Drivers& drivers) : drivers_{drivers}, camera_{drivers.camera}, network_{drivers.network} {
-        setObjectName("window");
-        setFixedSize(450, 230);
-        auto* const column = new QVBoxLayout{this};
-        column->setContentsMargins(0, 0, 0, 0);
-        column->addWidget(&banner_);
-        column->addWidget(makeCards(), 1, Qt::AlignCenter);
-        banner_.setObjectName("banner");
-        banner_.setFixedHeight(40);
-        auto* const row = new QHBoxLayout{&banner_};
-        row->setContentsMargins(16, 0, 16, 0);
-        row->addWidget(&sign_);
-        row->addWidget(&sentence_, 1);
-        setStyleSheet(look);
-        connect(&drivers, &Drivers::changed, this, &Window::follow);
-        follow();
-    }
+QFrame* makeCards(Drivers& drivers) {
+    auto* const cards = make<QFrame>("cards", {400, 134});
+    auto* const column = new QVBoxLayout{cards};
+    column->setContentsMargins(2, 2, 2, 2);
+    column->setSpacing(4);
+    column->addLayout(makeCard(drivers.camera));
+    column->addWidget(make<QFrame>("line", {396, 1}));
+    column->addLayout(makeCard(drivers.network));
+    return cards;
+}
 
-private:
-    QWidget* makeCards() {
-        auto* const cards = new QFrame;
-        cards->setObjectName("cards");
-        cards->setFixedSize(400, 134);
-        auto* const line = new QFrame;
-        line->setObjectName("line");
-        line->setFixedHeight(1);
-        auto* const column = new QVBoxLayout{cards};
-        column->setContentsMargins(2, 2, 2, 2);
-        column->setSpacing(4);
-        column->addWidget(&camera_);
-        column->addWidget(line);
-        column->addWidget(&network_);
-        return cards;
-    }
-
-    void follow() {
-        const QString folder = drivers_.camera.icon.section('/', 0, -2);
-        const QString name = drivers_.ready() ? "checkmark" : "exclamationmark";
-        sign_.setPixmap(QIcon{folder + "/" + name + ".circle.fill.svg"}.pixmap(20, 20));
-        sentence_.setText(drivers_.banner());
-        banner_.setStyleSheet("#banner { background: " + drivers_.color() + " }");
-    }
-
-    Drivers& drivers_;
-    QFrame banner_;
-    QLabel sign_, sentence_;
-    Card camera_, network_;
-};
+QFrame* makeBanner(Drivers& drivers) {
+    auto* const banner = make<QFrame>("banner", {450, 40});
+    auto* const icon = new QLabel;
+    auto* const sentence = new QLabel;
+    const auto follow = [=, &drivers] {
+        icon->setPixmap(QIcon{drivers.icon()}.pixmap(20, 20));
+        sentence->setText(drivers.banner());
+        banner->setStyleSheet("#banner { background: " + drivers.color() + " }");
+    };
+    QObject::connect(&drivers, &Drivers::changed, banner, follow);
+    follow();
+    auto* const row = new QHBoxLayout{banner};
+    row->setContentsMargins(16, 0, 16, 0);
+    row->addWidget(icon);
+    row->addWidget(sentence, 1);
+    return banner;
+}
 
 } // namespace
 
 int main(int argc, char** argv) {
     QApplication application{argc, argv};
-    Drivers drivers{QString{argv[1]} + "/Contents"};
-    Window window{drivers};
+    const QString contents = QString{argv[1]} + "/Contents";
+    Drivers drivers{contents};
+    QWidget window;
+    window.setObjectName("window");
+    window.setFixedSize(450, 230);
+    auto* const column = new QVBoxLayout{&window};
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(makeBanner(drivers));
+    column->addWidget(makeCards(drivers), 1, Qt::AlignCenter);
+    window.setStyleSheet(look);
     window.setWindowTitle("Driver Manager");
-    window.setWindowIcon(QIcon{QString{argv[1]} + "/Contents/Resources/AppIcon.svg"});
+    window.setWindowIcon(QIcon{contents + "/Resources/AppIcon.svg"});
     window.show();
     return QApplication::exec();
 }

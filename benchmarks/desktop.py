@@ -1,0 +1,142 @@
+"""A display and a session bus of their own, and what happens there."""
+
+import contextlib
+import os
+import signal
+import subprocess
+import tempfile
+import time
+from pathlib import Path
+
+from gi.repository import Gio, GLib
+from Xlib import X, display
+from Xlib.ext import damage
+from Xlib.protocol.event import ClientMessage
+
+SERVICE = "com.kelvra.Simulator1"
+SILENT = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+OBJECT = "/com/kelvra/Simulator1"
+DAEMON = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
+CONFIGURATION = """<busconfig><type>session</type><listen>unix:dir={folder}</listen><servicedir>{services}</servicedir>
+<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/></policy>
+</busconfig>"""
+
+
+@contextlib.contextmanager
+def desktop(services):
+    """A screen and a bus, which starts these services. Programs use both while it lasts."""
+    with tempfile.TemporaryDirectory(prefix="driver-manager-") as folder, contextlib.ExitStack() as stack:
+        os.environ |= dict.fromkeys(("XDG_RUNTIME_DIR", "XDG_STATE_HOME", "XDG_CONFIG_HOME"), folder)
+        os.environ |= {"XDG_DATA_DIRS": "/usr/share", "LANG": "C.UTF-8"}
+        os.environ |= {"QT_QPA_PLATFORM": "xcb", "QT_QUICK_BACKEND": "software"}
+        server = ["Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"]
+        os.environ["DISPLAY"] = ":" + told_by(server, stack)
+        Path(folder, "bus.conf").write_text(CONFIGURATION.format(folder=folder, services=services))
+        daemon = ["dbus-daemon", f"--config-file={folder}/bus.conf", "--nofork", "--print-address"]
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = told_by(daemon, stack)
+        yield Screen(), Bus()
+
+
+def told_by(command, stack):
+    """The first line that the program prints, which ends with the stack."""
+    program = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+    stack.callback(program.kill)
+    return program.stdout.readline().strip()
+
+
+def wait_until(condition):
+    while not condition():
+        GLib.MainContext.default().iteration(False)
+        time.sleep(0.01)
+
+
+class Screen:
+    """The display, watched for what is drawn on it."""
+
+    def __init__(self):
+        self.display = display.Display()
+        self.root = self.display.screen().root
+        self.display.damage_query_version()
+        self.root.damage_create(damage.DamageReportRawRectangles)
+
+    def wait_for_frame(self):
+        """Waits until something as wide as a window is drawn."""
+        while not (hasattr(seen := self.display.next_event(), "area") and seen.area.width == 450):
+            pass
+
+    def end(self, program):
+        """Ends a program, and forgets what it drew."""
+        program.kill()
+        program.wait()
+        self.display.sync()
+        while self.display.pending_events():
+            self.display.next_event()
+
+    def longest_silence(self, condition):
+        """Until the condition holds, the longest time in seconds from a ping, as of window managers, to its answer."""
+        window = next(child for child in self.root.query_tree().children if child.get_geometry().width == 450)
+        kind, ping = (self.display.intern_atom(name) for name in ("WM_PROTOCOLS", "_NET_WM_PING"))
+        message = ClientMessage(window=window, client_type=kind, data=(32, [ping, X.CurrentTime, window.id, 0, 0]))
+        self.root.change_attributes(event_mask=X.SubstructureRedirectMask)  # a window manager gets the answers
+        longest = 0
+        while not condition():
+            sent = time.monotonic()
+            window.send_event(message)
+            while not isinstance(self.display.next_event(), ClientMessage):
+                pass
+            longest = max(longest, time.monotonic() - sent)
+            time.sleep(0.001)
+        self.root.change_attributes(event_mask=X.NoEventMask)
+        return longest
+
+
+class Bus:
+    """The session bus, which starts the service at the first call, unless this stands in for it."""
+
+    def __init__(self):
+        self.connection = Gio.bus_get_sync(Gio.BusType.SESSION)
+        self.connection.set_exit_on_close(False)
+
+    def call(self, method, *texts, of=DAEMON):
+        arguments = GLib.Variant("(" + "s" * len(texts) + ")", texts)
+        return self.connection.call_sync(*of, method, arguments, None, Gio.DBusCallFlags.NONE, -1, None).unpack()[0]
+
+    def has_service(self):
+        return self.call("NameHasOwner", SERVICE)
+
+    def process_of_service(self):
+        return self.call("GetConnectionUnixProcessID", SERVICE)
+
+    def read_copies(self):
+        return self.call("ListCopies", of=(SERVICE, OBJECT, SERVICE + ".Control"))
+
+    def stop_service(self):
+        if self.has_service():
+            os.kill(self.process_of_service(), signal.SIGKILL)
+        wait_until(lambda: not self.has_service())
+
+    def stand_in(self, extension):
+        """Takes the place of the service for good, and keeps the last question about an extension for `answer`."""
+        self.stop_service()
+        self.extension, self.question = extension, None
+        description = Path(__file__).parent.parent.joinpath("simulator", SERVICE + ".xml").read_text()
+        self.connection.register_object(OBJECT, Gio.DBusNodeInfo.new_for_xml(description).interfaces[0], self.submit)
+        Gio.bus_own_name_on_connection(self.connection, SERVICE, Gio.BusNameOwnerFlags.NONE, None, None)
+        wait_until(self.has_service)
+
+    def submit(self, _connection, client, _path, _interface, _method, arguments, invocation):
+        token, _, extension = arguments
+        if extension == self.extension:
+            self.question = client, token
+        invocation.return_value(None)
+
+    def answer(self, number, program=None):
+        """With that many enabled copies; then waits until the program, if there is one, has printed and painted."""
+        wait_until(lambda: self.question)
+        client, token = self.question
+        self.question = None
+        copies = [(self.extension, "2.1", "2105", True, False, False)] * number
+        answer = GLib.Variant("(sa(sssbbb))", (token, copies))
+        self.connection.emit_signal(client, OBJECT, SERVICE, "FoundProperties", answer)
+        if program and program.stdout.readline():
+            time.sleep(1)
