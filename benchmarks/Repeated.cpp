@@ -89,8 +89,7 @@ void layOut(benchmark::State& state) {
 QDBusPendingCall send(const QString& method, const int number) {
     auto call = QDBusMessage::createMethodCall("com.kelvra.Simulator1", "/com/kelvra/Simulator1",
                                                "com.kelvra.Simulator1.Control", method);
-    const QString verb = number % 2 == 0 ? "disable" : "enable";
-    if (method == "Do") call << QStringList{verb, camera} << QByteArray{};
+    if (method == "Do") call << QStringList{number % 2 == 0 ? "disable" : "enable", camera} << QByteArray{};
     return QDBusConnection::sessionBus().asyncCall(call);
 }
 

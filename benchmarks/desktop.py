@@ -101,19 +101,17 @@ class Bus:
         arguments = GLib.Variant("(" + "s" * len(texts) + ")", texts)
         return self.connection.call_sync(*of, method, arguments, None, Gio.DBusCallFlags.NONE, -1, None).unpack()[0]
 
-    def has_service(self):
-        return self.call("NameHasOwner", SERVICE)
-
-    def process_of_service(self):
-        return self.call("GetConnectionUnixProcessID", SERVICE)
+    def service(self):
+        """Its process id; None if there is none."""
+        return self.call("GetConnectionUnixProcessID", SERVICE) if self.call("NameHasOwner", SERVICE) else None
 
     def read_copies(self):
         return self.call("ListCopies", of=(SERVICE, OBJECT, SERVICE + ".Control"))
 
     def stop_service(self):
-        if self.has_service():
-            os.kill(self.process_of_service(), signal.SIGKILL)
-        wait_until(lambda: not self.has_service())
+        if process := self.service():
+            os.kill(process, signal.SIGKILL)
+        wait_until(lambda: not self.service())
 
     def stand_in(self, extension):
         """Takes the place of the service for good, and keeps the last question about an extension for `answer`."""
@@ -122,7 +120,7 @@ class Bus:
         description = Path(__file__).parent.parent.joinpath("simulator", SERVICE + ".xml").read_text()
         self.connection.register_object(OBJECT, Gio.DBusNodeInfo.new_for_xml(description).interfaces[0], self.submit)
         Gio.bus_own_name_on_connection(self.connection, SERVICE, Gio.BusNameOwnerFlags.NONE, None, None)
-        wait_until(self.has_service)
+        wait_until(self.service)
 
     def submit(self, _connection, client, _path, _interface, _method, arguments, invocation):
         token, _, extension = arguments

@@ -139,7 +139,7 @@ def inside(*_):
     counts = {}
     for name, (_, processor) in times.items():
         command = [REPEATED, f"--benchmark_filter=^{name}(/iterations|$)"]
-        low, high = (10, 30) if "paint" in name else (1, 3)
+        low, high = (10, 30) if "paint" in name else (1, 2)
         few, more = (instructions(command, REPETITIONS=str(number), **offscreen) for number in (low, high))
         counts[name] = (more - few) / (high - low)
         yield f"*{name}*", f"{processor:.2f} ms of the processor, {counts[name]:.2f} million instructions"
@@ -155,8 +155,7 @@ def service(_, bus):
     read, change = (1e6 / wall for wall, _ in repeated("ask", *IN_TURN).values())
     yield goal("service: reads a second", read, 11670, "{:,.0f}", "at least")
     yield goal("service: changes a second", change, 7340, "{:,.0f}", "at least")
-    resident = used_by(bus.process_of_service())[1] * 1.048576
-    yield goal("service: memory after 50,000 answers", resident, 25, "{:.1f} MB")
+    yield goal("service: memory after 50,000 answers", used_by(bus.service())[1] * 1.048576, 25, "{:.1f} MB")
     yield goal(
         "service: first answer after its start", statistics.median(first_answer(bus) for _ in ROUNDS), 30, "{:.0f} ms"
     )
@@ -178,12 +177,12 @@ def served(bus, kind):
     """The instructions of the service from its start until it has answered once, or a thousand calls of a kind."""
     bus.stop_service()
     ask = (lambda: repeated(f"ask/{kind}", REPETITIONS="1")) if kind else bus.read_copies
-    return instructions([BUILD / "bin/sysextd"], lambda _: (wait_until(bus.has_service), ask()))
+    return instructions([BUILD / "bin/sysextd"], lambda _: (wait_until(bus.service), ask()))
 
 
 def idle(screen, bus):
     windows = [subprocess.Popen(command, **SILENT) for command in (APPLICATION, [BUILD / "bin/SystemSettings"])]
-    processes = {"application": windows[0].pid, "service": bus.process_of_service(), "settings": windows[1].pid}
+    processes = {"application": windows[0].pid, "service": bus.service(), "settings": windows[1].pid}
     time.sleep(5)  # what follows the start
     before = {name: used_by(process) for name, process in processes.items()}
     time.sleep(SECONDS_AT_REST)
