@@ -166,6 +166,8 @@ struct Outbox {
     /// The numbers of the copies that were added, changed, or removed.
     std::set<std::int64_t> copies;
     std::vector<SealToCheck> seals;
+    /// A request came to another stage, even if there is no event about it.
+    bool moved = false;
     bool restarting = false;
     /// An ordered fault: the service must end here.
     bool crashed = false;

@@ -50,6 +50,7 @@ Request* Machine::waitingFor(const Copy& copy) {
 void Machine::goOn(Request& request, Stage to) {
     request.stage = to;
     request.turn = ++lastTurn_;
+    outbox_.moved = true;
 }
 
 /// If the application is gone, the request ends instead.

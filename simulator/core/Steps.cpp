@@ -18,8 +18,7 @@ CopyRecord recordOf(const Copy& copy) {
 } // namespace
 
 bool Machine::isDue(const Request& request) const {
-    const bool canGoOn = worksByItself(request.stage) && !request.awaitsSeal;
-    return canGoOn && request.due <= state_.clock;
+    return worksByItself(request.stage) && !request.awaitsSeal && request.due <= state_.clock;
 }
 
 /// The request that is due first goes first; of several, the one that has waited longest.

@@ -104,8 +104,7 @@ QString oneLine(QString text) {
 
 CommandFailure failureOf(const QDBusError& error) {
     const QStringList misuses{errorPrefix + QString{"UnknownIdentifier"}, errorPrefix + QString{"InvalidArgument"}};
-    const bool isNotUnderstood = misuses.contains(error.name());
-    return {isNotUnderstood ? exitCode::notUnderstood : exitCode::notDone, lineOf(error)};
+    return {misuses.contains(error.name()) ? exitCode::notUnderstood : exitCode::notDone, lineOf(error)};
 }
 
 void say(const QString& text) {

@@ -143,8 +143,7 @@ QStringList takeCommand(Words& words) {
     QStringList command;
     for (const std::string& word : typed.value_or(WordList{}))
         command += QString::fromStdString(word);
-    const bool isApplication = !typed || !player::bundleOfCommand(command).isEmpty();
-    if (isApplication) return command;
+    if (!typed || !player::bundleOfCommand(command).isEmpty()) return command;
     words.fail("a command names the program in an application, such as Meter.app/Contents/MacOS/meter");
 }
 

@@ -64,7 +64,7 @@ void Service::settle() {
     for (const SealToCheck& seal : outbox.seals)
         check(seal);
     if (outbox.restarting) emit restarting();
-    if (!outbox.events.empty()) emit changed();
+    if (outbox.moved || !outbox.events.empty()) emit changed();
 }
 
 void Service::check(const SealToCheck& seal) {

@@ -60,6 +60,14 @@ TEST_F(AMachine, ReadsTheBundleAgainWhenItValidates) {
     EXPECT_THAT(mac.copies(), IsEmpty());
 }
 
+TEST_F(AMachine, SaysThatARemovalCameToWaitForAnAdministratorAlthoughNoEventTellsOfIt) {
+    mac.install("2105", "enabled");
+    mac.submit("a", RequestKind::deactivation);
+    EXPECT_FALSE(machine().takeOutbox().moved);
+    EXPECT_TRUE(machine().step());
+    EXPECT_TRUE(machine().takeOutbox().moved);
+}
+
 // Clients that leave -------------------------------------------------------------------------------------------------
 
 TEST_F(AMachine, ContinuesAnActivationWithoutItsClientUntilItWaits) {
