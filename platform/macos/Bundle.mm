@@ -28,7 +28,7 @@ std::shared_ptr<const InfoDictionary> dictionaryOf(NSDictionary* const info) {
 
 NSBundle readBundle(const Native bundle) {
     @autoreleasepool {
-        ::NSBundle* const native = static_cast<::NSBundle*>(bundle);
+        auto* const native = static_cast<::NSBundle*>(bundle);
         const std::string infoFile = textOf([native bundlePath]) + "/Contents/Info.plist";
         const std::string resourcePath = textOf([native resourcePath]);
         NSDictionary* const info = [native infoDictionary];

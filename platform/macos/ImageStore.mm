@@ -75,13 +75,13 @@ Native ImageStore::image(const ui::ImageReference& image) const {
 }
 
 ui::Size ImageStore::size(const ui::ImageReference& image) const {
-    NSImage* const found = static_cast<NSImage*>(this->image(image));
+    auto* const found = static_cast<NSImage*>(this->image(image));
     if (!found) return {};
     return {[found size].width, [found size].height};
 }
 
 void ImageStore::draw(const ui::ImageReference& image, const ui::Rect& rect, const ui::Color& color) const {
-    NSImage* const found = static_cast<NSImage*>(this->image(image));
+    auto* const found = static_cast<NSImage*>(this->image(image));
     if (!found || rect.width <= 0 || rect.height <= 0) return;
     const NSRect target = toNSRect(rect);
     drawOver(isSymbol(image) ? tinted(found, target.size, color) : found, target);

@@ -60,7 +60,7 @@ NSAppearance* appearanceOf(const std::optional<ui::ColorScheme> scheme) {
 
 struct MainWindow::State {
     State(const std::string& title, const ImageStore& images) : window{makeWindow(title)}, canvas{images} {
-        NSView* const view = static_cast<NSView*>(canvas.view());
+        auto* const view = static_cast<NSView*>(canvas.view());
         [window.get() setContentView:view];
         [window.get() setInitialFirstResponder:view];
     }

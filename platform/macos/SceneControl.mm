@@ -14,7 +14,7 @@ void SceneControl::follow(const ui::Control& control, const ui::Rect& hitArea) {
     const bool ringMoves = hitArea != hitArea_ || ui::lookOf(control) != ui::lookOf(control_);
     control_ = control;
     hitArea_ = hitArea;
-    NSControl* const native = static_cast<NSControl*>(view());
+    auto* const native = static_cast<NSControl*>(view());
     [native setFrame:toNSRect(hitArea)];
     [native setAccessibilityLabel:toNSString(control.accessibleName)];
     if (ringMoves) [native noteFocusRingMaskChanged];
@@ -22,7 +22,7 @@ void SceneControl::follow(const ui::Control& control, const ui::Rect& hitArea) {
 }
 
 void SceneControl::takeFocus() {
-    NSView* const native = static_cast<NSView*>(view());
+    auto* const native = static_cast<NSView*>(view());
     takesFocus_ = true;
     [[native window] makeFirstResponder:native];
     takesFocus_ = false;

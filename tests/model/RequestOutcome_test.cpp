@@ -174,7 +174,7 @@ TEST_F(TheFailureNotice, OfAnotherDomainChangesNothingAtAll) {
     model->activateExt(network);
     for (const auto* const domain : {"NSCocoaErrorDomain", "", "OSSystemExtensionError",
                                      "OSSystemExtensionErrorDomain ", "ossystemextensionerrordomain"}) {
-        const auto logged = loggedLines();
+        const auto logged = loggedLines(); // NOLINT(performance-unnecessary-copy-initialization): it grows
         const auto request = service().request(0);
         model->requestDidFailWithError(*request, {domain, 12, "Foreign."});
         EXPECT_EQ(loggedLines(), logged) << domain;

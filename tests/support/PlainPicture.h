@@ -38,7 +38,7 @@ public:
     };
 
 private:
-    const Pixel& at(int x, int y) const { return pixels_.at(static_cast<std::size_t>(y * width_ + x)); }
+    const Pixel& at(int x, int y) const { return pixels_.at(static_cast<std::size_t>(std::ptrdiff_t{y} * width_ + x)); }
 
     ui::EdgeInsets safeArea_;
     int width_;

@@ -32,7 +32,7 @@ protected:
     CardView card(const SysExtInfo& sei) {
         return {sei, [this](const std::string& id) { calls_.push_back("activate " + id); },
                 [this](const std::string& id) { calls_.push_back("deactivate " + id); },
-                [this] { calls_.push_back("enumerate"); }, build};
+                [this] { calls_.emplace_back("enumerate"); }, build};
     }
     FakeWindow window(const SysExtInfo& sei) {
         const CardView view = card(sei);

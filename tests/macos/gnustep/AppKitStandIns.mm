@@ -132,13 +132,13 @@ NSFontTextStyle const NSFontTextStyleTitle3 = @"title3";
 @end
 
 // A block that nobody keeps needs no more of its runtime than names.
-extern "C" {
+extern "C" { // NOLINTBEGIN(bugprone-reserved-identifier): the compiler chose them
 void* _NSConcreteStackBlock[32];
 void _Block_object_assign(void*, const void*, int) {
 }
 void _Block_object_dispose(const void*, int) {
 }
-}
+} // NOLINTEND(bugprone-reserved-identifier)
 
 @implementation NSImage (Symbols)
 

@@ -21,7 +21,7 @@ struct Picture {
     std::vector<Rgb> pixels;
 
     /// Counted from the top left; throws where there is no such pixel.
-    Rgb at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * width + x)); }
+    Rgb at(int x, int y) const { return pixels.at(static_cast<std::size_t>(std::ptrdiff_t{y} * width + x)); }
 };
 
 /// The X display, with a hand on its pointer and its keys. Positions are those of the screen.

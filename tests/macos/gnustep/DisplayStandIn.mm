@@ -21,6 +21,7 @@
     self = [super init];
     counter_ = eventfd(0, 0);
     for (NSString* mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ])
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): GNUstep takes a descriptor as a pointer
         [[NSRunLoop mainRunLoop] addEvent:reinterpret_cast<void*>(static_cast<std::intptr_t>(counter_))
                                      type:ET_RDESC
                                   watcher:self

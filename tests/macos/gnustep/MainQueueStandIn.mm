@@ -81,7 +81,7 @@ void doLater(std::function<void()> work, NSArray* const modes) {
 
 } // namespace
 
-dispatch_queue_t dispatch_get_main_queue(void) {
+dispatch_queue_t dispatch_get_main_queue() {
     static char main;
     return reinterpret_cast<dispatch_queue_t>(&main);
 }

@@ -217,7 +217,7 @@ TEST_P(TheServiceUnderLoad, LosesNothingThatWasAnsweredWheneverItIsKilled) {
     const int lives = qEnvironmentVariableIsSet("DRIVER_MANAGER_LONG") ? 250 : 25;
     while (kills < lives && !HasFailure())
         live();
-    EXPECT_GT(answers, static_cast<std::size_t>(4 * lives));
+    EXPECT_GT(answers, 4 * static_cast<std::size_t>(lives));
 }
 
 INSTANTIATE_TEST_SUITE_P(WithSeed, TheServiceUnderLoad, testing::Values(1U, 2U, 3U, 4U));
