@@ -14,7 +14,7 @@ NAMED = re.compile(r"`([^`\n]+)`")
 
 # Files that the build creates.
 BUILT = re.compile(
-    r"^build/(?:release|ship|dev|asan|core|libcxx|tidy)"
+    r"^build/(?:release|ship|dev|asan|core|libcxx)"
     r"(?:/bin(?:/(?:sysextd|sysextctl|SystemSettings|seal))?|/Driver Manager\.app(?:/.*)?|/share/.*"
     r"|/packaging/macos/.*|/tests/fuzz|/shipped)?/?$"
 )
