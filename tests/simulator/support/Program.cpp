@@ -61,4 +61,9 @@ const QByteArray& Program::errors() {
     return errors_ += process_.readAllStandardError();
 }
 
+void Program::forget() {
+    output_.clear();
+    errors_.clear();
+}
+
 } // namespace simulator::tests

@@ -56,12 +56,15 @@ public:
     [[nodiscard]] bool printed(const QByteArray& text);
 
     bool isRunning() const { return process_.state() != QProcess::NotRunning; }
-    [[nodiscard]] bool signal(int number) const { return sendSignal(process_.processId(), number); }
+    qint64 process() const { return process_.processId(); }
+    [[nodiscard]] bool signal(int number) const { return sendSignal(process(), number); }
     /// Valid after it has ended; -1 if it crashed.
     int exitCode() const;
-    /// All of it, from the beginning.
+    /// All of it, from the beginning or since forget().
     const QByteArray& output();
     const QByteArray& errors();
+    /// Forgets what it has printed so far.
+    void forget();
     /// To its standard input; does not wait until it was read.
     void write(const QByteArray& text) { process_.write(text); }
 
