@@ -7,7 +7,7 @@
 
 namespace simulator::tests {
 
-ScriptedControl::ScriptedControl(const QDBusConnection& bus) : bus_{bus} {
+ScriptedControl::ScriptedControl(QDBusConnection bus) : bus_{std::move(bus)} {
     registerTypes();
     bus_.registerObject(objectPath, this, QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
     comeBack();

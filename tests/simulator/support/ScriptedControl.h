@@ -18,7 +18,7 @@ class ScriptedControl : public QObject, protected QDBusContext {
 
 public:
     /// Takes the service's name on the bus.
-    explicit ScriptedControl(const QDBusConnection& bus);
+    explicit ScriptedControl(QDBusConnection bus);
     ~ScriptedControl() override;
 
     /// Replaces the copies and tells it.
