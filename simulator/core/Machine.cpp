@@ -12,10 +12,13 @@ Machine::Machine(State state, const Disk& disk) : state_{std::move(state)}, disk
     finishWhatWasBegun();
 }
 
-/// Forgets the requests that ended.
 Outbox Machine::takeOutbox() {
-    std::erase_if(requests_, [](const auto& entry) { return entry.second.stage == Stage::ended; });
+    forgetEnded();
     return std::exchange(outbox_, {});
+}
+
+void Machine::forgetEnded() {
+    std::erase_if(requests_, [](const auto& entry) { return entry.second.stage == Stage::ended; });
 }
 
 void Machine::tell(const std::string& identifier, const std::string& text, const std::string& application) {

@@ -116,6 +116,7 @@ private:
     void remove(Request& request);
 
     // Machine.cpp
+    void forgetEnded();
     void complete(Copy& copy);
     void removeWhatIsAuthorized();
     void removeTerminated();

@@ -88,6 +88,7 @@ void Machine::supersede(const std::string& identifier) {
 // What an application does -------------------------------------------------------------------------------------------
 
 Verdict Machine::submit(const Submission& submission) {
+    forgetEnded();
     if (auto refusal = refusalOf(submission)) return refusal;
     Request request{submission};
     request.number = ++state_.lastNumber;

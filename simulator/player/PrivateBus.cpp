@@ -67,7 +67,8 @@ ScratchFolder::~ScratchFolder() {
 // The bus ------------------------------------------------------------------------------------------------------------
 
 PrivateBus::PrivateBus(const QString& programs) {
-    describe(programs);
+    writeFile(fileNamed("bus.conf"), QString{configuration}.arg(folder_.path()).toUtf8());
+    writeFile(fileNamed(QString{serviceName} + ".service"), QString{activation}.arg(serviceName, programs).toUtf8());
     start();
     const QDBusConnection bus = QDBusConnection::connectToBus(address_, connectionName);
     if (!bus.isConnected()) throw NotDone{"a private bus: " + bus.lastError().message().toStdString()};
@@ -77,11 +78,6 @@ PrivateBus::~PrivateBus() {
     QDBusConnection::disconnectFromBus(connectionName);
     daemon_.kill();
     daemon_.waitForFinished(patience);
-}
-
-void PrivateBus::describe(const QString& programs) {
-    writeFile(fileNamed("bus.conf"), QString{configuration}.arg(folder_.path()).toUtf8());
-    writeFile(fileNamed(QString{serviceName} + ".service"), QString{activation}.arg(serviceName, programs).toUtf8());
 }
 
 void PrivateBus::start() {

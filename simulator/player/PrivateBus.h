@@ -42,7 +42,6 @@ public:
 private:
     static constexpr auto connectionName = "a private bus";
 
-    void describe(const QString& programs);
     void start();
     QString fileNamed(const QString& name) const { return folder_.path() + u'/' + name; }
 

@@ -5,12 +5,13 @@
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
 #include <QFile>
+#include <QMap>
 #include <QVariant>
 
 #include <array>
 #include <cstdint>
-#include <map>
 #include <tuple>
+#include <utility>
 #include <variant>
 
 namespace simulator {
@@ -43,26 +44,18 @@ CopyEntry entryOf(const Copy& copy) {
 }
 
 /// The name of the signal, and its arguments after the token.
-struct Signal {
-    QString name;
-    QVariantList arguments;
-};
-
 struct SignalOfBody {
-    Signal operator()(std::monostate) const { return {}; }
-    Signal operator()(const ReplacementAsked& asked) const {
-        return {"ReplacementAsked", {QVariant::fromValue(asked.existing), QVariant::fromValue(asked.replacement)}};
+    QVariantList operator()(std::monostate) const { return {QString{}}; }
+    QVariantList operator()(const ReplacementAsked& asked) const {
+        return {"ReplacementAsked", QVariant::fromValue(asked.existing), QVariant::fromValue(asked.replacement)};
     }
-    Signal operator()(const NeedsApproval&) const { return {"NeedsApproval", {}}; }
-    Signal operator()(const Finished& finished) const {
-        return {"Finished", {static_cast<qlonglong>(finished.result)}};
+    QVariantList operator()(const NeedsApproval&) const { return {"NeedsApproval"}; }
+    QVariantList operator()(const Finished& finished) const { return {"Finished", qlonglong{finished.result}}; }
+    QVariantList operator()(const Failure& failure) const {
+        return {"Failed", text(failure.domain), qlonglong{failure.code}, text(failure.description)};
     }
-    Signal operator()(const Failure& failure) const {
-        return {"Failed", {text(failure.domain), static_cast<qlonglong>(failure.code), text(failure.description)}};
-    }
-    Signal operator()(const FoundProperties& found) const {
-        const QList<CopyRecord> copies{found.copies.begin(), found.copies.end()};
-        return {"FoundProperties", {QVariant::fromValue(copies)}};
+    QVariantList operator()(const FoundProperties& found) const {
+        return {"FoundProperties", QVariant::fromValue(QList<CopyRecord>{found.copies.begin(), found.copies.end()})};
     }
 };
 
@@ -89,20 +82,17 @@ QString oneShortLine(const std::string& message) {
 } // namespace
 
 QList<CopyEntry> copyEntries(const State& state) {
-    std::map<std::tuple<std::string_view, std::string_view, std::int64_t>, CopyEntry> sorted;
+    QMap<std::tuple<std::string_view, std::string_view, std::int64_t>, CopyEntry> sorted;
     for (const auto& [number, copy] : state.copies)
         sorted[{nameOf(copy.extension.category), copy.extension.identifier, number}] = entryOf(copy);
-    QList<CopyEntry> entries;
-    for (const auto& [key, entry] : sorted)
-        entries.push_back(entry);
-    return entries;
+    return sorted.values();
 }
 
 QDBusMessage messageOf(const Answer& answer) {
-    const Signal signal = std::visit(SignalOfBody{}, answer.body);
-    QDBusMessage message =
-        QDBusMessage::createTargetedSignal(text(answer.client), objectPath, interfaceName, signal.name);
-    message.setArguments(QVariantList{text(answer.token)} + signal.arguments);
+    QVariantList signal = std::visit(SignalOfBody{}, answer.body);
+    const QString name = std::exchange(signal.front(), text(answer.token)).toString();
+    QDBusMessage message = QDBusMessage::createTargetedSignal(text(answer.client), objectPath, interfaceName, name);
+    message.setArguments(signal);
     return message;
 }
 
@@ -113,15 +103,15 @@ BusObject::BusObject(const QDBusConnection& bus, Service& service) : bus_{bus}, 
     });
     connect(&service_, &Service::changed, this, &BusObject::Changed);
     connect(&service_, &Service::restarting, this, &BusObject::Restarting);
-    connect(&service_, &Service::dying, this, &BusObject::flush);
+    connect(&service_, &Service::settled, this, [this] {
+        for (const QDBusMessage& reply : std::exchange(replies_, {}))
+            bus_.send(reply);
+    });
+    // The bus reads messages in order, so when it answers this call, it has all earlier ones.
+    connect(&service_, &Service::dying, this, [this] { bus_.interface()->isServiceRegistered(serviceName); });
     const QStringList whoeverLeaves{QString{}, QString{}, QString{""}};
     bus_.connect("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged",
                  whoeverLeaves, {}, this, SLOT(clientLeft(QString)));
-}
-
-/// The bus reads messages in order, so when it answers this call, it has all earlier ones.
-void BusObject::flush() {
-    bus_.interface()->isServiceRegistered(serviceName);
 }
 
 void BusObject::clientLeft(const QString& name) {
@@ -137,40 +127,43 @@ std::string BusObject::bundleOf(const QString& client) const {
     return bundleOfFile(QFile::symLinkTarget(QString{"/proc/%1/exe"}.arg(process.value())).toStdString());
 }
 
-void BusObject::perform(const std::function<Verdict(Machine&)>& deed) {
-    const Verdict verdict = service_.perform(deed);
-    if (!verdict) return;
+void BusObject::answer(const Verdict& verdict, const QVariantList& values) {
+    setDelayedReply(true);
+    if (!message().isReplyRequired()) return;
+    if (!verdict) return replies_.push_back(message().createReply(values));
     const QString name = refusals.at(static_cast<std::size_t>(verdict->kind));
-    sendErrorReply(errorPrefix + name, oneShortLine(verdict->message));
+    replies_.push_back(message().createErrorReply(errorPrefix + name, oneShortLine(verdict->message)));
 }
 
 // What applications ask ----------------------------------------------------------------------------------------------
 
 void BusObject::Submit(const QString& token, const QString& kind, const QString& identifier) {
-    perform([&](Machine& machine) -> Verdict {
+    answer(service_.perform([&](Machine& machine) -> Verdict {
         const auto known = requestKindNamed(kind.toStdString());
         if (!known) return invalid("unknown kind of request " + inQuotes(kind.toStdString()));
         const QString client = message().service();
         return machine.submit(
             {client.toStdString(), token.toStdString(), bundleOf(client), *known, identifier.toStdString()});
-    });
+    }));
 }
 
 void BusObject::AnswerReplacement(const QString& token, const QString& action) {
-    perform([&](Machine& machine) -> Verdict {
+    answer(service_.perform([&](Machine& machine) -> Verdict {
         const bool isKnown = action == "replace" || action == "cancel";
         if (!isKnown) return invalid(inQuotes(action.toStdString()) + " is neither replace nor cancel");
         return machine.answerReplacement(message().service().toStdString(), token.toStdString(), action == "replace");
-    });
+    }));
 }
 
 // What is there ------------------------------------------------------------------------------------------------------
 
 QList<CopyEntry> BusObject::ListCopies() {
+    service_.settle();
     return copyEntries(service_.machine().state());
 }
 
 QList<RequestEntry> BusObject::ListRequests() {
+    service_.settle();
     QList<RequestEntry> entries;
     for (const auto& [number, request] : service_.machine().requests())
         entries.push_back({number, text(request.client), text(request.token), text(request.application),
@@ -180,6 +173,7 @@ QList<RequestEntry> BusObject::ListRequests() {
 }
 
 QStringList BusObject::ListIdentifiers() {
+    service_.settle();
     QStringList identifiers;
     for (const auto& [identifier, extension] : service_.machine().extensions())
         identifiers.push_back(text(identifier));
@@ -190,7 +184,7 @@ QStringList BusObject::ListIdentifiers() {
 
 QByteArray BusObject::Do(const QStringList& words, const QByteArray& contents) {
     std::string said;
-    perform([&](Machine& machine) -> Verdict {
+    const Verdict verdict = service_.perform([&](Machine& machine) -> Verdict {
         try {
             const Outcome outcome = understood({wordsIn(words), contents.toStdString()})(machine);
             if (const auto* const refusal = std::get_if<Refusal>(&outcome)) return *refusal;
@@ -200,7 +194,8 @@ QByteArray BusObject::Do(const QStringList& words, const QByteArray& contents) {
             return invalid(problem.what());
         }
     });
-    return QByteArray::fromStdString(said);
+    answer(verdict, {QByteArray::fromStdString(said)});
+    return {};
 }
 
 } // namespace simulator

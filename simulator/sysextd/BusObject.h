@@ -46,15 +46,15 @@ private slots:
     void clientLeft(const QString& name);
 
 private:
-    void flush();
     /// The application bundle that its program is in now, as it may be moved while it runs; empty if it is in none.
     std::string bundleOf(const QString& client) const;
 
-    /// Acts on the machine; a refusal becomes an error reply.
-    void perform(const std::function<Verdict(Machine&)>& deed);
+    /// Answers the call, once what it did is in the store; a refusal becomes an error reply.
+    void answer(const Verdict& verdict, const QVariantList& values = {});
 
     QDBusConnection bus_;
     Service& service_;
+    QList<QDBusMessage> replies_;
 };
 
 } // namespace simulator

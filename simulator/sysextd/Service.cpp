@@ -33,24 +33,23 @@ Service::Service(const std::string& storeFile) : store_{storeFile}, machine_{loa
 
 Verdict Service::perform(const std::function<Verdict(Machine&)>& deed) {
     Verdict verdict = deed(machine_);
-    settle();
     stepLater();
     return verdict;
 }
 
 void Service::stepLater() {
-    if (std::exchange(isStepping_, true)) return;
+    if (std::exchange(isTurnDue_, true)) return;
     QMetaObject::invokeMethod(this, &Service::step, Qt::QueuedConnection);
 }
 
 void Service::step() {
-    isStepping_ = false;
-    if (!machine_.step()) return;
     settle();
-    stepLater();
+    isTurnDue_ = false;
+    if (machine_.step()) stepLater();
 }
 
 void Service::settle() {
+    if (!isTurnDue_) return;
     const Outbox outbox = machine_.takeOutbox();
     keep(outbox.copies);
     if (outbox.crashed) {
@@ -65,6 +64,7 @@ void Service::settle() {
         check(seal);
     if (outbox.restarting) emit restarting();
     if (outbox.moved || !outbox.events.empty()) emit changed();
+    emit settled();
 }
 
 void Service::check(const SealToCheck& seal) {

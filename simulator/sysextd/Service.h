@@ -24,22 +24,26 @@ public:
     explicit Service(const std::string& storeFile);
 
     const Machine& machine() const { return machine_; }
-    /// Acts on the machine and stores the result. The steps that follow are taken later, one per turn of the event
-    /// loop.
+    /// Acts on the machine. The result is settled later, together with those of the calls that wait already. The steps
+    /// that follow are taken after that, one per turn of the event loop.
     Verdict perform(const std::function<Verdict(Machine&)>& deed);
+    /// Stores what was performed since the last time, in one transaction, and tells of it. To be called before anyone
+    /// is shown the machine.
+    void settle();
 
 signals:
     void answered(const simulator::Answer& answer);
     void happened(const simulator::Event& event);
     void changed();
     void restarting();
+    /// All that was performed is in the store.
+    void settled();
     /// The process ends at once when this returns; what was sent before must be on the bus by then.
     void dying();
 
 private:
     void step();
     void stepLater();
-    void settle();
     /// On another thread, because it reads all of the extension's files.
     void check(const SealToCheck& seal);
     void keep(const std::set<std::int64_t>& touched);
@@ -47,7 +51,7 @@ private:
     Store store_;
     RealDisk disk_;
     Machine machine_;
-    bool isStepping_ = false;
+    bool isTurnDue_ = false;
     QThreadPool checks_;
 };
 

@@ -1,7 +1,7 @@
 // How the service comes, goes, and dies.
 
 #include "simulator/store/Store.h"
-#include "simulator/sysextd/Service.h"
+#include "simulator/sysextd/BusObject.h"
 #include "tests/simulator/support/SimulatedMac.h"
 
 #include <QDBusConnectionInterface>
@@ -181,16 +181,30 @@ TEST_F(AServiceInThisProcess, HasKeptWhatItSaysWhenItSaysIt) {
     QObject::connect(&service, &Service::happened, look);
     QObject::connect(&service, &Service::changed, look);
     QObject::connect(&service, &Service::restarting, look);
+    QObject::connect(&service, &Service::settled, look);
     service.perform([](Machine& machine) {
         return machine.submit({"client", "a", "", RequestKind::properties, camera});
     });
     ASSERT_TRUE(until([&] { return service.machine().requests().empty(); }));
+    // In one transaction, of which it says once that it changed something.
     service.perform([](Machine& machine) { return machine.advance(7); });
     service.perform([](Machine& machine) -> Verdict {
         machine.restart();
         return done;
     });
-    EXPECT_EQ(said, 1 + 4 + 4 + 1);
+    EXPECT_TRUE(until([&] { return said == 3 + 4 + 5; }));
+}
+
+TEST_F(AServiceInThisProcess, HasKeptWhatItListsWhenItListsIt) {
+    BusObject object{QDBusConnection{"none"}, service};
+    const auto look = [&](auto list) {
+        service.perform([](Machine& machine) { return machine.advance(7); });
+        (object.*list)();
+        EXPECT_TRUE(kept() == service.machine().state());
+    };
+    look(&BusObject::ListCopies);
+    look(&BusObject::ListRequests);
+    look(&BusObject::ListIdentifiers);
 }
 
 } // namespace
