@@ -16,6 +16,7 @@ from Xlib.protocol.event import ClientMessage
 SERVICE = "com.kelvra.Simulator1"
 SILENT = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 OBJECT = "/com/kelvra/Simulator1"
+CONTROL = (SERVICE, OBJECT, SERVICE + ".Control")
 DAEMON = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
 CONFIGURATION = """<busconfig><type>session</type><listen>unix:dir={folder}</listen><servicedir>{services}</servicedir>
 <policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/></policy>
@@ -105,9 +106,6 @@ class Bus:
         """Its process id; None if there is none."""
         return self.call("GetConnectionUnixProcessID", SERVICE) if self.call("NameHasOwner", SERVICE) else None
 
-    def read_copies(self):
-        return self.call("ListCopies", of=(SERVICE, OBJECT, SERVICE + ".Control"))
-
     def stop_service(self):
         if process := self.service():
             os.kill(process, signal.SIGKILL)
@@ -131,8 +129,7 @@ class Bus:
     def answer(self, number, program=None):
         """With that many enabled copies; then waits until the program, if there is one, has printed and painted."""
         wait_until(lambda: self.question)
-        client, token = self.question
-        self.question = None
+        (client, token), self.question = self.question, None
         copies = [(self.extension, "2.1", "2105", True, False, False)] * number
         answer = GLib.Variant("(sa(sssbbb))", (token, copies))
         self.connection.emit_signal(client, OBJECT, SERVICE, "FoundProperties", answer)
