@@ -123,15 +123,14 @@ void SceneControl::keyPressEvent(QKeyEvent* event) {
         if (isMenu()) return openAt(event->key() == Qt::Key_Down ? Qt::TopEdge : Qt::BottomEdge);
         [[fallthrough]];
     default:
-        QWidget::keyPressEvent(event);
+        QWidget::keyPressEvent(event); // NOLINT(bugprone-parent-virtual-call): a button's own would move focus
     }
 }
 
 void SceneControl::activate() {
     if (isMenu()) return openAt(Qt::TopEdge);
     // A copy, because the handler may cause a scene that replaces it.
-    const auto action = std::get<ui::PushButton>(control_.kind).action.run;
-    if (action) action();
+    if (const auto action = std::get<ui::PushButton>(control_.kind).action.run) action();
 }
 
 void SceneControl::openAt(const Qt::Edge end) {

@@ -96,7 +96,7 @@ QDBusMessage messageOf(const Answer& answer) {
     return message;
 }
 
-BusObject::BusObject(const QDBusConnection& bus, Service& service) : bus_{bus}, service_{service} {
+BusObject::BusObject(QDBusConnection bus, Service& service) : bus_{std::move(bus)}, service_{service} {
     connect(&service_, &Service::answered, this, [this](const Answer& answer) { bus_.send(messageOf(answer)); });
     connect(&service_, &Service::happened, this, [this](const simulator::Event& event) {
         emit Event(event.time, text(event.identifier), text(event.text), text(event.application));

@@ -22,7 +22,7 @@ class BusObject : public QObject, protected QDBusContext {
 
 public:
     /// The service must outlive it.
-    BusObject(const QDBusConnection& bus, Service& service);
+    BusObject(QDBusConnection bus, Service& service);
 
     // What applications ask.
     void Submit(const QString& token, const QString& kind, const QString& identifier);

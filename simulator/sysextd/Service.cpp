@@ -1,7 +1,5 @@
 #include "simulator/sysextd/Service.h"
 
-#include <QMetaObject>
-
 #include <cstdio>
 #include <cstdlib>
 #include <utility>

@@ -52,7 +52,7 @@ TEST(ABinaryList, IsReadWithValuesThatStandInSeveralPlaces) {
 std::string listOfLevels(std::uint64_t levels, std::size_t times) {
     std::vector<std::string> values;
     for (std::uint64_t level = 1; level < levels; ++level) {
-        values.push_back(std::string{static_cast<char>(0xa0 + times)});
+        values.emplace_back(1, static_cast<char>(0xa0 + times));
         for (std::size_t i = 0; i < times; ++i)
             values.back() += reference(level);
     }

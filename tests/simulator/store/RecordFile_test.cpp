@@ -278,7 +278,7 @@ TEST_F(ARecordFile, ThatWasHarmedIsLeftAloneAndItsLogToo) {
 TEST_F(ARecordFile, ThatIsDamagedIsLeftAloneAndItsLogToo) {
     keep(many());
     ASSERT_TRUE(kills([&] { tamper("INSERT INTO record VALUES ('a')", die); }));
-    std::fstream{file, std::ios::in | std::ios::out | std::ios::binary}.seekp(40 * 4096) << std::string(4096, '\x5a');
+    std::fstream{file, std::ios::in | std::ios::out | std::ios::binary}.seekp(163'840) << std::string(4096, '\x5a');
     expectRefusal("it is damaged");
 }
 

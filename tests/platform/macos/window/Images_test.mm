@@ -115,7 +115,7 @@ TEST_F(ASymbol, HasNoColorButTheOneThatItIsDrawnIn) {
 std::string pixelsOf(NSImage* const image) {
     for (NSImageRep* candidate in [image representations]) {
         if (![candidate isKindOfClass:[NSBitmapImageRep class]]) continue;
-        NSBitmapImageRep* const bitmap = static_cast<NSBitmapImageRep*>(candidate);
+        auto* const bitmap = static_cast<NSBitmapImageRep*>(candidate);
         const NSInteger length = [bitmap bytesPerRow] * [bitmap pixelsHigh];
         return {reinterpret_cast<const char*>([bitmap bitmapData]), static_cast<std::size_t>(length)};
     }
