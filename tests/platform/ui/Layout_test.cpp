@@ -149,6 +149,7 @@ TEST(AStackOfViews, WithoutMembersIsEmptyButStillCountsAsAMember) {
 TEST(ADepthStack, PutsItsMembersOnTopOfEachOther) {
     const auto stack = [](const Alignment alignment) { return ZStack{alignment, box(20, 10), box(14, 30, red)}; };
     EXPECT_EQ(ownSize(stack(Alignment::center)), (Size{20, 30}));
+    EXPECT_EQ(ownSize(ZStack{Alignment::center, box(20, 10), box(14, 12)}), (Size{20, 12}));
     EXPECT_EQ(scene(stack(Alignment::center)),
               (Lines{"fill rectangle 40,25 20x10 white", "fill rectangle 43,15 14x30 255/0/0"}));
     EXPECT_EQ(scene(stack(Alignment::leading)).back(), "fill rectangle 40,15 14x30 255/0/0");
@@ -160,6 +161,7 @@ TEST(SeveralViewsWithAModifier, AreStackedVertically) {
     const View column = down(box(10, 4), box(20, 6));
     EXPECT_EQ(scene(Group{box(10, 4), box(20, 6)}.padding(3)), scene(column.padding(3)));
     EXPECT_EQ(scene(Group{box(10, 4), box(20, 6)}.font(Font::callout)), scene(column));
+    EXPECT_EQ(scene(Group{box(10, 4), box(20, 6)}.background(area())), scene(column.background(area())));
 }
 
 TEST(ASpacer, IsAtLeastEightLongAndHasNoWidth) {
