@@ -104,7 +104,8 @@ class Bus:
 
     def service(self):
         """Its process id; None if there is none."""
-        return self.call("GetConnectionUnixProcessID", SERVICE) if self.call("NameHasOwner", SERVICE) else None
+        with contextlib.suppress(GLib.Error):
+            return self.call("GetConnectionUnixProcessID", SERVICE)
 
     def stop_service(self):
         if process := self.service():
