@@ -35,8 +35,9 @@ class AllTests(unittest.TestCase):
         presets = {"version": 6, "configurePresets": [preset(name) for name in PRESETS], "testPresets": tests}
         (self.root / "CMakePresets.json").write_text(json.dumps(presets))
 
-    def run_tests(self, script):
+    def run_tests(self, script, tidy="exit 0"):
         (self.root / "CMakeLists.txt").write_text(PROJECT.format(script=script))
+        (self.root / "tools/tidy").write_text(f"#!/bin/sh\n{tidy}\n")
         program = Program([self.root / "test", "--all"], dict(os.environ), folder="/")
         self.addCleanup(program.end)
         status = program.wait_for_end()
@@ -56,6 +57,10 @@ class AllTests(unittest.TestCase):
             ['-- dev: area: AThing <has> a "name" & says why', "   it is dev"],
             [line for line in program.output[-4:-1] if line.strip()],
         )
+
+    def test_fail_if_clang_tidy_complains(self):
+        status, program = self.run_tests("exit 0", tidy="exit 1")
+        self.assertEqual((1, "test: failed in tidy"), (status, program.errors[-1]))
 
 
 if __name__ == "__main__":
