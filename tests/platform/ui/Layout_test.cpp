@@ -284,7 +284,8 @@ TEST(AFrameOfTheGreatestLength, PinsItsContentToTheLeadingEdge) {
 
 TEST(AFrameOfTheGreatestLength, NeverMakesALengthInfinite) {
     const View wide = box(1, 1).frame({.width = greatestFiniteMagnitude, .height = greatestFiniteMagnitude});
-    const View stacks = down(across(wide, Spacer{}, wide), wide.padding().border(Color::black, 2));
+    const View ring = Circle{}.stroke(red).padding(-1e300).frame({.width = greatestFiniteMagnitude});
+    const View stacks = down(across(wide, Spacer{}, wide), wide.padding().border(Color::black, 2), ring);
     const Size size = ownSize(stacks.frame({.maxWidth = infinity}).padding());
     EXPECT_TRUE(std::isfinite(size.width) && std::isfinite(size.height));
     for (const std::string& text : {fake::sceneOf(stacks), fake::sceneOf(stacks, Size{100, 60})}) {
