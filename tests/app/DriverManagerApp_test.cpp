@@ -4,6 +4,8 @@
 #include "tests/support/FakeServices.h"
 #include "tests/support/FakeWindow.h"
 
+#include <gmock/gmock.h>
+
 namespace app {
 namespace {
 
@@ -47,6 +49,18 @@ TEST_F(TheApplication, DoesNotAskForItsContentWhenTheModelChanges) {
         application.window.endTurn();
         EXPECT_EQ(application.window.rebuilds(), 1);
         EXPECT_EQ(service.submissions().size(), 3u);
+    });
+}
+
+TEST_F(TheApplication, DoesNotCountTheBaseDriverAmongTheTwoThatAreNeeded) {
+    run([](RunningApplication& application) {
+        auto& service = SystemExtensions::shared();
+        service.foundProperties(0, {platform::fake::enabledCopy("com.kelvra.driverkit.base", "2.1", "2105")});
+        service.foundProperties(1, {platform::fake::enabledCopy(camera, "2.1", "2105")});
+        platform::fake::drainMainQueue();
+        application.window.endTurn();
+        EXPECT_THAT(application.window.texts(),
+                    testing::Contains("Both drivers need to be activated to run the camera"));
     });
 }
 

@@ -146,15 +146,16 @@ TEST(TextSizes, AreCachedByTextStyleAndWeight) {
     EXPECT_EQ(metrics.textMeasurements, 3 + 6) << "six of them for the comparison alone";
 }
 
-TEST(TextSizes, AreDroppedBeforeThereAreTooMany) {
+TEST(TextSizes, AreDroppedWhenThereAre256) {
     const fake::FixedMetrics metrics;
     const RememberedMetrics remembered{metrics};
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 256; ++i)
         remembered.textSize(std::to_string(i), Font::body);
-    remembered.textSize("999", Font::body);
-    EXPECT_EQ(metrics.textMeasurements, 1000);
     remembered.textSize("0", Font::body);
-    EXPECT_EQ(metrics.textMeasurements, 1001);
+    EXPECT_EQ(metrics.textMeasurements, 256);
+    remembered.textSize("256", Font::body);
+    remembered.textSize("0", Font::body);
+    EXPECT_EQ(metrics.textMeasurements, 258);
 }
 
 TEST(SizesOfImages, AreMeasuredByTheWindow) {
