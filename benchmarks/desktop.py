@@ -1,10 +1,9 @@
-"""A display and a session bus of their own, and what happens there."""
+"""The display and the session bus that benchmarks/run has made, and what happens there."""
 
 import contextlib
 import os
 import signal
 import subprocess
-import tempfile
 import time
 from pathlib import Path
 
@@ -18,31 +17,6 @@ SILENT = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 OBJECT = "/com/kelvra/Simulator1"
 CONTROL = (SERVICE, OBJECT, SERVICE + ".Control")
 DAEMON = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
-CONFIGURATION = """<busconfig><type>session</type><listen>unix:dir={folder}</listen><servicedir>{services}</servicedir>
-<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/></policy>
-</busconfig>"""
-
-
-@contextlib.contextmanager
-def desktop(services):
-    """A screen and a bus, which starts these services. Programs use both while it lasts."""
-    with tempfile.TemporaryDirectory(prefix="driver-manager-") as folder, contextlib.ExitStack() as stack:
-        os.environ |= dict.fromkeys(("XDG_RUNTIME_DIR", "XDG_STATE_HOME", "XDG_CONFIG_HOME"), folder)
-        os.environ |= {"XDG_DATA_DIRS": "/usr/share", "LANG": "C.UTF-8"}
-        os.environ |= {"QT_QPA_PLATFORM": "xcb", "QT_QUICK_BACKEND": "software"}
-        server = ["Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"]
-        os.environ["DISPLAY"] = ":" + told_by(server, stack)
-        Path(folder, "bus.conf").write_text(CONFIGURATION.format(folder=folder, services=services))
-        daemon = ["dbus-daemon", f"--config-file={folder}/bus.conf", "--nofork", "--print-address"]
-        os.environ["DBUS_SESSION_BUS_ADDRESS"] = told_by(daemon, stack)
-        yield Screen(), Bus()
-
-
-def told_by(command, stack):
-    """The first line that the program prints, which ends with the stack."""
-    program = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
-    stack.callback(program.kill)
-    return program.stdout.readline().strip()
 
 
 def wait_until(condition):

@@ -14,7 +14,7 @@ import time
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-from desktop import CONTROL, SILENT, desktop, wait_until
+from desktop import CONTROL, SILENT, Bus, Screen, wait_until
 
 ROOT = Path(__file__).resolve().parent.parent
 PAGE = ROOT / "docs/performance.md"
@@ -34,10 +34,10 @@ MARK = "<!-- benchmarks/run writes what is between this line and its twin. -->\n
 def main():
     if set(sys.argv[1:]) - {"--quick", "--hour"}:
         sys.exit("run: unknown option; the first lines of benchmarks/run say what there is")
-    with desktop(BUILD / "share/dbus-1/services") as (screen, bus):
-        subprocess.run([BUILD / "bin/sysextctl", "applications", BUILD], check=True)
-        subprocess.run([BUILD / "bin/sysextctl", "install", CAMERA, "2.1", "2105"], check=True)
-        rows = [row for measure in (size, start, inside, service, idle, answer) for row in measure(screen, bus)]
+    subprocess.run([BUILD / "bin/sysextctl", "applications", BUILD], check=True)
+    subprocess.run([BUILD / "bin/sysextctl", "install", CAMERA, "2.1", "2105"], check=True)
+    screen, bus = Screen(), Bus()
+    rows = [row for measure in (size, start, inside, service, idle, answer) for row in measure(screen, bus)]
     goals = table(("what", "figure", "goal", "reached"), *[row for row in rows if len(row) == 4])
     others = table(("what", "figure"), *[row for row in rows if len(row) == 2])
     processor = re.search(r"model name\s*: (.*)", Path("/proc/cpuinfo").read_text())[1]
