@@ -10,7 +10,7 @@ from display import Display
 from program import Program
 
 BUILD = Path(os.environ["DRIVER_MANAGER_BUILD"])
-SERVICES = BUILD / "share/dbus-1/services"
+SERVICES = BUILD / "share"
 NO_SERVICES = None
 
 KEPT = ("PATH", "HOME", "LANG", "UBSAN_OPTIONS")
