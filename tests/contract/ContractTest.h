@@ -7,7 +7,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -31,9 +30,6 @@ inline constexpr auto nobody = "com.kelvra.nobody";
 /// installed. A command that fails fails the test.
 class Stage {
 public:
-    Stage() = default;
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
     virtual ~Stage() = default;
 
     /// The manager to which the application submits its requests.
@@ -49,26 +45,6 @@ public:
 
 /// A new stage of this program's kind.
 std::unique_ptr<Stage> makeStage();
-
-/// A stand-in that answers what a test tells it. Submissions are numbered from 0.
-class PlayedService {
-public:
-    PlayedService() = default;
-    PlayedService(const PlayedService&) = delete;
-    PlayedService& operator=(const PlayedService&) = delete;
-    virtual ~PlayedService() = default;
-
-    /// The manager that takes the submissions.
-    virtual platform::OSSystemExtensionManager& manager() = 0;
-    // Delivered by the next deliver().
-    virtual void finish(std::size_t submission, std::int64_t result) = 0;
-    virtual void findNothing(std::size_t submission) = 0;
-    /// Delivers answers until `holds` returns true.
-    virtual void deliver(const std::function<bool()>& holds) = 0;
-};
-
-/// A new scripted service of this program's kind.
-std::unique_ptr<PlayedService> makePlayedService();
 
 using Kind = OSSystemExtensionRequest::Kind;
 

@@ -82,14 +82,22 @@ private:
     fake::SystemExtensions& manager_ = fake::SystemExtensions::shared();
 };
 
+TEST(TheFakeOfTheExtensionService, FinishesNoPropertiesRequest) {
+    FakeStandIn fake;
+    Record record;
+    const auto listener = std::make_shared<Listener>("it", record);
+    const auto request = makeRequest(Kind::properties, camera);
+    request->setDelegate(listener);
+    fake.manager().submitRequest(request);
+    fake.finish(0, 0);
+    fake.runMainQueue();
+    EXPECT_THAT(record.lines, testing::IsEmpty());
+}
+
 } // namespace
 
 std::unique_ptr<Stage> makeStage() {
     return std::make_unique<MachineStage>(std::make_unique<FakeStandIn>());
-}
-
-std::unique_ptr<PlayedService> makePlayedService() {
-    return std::make_unique<FakeStandIn>();
 }
 
 } // namespace contract

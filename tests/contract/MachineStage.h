@@ -13,13 +13,18 @@
 
 namespace contract {
 
-/// A scripted service whose state can be read.
-class ScriptedStandIn : public PlayedService {
+/// A stand-in that answers what it is told. Submissions are numbered from 0.
+class ScriptedStandIn {
 public:
+    virtual ~ScriptedStandIn() = default;
+
     struct Submission {
         simulator::RequestKind kind;
         std::string identifier;
     };
+
+    /// The manager that takes the submissions.
+    virtual platform::OSSystemExtensionManager& manager() = 0;
 
     /// Every submission so far.
     virtual std::vector<Submission> submissions() const = 0;
@@ -28,6 +33,7 @@ public:
     virtual void needsApproval(std::size_t submission) = 0;
     virtual void askReplacement(std::size_t submission, const simulator::CopyRecord& existing,
                                 const simulator::CopyRecord& replacement) = 0;
+    virtual void finish(std::size_t submission, std::int64_t result) = 0;
     virtual void fail(std::size_t submission, const platform::Error& error) = 0;
     virtual void foundProperties(std::size_t submission, const std::vector<simulator::CopyRecord>& copies) = 0;
 
@@ -36,13 +42,6 @@ public:
 
     /// Runs the queued work of the main queue; false if there was none.
     virtual bool runMainQueue() = 0;
-
-    void findNothing(const std::size_t submission) override { foundProperties(submission, {}); }
-    void deliver(const std::function<bool()>& holds) override {
-        while (runMainQueue()) {
-        }
-        EXPECT_TRUE(holds());
-    }
 };
 
 /// The stage of a scripted stand-in. The simulator's machine, in this process, decides what it answers, so the

@@ -76,8 +76,4 @@ std::unique_ptr<Stage> makeStage() {
     return std::make_unique<MachineStage>(std::make_unique<MacosStandIn>());
 }
 
-std::unique_ptr<PlayedService> makePlayedService() {
-    return std::make_unique<MacosStandIn>();
-}
-
 } // namespace contract

@@ -4,7 +4,6 @@
 #include "tests/contract/ContractTest.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/QtTesting.h"
-#include "tests/support/ScriptedService.h"
 
 #include <QCoreApplication>
 #include <QDBusPendingReply>
@@ -92,35 +91,7 @@ private:
     platform::SimulatorManager manager_{bus_.address()};
 };
 
-/// The manager of Linux with a service in this process.
-class PlayedOnTheBus final : public PlayedService {
-public:
-    platform::OSSystemExtensionManager& manager() override { return manager_; }
-
-    void finish(const std::size_t submission, const std::int64_t result) override {
-        say("Finished", submission, qlonglong{result});
-    }
-    void findNothing(const std::size_t submission) override {
-        say("FoundProperties", submission, tests::onTheBus(QList<tests::CopyOnTheBus>{}));
-    }
-    void deliver(const std::function<bool()>& holds) override { EXPECT_TRUE(tests::until(holds)); }
-
-private:
-    void say(const char* const answer, const std::size_t submission, const QVariant& what) {
-        ASSERT_TRUE(tests::until([&] { return service_.calls().size() > submission; }));
-        service_.signal(QString::fromLatin1(answer), {service_.token(submission), what});
-    }
-
-    tests::PrivateBus bus_;
-    tests::ScriptedService service_{bus_.address()};
-    platform::SimulatorManager manager_{bus_.address()};
-};
-
 } // namespace
-
-std::unique_ptr<PlayedService> makePlayedService() {
-    return std::make_unique<PlayedOnTheBus>();
-}
 
 std::unique_ptr<Stage> makeStage() {
     simulator::registerTypes();

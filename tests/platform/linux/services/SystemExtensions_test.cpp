@@ -47,6 +47,22 @@ TEST_F(ASystemExtensionRequest, GetsNothingAfterItsLastAnswer) {
     EXPECT_THAT(record.lines, ElementsAre("camera finished 0"));
 }
 
+/// Public sources do not say whether and when a properties request also finishes.
+TEST_F(ASystemExtensionRequest, ForPropertiesIgnoresAFinish) {
+    startService();
+    const auto listener = std::make_shared<tests::Listener>("camera", record);
+    const auto request = OSSystemExtensionRequest::propertiesRequestForExtension("camera", DispatchQueue::main());
+    request->setDelegate(listener);
+    manager.submitRequest(request);
+    waitForCalls(1);
+    finish();
+    waitForAnswerToAnotherRequest();
+    EXPECT_THAT(record.lines, IsEmpty());
+    service->signal("FoundProperties", {service->token(0), onTheBus(QList<CopyOnTheBus>{})});
+    waitForAnswers(1);
+    EXPECT_THAT(record.lines, ElementsAre("camera found 0"));
+}
+
 TEST_F(ASystemExtensionRequest, AnswersNoQuestionOnceItHasEnded) {
     submitAccepted();
     record.onLine = [this] {

@@ -83,6 +83,15 @@ TEST_F(TheExtensions, FinishWithEachResultThereIsAndAnyOther) {
                                      "it finished 9223372036854775807"));
 }
 
+/// Public sources do not say whether and when a properties request also finishes.
+TEST_F(TheExtensions, AreFoundThoughARequestForThemIsSaidToHaveFinished) {
+    submit(Kind::properties);
+    service.finish(0, 0);
+    EXPECT_THAT(heard(), IsEmpty());
+    service.found(0, makeArray({}));
+    EXPECT_THAT(heard(), ElementsAre("it found 0"));
+}
+
 TEST_F(TheExtensions, FailWithNoErrorAsWithOneOfNoDomain) {
     EXPECT_EQ(errorIn(nullptr).domain, "");
     EXPECT_EQ(errorIn(makeNumber(4)).domain, "");
