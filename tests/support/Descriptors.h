@@ -21,7 +21,6 @@ class Descriptor {
 public:
     explicit Descriptor(const int number) : number_{number} {}
     Descriptor(Descriptor&& other) noexcept : number_{std::exchange(other.number_, -1)} {}
-    Descriptor& operator=(Descriptor&&) = delete;
     ~Descriptor() { close(); }
 
     int get() const { return number_; }
@@ -88,8 +87,6 @@ public:
             dup2(replacement, place);
         }
     }
-    ReplacedDescriptor(const ReplacedDescriptor&) = delete;
-    ReplacedDescriptor& operator=(const ReplacedDescriptor&) = delete;
     ~ReplacedDescriptor() { dup2(saved_.get(), place_); }
 
 private:

@@ -101,8 +101,6 @@ OSSystemExtensionProperties uninstallingCopy(std::string identifier, std::string
 class FreshServices {
 public:
     FreshServices() { reset(); }
-    FreshServices(const FreshServices&) = delete;
-    FreshServices& operator=(const FreshServices&) = delete;
     ~FreshServices() { reset(); }
 
 private:

@@ -16,8 +16,6 @@ public:
     /// Returns once the daemon listens. The environment is that of the services which the bus starts.
     explicit PrivateBus(const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
     ~PrivateBus();
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
 
     const QString& address() const { return address_; }
 

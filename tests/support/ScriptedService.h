@@ -31,8 +31,6 @@ public:
 
     /// Uses its own connection; throws std::runtime_error if there is no bus or the name is taken.
     explicit ScriptedService(const QString& busAddress, Owns owns = Owns::theName);
-    ScriptedService(const ScriptedService&) = delete;
-    ScriptedService& operator=(const ScriptedService&) = delete;
     ~ScriptedService() override;
 
     QString introspect(const QString&) const override { return {}; }

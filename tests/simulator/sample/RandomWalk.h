@@ -15,9 +15,6 @@ namespace simulator {
 /// Where a walk's machine is kept. Of the management profile it keeps the source alone.
 class Keeper {
 public:
-    Keeper() = default;
-    Keeper(const Keeper&) = delete;
-    Keeper& operator=(const Keeper&) = delete;
     virtual ~Keeper() = default;
 
     /// Called after each step, before its answers are looked at, with the numbers of the copies that have changed.

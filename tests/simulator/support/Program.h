@@ -45,8 +45,6 @@ public:
     /// Returns once it runs. Throws where it cannot be started.
     Program(const QString& path, const QStringList& arguments, const QProcessEnvironment& environment);
     ~Program();
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
 
     /// Handles this process's events until the program has ended; says whether it did so in time.
     [[nodiscard]] bool ended();
