@@ -50,10 +50,6 @@ class Cards:
         """Waits until the name of a card's icon says that the extension is enabled, or not enabled."""
         self.screen.wait_for_node(f"{name}, {'enabled' if enabled else 'not enabled'}", Atspi.Role.IMAGE)
 
-    def action(self, name):
-        """The title of the button on a card, or None."""
-        return next((title for title in ("Activate", "Upgrade") if self.has_button(title, name)), None)
-
     def press(self, title, name):
         """Presses the button with this title on a card."""
         self.screen.press(f"{title} {name}", Atspi.Role.PUSH_BUTTON)

@@ -9,7 +9,6 @@ from screen import Screen
 
 
 SETTINGS = "System Settings"
-BASE = "com.kelvra.driverkit.base"
 CAMERA = "com.kelvra.ip-camera.cmio"
 NETWORK = "com.kelvra.driverkit.usb-to-poe"
 

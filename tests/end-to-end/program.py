@@ -83,24 +83,6 @@ class Program:
         self.seen[id(lines)] = len(lines)
         return sorted(lines[seen:])
 
-    def next_line(self, lines):
-        """Waits for the line after those taken so far."""
-        place = self.seen.get(id(lines), 0)
-        wait_until(lambda: len(lines) > place, lambda: f"{self.name} prints another line\n{self.said()}")
-        self.seen[id(lines)] = place + 1
-        return lines[place]
-
-    def wait_for_next(self, text):
-        """Takes the lines of its output up to the next one that contains the text."""
-        while text not in self.next_line(self.output):
-            pass
-
-    def lines_left(self, lines):
-        """The lines that it has printed but no test has taken."""
-        while GLib.MainContext.default().iteration(False):
-            pass
-        return lines[self.seen.get(id(lines), 0) :]
-
     def wait_for_end(self):
         """Waits until it has ended. Returns its status, which is negative for a signal."""
         wait_until(lambda: self.status is not None, lambda: f"{self.name} ends\n{self.said()}")

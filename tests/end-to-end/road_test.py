@@ -1,7 +1,6 @@
 import unittest
 
 from application import ALL_SET, AWAITING, NOT_INSTALLED, NOTHING_INSTALLED
-from bus import SERVICE
 from case import CAMERA, NETWORK, MacTest
 
 AWAITS = "n/a State: Await approval [false true false]"
@@ -41,24 +40,6 @@ class TheRoad(MacTest):
         """Expects this of the running application and of one that starts now."""
         self.expect_look(application, *look)
         self.expect_new_look(*look)
-
-
-class AServiceCrash(MacTest):
-    def test_during_an_approval_fails_the_request_but_not_the_next_one(self):
-        application = self.open_application()
-        self.expect_look(application, NOTHING_INSTALLED, NOT_INSTALLED, NOT_INSTALLED)
-        application.press("Activate", "Camera Driver")
-        application.wait_for_state("Camera Driver", "Await approval")
-        self.desktop.bus.kill_service()
-        application.wait_for_line("(An unknown error occurred.)", application.errors)
-        self.assertFalse(self.desktop.bus.has(SERVICE))
-        self.assertEqual("Await approval", application.state("Camera Driver"))
-        application.press("Activate", "Camera Driver")
-        lines = f"Sysex identifier {CAMERA}", "Sysex request needs user approval."
-        application.screen.wait_for(lambda: application.errors[-2:] == list(lines), "the next press works")
-        self.assertEqual(2, sum("Sysex identifier" in line for line in application.errors))
-        self.mac.does("allow", CAMERA)
-        application.wait_for_state("Camera Driver", "Enabled")
 
 
 if __name__ == "__main__":
