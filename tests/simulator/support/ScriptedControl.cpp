@@ -64,10 +64,10 @@ QStringList ScriptedControl::ListIdentifiers() {
     return identifiers;
 }
 
-QByteArray ScriptedControl::Do(const QStringList& words, const QByteArray&) {
+QByteArray ScriptedControl::Do(const QStringList& words, const QByteArray& contents) {
     deeds_ += words.join(u' ');
     ask(words.first());
-    return {};
+    return contents;
 }
 
 CopyEntry copyIn(const QString& condition, const QString& identifier, const QString& shortVersion,

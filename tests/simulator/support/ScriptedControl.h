@@ -49,6 +49,7 @@ public slots:
     QList<simulator::CopyEntry> ListCopies();
     QList<simulator::RequestEntry> ListRequests();
     QStringList ListIdentifiers();
+    /// Answers with the contents.
     QByteArray Do(const QStringList& words, const QByteArray& contents);
 
     // What listeners on the bus hear.

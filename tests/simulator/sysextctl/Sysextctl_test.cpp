@@ -1,6 +1,7 @@
 // The program itself, in front of a service that answers what the test says.
 
 #include "simulator/bus/Types.h"
+#include "simulator/sysextctl/Output.h"
 #include "tests/simulator/support/Program.h"
 #include "tests/simulator/support/ScriptedControl.h"
 #include "tests/simulator/support/TestApplication.h"
@@ -52,6 +53,25 @@ TEST_F(Sysextctl, HasTheServiceDoWhatWasTypedAndSaysNothing) {
     EXPECT_EQ(control().deeds(),
               (QStringList{"allow com.kelvra.ip-camera.cmio", "fault next any 28 no space left --domain D",
                            "applications /usr/bin " + QDir::currentPath()}));
+}
+
+TEST_F(Sysextctl, SendsTheFileThatWasNamedAndPrintsTheAnswer) {
+    const auto file = written("a profile");
+    EXPECT_EQ(outcomeOf({"profile", file->fileName()}), (Outcome{0, "a profile", ""}));
+}
+
+TEST_F(Sysextctl, PrintsWhatTheServiceListsOfAllOrOfOneCategory) {
+    const auto printed = [this](const QStringList& words) { return QString::fromStdString(outcomeOf(words).output); };
+    const CopyEntry inUse = copyIn("enabled");
+    const CopyEntry driver = copyIn("waiting", "com.kelvra.driverkit.usb-to-poe");
+    control().show({inUse, driver});
+    EXPECT_EQ(printed({"list"}), ctl::asText({inUse, driver}));
+    EXPECT_EQ(printed({"list", "driver_extension"}), ctl::asText({driver}));
+    EXPECT_EQ(printed({"list", "cmio", "--json"}), ctl::asJson({inUse}));
+    const RequestEntry open{3, ":1.7", "token", "/Applications/Driver Manager.app", "activation", camera, "user", 0};
+    control().showRequests({open});
+    EXPECT_EQ(printed({"requests"}), ctl::asText({open}));
+    EXPECT_EQ(printed({"requests", "--json"}), ctl::asJson({open}));
 }
 
 TEST_F(Sysextctl, EndsAsTheServiceRefuses) {
@@ -111,6 +131,15 @@ TEST_F(Sysextctl, WaitsUntilACopyIsInTheState) {
     ASSERT_TRUE(until([this] { return control().timesAsked("ListCopies") == 2; }));
     EXPECT_TRUE(program->isRunning());
     control().show({copyIn("enabled")});
+    EXPECT_EQ(program->outcome(), silence);
+}
+
+TEST_F(Sysextctl, GoesOnWaitingOnceTheServiceIsBack) {
+    const auto program = waiting();
+    control().leave();
+    EXPECT_EQ(outcomeOf({"list"}).code, 1);
+    control().show({copyIn("enabled")});
+    control().comeBack();
     EXPECT_EQ(program->outcome(), silence);
 }
 
