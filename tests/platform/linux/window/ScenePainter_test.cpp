@@ -170,19 +170,8 @@ TEST_F(TheMetrics, GrowWithTheTextInFractionsOfAPixel) {
     EXPECT_NEAR(width(sentence.toUtf8().constData(), ui::Font::body), unhinted, 0.5);
 }
 
-TEST_F(TheMetrics, LetUpgradeFitItsButton) {
-    EXPECT_LE(width("Upgrade", ui::Font::body), 54);
-    EXPECT_GT(width("Upgrade", ui::Font::body), width("Activate", ui::Font::body));
-}
-
 TEST_F(TheMetrics, MakeAButtonThirtyPointsHigh) {
     EXPECT_NEAR(metrics_.textSize("Activate", ui::Font::body).height, 16, 0.5);
-}
-
-TEST_F(TheMetrics, LetTheApprovalSentenceFitTheBanner) {
-    const double room = 450 - 44 - 16 - 8;
-    EXPECT_LT(width("Open Privacy & Security in System Settings to allow the extensions.", ui::Font::callout),
-              room + 1);
 }
 
 TEST_F(TheMetrics, GiveAnEmptyTextTheHeightOfALine) {

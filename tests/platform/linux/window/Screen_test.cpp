@@ -1,5 +1,3 @@
-#include "app/DriverManagerApp.h"
-
 #include "platform/linux/ScenePainter.h"
 #include "platform/ui/SceneHost.h"
 #include "tests/platform/linux/window/WindowTest.h"
@@ -21,24 +19,15 @@ void forEach(const std::vector<ui::SceneNode>& nodes, const Visit& visit) {
         std::visit(visitWithContent, node.value);
 }
 
-/// The initial screen in the typeface of this window.
-class TheScreen : public testing::Test {
-protected:
-    fake::FreshServices services_;
-    TestApplication application_;
-    ImageStore images_{QStringLiteral(ICONS)};
-    QtMetrics metrics_{images_};
-    ui::Scene scene_ = ui::layout(app::DriverManagerApp{}.body().content(), std::nullopt, metrics_);
-};
+class TheScreen : public WindowTest, public testing::WithParamInterface<fake::ScreenState> {};
 
-TEST_F(TheScreen, TruncatesNothing) {
-    forEach(scene_.nodes,
+TEST_P(TheScreen, TruncatesNothingInTheTypefaceOfThisWindow) {
+    const QtMetrics metrics{images_};
+    forEach(ui::layout(fake::screenOf(GetParam()), std::nullopt, metrics).nodes,
             ui::Cases{[](const ui::TextRun& run) { EXPECT_FALSE(run.truncated) << run.text; }, [](const auto&) {}});
 }
 
-class EveryPixel : public WindowTest, public testing::WithParamInterface<fake::ScreenState> {};
-
-TEST_P(EveryPixel, MatchesTheScene) {
+TEST_P(TheScreen, MatchesItsScenePixelByPixel) {
     const ui::Scene scene =
         fake::withoutTextsAndImages(ui::layout(fake::screenOf(GetParam()), std::nullopt, fake::FixedMetrics{}));
     window_.present(scene);
@@ -50,7 +39,7 @@ TEST_P(EveryPixel, MatchesTheScene) {
     EXPECT_THAT(fake::PlainPicture{scene}.differences(at), testing::IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(OfTheScreen, EveryPixel, testing::ValuesIn(fake::screenStates()),
+INSTANTIATE_TEST_SUITE_P(InEachState, TheScreen, testing::ValuesIn(fake::screenStates()),
                          [](const auto& state) { return state.param.name; });
 
 } // namespace
