@@ -73,15 +73,6 @@ TEST_F(TheExtensionService, KeepsARequestDuringItsLastAnswerAndNoLonger) {
     EXPECT_TRUE(request.expired());
 }
 
-TEST_F(TheExtensionService, DoesNotKeepADelegateAlive) {
-    const auto request = activate("first");
-    stage->settle();
-    const std::weak_ptr<Listener> listener = listeners.at("first");
-    drop("first");
-    EXPECT_TRUE(listener.expired());
-    EXPECT_FALSE(request.expired());
-}
-
 TEST_F(TheExtensionService, SendsNothingToADelegateThatIsGone) {
     const auto request = activate("first");
     stage->settle();

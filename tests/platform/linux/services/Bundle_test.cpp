@@ -182,10 +182,5 @@ TEST_F(TheMainBundle, IsThatOfTheExecutableEvenThroughALink) {
     EXPECT_EQ(toldBy(link), "42 of " PROGRAM_BUNDLE "/Contents/Info.plist");
 }
 
-TEST_F(TheMainBundle, HasNoDictionaryIfTheExecutableIsNotInABundle) {
-    EXPECT_EQ(NSBundle::mainBundle().infoDictionary(), nullptr);
-    EXPECT_EQ(NSBundle::mainBundle().infoProblem(), "the program is not in a bundle");
-}
-
 } // namespace
 } // namespace platform

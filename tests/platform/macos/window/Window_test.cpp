@@ -1,8 +1,6 @@
 #include "tests/platform/macos/window/WindowTest.h"
 #include "tests/support/Descriptors.h"
 
-#include <csignal>
-
 namespace macos_tests {
 namespace {
 
@@ -22,17 +20,8 @@ TEST_F(TheWindow, EndsTheApplicationWithItsClosing) {
     EXPECT_EXIT(runToItsEnd([](Desk& desk) { desk.closeWindow(); }), testing::ExitedWithCode(0), "");
 }
 
-TEST_F(TheWindow, ClosesByTheKeyOfTheMainMenu) {
-    EXPECT_EXIT(runToItsEnd([](Desk& desk) { desk.tapKey("w", {"Alt_L"}); }), testing::ExitedWithCode(0), "");
-}
-
 TEST_F(TheWindow, EndsTheApplicationByTheKeyOfTheMainMenu) {
     EXPECT_EXIT(runToItsEnd([](Desk& desk) { desk.tapKey("q", {"Alt_L"}); }), testing::ExitedWithCode(0), "");
-}
-
-TEST_F(TheWindow, BelongsToAProgramThatNoClosedPipeEnds) {
-    std::signal(SIGPIPE, SIG_DFL);
-    run([](Desk&) { EXPECT_EQ(std::signal(SIGPIPE, SIG_IGN), SIG_IGN); });
 }
 
 TEST_F(TheWindow, BelongsToAProgramThatHasEveryStandardDescriptor) {
