@@ -340,10 +340,6 @@ applications /
 activate CAMERA
 expect failed 12
 expect needs approval)"},
-    {"WhoCarriesNoSuchExtensionLearnsNothingElse", R"(
-bundle Other without entitlement
-activate com.example.unknown as Other
-expect failed 4 as Other)"},
     {"AChangedExtensionFailsBeforeTheQuestion", R"(
 install CAMERA 2.0 2004
 damage CAMERA.systemextension

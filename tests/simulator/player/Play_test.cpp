@@ -48,15 +48,6 @@ TEST(TheScenarioFiles, BeginWithWhatTheyAreAboutAndEndWithSomethingToBeSeen) {
     }
 }
 
-TEST(TheScenarioFiles, HaveOneForEachErrorCode) {
-    const auto all = scenarioFiles();
-    for (int code = 1; code <= 13; ++code) {
-        const std::string prefix = "error-" + std::to_string(100 + code).substr(1) + "-";
-        const auto isFor = [&](const std::string& path) { return stemOf(path).rfind(prefix, 0) == 0; };
-        EXPECT_EQ(std::count_if(all.begin(), all.end(), isFor), 1) << prefix;
-    }
-}
-
 /// Each problem that people have with system extensions has a file that shows it.
 TEST(TheScenarioFiles, HaveOneForEachProblemOfTheField) {
     const auto all = scenarioFiles();
