@@ -68,6 +68,14 @@ TEST_F(AMachineThatRefuses, LimitsTheNumberOfRequests) {
               "limit exceeded: too many requests are open");
 }
 
+TEST_F(AMachineThatRefuses, LimitsTheNumberOfApplicationsThatItRemembers) {
+    for (int i = 0; i < 1001; ++i) {
+        const std::string number = std::to_string(i);
+        mac.submit({"client" + number, number, "/Applications/" + number + ".app", RequestKind::properties, camera});
+    }
+    EXPECT_THAT(machine().state().applications, SizeIs(1000));
+}
+
 TEST_F(AMachineThatRefuses, LimitsTheNumberOfFaults) {
     for (int i = 0; i < 1000; ++i)
         ASSERT_EQ(machine().orderFault({}), done);
@@ -143,7 +151,7 @@ TEST_F(AMachineThatRefuses, AcceptsOnlyAbsoluteApplicationsFolders) {
 TEST_F(AMachineThatRefuses, RejectsAProfileThatIsTooLongOrMalformed) {
     EXPECT_EQ(textOf(machine().setProfile(std::string(1048577, 'x'))), "invalid argument: the profile is too long");
     mac.forbid();
-    EXPECT_EQ(textOf(machine().setProfile("nonsense")), "invalid argument: the profile is malformed");
+    EXPECT_EQ(textOf(machine().setProfile(std::string(1048576, 'x'))), "invalid argument: the profile is malformed");
     EXPECT_FALSE(machine().state().settings.profile.allowsUserOverrides);
 }
 

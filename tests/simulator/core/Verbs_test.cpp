@@ -185,9 +185,18 @@ TEST_F(AVerb, OfASwitchSetsOneOrPrintsOneOrAll) {
     EXPECT_EQ(says("switch denial"),
               "denial\tsilence\t(error | silence)\tan activation that the user denies: fails with "
               "11, or is never answered\n");
-    const std::string all = says("switch");
-    EXPECT_EQ(all.substr(0, all.find("\ta removal")), "authorization\tasked\t(asked | granted)");
-    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 8);
+    EXPECT_EQ(says("switch denial --reset"), "");
+    EXPECT_EQ(
+        says("switch"),
+        R"(authorization	asked	(asked | granted)	a removal: waits for an administrator, or is authorized at once
+denial	error	(error | silence)	an activation that the user denies: fails with 11, or is never answered
+driver	idle	(idle | in-use)	an enabled driver: stops at once, or runs until the restart
+properties	empty	(empty | error)	the properties of an extension without a copy: an empty list, or error 4
+refusal	13	(13 | 11)	the error of a removal that the administrator refuses
+restart	clean	(clean | lingers)	a terminated copy: gone after the restart, or one of them survives it once
+second	supersedes	(supersedes | fails)	a second request for an extension: ends the first with 12, or itself fails with 12
+upgrade	approved	(approved | asked)	another version of an approved extension: needs no approval, or needs it again
+)");
 }
 
 TEST_F(AVerb, OfASwitchResetsOneOrAll) {
@@ -332,6 +341,13 @@ const Misuse misuses[]{
      "unknown kind of hollow request \"properties\"; use one of: activate, deactivate, any"},
     {"fault next deactivate noprompt", "unknown kind of noprompt request \"deactivate\"; use one of: activate, any"},
 };
+
+TEST_F(AVerb, NeedsAnArgumentIfTheFirstInItsUsageIsNotInBrackets) {
+    for (const Verb& verb : verbs()) {
+        const bool isComplete = verb.usage.empty() || verb.usage.front() == '[';
+        EXPECT_EQ(isComplete, says(std::string{verb.word}).find("missing argument") == std::string::npos) << verb.word;
+    }
+}
 
 TEST_F(AVerb, ThatIsWrongIsRejectedWithAReason) {
     for (const Misuse& misuse : misuses) {
