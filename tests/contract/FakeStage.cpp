@@ -20,15 +20,9 @@ OSSystemExtensionProperties propertiesOf(const CopyRecord& copy) {
 }
 
 simulator::RequestKind kindOf(const Kind kind) {
-    switch (kind) {
-    case Kind::activation:
-        return simulator::RequestKind::activation;
-    case Kind::deactivation:
-        return simulator::RequestKind::deactivation;
-    case Kind::properties:
-        break;
-    }
-    return simulator::RequestKind::properties;
+    return kind == Kind::activation     ? simulator::RequestKind::activation
+           : kind == Kind::deactivation ? simulator::RequestKind::deactivation
+                                        : simulator::RequestKind::properties;
 }
 
 /// The fake services of the other tests.

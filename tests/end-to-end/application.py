@@ -59,9 +59,6 @@ class Cards:
         self.screen.press(f"{name} actions")
         self.screen.press(item, Atspi.Role.MENU_ITEM)
 
-    def has_button(self, title, name):
-        return f"{title} {name}" in self.screen.buttons()
-
 
 class Application(Program, Cards):
     """The running application. Start it with Desktop.start([executable()], program=Application)."""

@@ -1,15 +1,14 @@
 """./run, in a small source tree whose build is a script of the test."""
 
 import os
+import select
 import shutil
 import signal
 import tempfile
 import unittest
 from pathlib import Path
 
-from gi.repository import GLib
-
-from events import note, wait_until
+from events import LIMIT, wait_until
 from program import Program
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -112,13 +111,9 @@ class Run(Tree):
         self.write_script("build", 'exec sleep 1000 >"${0%/*}/pipe"')
         program = self.start(DISPLAY=":0")
         with open(pipe, "rb", buffering=0) as reader:  # blocks until the build has opened it
-            ended = []
-            GLib.unix_fd_add_full(
-                GLib.PRIORITY_DEFAULT, reader.fileno(), GLib.IOCondition.HUP, lambda *_: ended.append(True) or note()
-            )
             end(program)
             self.assertEqual(status, program.wait_for_end())
-            wait_until(lambda: ended, "the build ends")
+            self.assertTrue(select.select([reader], [], [], LIMIT)[0], "the build does not end")
 
 
 class ThePackages(Tree):

@@ -46,12 +46,6 @@ class Screen:
         except GLib.Error:
             return []
 
-    def texts(self):
-        return self.names(Atspi.Role.LABEL, Atspi.Role.STATIC, Atspi.Role.TEXT)
-
-    def buttons(self):
-        return self.names(Atspi.Role.PUSH_BUTTON)
-
     def names(self, *roles):
         try:
             return [node.get_name() for node in self.nodes() if node.get_role() in roles]
@@ -70,9 +64,6 @@ class Screen:
 
     def wait_for(self, condition, what):
         return wait_until(condition, lambda: f"{what}\n{self.description()}\n{self.program.said()}")
-
-    def wait_for_text(self, text):
-        self.wait_for(lambda: text in self.texts(), f"the screen says {text!r}")
 
     def wait_for_node(self, name, *roles):
         return self.wait_for(lambda: self.find(name, *roles), f"the screen has {name!r}")

@@ -126,7 +126,7 @@ class TheWindowOfSystemSettings(SettingsTest):
         self.open((CAMERA, "waiting"), (NETWORK,))
         application = self.cover()
         self.mac.does("disable", NETWORK)
-        self.screen.wait_for_text("Disabled")
+        self.screen.wait_for_node("Disabled", Atspi.Role.LABEL)
         self.mac.does("allow", CAMERA)
         self.screen.wait_for_node("Enable Camera")
         self.assertTrue(application.screen.is_active())

@@ -23,8 +23,6 @@ public:
     /// The scene, and what it has under the edges of its safe area. Its ground is the window's.
     explicit PlainPicture(const ui::Scene& scene);
 
-    int width() const { return width_; }
-    int height() const { return height_; }
     /// The first few differences: "26,100 is 255/255/255 and not 219/219/219".
     /// On a round edge, painters differ in how they paint a pixel that is partly covered, so a fifth of the
     /// contrast is tolerated.

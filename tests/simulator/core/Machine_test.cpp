@@ -181,11 +181,6 @@ protected:
 
 constexpr auto removed = "2105 terminated waiting to uninstall on reboot";
 
-TEST_F(AMachineThatRemoves, TerminatesTheCopyBeforeItFinishes) {
-    EXPECT_THAT(mac.copies(), ElementsAre("2105 terminating for uninstall"));
-    EXPECT_THAT(machine().takeOutbox().answers, IsEmpty());
-}
-
 TEST_F(AMachineThatRemoves, ContinuesIfTheRequestIsSuperseded) {
     mac.activate("b");
     EXPECT_THAT(mac.heard(), ElementsAre("a: failed 12", "b: needs approval"));
@@ -287,11 +282,6 @@ TEST_F(AMachine, TakesTeamNameAndOwnerOfAnInstalledCopyFromTheBundle) {
     const Copy& copy = machine().state().copies.begin()->second;
     EXPECT_EQ(copy.extension, (Extension{sampleTeam, camera, "Camera", Category::camera, "com.kelvra.driver-manager"}));
     EXPECT_EQ(copy.application, "");
-}
-
-TEST_F(AMachine, RemembersWhichBundleBroughtACopy) {
-    mac.activate("a");
-    EXPECT_EQ(machine().state().copies.begin()->second.application, sampleApplication);
 }
 
 TEST_F(AMachine, KnowsAnExtensionWhoseCopyAndBundleAreGone) {

@@ -143,10 +143,6 @@ TEST_F(AssistiveTechnology, IsNotToldOfTheWindowWhenAMenuOpensOrCloses) {
     EXPECT_EQ(count({QAccessible::StateChanged, QAccessible::Window, "Window"}), 1);
 }
 
-TEST_F(AssistiveTechnology, FindsFocusOnTheWindowIfNoControlHasIt) {
-    EXPECT_EQ(QApplication::focusWidget(), &window_);
-}
-
 TEST_F(AssistiveTechnology, ReadsAnOpenMenuAsPartOfItsControl) {
     EXPECT_EQ(element("Actions")->childCount(), 0);
     act(element("Actions"), QAccessibleActionInterface::showMenuAction());
