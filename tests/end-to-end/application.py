@@ -32,9 +32,6 @@ class Cards:
     def banner(self):
         return next(iter(self.screen.names(BANNER)), None)
 
-    def cards(self):
-        return [text for text in self.screen.names(TEXT) if text.endswith(" Driver")]
-
     def state(self, name):
         """The state text on a card."""
         texts = self.screen.names(TEXT)

@@ -67,7 +67,8 @@ TEST_F(APlayerBesideAMac, TouchesNothingOfIt) {
     EXPECT_EQ(mac.does("switch properties error"), "");
     const auto file = written("properties com.kelvra.ip-camera.cmio\nexpect found none\ndeveloper on\n"
                               "install com.kelvra.ip-camera.cmio 9 9\n");
-    EXPECT_EQ(mac.sysextctl({"play", file->fileName(), "--bus"}).code, 0);
+    Program player{SYSEXTCTL, {"play", file->fileName(), "--bus"}, mac.environment()};
+    EXPECT_EQ(player.outcome().code, 0);
     EXPECT_EQ(mac.copies(camera), std::vector<std::string>{"2004 enabled"});
     EXPECT_EQ(mac.does("developer"), "Developer mode is off\n");
 }

@@ -55,7 +55,9 @@ bool Application::kill() {
 
 SimulatedMac::SimulatedMac() {
     registerTypes();
-    program_ = putApplication("Driver Manager", player::sampleApplication().identifier);
+    const QString bundle = applications() + "/Driver Manager.app";
+    player::writeBundle(player::sampleApplication(), bundle, SUBMIT);
+    program_ = player::programOf(bundle);
     bus_ = std::make_unique<::tests::PrivateBus>(environment());
     bus_->makeActivatable(serviceName, SYSEXTD);
     connection_ = bus_->connect();
@@ -78,14 +80,6 @@ std::unique_ptr<Application> SimulatedMac::applicationAt(const QString& program)
     return std::make_unique<Application>(program, environment());
 }
 
-QString SimulatedMac::putApplication(const QString& name, const std::string& identifier) {
-    const QString bundle = applications() + '/' + name + ".app";
-    BundleOnDisk described = player::sampleApplication();
-    described.identifier = identifier;
-    player::writeBundle(described, bundle, SUBMIT);
-    return player::programOf(bundle);
-}
-
 std::string SimulatedMac::does(const QStringList& words, const QByteArray& contents) {
     auto call = QDBusMessage::createMethodCall(serviceName, objectPath, controlInterfaceName, "Do");
     call.setArguments({words, contents});
@@ -100,10 +94,6 @@ std::vector<std::string> SimulatedMac::copies(const QString& identifier) {
         if (copy.identifier == identifier) lines.push_back((copy.version + " " + copy.condition).toStdString());
     }
     return lines;
-}
-
-Program SimulatedMac::started(const QStringList& words) const {
-    return {SYSEXTCTL, words, environment()};
 }
 
 uint SimulatedMac::processOfService() const {

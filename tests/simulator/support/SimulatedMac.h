@@ -80,8 +80,6 @@ public:
     std::unique_ptr<Application> application() const;
     /// One whose program lies there.
     std::unique_ptr<Application> applicationAt(const QString& program) const;
-    /// Puts another application there, with the same extensions; answers where its program lies.
-    QString putApplication(const QString& name, const std::string& identifier);
 
     /// Has the service do what the words say; answers what it said to that, or the last part of the error's name.
     std::string does(const QStringList& words, const QByteArray& contents = {});
@@ -89,11 +87,6 @@ public:
     std::string does(const QString& line) { return does(line.split(u' ')); }
     /// The copies of an extension as "2105 enabled", oldest first.
     std::vector<std::string> copies(const QString& identifier);
-
-    /// The command line, started with these words; and what it leaves behind.
-    Program started(const QStringList& words) const;
-    Outcome sysextctl(const QStringList& words) const { return started(words).outcome(); }
-    Outcome sysextctl(const QString& line) const { return sysextctl(line.split(u' ')); }
 
     /// There must be one.
     uint processOfService() const;

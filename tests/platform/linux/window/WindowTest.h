@@ -40,8 +40,6 @@ private:
 class ActiveAccessibility {
 public:
     ActiveAccessibility();
-    ActiveAccessibility(const ActiveAccessibility&) = delete;
-    ActiveAccessibility& operator=(const ActiveAccessibility&) = delete;
     ~ActiveAccessibility();
 };
 
