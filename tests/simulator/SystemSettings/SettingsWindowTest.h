@@ -1,12 +1,16 @@
 #pragma once
 
-#include "tests/simulator/SystemSettings/ShownWindow.h"
+#include "simulator/SystemSettings/Appearance.h"
+#include "simulator/SystemSettings/SettingsWindow.h"
 #include "tests/simulator/support/ScriptedControl.h"
+#include "tests/simulator/support/TestApplication.h"
 #include "tests/support/PrivateBus.h"
-#include "tests/support/QtTesting.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
 #include <QLabel>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <algorithm>
@@ -43,18 +47,41 @@ inline QColor colorAt(QWidget& widget, const QPoint& place) {
     return widget.grab().toImage().pixelColor(place);
 }
 
-/// The window in front of a service that answers what the test says, on a bus of their own.
+/// An application that draws into memory, in the appearance of System Settings.
+class OffscreenApplication {
+public:
+    OffscreenApplication() {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("XDG_RUNTIME_DIR", runtime_.path().toUtf8());
+        application_.emplace(argc_, argv_);
+        ::tests::failOnQtWarnings([](const QString& message) {
+            return isNoteOfOwnerRace(message) || message == u"This plugin does not support raise()";
+        });
+        settings::useAppearance(*application_);
+    }
+
+private:
+    QTemporaryDir runtime_;
+    int argc_ = 1;
+    char name_[6] = "tests";
+    char* argv_[2] = {name_, nullptr};
+    std::optional<QApplication> application_;
+};
+
+/// The window in front of a service that answers what the test says, on a bus of their own, as assistive technology
+/// finds it.
 class SystemSettings : public testing::Test {
 protected:
     ScriptedControl& control() { return control_; }
     ::tests::PrivateBus& bus() { return bus_; }
-    ShownWindow& shown() { return *shown_; }
-    settings::SettingsWindow& window() { return shown_->window(); }
+    settings::SettingsWindow& window() { return *window_; }
 
     /// Shows the window, and waits until it shows what the service listed.
     void open(const QList<CopyEntry>& all = {}) {
         control().show(all);
-        shown_.emplace(bus_.connect());
+        window_.emplace(bus_.connect());
+        window_->show();
+        window_->activateWindow();
         ASSERT_TRUE(untilSaid("Camera Extensions"));
     }
 
@@ -65,19 +92,41 @@ protected:
         ASSERT_TRUE(untilShown("Authorize Network"));
     }
 
-    void close() { shown_.reset(); }
+    void close() { window_.reset(); }
 
-    QWidget* named(const QString& name) { return shown_->named(name); }
-    bool shows(const QString& name) { return shown_->shows(name); }
-    QStringList texts() { return shown_->texts(); }
-    bool says(const QString& text) { return shown_->says(text); }
-    QString focused() { return shown_->focused(); }
-    void press(const QString& name) { shown_->press(name); }
+    /// The visible control whose accessible name it is; null if there is none.
+    QWidget* named(const QString& name) {
+        for (auto* button : window_->findChildren<QAbstractButton*>())
+            if (button->isVisible() && accessibleName(*button) == name) return button;
+        return nullptr;
+    }
+    bool shows(const QString& name) { return named(name) != nullptr; }
+    /// Every visible text, in the order of the window.
+    QStringList texts() {
+        QStringList all;
+        for (auto* label : window_->findChildren<QLabel*>())
+            if (label->isVisible()) all += accessibleName(*label);
+        return all;
+    }
+    bool says(const QString& text) { return texts().contains(text); }
+    /// The accessible name of what has keyboard focus.
+    static QString focused() {
+        auto* const widget = QApplication::focusWidget();
+        return widget == nullptr ? QString{} : accessibleName(*widget);
+    }
+    /// Presses the control as assistive technology does. It must be there.
+    void press(const QString& name, const QString& action = QAccessibleActionInterface::pressAction()) {
+        QAccessible::queryAccessibleInterface(named(name))->actionInterface()->doAction(action);
+    }
     void click(const QString& name) { QTest::mouseClick(named(name), Qt::LeftButton); }
     static void key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 
-    [[nodiscard]] bool untilShown(const QString& name) { return shown_->untilShown(name); }
-    [[nodiscard]] bool untilSaid(const QString& text) { return shown_->untilSaid(text); }
+    [[nodiscard]] bool untilShown(const QString& name) {
+        return until([&] { return shows(name); });
+    }
+    [[nodiscard]] bool untilSaid(const QString& text) {
+        return until([&] { return says(text); });
+    }
     [[nodiscard]] bool untilDone(const QString& deed) {
         return until([this, &deed] { return control().deeds().contains(deed); });
     }
@@ -123,10 +172,14 @@ protected:
     }
 
 private:
+    static QString accessibleName(QWidget& widget) {
+        return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
+    }
+
     OffscreenApplication application_;
     ::tests::PrivateBus bus_;
     ScriptedControl control_{bus_.connect()};
-    std::optional<ShownWindow> shown_;
+    std::optional<settings::SettingsWindow> window_;
 };
 
 } // namespace simulator::tests

@@ -85,7 +85,7 @@ TEST_F(SystemSettings, TurnsASwitchOnlyWhenTheServiceSaysSo) {
 
 TEST_F(SystemSettings, TakesAToggleOfASwitchByAssistiveTechnologyForAPress) {
     open(copies("enabled", "enabled"));
-    shown().press("Enable Network", QAccessibleActionInterface::toggleAction());
+    press("Enable Network", QAccessibleActionInterface::toggleAction());
     EXPECT_TRUE(untilDone("disable " + network));
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(named("Enable Network"))->state().checked);
     EXPECT_EQ(control().deeds().size(), 1);
@@ -160,6 +160,23 @@ TEST_F(SystemSettings, ShowsNothingButAWayToStartTheServiceUntilItIsBack) {
     ASSERT_TRUE(untilShown("Allow Camera"));
     EXPECT_FALSE(says("The simulated Mac is not running."));
     EXPECT_TRUE(named("Restart")->isEnabled());
+}
+
+TEST_F(SystemSettings, StartsTheServiceOnlyIfThePersonSaysSo) {
+    const QTemporaryDir folder;
+    QFile starter{folder.filePath("starter")};
+    ASSERT_TRUE(starter.open(QIODevice::WriteOnly));
+    starter.write("#!/bin/sh\ntouch \"${0%/*}/started\"\nexit 1\n");
+    starter.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    starter.close();
+    const auto wasStarted = [&folder] { return QFile::exists(folder.filePath("started")); };
+    open(copies("waiting"));
+    bus().makeActivatable(serviceName, starter.fileName());
+    control().leave();
+    ASSERT_TRUE(untilSaid("The simulated Mac is not running."));
+    EXPECT_FALSE(wasStarted());
+    press("Start the simulated Mac");
+    EXPECT_TRUE(until(wasStarted));
 }
 
 TEST_F(SystemSettings, SaysSoIfTheBusIsGone) {
