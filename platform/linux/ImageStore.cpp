@@ -20,8 +20,8 @@ std::unique_ptr<QSvgRenderer> read(const QString& file) {
     return drawing->isValid() ? std::move(drawing) : nullptr;
 }
 
-QImage render(QSvgRenderer& drawing, const QSize pixels) {
-    QImage image{pixels, QImage::Format_ARGB32_Premultiplied};
+QPixmap render(QSvgRenderer& drawing, const QSize pixels) {
+    QPixmap image{pixels};
     image.fill(Qt::transparent);
     QPainter painter{&image};
     painter.setRenderHint(QPainter::Antialiasing);
@@ -29,7 +29,7 @@ QImage render(QSvgRenderer& drawing, const QSize pixels) {
     return image;
 }
 
-void fillMask(QImage& mask, const QColor& tint) {
+void fillMask(QPixmap& mask, const QColor& tint) {
     QPainter painter{&mask};
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(mask.rect(), tint);
@@ -52,15 +52,17 @@ QSizeF ImageStore::size(const ui::ImageReference& image) const {
     return found ? QSizeF{found->defaultSize()} : QSizeF{0, 0};
 }
 
-QImage ImageStore::image(const ui::ImageReference& image, const QSize pixels, const QColor& tint) const {
+QPixmap ImageStore::image(const ui::ImageReference& image, const QSize pixels, const QColor& tint,
+                          const double scale) const {
     QSvgRenderer* found = pixels.isEmpty() ? nullptr : drawing(image);
     if (!found) return {};
     const Key key{QString::fromStdString(image.name), pixels.width(), pixels.height(),
-                  isSymbol(image) ? tint.rgba() : QRgb{}};
+                  isSymbol(image) ? tint.rgba() : QRgb{}, scale};
     if (const auto known = rendered_.find(key); known != rendered_.end()) return known->second;
     if (rendered_.size() >= mostRendered) rendered_.clear();
-    QImage result = render(*found, pixels);
+    QPixmap result = render(*found, pixels);
     if (isSymbol(image)) fillMask(result, tint);
+    result.setDevicePixelRatio(scale);
     return rendered_.emplace(key, std::move(result)).first->second;
 }
 

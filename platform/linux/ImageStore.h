@@ -3,7 +3,7 @@
 #include "platform/ui/Scene.h"
 
 #include <QColor>
-#include <QImage>
+#include <QPixmap>
 #include <QSizeF>
 #include <QString>
 #include <QSvgRenderer>
@@ -22,18 +22,19 @@ public:
 
     /// The image's own size in points; 0 by 0 if the image is missing or unreadable.
     QSizeF size(const ui::ImageReference& image) const;
-    /// The image stretched to `pixels`, a symbol in `tint`; null if the image is missing or unreadable.
-    QImage image(const ui::ImageReference& image, QSize pixels, const QColor& tint) const;
+    /// The image stretched to `pixels`, of which `scale` make a point, a symbol in `tint`; null if the image is missing
+    /// or unreadable. Asked again, it is the same to Qt, which remembers what it makes of an icon.
+    QPixmap image(const ui::ImageReference& image, QSize pixels, const QColor& tint, double scale = 1) const;
 
 private:
-    using Key = std::tuple<QString, int, int, QRgb>;
+    using Key = std::tuple<QString, int, int, QRgb, double>;
 
     QSvgRenderer* drawing(const ui::ImageReference& image) const;
 
     QString folder_;
     /// By name; null for an image that is missing or unreadable.
     mutable std::map<QString, std::unique_ptr<QSvgRenderer>> drawings_;
-    mutable std::map<Key, QImage> rendered_;
+    mutable std::map<Key, QPixmap> rendered_;
 };
 
 } // namespace platform

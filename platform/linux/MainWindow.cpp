@@ -18,7 +18,7 @@ namespace {
 QIcon applicationIcon(const ImageStore& images) {
     QIcon icon;
     for (const int side : {16, 24, 32, 48, 64, 128, 256})
-        icon.addPixmap(QPixmap::fromImage(images.image({"AppIcon"}, {side, side}, Qt::black)));
+        icon.addPixmap(images.image({"AppIcon"}, {side, side}, Qt::black));
     return icon;
 }
 

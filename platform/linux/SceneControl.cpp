@@ -28,9 +28,7 @@ QIcon menuIcon(const QMenu& menu, const ui::ImageReference& image, const ImageSt
     const double scale = menu.parentWidget()->devicePixelRatioF();
     const int side = static_cast<int>(std::lround(iconSide * scale));
     const auto pixmap = [&](const QPalette::ColorRole tint) {
-        QPixmap result = QPixmap::fromImage(images.image(image, {side, side}, menu.palette().color(tint)));
-        result.setDevicePixelRatio(scale);
-        return result;
+        return images.image(image, {side, side}, menu.palette().color(tint), scale);
     };
     QIcon icon;
     icon.addPixmap(pixmap(QPalette::Text), QIcon::Normal);

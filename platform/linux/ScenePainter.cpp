@@ -62,10 +62,8 @@ void ScenePainter::paint(const ui::TextRun& run) {
 void ScenePainter::paint(const ui::ImageRun& run) {
     const QRectF target = toQRectF(grid_.snapped(run.rect));
     const QSize pixels{grid_.pixels(target.width()), grid_.pixels(target.height())};
-    QImage image = images_.image(run.image, pixels, toQColor(run.color));
-    if (image.isNull()) return;
-    image.setDevicePixelRatio(grid_.scale());
-    painter_.drawImage(target.topLeft(), image);
+    const QPixmap image = images_.image(run.image, pixels, toQColor(run.color), grid_.scale());
+    if (!image.isNull()) painter_.drawPixmap(target.topLeft(), image);
 }
 
 void ScenePainter::paint(const ui::MenuIndicator& indicator) {

@@ -94,8 +94,8 @@ TEST_F(TheImages, LookTheSameInBothVariants) {
 
 TEST_F(TheImages, HaveTheColorOfTheSceneIfTheyAreSymbols) {
     for (const char* name : symbols) {
-        const QImage red = images_.image({name, Source::system}, {40, 40}, Qt::red);
-        const QImage black = images_.image({name, Source::system}, {40, 40}, Qt::black);
+        const QImage red = images_.image({name, Source::system}, {40, 40}, Qt::red).toImage();
+        const QImage black = images_.image({name, Source::system}, {40, 40}, Qt::black).toImage();
         EXPECT_EQ(red.convertToFormat(QImage::Format_Alpha8), black.convertToFormat(QImage::Format_Alpha8)) << name;
         int opaque = 0;
         for (int y = 0; y < 40; ++y)
@@ -116,10 +116,10 @@ TEST_F(TheImages, AreEmptyIfTheyAreMissing) {
 }
 
 TEST_F(TheImages, StayCorrectBeyondTheSizeOfTheCache) {
-    const QImage first = images_.image({"Ethernet"}, {22, 22}, Qt::black);
+    const QImage first = images_.image({"Ethernet"}, {22, 22}, Qt::black).toImage();
     for (int side = 1; side <= 100; ++side)
         images_.image({"Ethernet"}, {side, side}, Qt::black);
-    EXPECT_EQ(images_.image({"Ethernet"}, {22, 22}, Qt::black), first);
+    EXPECT_EQ(images_.image({"Ethernet"}, {22, 22}, Qt::black).toImage(), first);
 }
 
 } // namespace

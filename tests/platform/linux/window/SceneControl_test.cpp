@@ -208,8 +208,19 @@ TEST_F(AMenu, ShowsTheUnchangedTitleAndTheSymbolOfEachItem) {
     EXPECT_EQ(actions[1]->text(), "Q&&A <b>");
     for (const QAction* action : actions) {
         const QImage icon = action->icon().pixmap(16, 16).toImage();
-        EXPECT_EQ(icon, images_.image({"trash", ui::ImageReference::Source::system}, {16, 16}, Qt::black));
+        EXPECT_EQ(icon, images_.image({"trash", ui::ImageReference::Source::system}, {16, 16}, Qt::black).toImage());
     }
+}
+
+TEST_F(AMenu, ShowsTheSameImagesEachTimeItOpensSoThatQtRemembersThemOnce) {
+    const auto image = [&] {
+        click(onIndicator);
+        const QPixmap shown = openMenu()->actions()[0]->icon().pixmap(16, 16);
+        clickItem(0);
+        return shown.cacheKey();
+    };
+    const auto first = image();
+    EXPECT_EQ(image(), first);
 }
 
 TEST_F(AMenu, RunsTheItemThatIsClicked) {
