@@ -138,7 +138,7 @@ protected:
         deliver();
     }
     void fail(const std::int64_t code, std::string description) const {
-        fail({std::string{platform::OSSystemExtensionErrorDomain}, code, std::move(description)});
+        fail({"OSSystemExtensionErrorDomain", code, std::move(description)});
     }
 
     /// The requests of one pass over all extensions.

@@ -10,7 +10,6 @@ namespace platform {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 using tests::CopyOnTheBus;
 using tests::onTheBus;
