@@ -277,6 +277,15 @@ TEST_F(AVerb, OfAFaultOrdersIt) {
     EXPECT_EQ(ordered("any --domain=D 1"), (Fault{Fault::Kind::error, {}, {"D", 1, ""}, 0}));
 }
 
+TEST_F(AVerb, NamesAFileOrFoldersIfItHasSuchAnArgument) {
+    using Names = Verb::Names;
+    EXPECT_TRUE(names(wordsIn("profile a.plist"), Names::file));
+    EXPECT_FALSE(names(wordsIn("profile"), Names::file));
+    EXPECT_FALSE(names(wordsIn("profile --remove"), Names::file));
+    EXPECT_TRUE(names(wordsIn("applications a b"), Names::folders));
+    EXPECT_FALSE(names(wordsIn("allow a"), Names::folders));
+}
+
 TEST_F(AVerb, TreatsAQuotedOptionAsText) {
     mac.machine().reset();
     const Saying saying{{{"fault"}, {"next"}, {"any"}, {"8"}, {"--domain", true}}, {}};
