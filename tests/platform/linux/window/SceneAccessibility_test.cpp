@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QMenu>
+#include <QWindow>
 
 #include <algorithm>
 
