@@ -7,7 +7,6 @@
 namespace simulator::player {
 namespace {
 
-using testing::HasSubstr;
 using testing::StartsWith;
 
 // The scenarios that come with the simulator -------------------------------------------------------------------------
