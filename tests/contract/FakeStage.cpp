@@ -20,9 +20,9 @@ OSSystemExtensionProperties propertiesOf(const CopyRecord& copy) {
 }
 
 simulator::RequestKind kindOf(const Kind kind) {
-    return kind == Kind::activation     ? simulator::RequestKind::activation
-           : kind == Kind::deactivation ? simulator::RequestKind::deactivation
-                                        : simulator::RequestKind::properties;
+    if (kind == Kind::activation) return simulator::RequestKind::activation;
+    if (kind == Kind::deactivation) return simulator::RequestKind::deactivation;
+    return simulator::RequestKind::properties;
 }
 
 /// The fake services of the other tests.
