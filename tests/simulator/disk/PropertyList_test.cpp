@@ -56,7 +56,7 @@ std::string listOfLevels(std::uint64_t levels, std::size_t times) {
         for (std::size_t i = 0; i < times; ++i)
             values.back() += reference(level);
     }
-    values.push_back("\x09");
+    values.emplace_back("\x09");
     return binaryList(values);
 }
 
