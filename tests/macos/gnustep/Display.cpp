@@ -59,8 +59,8 @@ void Display::tapKey(const std::string& key, const std::vector<std::string>& mod
         set(modifier, True);
     set(key, True);
     set(key, False);
-    for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier)
-        set(*modifier, False);
+    for (const std::string& modifier : modifiers)
+        set(modifier, False);
     XSync(native(display_), False);
 }
 

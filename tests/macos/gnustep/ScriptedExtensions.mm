@@ -157,7 +157,7 @@ ScriptedExtensions& ScriptedExtensions::shared() {
 }
 
 void ScriptedExtensions::submitted(const Object request) {
-    StandInRequest* const native = static_cast<StandInRequest*>(request);
+    auto* const native = static_cast<StandInRequest*>(request);
     alive_.emplace(submissions_.size(), request);
     submissions_.push_back(native->submission_);
 }
@@ -191,13 +191,14 @@ void ScriptedExtensions::needsApproval(const std::size_t submission) {
 }
 
 void ScriptedExtensions::askReplacement(const std::size_t submission, const Object existing, const Object replacement) {
-    const id kept[] = {[static_cast<id>(existing) retain], [static_cast<id>(replacement) retain]};
+    const id before = [static_cast<id>(existing) retain];
+    const id after = [static_cast<id>(replacement) retain];
     answer(submission, [=, this](OSSystemExtensionRequest* request, id<OSSystemExtensionRequestDelegate> delegate) {
         replacementAnswers_.push_back([delegate request:request
-                            actionForReplacingExtension:kept[0]
-                                          withExtension:kept[1]]);
-        [kept[0] release];
-        [kept[1] release];
+                            actionForReplacingExtension:before
+                                          withExtension:after]);
+        [before release];
+        [after release];
     });
 }
 
