@@ -50,6 +50,19 @@ Thing theClock() {
     return {"0", next, found};
 }
 
+/// The value of a switch, which moves there and back.
+Thing theSwitch() {
+    const auto next = [](const QString& there, Random&, int) {
+        const QString value = there == u"13" ? "11" : "13";
+        return Step{{"switch", "refusal", value}, value};
+    };
+    const auto found = [](Control& control) {
+        const QString said = control.Do({"switch", "refusal"}, {}).value();
+        return said.section('\t', 1, 1);
+    };
+    return {"13", next, found};
+}
+
 /// What the person does with the extension.
 Step stepWith(const QString& identifier, const QString& there, Random& random, const QString& newVersion) {
     const QString version = there.section(' ', 0, 0);
@@ -131,11 +144,11 @@ bool isStopped(qint64 process) {
     return !QByteArray{"RSD"}.contains(line.at(line.lastIndexOf(')') + 2));
 }
 
-/// Three who have something done to the clock and to two extensions.
+/// Four who have something done to the clock, a switch, and two extensions.
 class TheServiceUnderLoad : public OnASimulatedMac, public testing::WithParamInterface<unsigned> {
 protected:
     TheServiceUnderLoad() {
-        for (const Thing& thing : {theClock(), theCopyOf(camera), theCopyOf(driver)})
+        for (const Thing& thing : {theClock(), theSwitch(), theCopyOf(camera), theCopyOf(driver)})
             movers_.push_back(std::make_unique<Mover>(mac.connect(), random_, thing));
     }
 
